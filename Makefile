@@ -1,0 +1,62 @@
+# The front door. Every target installs what it needs, builds and runs; see README.md.
+.DEFAULT_GOAL := help
+.PHONY: help run build test test-windows test-sanitizers bench fuzz install package clean
+
+PREFIX ?= /usr/local
+FUZZ_SECONDS ?= 600
+WERROR := $(if $(CI),-DORV_WERROR=ON,)
+export CTEST_OUTPUT_ON_FAILURE := 1
+
+define build
+	@scripts/install-packages $(2)
+	@cmake --preset $(1) $(WERROR) >build-$(1).log 2>&1 || { cat build-$(1).log; exit 1; }
+	@rm -f build-$(1).log
+	@cmake --build build/$(1)
+endef
+
+help:
+	@sed -n 's/^##//p' $(MAKEFILE_LIST)
+
+## run              build, and take examples/site.actions through the library
+run: build
+	@scripts/run build/native/bin/orvact
+
+build:
+	$(call build,native,base)
+
+## test             build, and run the native tests
+test: build
+	@ctest --test-dir build/native --no-tests=error
+
+## test-windows     cross-build for Windows, and run the tests under Wine
+test-windows:
+	$(call build,windows,base windows)
+	@scripts/with-wine ctest --test-dir build/windows --no-tests=error
+
+## test-sanitizers  run the native tests under the address, undefined behaviour and leak sanitizers
+test-sanitizers:
+	$(call build,sanitizers,base)
+	@scripts/with-sanitizers ctest --test-dir build/sanitizers --no-tests=error
+
+## bench            build and run the benchmarks
+bench:
+	$(call build,bench,base bench)
+	@scripts/bench build/bench
+
+## fuzz             run each fuzz target for FUZZ_SECONDS (600)
+fuzz:
+	$(call build,fuzz,base fuzz)
+	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)
+
+## install          install library, headers and tool under PREFIX (/usr/local)
+install: build
+	@cmake --install build/native --prefix $(PREFIX)
+
+## package          a Debian-style tree of the library, headers and tool as build/OrvActions.tar.gz
+package: build
+	@rm -rf build/package && cmake --install build/native --prefix build/package/OrvActions >/dev/null
+	@tar -C build/package -czf build/OrvActions.tar.gz OrvActions && echo build/OrvActions.tar.gz
+
+## clean            remove everything that was built
+clean:
+	@rm -rf build

@@ -1,0 +1,48 @@
+# The library: all floors once as objects, linked into the shared library and into the tests that see it from inside.
+set(ORV_FLOORS platform ulmo catalogue objects forms match events bridge exports)
+set(orv_sources)
+foreach(floor ${ORV_FLOORS})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${floor}/*.cpp)
+    list(APPEND orv_sources ${sources})
+endforeach()
+if(WIN32)
+    set(ORV_PLATFORM windows)
+else()
+    set(ORV_PLATFORM posix)
+endif()
+file(GLOB platform_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/${ORV_PLATFORM}/*.cpp)
+
+add_library(orv_objects OBJECT ${orv_sources} ${platform_sources} ${ORV_GENERATED_SOURCES})
+add_dependencies(orv_objects orv_generated)
+target_include_directories(orv_objects
+    PUBLIC ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR} ${CMAKE_SOURCE_DIR}/src
+    PRIVATE ${ORV_GENERATED_SOURCE_DIR})
+target_link_libraries(orv_objects PRIVATE orv_flags orv_boost PUBLIC Threads::Threads)
+target_precompile_headers(orv_objects PRIVATE
+    <cstdint> <cstring> <map> <memory> <optional> <span> <string> <string_view> <vector>)
+
+add_library(OrvActions SHARED $<TARGET_OBJECTS:orv_objects>)
+target_include_directories(OrvActions INTERFACE
+    $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/include> $<BUILD_INTERFACE:${ORV_GENERATED_INCLUDE_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+add_dependencies(OrvActions orv_generated)
+set_target_properties(OrvActions PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+
+set(ORV_SYSTEM_LIBRARIES)
+if(WIN32)
+    set(ORV_SYSTEM_LIBRARIES ole32 oleaut32)
+    set_target_properties(OrvActions PROPERTIES PREFIX "" VERSION "" SOVERSION "")
+    target_sources(OrvActions PRIVATE ${ORV_DEF_FILE})
+    # The run-time goes into the library: a host may be built by another compiler.
+    target_link_options(OrvActions PRIVATE -static)
+    target_link_libraries(OrvActions PRIVATE ${ORV_SYSTEM_LIBRARIES})
+else()
+    target_link_options(OrvActions PRIVATE -Wl,--version-script=${ORV_VERSION_SCRIPT} -Wl,-z,defs -Wl,-O1
+        -Wl,-z,nodelete)  # see src/platform/posix/entry_point.cpp
+    set_target_properties(OrvActions PROPERTIES LINK_DEPENDS ${ORV_VERSION_SCRIPT})
+    target_link_libraries(OrvActions PRIVATE Threads::Threads)
+endif()
+
+install(TARGETS OrvActions)
+install(DIRECTORY include/ ${ORV_GENERATED_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")

@@ -1,0 +1,56 @@
+# Unit tests see the floors from inside; interface tests link the shared library and include the public header only.
+# A test file is found by its name, <subject>_test.cpp; nothing is registered by hand.
+function(orv_test_program name)
+    add_executable(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE orv_flags gtest_main)
+    if(WIN32)
+        target_link_options(${name} PRIVATE -static)
+        target_link_libraries(${name} PRIVATE ${ORV_SYSTEM_LIBRARIES})
+    endif()
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+endfunction()
+
+set(unit_tests)
+foreach(floor platform ulmo catalogue objects forms match events bridge)
+    file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${floor}/*_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/${floor}/${ORV_PLATFORM}/*_test.cpp)
+    list(APPEND unit_tests ${tests})
+endforeach()
+orv_test_program(orv_unit_tests ${unit_tests} $<TARGET_OBJECTS:orv_objects>)
+target_include_directories(orv_unit_tests PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR}
+    ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
+target_precompile_headers(orv_unit_tests PRIVATE <gtest/gtest.h> <memory> <string> <string_view> <vector>)
+add_dependencies(orv_unit_tests orv_generated)
+target_link_libraries(orv_unit_tests PRIVATE Threads::Threads)
+
+file(GLOB interface_tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/exports/*_test.cpp
+    ${CMAKE_SOURCE_DIR}/tests/exports/*_test.c)
+orv_test_program(orv_interface_tests ${interface_tests})
+target_link_libraries(orv_interface_tests PRIVATE OrvActions)
+target_include_directories(orv_interface_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+
+function(orv_python_test name)
+    add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT
+        "PYTHONDONTWRITEBYTECODE=1;ORVACT_RUNNER=${CMAKE_CROSSCOMPILING_EMULATOR};ORV_BIN=${CMAKE_BINARY_DIR}/bin;ORVACT=${CMAKE_BINARY_DIR}/bin/orvact${CMAKE_EXECUTABLE_SUFFIX};ORV_LIBRARY=$<TARGET_FILE:OrvActions>;ORV_GENERATED=${CMAKE_BINARY_DIR}/generated;ORV_OBJDUMP=${CMAKE_OBJDUMP};ORV_NM=${CMAKE_NM}")
+endfunction()
+
+if(NOT CMAKE_CROSSCOMPILING)
+    orv_python_test(generator -m unittest discover -s tests/generate)
+endif()
+orv_python_test(exported_symbols tests/exports/test_exported_symbols.py)
+if(ORV_TOOLS)
+    orv_python_test(orvact tests/orvact/test_orvact.py)
+endif()
+
+# The public header alone, in every language it promises.
+set(header_probe ${CMAKE_BINARY_DIR}/header_probe)
+foreach(language c cpp)
+    file(CONFIGURE OUTPUT ${header_probe}.${language} CONTENT "#include <OrvActions.h>\nint OrvProbe_${language};\n")
+endforeach()
+add_library(header_probe_c OBJECT ${header_probe}.c)
+add_library(header_probe_cpp OBJECT ${header_probe}.cpp)
+target_compile_features(header_probe_c PRIVATE c_std_11)
+set_target_properties(header_probe_cpp PROPERTIES CXX_STANDARD 17)
+target_link_libraries(header_probe_c PRIVATE orv_flags OrvActions)
+target_link_libraries(header_probe_cpp PRIVATE orv_flags OrvActions)
