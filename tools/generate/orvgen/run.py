@@ -1,0 +1,37 @@
+"""The whole way from data to texts of files, and the writing of what changed."""
+
+from pathlib import Path
+
+from . import check, emit_header, emit_reference, emit_rows, exports, load
+from .report import Report
+
+
+def generate(data: Path, export_list: Path) -> tuple[dict[str, str], Report]:
+    """The files to write, by path below the output folder; none when the report holds a problem."""
+    report = Report()
+    catalogue = load.load(data, report)
+    check.check(catalogue, report)
+    names = exports.load(export_list, report)
+    if report.problems:
+        return {}, report
+    files: dict[str, str] = {}
+    for emitted in (
+        emit_rows.emit(catalogue),
+        emit_header.emit(catalogue),
+        emit_reference.emit(catalogue),
+        exports.emit(names),
+    ):
+        files.update(emitted)
+    return files, report
+
+
+def write_changed(out: Path, files: dict[str, str]) -> list[str]:
+    """Writes the files whose content differs and leaves the others untouched, so that nothing rebuilds in vain."""
+    written = []
+    for name, text in sorted(files.items()):
+        path, content = out / name, text.encode("utf-8")
+        if not path.is_file() or path.read_bytes() != content:
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(content)
+            written.append(name)
+    return written
