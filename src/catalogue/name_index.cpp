@@ -1,0 +1,132 @@
+#include "catalogue/name_index.h"
+
+#include <cstring>
+
+#include "ulmo/string_conversion.h"
+
+namespace OrvPLC {
+
+namespace {
+
+constexpr std::uint64_t kLanes = 0x0001000100010001;
+constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
+
+// Lower-cases four ASCII units at once: in each 16-bit lane, bit 7 of `fromA` is set from "A" on and bit 7 of `pastZ`
+// behind "Z"; where only the first is, the unit is a capital and gets 0x20.
+std::uint64_t FoldAscii(std::uint64_t units)
+{
+    const std::uint64_t fromA = units + kLanes * (0x80 - 'A');
+    const std::uint64_t pastZ = units + kLanes * (0x80 - 'Z' - 1);
+    return units | ((fromA & ~pastZ & (kLanes * 0x80)) >> 2);
+}
+
+bool IsAscii(std::uint64_t units)
+{
+    return (units & (kLanes * 0xFF80)) == 0;
+}
+
+std::uint64_t Mix(std::uint64_t hash, std::uint64_t units)
+{
+    hash = (hash ^ units) * kMultiplier;
+    return hash ^ (hash >> 29);
+}
+
+// The units from `offset` on, four or what is left of the name; missing ones are 0.
+std::uint64_t Load(std::u16string_view name, std::size_t offset)
+{
+    std::uint64_t units = 0;
+    const std::size_t left = name.size() - offset;
+    if (left >= 4) {
+        std::memcpy(&units, name.data() + offset, sizeof units);
+        return units;
+    }
+    for (std::size_t i = 0; i < left; ++i) units |= std::uint64_t{name[offset + i]} << (16 * i);
+    return units;
+}
+
+// The hash of the folded name; false when the name needs more than ASCII folding.
+bool HashFolded(std::u16string_view name, std::uint32_t& hash)
+{
+    std::uint64_t mixed = name.size();
+    std::uint64_t seen = 0;
+    for (std::size_t i = 0; i < name.size(); i += 4) {
+        const std::uint64_t units = Load(name, i);
+        seen |= units;
+        mixed = Mix(mixed, FoldAscii(units));
+    }
+    hash = static_cast<std::uint32_t>(mixed >> 32);
+    return IsAscii(seen);
+}
+
+// Units outside ASCII are hashed as they stand: only lower-cased names come here.
+std::uint32_t HashLower(std::u16string_view lower)
+{
+    std::uint64_t mixed = lower.size();
+    for (std::size_t i = 0; i < lower.size(); i += 4) {
+        const std::uint64_t units = Load(lower, i);
+        mixed = Mix(mixed, IsAscii(units) ? FoldAscii(units) : units);
+    }
+    return static_cast<std::uint32_t>(mixed >> 32);
+}
+
+bool SameFolded(std::u16string_view name, std::u16string_view lower)
+{
+    if (name.size() != lower.size()) return false;
+    for (std::size_t i = 0; i < name.size(); i += 4) {
+        if (FoldAscii(Load(name, i)) != Load(lower, i)) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+void NameIndex::Add(std::u16string_view lower, const TOrvBaseNameInfo* entry)
+{
+    if (2 * (count_ + 1) > slots_.size()) Grow();
+    Insert({lower, entry, HashLower(lower)});
+    ++count_;
+}
+
+const TOrvBaseNameInfo* NameIndex::Find(std::u16string_view name) const
+{
+    std::uint32_t hash = 0;
+    if (!HashFolded(name, hash)) return FindLower(Ulmo::LowerCase(name));
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t i = hash; !slots_.empty(); ++i) {
+        const Slot& slot = slots_[i & mask];
+        if (!slot.entry) break;
+        if (slot.hash == hash && SameFolded(name, slot.lower)) return slot.entry;
+    }
+    return nullptr;
+}
+
+const TOrvBaseNameInfo* NameIndex::FindLower(std::u16string_view lower) const
+{
+    const std::uint32_t hash = HashLower(lower);
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t i = hash; !slots_.empty(); ++i) {
+        const Slot& slot = slots_[i & mask];
+        if (!slot.entry) break;
+        if (slot.hash == hash && Ulmo::SameText(slot.lower, lower)) return slot.entry;
+    }
+    return nullptr;
+}
+
+void NameIndex::Grow()
+{
+    std::vector<Slot> old(slots_.empty() ? 64 : 2 * slots_.size());
+    old.swap(slots_);
+    for (const Slot& slot : old) {
+        if (slot.entry) Insert(slot);
+    }
+}
+
+void NameIndex::Insert(const Slot& slot)
+{
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t i = slot.hash;
+    while (slots_[i & mask].entry) ++i;
+    slots_[i & mask] = slot;
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,179 @@
+#include "catalogue/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include "catalogue/name_tables.h"
+#include "catalogue/settings.h"
+
+namespace OrvPLC {
+namespace {
+
+ActionPtr NewAction(std::u16string_view name, std::uint32_t code)
+{
+    return Ulmo::MakeCounted<TOrvActionInternalInfo>(name, code, kDefaultPriority, 0);
+}
+
+TEST(Catalogue, RegistrationOfActions)
+{
+    TOrvActionCatalogue catalogue;
+    const ActionPtr first = NewAction(u"First", 10001);
+    const ActionPtr sameName = NewAction(u"FIRST", 10002);
+    const ActionPtr sameCode = NewAction(u"Second", 10001);
+    catalogue.RegisterAction(ActionPtr());
+    for (const ActionPtr& action : {first, sameName, sameCode}) catalogue.RegisterAction(action);
+
+    // A taken name loses whole; a new name takes the code, and the older action stays under its name and index.
+    EXPECT_EQ(catalogue.FindActionByCode(10002), nullptr);
+    EXPECT_EQ(catalogue.FindActionByCode(10001), sameCode.get());
+    EXPECT_EQ(catalogue.FindActionByName(u"fIrSt"), first.get());
+    EXPECT_EQ(catalogue.FindActionByIndex(0), first.get());
+    EXPECT_EQ(catalogue.FindActionByIndex(1), sameCode.get());
+    EXPECT_EQ(catalogue.FindActionByIndex(2), nullptr);
+}
+
+TEST(Catalogue, RegistrationOfTheRest)
+{
+    TOrvActionCatalogue catalogue;
+    const auto parameter = Ulmo::MakeCounted<TOrvParameterInternalInfo>(u"Note", 5u, 0u, 5u, 0u, 0u);
+    const auto again = Ulmo::MakeCounted<TOrvParameterInternalInfo>(u"NOTE", 2u, 0u, 5u, 0u, 0u);
+    catalogue.RegisterGeneralParameter(parameter);
+    catalogue.RegisterGeneralParameter(again);
+    EXPECT_EQ(catalogue.FindGeneralParameter(u"nOTE"), parameter.get());
+    EXPECT_EQ(catalogue.GeneralParameters().size(), 1u);
+
+    const auto value = Ulmo::MakeCounted<TOrvEnumInternalInfo>(u"One", 0x1500u, 1u);
+    const auto other = Ulmo::MakeCounted<TOrvEnumInternalInfo>(u"Uno", 0x1500u, 1u);
+    catalogue.RegisterEnumValue(value);
+    catalogue.RegisterEnumValue(other);
+    EXPECT_EQ(catalogue.FindEnumValue(0x1500, 1), value.get());
+
+    catalogue.RegisterEnumType(u"colour", 0x500);
+    catalogue.RegisterEnumType(u"colour", 0x600);
+    EXPECT_EQ(catalogue.FindEnumTypeId(u"Colour"), 0x1500u);
+    EXPECT_EQ(catalogue.FindEnumTypeId(u"Shade"), 0u);
+}
+
+TEST(Catalogue, NamesOutsideAsciiAreFoundInAnyCase)
+{
+    TOrvActionCatalogue catalogue;
+    const ActionPtr action = NewAction(u"\u00c4rger\u0416", 10001);
+    catalogue.RegisterAction(action);
+    EXPECT_EQ(catalogue.FindActionByName(u"\u00e4RGER\u0436"), action.get());
+    EXPECT_EQ(catalogue.FindActionByName(u"aerger"), nullptr);
+    EXPECT_EQ(catalogue.FindActionByName(u""), nullptr);
+}
+
+TEST(Catalogue, ManyNamesKeepApart)
+{
+    TOrvActionCatalogue catalogue;
+    std::vector<ActionPtr> actions;
+    for (std::uint32_t i = 0; i < 1000; ++i) {
+        std::u16string name = u"Action";
+        for (std::uint32_t rest = i; rest != 0; rest /= 7) name += static_cast<char16_t>(u'a' + rest % 7);
+        actions.push_back(NewAction(name, 10000 + i));
+        catalogue.RegisterAction(actions.back());
+    }
+    for (const ActionPtr& action : actions) {
+        EXPECT_EQ(catalogue.FindActionByName(action->NameW.view()), action.get());
+        EXPECT_EQ(catalogue.FindActionByCode(action->Code), action.get());
+    }
+}
+
+TEST(Catalogue, ParametersAreFoundAndWalkedInBothOrders)
+{
+    const ActionPtr action = NewAction(u"Ordered", 10001);
+    for (const auto* name : {u"Zeta", u"alpha", u"Mid"}) {
+        action->AddParameter(TOrvParameterInternalInfo(name, 5, 0, 5, 0, 0));
+    }
+    EXPECT_EQ(action->KeyOrder(), (std::vector<std::uint16_t>{1, 2, 0}));
+    EXPECT_EQ(action->FindParameter(u"ZETA"), 0u);
+    EXPECT_EQ(action->FindParameter(u"Alpha"), 1u);
+    EXPECT_EQ(action->FindParameter(u"Zet"), TOrvActionInternalInfo::kNotFound);
+}
+
+// What the built-in table promises to every other piece.
+TEST(BuiltinCatalogue, IsComplete)
+{
+    const TOrvActionCatalogue& catalogue = Catalogue();
+    EXPECT_EQ(catalogue.ClassesByName().size(), 23u);
+    ASSERT_EQ(catalogue.ActionsByName().size(), 429u);
+    EXPECT_EQ(catalogue.GeneralParameters().size(), 13u);
+    EXPECT_EQ(catalogue.FindActionByIndex(0)->NameW.view(), u"ABCConnect");
+    std::uint32_t index = 0;
+    for (const auto& [key, action] : catalogue.ActionsByName()) {
+        EXPECT_EQ(action->InternalIndex, index++);
+        EXPECT_NE(action->Class.get(), nullptr);
+        EXPECT_EQ(catalogue.FindActionByCode(action->Code), action.get());
+        EXPECT_GT(action->Code, 1000u);
+        for (const TOrvParameterInternalInfo& parameter : action->Parameters) {
+            EXPECT_TRUE(parameter.Type >= 1 && parameter.Type <= 12);
+            EXPECT_EQ(&action->Parameters[action->FindParameter(parameter.LowerName.view())], &parameter);
+        }
+    }
+    ASSERT_NE(catalogue.EventInfo(), nullptr);
+    EXPECT_EQ(catalogue.EventInfo()->Parameters.size(), 20u);
+    EXPECT_EQ(catalogue.FindActionByName(u"GeneralEventInfo"), nullptr);
+    EXPECT_EQ(catalogue.FindActionByCode(0), nullptr);
+    EXPECT_EQ(catalogue.FindGeneralParameter(u"comment")->Priority, 8u);
+    EXPECT_EQ(catalogue.FindEnumValue(kBooleanEnum, 1)->NativePlain.W.view(), u"True");
+    EXPECT_EQ(catalogue.FindEnumTypeId(u"plcclienttype"), 4136u);
+}
+
+TEST(BuiltinCatalogue, TextsFollowTheSwitch)
+{
+    const TOrvActionInternalInfo& action = *Catalogue().FindActionByName(u"SystemStarted");
+    EXPECT_EQ(action.Plain().W.view(), u"System started");
+    EXPECT_EQ(action.Plain().U.view(), "System started");
+    Settings::NativeTranslation = 0;
+    EXPECT_EQ(action.Plain().W.view(), u"SystemStarted");
+    EXPECT_EQ(action.Description.W.view(), u"This action will be fired only once at the system start-up.");
+    Settings::NativeTranslation = 1;
+}
+
+TEST(Entries, TextsAreKeptInAllForms)
+{
+    const ActionPtr action = NewAction(u"Plain", 10001);
+    EXPECT_EQ(action->NativePlain.U.view(), "Plain");
+    EXPECT_EQ(action->Description.W.view(), u"Plain");
+    action->WriteTexts(u"T\u00fcr", u"");
+    EXPECT_EQ(action->NativePlain.W.view(), u"T\u00fcr");
+    EXPECT_EQ(action->NativePlain.U.view(), "T\xc3\xbcr");
+    EXPECT_EQ(action->NeutralPlain.W.view(), u"Plain");
+    EXPECT_EQ(action->Description.W.view(), u"Plain");
+}
+
+TEST(NameTables, TypesViewsAndColumns)
+{
+    const struct {
+        std::u16string_view name;
+        std::uint32_t type;
+    } types[] = {{u"Bool", 1}, {u"bOOLEAN", 1}, {u"__int64", 3}, {u"Float", 4}, {u"TPlcRect", 11},
+                 {u"PlcClientType", 2}, {u"ResultDataSet", 2}, {u"", 2}};
+    for (const auto& row : types) EXPECT_EQ(ParameterTypeFromName(row.name), row.type);
+    EXPECT_EQ(ViewFromName(u"absource"), 26u);
+    EXPECT_EQ(ViewFromName(u"HardwareModule"), 22u);
+    EXPECT_EQ(ViewFromName(u"nothing"), 0u);
+
+    const struct {
+        std::u16string_view text;
+        std::uint32_t mask;
+    } columns[] = {{u"Int32_A|Int64_A", 0x11}, {u"int32_a", 1}, {u"Int32_A|", 0}, {u"Int32_A|None", 0},
+                   {u"Int32_A|what|Time_B", 0x8001}, {u"what", 0}, {u"|", 0}, {u"", 0}, {u"WindowsUser", 0x80000}};
+    for (const auto& row : columns) EXPECT_EQ(ColumnsFromText(row.text), row.mask);
+    EXPECT_EQ(ColumnsToText(0x111), u"Int32_A|Int64_A|String_A");
+}
+
+TEST(NameTables, PublicTypes)
+{
+    EXPECT_EQ(PublicType(1, 0), 5u);
+    EXPECT_EQ(PublicType(2, 0), 0u);
+    EXPECT_EQ(PublicType(2, kBooleanEnum), 5u);
+    EXPECT_EQ(PublicType(2, 4136), 50u);
+    EXPECT_EQ(PublicType(12, 0), 102u);
+    EXPECT_EQ(PublicType(13, 0), kPublicTypeUnknown);
+    EXPECT_EQ(EnumIdFromPublicType(50), 4136u);
+    EXPECT_EQ(EnumIdFromPublicType(5), kBooleanEnum);
+}
+
+}  // namespace
+}  // namespace OrvPLC
