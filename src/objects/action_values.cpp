@@ -1,0 +1,146 @@
+// The typed reads and writes of an action's parameters.
+//
+// A read answers whether the parameter is present; a value that does not convert leaves the output as it was.
+#include "objects/action.h"
+#include "platform/system_string.h"
+
+namespace OrvPLC {
+
+bool TOrvAction::GetBoolean(const OrvWChar* name, OrvBool* value)
+{
+    const TOrvParameter* found = parameters_.Find(TerminatedView(name));
+    bool truth = false;
+    if (found && found->ReadBoolean(truth)) *value = truth;
+    return found != nullptr;
+}
+
+bool TOrvAction::GetInt32(const OrvWChar* name, std::int32_t* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadInt32);
+}
+
+bool TOrvAction::GetInt64(const OrvWChar* name, std::int64_t* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadInt64);
+}
+
+bool TOrvAction::GetDouble(const OrvWChar* name, double* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadDouble);
+}
+
+bool TOrvAction::GetString(const OrvWChar* name, OrvBStr* value)
+{
+    TOrvParameter* found = parameters_.Find(TerminatedView(name));
+    if (found) *value = reinterpret_cast<OrvBStr>(Platform::NewSystemString(found->MakeWideText()));
+    return found != nullptr;
+}
+
+bool TOrvAction::GetDateTime(const OrvWChar* name, TUlmoDateTime* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadDateTime);
+}
+
+bool TOrvAction::GetGuid(const OrvWChar* name, TOrvGuid* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadGuid);
+}
+
+bool TOrvAction::GetEventType(const OrvWChar* name, TOrvEventTypeValue* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadEventType);
+}
+
+bool TOrvAction::GetMediaChannel(const OrvWChar* name, TOrvChannelValue* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadMediaChannel);
+}
+
+bool TOrvAction::GetResource(const OrvWChar* name, TOrvResourceValue* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadResource);
+}
+
+bool TOrvAction::GetRect(const OrvWChar* name, std::int64_t* value)
+{
+    return Get(name, *value, &TOrvParameter::ReadRect);
+}
+
+bool TOrvAction::GetResultDataSet(const OrvWChar* name, const TOrvResultDataItem** items, std::uint64_t* count)
+{
+    TOrvParameter* found = parameters_.Find(TerminatedView(name));
+    TOrvResultDataList list{};
+    if (found && found->ReadResultDataSet(list)) {
+        *items = list.items;
+        *count = list.count;
+    }
+    return found != nullptr;
+}
+
+void TOrvAction::SetBoolean(const OrvWChar* name, OrvBool value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetBoolean(value != 0); });
+}
+
+void TOrvAction::SetInt32(const OrvWChar* name, std::int32_t value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetInt32(value); });
+}
+
+void TOrvAction::SetInt64(const OrvWChar* name, const std::int64_t* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetInt64(*value); });
+}
+
+void TOrvAction::SetDouble(const OrvWChar* name, const double* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetDouble(*value); });
+}
+
+void TOrvAction::SetString(const OrvWChar* name, const OrvWChar* value)
+{
+    if (!value) return RemoveParameter(name);
+    Put(name, [&](TOrvParameter& p) { p.SetString(TerminatedView(value)); });
+}
+
+void TOrvAction::SetDateTime(const OrvWChar* name, const TUlmoDateTime* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetDateTime(*value); });
+}
+
+void TOrvAction::SetGuid(const OrvWChar* name, const TOrvGuid* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetGuid(*value); });
+}
+
+void TOrvAction::SetEventType(const OrvWChar* name, const TOrvEventTypeValue* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetEventType(value->id, TerminatedView(value->name)); });
+}
+
+void TOrvAction::SetMediaChannel(const OrvWChar* name, const TOrvChannelValue* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetMediaChannel(value->id, value->number, TerminatedView(value->name)); });
+}
+
+void TOrvAction::SetResource(const OrvWChar* name, const TOrvResourceValue* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetResource(value->guid, TerminatedView(value->name)); });
+}
+
+void TOrvAction::SetRect(const OrvWChar* name, const std::int64_t* value)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetRect(*value); });
+}
+
+void TOrvAction::SetResultDataSet(const OrvWChar* name, const TOrvResultDataItem* items, std::uint64_t count)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetResultDataSet(items, static_cast<std::size_t>(count)); });
+}
+
+void TOrvAction::SetEnum(const OrvWChar* name, std::int32_t value, std::uint32_t enumType)
+{
+    Put(name, [&](TOrvParameter& p) { p.SetInt32(value, enumType); });
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,112 @@
+#include "objects/message.h"
+
+#include <cstring>
+
+#include "platform/debug_output.h"
+#include "platform/marshaler.h"
+#include "ulmo/string_conversion.h"
+
+namespace OrvPLC {
+
+namespace {
+
+constexpr std::int32_t kNoInterface = static_cast<std::int32_t>(0x80004002);
+constexpr std::int32_t kNullPointer = static_cast<std::int32_t>(0x80004003);
+constexpr TOrvGuid kMarshal = {3, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+
+// At the end of the library a leak is told to whoever listens, and nothing else: no object is reclaimed.
+struct OpenObjectCounter {
+    std::atomic<std::uint32_t> count{0};
+
+    ~OpenObjectCounter()
+    {
+        if (count != 0) Platform::WriteDebug(u"OrvActionsDLL: some actions/messages are not destroyed!\n");
+    }
+};
+OpenObjectCounter openObjects;
+
+bool Same(const TOrvGuid& a, const TOrvGuid& b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+}  // namespace
+
+std::uint32_t OpenObjects()
+{
+    return openObjects.count.load(std::memory_order_relaxed);
+}
+
+std::u16string_view TerminatedView(const OrvWChar* text)
+{
+    if (!text) return {};
+    return {Units(text), Ulmo::TerminatedLength(Units(text))};
+}
+
+TOrvMessage::TOrvMessage(std::uint32_t kind, ParameterName name, std::uint32_t count)
+    : kind_(kind), count_(count), name_(std::move(name))
+{
+    openObjects.count.fetch_add(1, std::memory_order_relaxed);
+}
+
+TOrvMessage::~TOrvMessage()
+{
+    if (void* marshaler = marshaler_.load(std::memory_order_acquire)) static_cast<OrvUnknown*>(marshaler)->Release();
+    openObjects.count.fetch_sub(1, std::memory_order_relaxed);
+}
+
+std::int32_t TOrvMessage::QueryInterface(const TOrvGuid& id, void** object)
+{
+    if (!object) return kNullPointer;
+    *object = nullptr;
+    if (Same(id, ORV_IID_ITalvecJson)) {
+        *object = static_cast<ITalvecJson*>(this);
+    } else if (Same(id, ORV_IID_IUnknown) || Same(id, ORV_IID_ITalvecMessage) || Supports(id)) {
+        *object = static_cast<ITalvecMatchAction*>(this);
+    } else {
+        return Same(id, kMarshal) && OffersMarshaler() ? QueryMarshaler(id, object) : kNoInterface;
+    }
+    AddRef();
+    return 0;
+}
+
+std::uint32_t TOrvMessage::AddRef()
+{
+    return count_.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+std::uint32_t TOrvMessage::Release()
+{
+    // A holder of the only reference needs no locked instruction: nobody else can take or give up one meanwhile.
+    if (count_.load(std::memory_order_acquire) == 1) {
+        count_.store(0, std::memory_order_relaxed);
+        delete this;
+        return 0;
+    }
+    const std::uint32_t left = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    if (left == 0) delete this;
+    return left;
+}
+
+std::int32_t TOrvMessage::QueryMarshaler(const TOrvGuid& id, void** object)
+{
+    void* marshaler = marshaler_.load(std::memory_order_acquire);
+    if (!marshaler) {
+        void* made = Platform::CreateFreeThreadedMarshaler(static_cast<ITalvecMatchAction*>(this));
+        if (!made) return kNoInterface;
+        if (marshaler_.compare_exchange_strong(marshaler, made, std::memory_order_acq_rel)) {
+            marshaler = made;
+        } else {
+            static_cast<OrvUnknown*>(made)->Release();
+        }
+    }
+    return static_cast<OrvUnknown*>(marshaler)->QueryInterface(id, object);
+}
+
+const char* TOrvMessage::NarrowName()
+{
+    if (!narrowName_) narrowName_ = std::make_unique<std::string>(Ulmo::AnsiFromWide(Name()));
+    return narrowName_->c_str();
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,221 @@
+// Reading a value as another kind, and turning it into one.
+#include "objects/parameter.h"
+
+#include <limits>
+#include <utility>
+
+#include "ulmo/date_time.h"
+#include "ulmo/number_text.h"
+
+namespace OrvPLC {
+
+namespace {
+
+// Doubles outside the range of the target stop at its limits and NaN gives 0: the plain cast would be undefined there.
+template <class Integer>
+Integer Truncate(double value)
+{
+    constexpr auto low = std::numeric_limits<Integer>::min();
+    constexpr auto high = std::numeric_limits<Integer>::max();
+    if (!(value == value)) return 0;
+    if (value <= static_cast<double>(low)) return low;
+    if (value >= static_cast<double>(high)) return high;
+    return static_cast<Integer>(value);
+}
+
+const OrvWChar* BoundaryText(const std::u16string& text)
+{
+    return reinterpret_cast<const OrvWChar*>(text.c_str());
+}
+
+}  // namespace
+
+bool TOrvParameter::ReadBoolean(bool& value) const
+{
+    switch (kind_) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit: value = small_ != 0; return true;
+    case ORV_KIND_Numeric64Bit:
+    case ORV_KIND_DateTime: value = large_ != 0; return true;
+    case ORV_KIND_NumericDouble: value = real_ != 0.0; return true;
+    case ORV_KIND_String:
+    case ORV_KIND_EventType:
+    case ORV_KIND_MediaChannel:
+    case ORV_KIND_Resource:
+    case ORV_KIND_ResultDataSet: value = !wide_.empty(); return true;
+    default: return false;
+    }
+}
+
+bool TOrvParameter::ReadInt32(std::int32_t& value) const
+{
+    switch (kind_) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit:
+    case ORV_KIND_MediaChannel: value = small_; return true;
+    case ORV_KIND_Numeric64Bit: value = static_cast<std::int32_t>(large_ & 0xFFFFFFFF); return true;
+    case ORV_KIND_NumericDouble: value = Truncate<std::int32_t>(real_); return true;
+    case ORV_KIND_String: value = Ulmo::ScanInt32(wide_); return true;
+    case ORV_KIND_DateTime: value = large_ != 0; return true;
+    default: return false;
+    }
+}
+
+bool TOrvParameter::ReadInt64(std::int64_t& value) const
+{
+    switch (kind_) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit: value = small_; return true;
+    case ORV_KIND_Numeric64Bit:
+    case ORV_KIND_EventType:
+    case ORV_KIND_MediaChannel:
+    case ORV_KIND_Rect: value = large_; return true;
+    case ORV_KIND_NumericDouble: value = Truncate<std::int64_t>(real_); return true;
+    case ORV_KIND_String: value = Ulmo::ScanInt64(wide_); return true;
+    case ORV_KIND_DateTime: value = large_ != 0; return true;
+    default: return false;
+    }
+}
+
+bool TOrvParameter::ReadDouble(double& value) const
+{
+    switch (kind_) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit: value = small_; return true;
+    case ORV_KIND_Numeric64Bit: value = static_cast<double>(large_); return true;
+    case ORV_KIND_NumericDouble: value = real_; return true;
+    case ORV_KIND_String: value = Ulmo::ScanDouble(wide_); return true;
+    case ORV_KIND_DateTime: value = large_ != 0 ? 1.0 : 0.0; return true;
+    default: return false;
+    }
+}
+
+bool TOrvParameter::ReadDateTime(TUlmoDateTime& value) const
+{
+    if (kind_ == ORV_KIND_Numeric64Bit || kind_ == ORV_KIND_DateTime) {
+        value = DateTime();
+        return true;
+    }
+    if (kind_ != ORV_KIND_String) return false;
+    const auto parsed = Ulmo::TryFromText(wide_);
+    if (parsed) value = *parsed;
+    return parsed.has_value();
+}
+
+bool TOrvParameter::ReadGuid(TOrvGuid& value) const
+{
+    if (kind_ != ORV_KIND_Guid && kind_ != ORV_KIND_Resource) return false;
+    value = guid_;
+    return true;
+}
+
+bool TOrvParameter::ReadRect(std::int64_t& packed) const
+{
+    if (kind_ != ORV_KIND_Numeric64Bit && kind_ != ORV_KIND_Rect) return false;
+    packed = large_;
+    return true;
+}
+
+bool TOrvParameter::ReadEventType(TOrvEventTypeValue& value) const
+{
+    if (kind_ != ORV_KIND_EventType) return false;
+    value.id = static_cast<std::uint64_t>(large_);
+    value.name = BoundaryText(wide_);
+    return true;
+}
+
+bool TOrvParameter::ReadMediaChannel(TOrvChannelValue& value) const
+{
+    if (kind_ != ORV_KIND_MediaChannel) return false;
+    value.id = static_cast<std::uint64_t>(large_);
+    value.name = BoundaryText(wide_);
+    value.number = static_cast<std::uint32_t>(small_);
+    return true;
+}
+
+bool TOrvParameter::ReadResource(TOrvResourceValue& value) const
+{
+    if (kind_ != ORV_KIND_Resource) return false;
+    value.guid = guid_;
+    value.name = BoundaryText(wide_);
+    return true;
+}
+
+bool TOrvParameter::Retype(std::uint32_t kind, std::uint32_t enumType)
+{
+    if (kind != kind_ && !ConvertTo(kind)) return false;
+    SetKindAndEnum(kind, enumType);
+    return true;
+}
+
+bool TOrvParameter::ConvertTo(std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_KIND_Boolean: {
+        bool truth = false;
+        if (!ReadBoolean(truth)) return false;
+        small_ = truth;
+        return true;
+    }
+    case ORV_KIND_Numeric32Bit: return ReadInt32(small_);
+    case ORV_KIND_Numeric64Bit: return ReadInt64(large_);
+    case ORV_KIND_NumericDouble: return ReadDouble(real_);
+    case ORV_KIND_String: {
+        std::u16string text;
+        if (!AppendText(text)) return false;
+        wide_ = std::move(text);
+        return true;
+    }
+    case ORV_KIND_DateTime: return ConvertToDateTime();
+    case ORV_KIND_Guid: return kind_ == ORV_KIND_Resource;
+    case ORV_KIND_EventType: return ConvertToEventType();
+    case ORV_KIND_MediaChannel: return ConvertToMediaChannel();
+    case ORV_KIND_Resource: return ConvertToResource();
+    case ORV_KIND_Rect: return kind_ == ORV_KIND_Numeric64Bit;
+    case ORV_KIND_ResultDataSet: return kind_ == ORV_KIND_String;
+    default: return false;
+    }
+}
+
+bool TOrvParameter::ConvertToDateTime()
+{
+    TUlmoDateTime value{};
+    if (!ReadDateTime(value)) return false;
+    large_ = static_cast<std::int64_t>(value.value);
+    return true;
+}
+
+bool TOrvParameter::ConvertToEventType()
+{
+    if (kind_ == ORV_KIND_Numeric32Bit) {
+        large_ = small_;
+    } else if (kind_ != ORV_KIND_String) {
+        return false;
+    }
+    small_ = 0;
+    return true;
+}
+
+bool TOrvParameter::ConvertToMediaChannel()
+{
+    switch (kind_) {
+    case ORV_KIND_Numeric32Bit: wide_.clear(); break;
+    case ORV_KIND_Numeric64Bit:
+        small_ = static_cast<std::int32_t>(large_ & 0xFFFFFFFF);
+        wide_.clear();
+        break;
+    case ORV_KIND_String: small_ = 0; break;
+    default: return false;
+    }
+    large_ = 0;
+    return true;
+}
+
+bool TOrvParameter::ConvertToResource()
+{
+    if (kind_ != ORV_KIND_String) return false;
+    guid_ = {};
+    return true;
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,159 @@
+// The parameters of one action: a map from lower-cased name to value that is walked in the order of its keys, unit by
+// unit, or in the order in which the catalogue declares them.
+//
+// A parameter that the catalogue declares lives in a slot of its own, found by its position in the declaration, without
+// a key of its own. The slots are part of the action's one block of memory. Any other parameter is a node of its own
+// in a sorted index. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "catalogue/entries.h"
+#include "objects/parameter.h"
+
+namespace OrvPLC {
+
+class ParameterMap {
+public:
+    // Declared parameters behind this position live in nodes; no built-in action has as many.
+    static constexpr std::size_t kMaximumSlots = 64;
+    static constexpr std::size_t kNotFound = TOrvActionInternalInfo::kNotFound;
+    static std::size_t SlotCount(const TOrvActionInternalInfo* entry);
+
+    // `entry` may be null; `slots` is raw memory for SlotCount(entry) values.
+    ParameterMap(const TOrvActionInternalInfo* entry, void* slots);
+    ParameterMap(const ParameterMap&) = delete;
+    ParameterMap& operator=(const ParameterMap&) = delete;
+    ~ParameterMap();
+
+    std::size_t Size() const noexcept;
+
+    TOrvParameter* Find(std::u16string_view name);  // any case; null when absent
+    const TOrvParameter* Find(std::u16string_view name) const { return const_cast<ParameterMap*>(this)->Find(name); }
+    TOrvParameter* FindDeclared(std::size_t position);  // by position in the entry's declaration
+    const TOrvParameter* FindDeclared(std::size_t position) const
+    {
+        return const_cast<ParameterMap*>(this)->FindDeclared(position);
+    }
+
+    // Stores a new value under this name, in place of any that was there. `fill` gets it with kind 0 and sets it; it may
+    // read texts of the value that goes. If it fails the map is as it was.
+    template <class Fill>
+    void Store(std::u16string_view name, Fill&& fill);
+    template <class Fill>
+    void StoreDeclared(std::size_t position, Fill&& fill);  // under the catalogue's spelling
+    void Put(TOrvParameter value);                          // under its own name
+    bool Remove(std::u16string_view name);
+
+    // Calls visit(key, value) for each parameter, in key order.
+    template <class Visit>
+    void ForEachByKey(Visit&& visit) const;
+    // Calls visit(value, position) for each declared parameter that is present, in declaration order, then
+    // visit(value, kNotFound) for the others in key order.
+    template <class Visit>
+    void ForEachDeclaredFirst(Visit&& visit) const;
+
+    bool SameContent(const ParameterMap& other) const;  // keys and values
+    void CopyFrom(const ParameterMap& other);           // this map is empty
+
+private:
+    struct Node {
+        std::u16string key;
+        TOrvParameter value;
+    };
+    using Nodes = std::vector<std::unique_ptr<Node>>;
+
+    TOrvParameter& Slot(std::size_t position) const { return slots_[position]; }
+    bool Has(std::size_t position) const { return (present_ >> position) & 1; }
+    std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
+    ParameterName NameAt(std::size_t position, std::u16string_view name) const;
+    template <class Fill>
+    void StoreInSlot(std::size_t position, ParameterName name, Fill&& fill);
+    void StoreInNode(TOrvParameter value);
+    Nodes::const_iterator NodePlace(std::u16string_view key) const;  // the first node that is not below the key
+    Nodes::const_iterator FindNode(std::u16string_view key) const;   // by lower-cased name; end() when absent
+
+    const TOrvActionInternalInfo* entry_;
+    TOrvParameter* slots_;
+    std::size_t slotCount_;
+    std::uint64_t present_ = 0;  // a bit a slot
+    Nodes nodes_;                // sorted by key
+};
+
+template <class Fill>
+void ParameterMap::Store(std::u16string_view name, Fill&& fill)
+{
+    const std::size_t position = DeclaredSlot(name);
+    if (position != kNotFound) return StoreInSlot(position, NameAt(position, name), fill);
+    TOrvParameter value(ParameterName::Copy(name));
+    fill(value);
+    StoreInNode(std::move(value));
+}
+
+template <class Fill>
+void ParameterMap::StoreDeclared(std::size_t position, Fill&& fill)
+{
+    const std::u16string_view name = entry_->Parameters[position].NameW.view();
+    if (position >= slotCount_) return Store(name, fill);
+    StoreInSlot(position, ParameterName::Shared(name), fill);
+}
+
+template <class Fill>
+void ParameterMap::StoreInSlot(std::size_t position, ParameterName name, Fill&& fill)
+{
+    if (Has(position)) {
+        TOrvParameter value(std::move(name));
+        fill(value);
+        Slot(position) = std::move(value);
+        return;
+    }
+    TOrvParameter* slot = new (&Slot(position)) TOrvParameter(std::move(name));
+    try {
+        fill(*slot);
+    } catch (...) {
+        slot->~TOrvParameter();
+        throw;
+    }
+    present_ |= std::uint64_t{1} << position;
+}
+
+template <class Visit>
+void ParameterMap::ForEachByKey(Visit&& visit) const
+{
+    auto node = nodes_.begin();
+    if (present_ != 0) {
+        for (const std::uint16_t position : entry_->KeyOrder()) {
+            if (position >= kMaximumSlots || !Has(position)) continue;
+            const std::u16string_view key = entry_->Parameters[position].LowerName.view();
+            for (; node != nodes_.end() && (*node)->key < key; ++node) visit((*node)->key, (*node)->value);
+            visit(key, Slot(position));
+        }
+    }
+    for (; node != nodes_.end(); ++node) visit((*node)->key, (*node)->value);
+}
+
+template <class Visit>
+void ParameterMap::ForEachDeclaredFirst(Visit&& visit) const
+{
+    for (std::size_t position = 0; position < slotCount_; ++position) {
+        if (Has(position)) visit(Slot(position), position);
+    }
+    if (nodes_.empty()) return;
+    // Declared parameters past the slots are nodes, yet have their place in the declaration.
+    const std::size_t declared = entry_ ? entry_->Parameters.size() : 0;
+    for (std::size_t position = slotCount_; position < declared; ++position) {
+        if (const TOrvParameter* value = FindDeclared(position)) visit(*value, position);
+    }
+    for (const auto& node : nodes_) {
+        if (entry_ && entry_->FindParameter(node->key) != kNotFound) continue;
+        visit(node->value, kNotFound);
+    }
+}
+
+}  // namespace OrvPLC
