@@ -1,0 +1,37 @@
+#include "platform/posix/user_locale.h"
+
+#include <algorithm>
+#include <array>
+#include <langinfo.h>
+#include <string_view>
+
+namespace Platform {
+
+namespace {
+
+locale_t MakeUserLocale() {
+    const locale_t user = newlocale(LC_ALL_MASK, "", nullptr);
+    return user ? user : newlocale(LC_ALL_MASK, "C", nullptr);
+}
+
+const char* FindUserCodeset() {
+    static constexpr std::array<std::string_view, 5> kReadAsUtf8 = {"UTF-8", "utf8", "ANSI_X3.4-1968", "US-ASCII",
+                                                                    "ASCII"};
+    const char* codeset = nl_langinfo_l(CODESET, UserLocale());
+    const bool utf8 = std::find(kReadAsUtf8.begin(), kReadAsUtf8.end(), codeset) != kReadAsUtf8.end();
+    return utf8 ? nullptr : codeset;
+}
+
+}  // namespace
+
+locale_t UserLocale() {
+    static const locale_t locale = MakeUserLocale();
+    return locale;
+}
+
+const char* UserCodeset() {
+    static const char* const codeset = FindUserCodeset();
+    return codeset;
+}
+
+}  // namespace Platform

@@ -1,0 +1,31 @@
+// One pointer a thread, with a hook that runs when a thread ends.
+//
+// Not thread_local: inside a MinGW DLL a thread_local with a destructor crashes at thread end and at unload, whereas a
+// system slot that holds a plain block survives both.
+#pragma once
+
+namespace Platform {
+
+class ThreadSlot {
+public:
+    using ThreadEnd = void (*)(void* block);
+
+    // Takes a slot. Without one (the system has run out) every Get gives null and every Set false.
+    // `threadEnd` gets the block of each thread that ends with one. On Windows the library's entry point must report
+    // the end of threads with ThreadEnded(); on Linux the system calls the hook itself.
+    explicit ThreadSlot(ThreadEnd threadEnd);
+    ThreadSlot(const ThreadSlot&) = delete;
+    ThreadSlot& operator=(const ThreadSlot&) = delete;
+
+    void* Get() const;
+    bool Set(void* block);
+    void ThreadEnded();  // runs the hook for the calling thread and clears its slot
+    void Free();         // gives the slot back; the blocks of living threads are not freed
+
+private:
+    ThreadEnd threadEnd_;
+    unsigned long index_;
+    bool allocated_;
+};
+
+}  // namespace Platform

@@ -1,0 +1,27 @@
+// The last 512 failures of the process, for post-mortem analysis. Nothing in the library reads it; a debugger does.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ulmo/exceptions.h"
+
+namespace Ulmo::ExceptionHistory {
+
+inline constexpr std::size_t kLimit = 512;
+
+// Start and End bracket the life of the queue; in front of Start and behind End failures are not remembered. The
+// library calls them when it is loaded and unloaded. Start after Start changes nothing.
+void Start();
+void End();
+
+// Called by the constructor of the base class, so that the name kept is "Ulmo::UlmoException" and the copy holds the
+// base's members alone: while a base is being constructed its object has no derived part yet.
+void Remember(const UlmoException& failure);
+
+// A copy of the queue, oldest first: the class name and the failure.
+std::vector<std::pair<std::string, UlmoException>> Snapshot();
+
+}  // namespace Ulmo::ExceptionHistory

@@ -1,0 +1,163 @@
+#include "ulmo/number_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+namespace Ulmo {
+
+namespace {
+
+constexpr int kSignificantDigits = 15;
+
+constexpr std::size_t kLongestNumber = 32;
+
+// Widened in a buffer of its own: appending by iterators of another type makes a temporary string.
+void AppendWidened(std::u16string& output, std::string_view narrow) {
+    char16_t wide[kLongestNumber];
+    output.append(wide, std::copy(narrow.begin(), narrow.end(), wide));
+}
+
+template <class Integer>
+void AppendInteger(std::u16string& output, Integer value) {
+    char text[kLongestNumber];
+    const char* end = std::to_chars(text, text + sizeof text, value).ptr;
+    AppendWidened(output, {text, end});
+}
+
+std::u16string_view WithoutLeadingSpace(std::u16string_view text) {
+    const auto first = std::find_if_not(text.begin(), text.end(),
+                                        [](char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); });
+    text.remove_prefix(static_cast<std::size_t>(first - text.begin()));
+    return text;
+}
+
+bool TakeSign(std::u16string_view& text) {
+    const bool negative = !text.empty() && text.front() == u'-';
+    if (negative || (!text.empty() && text.front() == u'+')) text.remove_prefix(1);
+    return negative;
+}
+
+unsigned DigitValue(char16_t c) {
+    if (c >= u'0' && c <= u'9') return c - u'0';
+    const char16_t lower = c | 0x20;
+    return lower >= u'a' && lower <= u'z' ? lower - u'a' + 10U : 99U;
+}
+
+// The digits of a base as a value of the type, which stops at its limits.
+template <class Integer>
+Integer ReadDigits(std::u16string_view digits, unsigned base, bool negative, bool& inRange) {
+    using Limits = std::numeric_limits<Integer>;
+    const auto most = static_cast<std::uint64_t>(Limits::max()) + (negative ? 1 : 0);
+    std::uint64_t value = 0;
+    inRange = true;
+    for (const char16_t c : digits) {
+        const unsigned digit = DigitValue(c);
+        if (digit >= base) break;
+        inRange = inRange && value <= (most - digit) / base;
+        if (inRange) value = value * base + digit;
+    }
+    if (!inRange) return negative ? Limits::min() : Limits::max();
+    return static_cast<Integer>(negative ? 0 - value : value);
+}
+
+template <class Integer>
+Integer Scan(std::u16string_view text) {
+    text = WithoutLeadingSpace(text);
+    const bool negative = TakeSign(text);
+    bool inRange = true;
+    return ReadDigits<Integer>(text, 10, negative, inRange);
+}
+
+unsigned TakeBase(std::u16string_view& digits) {
+    if (digits.empty() || digits.front() != u'0') return 10;
+    const bool hexadecimal = digits.size() > 2 && (digits[1] | 0x20) == u'x' && DigitValue(digits[2]) < 16;
+    if (hexadecimal) digits.remove_prefix(2);
+    return hexadecimal ? 16 : 8;
+}
+
+template <class Integer>
+Integer Detect(std::u16string_view text, bool& inRange) {
+    text = WithoutLeadingSpace(text);
+    const bool negative = TakeSign(text);
+    const unsigned base = TakeBase(text);
+    return ReadDigits<Integer>(text, base, negative, inRange);
+}
+
+// The part of a text that can belong to a number, narrow.
+std::string NumberPart(std::u16string_view text) {
+    const auto end = std::find_if_not(text.begin(), text.end(), [](char16_t c) {
+        return DigitValue(c) != 99 || c == u'.' || c == u'+' || c == u'-';
+    });
+    std::string narrow(static_cast<std::size_t>(end - text.begin()), '\0');
+    std::transform(text.begin(), end, narrow.begin(), [](char16_t c) { return static_cast<char>(c); });
+    return narrow;
+}
+
+// Whether a number that fits no double is too large, and not too small: the decimal place of its first digit that
+// is not 0.
+bool IsTooLarge(std::string_view number) {
+    const std::size_t exponentMark = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, exponentMark);
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const std::size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
+    const std::string_view exponentText = number.substr(std::min(exponentMark + 1, number.size()));
+    const std::u16string exponent(exponentText.begin(), exponentText.end());
+    const std::int64_t place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    return place + ScanInt32(exponent) > 0;
+}
+
+}  // namespace
+
+void AppendDecimal(std::u16string& output, std::int64_t value) {
+    AppendInteger(output, value);
+}
+
+void AppendUnsigned(std::u16string& output, std::uint64_t value) {
+    AppendInteger(output, value);
+}
+
+void AppendDouble(std::u16string& output, double value, TrailingPoint mode) {
+    char text[kLongestNumber];
+    const char* end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::general, kSignificantDigits).ptr;
+    const std::string_view number(text, end);
+    AppendWidened(output, number);
+    const bool whole = std::isfinite(value) && number.find_first_of(".e") == std::string_view::npos;
+    if (whole && mode == TrailingPoint::Keep) output.append(u".0");
+}
+
+std::int32_t ScanInt32(std::u16string_view text) {
+    return Scan<std::int32_t>(text);
+}
+
+std::int64_t ScanInt64(std::u16string_view text) {
+    return Scan<std::int64_t>(text);
+}
+
+double ScanDouble(std::u16string_view text) {
+    text = WithoutLeadingSpace(text);
+    const bool negative = TakeSign(text);
+    const std::string number = NumberPart(text);
+    if (number.empty() || number.front() == '-') return 0;
+    double value = 0;
+    const std::from_chars_result result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec == std::errc::result_out_of_range) {
+        const std::string_view taken(number.data(), static_cast<std::size_t>(result.ptr - number.data()));
+        value = IsTooLarge(taken) ? std::numeric_limits<double>::infinity() : 0;
+    }
+    return negative ? -value : value;
+}
+
+std::int32_t DetectInt32(std::u16string_view text, bool& inRange) {
+    return Detect<std::int32_t>(text, inRange);
+}
+
+std::int64_t DetectInt64(std::u16string_view text) {
+    bool inRange = true;
+    return Detect<std::int64_t>(text, inRange);
+}
+
+}  // namespace Ulmo

@@ -1,0 +1,33 @@
+// Numbers as text and back, without a locale and the same on every system.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Ulmo {
+
+// Decimal text appended to the output.
+void AppendDecimal(std::u16string& output, std::int64_t value);
+void AppendUnsigned(std::u16string& output, std::uint64_t value);
+
+// How a double without decimal places is written: as a whole number (action text), or with ".0" behind it (JSON).
+enum class TrailingPoint { Drop, Keep };
+
+// A double with 15 significant digits as "%.15g" has it: exponents of at least two digits, no point in front of an
+// exponent. Infinity is "inf" or "-inf", a value that is no number "nan" or "-nan", in both modes.
+void AppendDouble(std::u16string& output, double value, TrailingPoint mode = TrailingPoint::Drop);
+
+// The decimal scans of C: leading white space, a sign, digits up to the first other character. They never fail; no
+// digits give 0, values out of range stop at the limit of the type.
+std::int32_t ScanInt32(std::u16string_view text);
+std::int64_t ScanInt64(std::u16string_view text);
+double ScanDouble(std::u16string_view text);
+
+// C's conversion with base 0: "0x" selects hexadecimal, a leading zero octal, and the digits from the first one that
+// does not fit the base are dropped. `inRange` tells whether the value fits the type; out of range it is the limit.
+std::int32_t DetectInt32(std::u16string_view text, bool& inRange);
+std::int64_t DetectInt64(std::u16string_view text);
+
+}  // namespace Ulmo

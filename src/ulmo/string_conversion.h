@@ -1,0 +1,36 @@
+// Narrow and wide text.
+//
+// Values and XML are UTF-8; texts of the system and of message literals are in the ANSI code page.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Ulmo {
+
+// Each raises SystemException with the name of the system call when the system refuses the conversion. An empty input
+// gives an empty output. Characters without a counterpart become replacement characters. Wide texts of more than
+// 715,827,882 units are refused.
+std::string Utf8FromWide(std::u16string_view text);
+std::u16string WideFromUtf8(std::string_view text);
+std::u16string WideFromAnsi(std::string_view text);
+std::string AnsiFromWide(std::u16string_view text);
+
+// Lower-cased copies and keys. ASCII takes a path without a system call.
+std::u16string LowerCase(std::u16string_view text);
+bool IsLowerCase(std::u16string_view text);  // true when LowerCase would change nothing
+
+// Compares exactly. std::u16string_view's own comparison goes one unit at a time.
+bool SameText(std::u16string_view a, std::u16string_view b);
+// Compares after lower-casing `text`; `lower` is lower-cased already.
+bool EqualsLower(std::u16string_view text, std::u16string_view lower);
+
+// The length of a text that ends in a zero unit, eight units a step.
+std::size_t TerminatedLength(const char16_t* text);
+
+// The size as the 32 bits of an int for a system call. A size above 0xFFFFFFFF gives -1, which such calls take as "up
+// to the terminating zero", and a line in the debug sink.
+int ClipSizeT(std::size_t size);
+
+}  // namespace Ulmo

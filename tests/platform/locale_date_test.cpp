@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/calendar.h"
+#include "platform/system_error.h"
+
+namespace {
+
+using Platform::DateStyle;
+using Platform::SystemTime;
+
+constexpr SystemTime kMoment{2026, 11, 0, 15, 3, 10, 43, 123};
+
+std::u16string Date(DateStyle style) {
+    char16_t buffer[160];
+    return {buffer, Platform::FormatLocaleDate(kMoment, style, buffer)};
+}
+
+std::u16string Time(bool withSeconds) {
+    char16_t buffer[160];
+    return {buffer, Platform::FormatLocaleTime(kMoment, withSeconds, buffer)};
+}
+
+TEST(LocaleDate, ShowsWhatItIsAskedFor) {
+    EXPECT_NE(Date(DateStyle::Short).find(u"26"), std::u16string::npos);
+    EXPECT_NE(Date(DateStyle::Long).find(u"2026"), std::u16string::npos);
+    EXPECT_FALSE(Date(DateStyle::Weekday).empty());
+    EXPECT_EQ(Date(DateStyle::Weekday).find(u"15"), std::u16string::npos);
+    EXPECT_NE(Time(true).find(u"10"), std::u16string::npos);
+    EXPECT_NE(Time(true).find(u"43"), std::u16string::npos);
+    EXPECT_NE(Time(false).find(u"10"), std::u16string::npos);
+    EXPECT_EQ(Time(false).find(u"43"), std::u16string::npos);
+}
+
+TEST(LocaleDate, RefusesWhatDoesNotFitOrExist) {
+    char16_t buffer[160];
+    for (const std::size_t room : {0U, 1U, 3U}) {
+        const std::span<char16_t> small(buffer, room);
+        Platform::SetLastError(0);
+        EXPECT_EQ(Platform::FormatLocaleDate(kMoment, DateStyle::Short, small), 0U);
+        EXPECT_EQ(Platform::LastError(), Platform::kInsufficientBuffer);
+        Platform::SetLastError(0);
+        EXPECT_EQ(Platform::FormatLocaleTime(kMoment, true, small), 0U);
+        EXPECT_EQ(Platform::LastError(), Platform::kInsufficientBuffer);
+    }
+    EXPECT_EQ(Platform::FormatLocaleDate({2026, 2, 0, 30, 0, 0, 0, 0}, DateStyle::Short, buffer), 0U);
+    EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
+    EXPECT_EQ(Platform::FormatLocaleTime({2026, 2, 0, 3, 24, 0, 0, 0}, true, buffer), 0U);
+    EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
+}
+
+}  // namespace

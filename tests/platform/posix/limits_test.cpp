@@ -1,0 +1,76 @@
+// Where our replacements follow the original and Wine does not, or what Windows settles by the system's code page, so
+// that the shared tests cannot ask.
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+#include "platform/calendar.h"
+#include "platform/posix/codeset.h"
+#include "platform/posix/utf8.h"
+#include "platform/system_error.h"
+#include "platform/text.h"
+
+namespace {
+
+TEST(PosixCalendar, RefusesTheLeapDayOfACommonYearAndTheYear30828) {
+    const Platform::SystemTime cases[] = {
+        {2023, 2, 0, 29, 0, 0, 0, 0}, {1900, 2, 0, 29, 0, 0, 0, 0}, {30828, 1, 0, 1, 0, 0, 0, 0}};
+    for (const Platform::SystemTime& time : cases) {
+        std::uint64_t ticks = 0;
+        Platform::SetLastError(0);
+        EXPECT_FALSE(Platform::SystemTimeToFileTime(time, ticks)) << time.year;
+        EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
+    }
+}
+
+TEST(PosixLowering, LeavesCapitalsOutsideTheBasicPlane) {
+    std::u16string text = u"\xD801\xDC00 A";
+    Platform::LowerInPlace(text.data(), text.size());
+    EXPECT_EQ(text, u"\xD801\xDC00 a");
+}
+
+// Each byte that begins no sequence has a replacement of its own.
+TEST(PosixUtf8, ReplacesEachMaximalPart) {
+    struct Case {
+        std::string_view narrow;
+        std::size_t replacements;
+    };
+    const Case cases[] = {{"\xED\xA0\x80", 3}, {"\xF4\x90\x80\x80", 4}, {"\xE0\x80\x80", 3}, {"\xF0\x80", 2},
+                          {"\xE1\x80\xE2\xF0\x91\x92\xF1\xBF", 4}};
+    for (const Case& test : cases) {
+        char16_t wide[16] = {};
+        const std::size_t length = Platform::DecodeUtf8(test.narrow, wide);
+        EXPECT_EQ(std::u16string_view(wide, length), std::u16string(test.replacements, u'\xFFFD'));
+    }
+}
+
+TEST(PosixCodesets, ReplaceWhatDoesNotConvert) {
+    struct Case {
+        const char* codeset;
+        std::string narrow;
+        std::u16string wide;
+        std::string back;
+    };
+    const Case cases[] = {
+        {"ISO-8859-1", "\xC4rger", u"\u00C4rger", "\xC4rger"},
+        {"CP1252", "\x80\x81z", u"\u20AC\uFFFDz", "\x80?z"},
+        {"ISO-8859-15", "", u"", ""},
+        {"EUC-JP", "a\xC6\xFC\xC6", u"a\u65E5\uFFFD", "a\xC6\xFC?"},  // ends inside a character
+        {"CP1252", std::string(2000, '\xE4'), std::u16string(2000, u'\u00E4'), std::string(2000, '\xE4')},
+    };
+    for (const Case& test : cases) {
+        std::u16string wide;
+        std::string back;
+        ASSERT_TRUE(Platform::CodesetToWide(test.codeset, test.narrow, wide));
+        EXPECT_EQ(wide, test.wide) << test.codeset;
+        ASSERT_TRUE(Platform::WideToCodeset(test.codeset, wide, back));
+        EXPECT_EQ(back, test.back) << test.codeset;
+    }
+    std::string narrow;
+    ASSERT_TRUE(Platform::WideToCodeset("ISO-8859-1", u"a\xD83D\xDE00\xD800z", narrow));
+    EXPECT_EQ(narrow, "a??z");  // one for the pair and one for the lone half
+    EXPECT_FALSE(Platform::WideToCodeset("no such codeset", u"a", narrow));
+    EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
+}
+
+}  // namespace

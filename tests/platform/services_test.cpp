@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <thread>
+
+#include "platform/system_error.h"
+#include "platform/system_string.h"
+#include "platform/thread_slot.h"
+#include "platform/type_name.h"
+
+namespace Sample {
+struct Named {};
+namespace Inner {
+template <class T>
+struct Holder {};
+}  // namespace Inner
+}  // namespace Sample
+
+namespace {
+
+TEST(SystemStrings, KeepLengthAndContent) {
+    const std::u16string_view texts[] = {u"", u"a", std::u16string_view(u"a\0b", 3), u"\u00C4 text of some length"};
+    for (const std::u16string_view text : texts) {
+        char16_t* copy = Platform::NewSystemString(text);
+        ASSERT_NE(copy, nullptr);
+        EXPECT_EQ(Platform::SystemStringLength(copy), text.size());
+        EXPECT_EQ(std::u16string_view(copy, text.size()), text);
+        EXPECT_EQ(copy[text.size()], u'\0');
+        std::uint32_t bytes = 0;
+        std::memcpy(&bytes, reinterpret_cast<const char*>(copy) - sizeof bytes, sizeof bytes);
+        EXPECT_EQ(bytes, text.size() * sizeof(char16_t));
+        Platform::FreeSystemString(copy);
+    }
+    EXPECT_EQ(Platform::SystemStringLength(nullptr), 0U);
+    Platform::FreeSystemString(nullptr);
+}
+
+int endedBlocks = 0;
+
+void CountEnd(void* block) {
+    endedBlocks += *static_cast<int*>(block);
+}
+
+// On Linux the system runs the hook at thread end, on Windows the library's entry point does; asked for by hand it
+// must run once on both.
+TEST(ThreadSlot, IsPerThreadAndReportsTheEnd) {
+    Platform::ThreadSlot slot(CountEnd);
+    int mine = 100;
+    int theirs = 1;
+    ASSERT_TRUE(slot.Set(&mine));
+    std::thread([&] {
+        EXPECT_EQ(slot.Get(), nullptr);
+        EXPECT_TRUE(slot.Set(&theirs));
+        EXPECT_EQ(slot.Get(), &theirs);
+        slot.ThreadEnded();
+        EXPECT_EQ(slot.Get(), nullptr);
+    }).join();
+    EXPECT_EQ(endedBlocks, 1);
+    EXPECT_EQ(slot.Get(), &mine);
+    slot.Free();
+    EXPECT_EQ(slot.Get(), nullptr);
+    EXPECT_FALSE(slot.Set(&mine));
+    slot.ThreadEnded();
+    EXPECT_EQ(endedBlocks, 1);
+}
+
+TEST(SystemErrors, HaveTextsWithoutLineBreaks) {
+    const std::uint32_t codes[] = {5, Platform::kInvalidParameter, Platform::kInsufficientBuffer,
+                                   Platform::kNoUnicodeTranslation, Platform::kResultInsufficientBuffer};
+    for (const std::uint32_t code : codes) {
+        const std::u16string text = Platform::SystemErrorText(code);
+        EXPECT_FALSE(text.empty()) << code;
+        EXPECT_EQ(text.find_first_of(u"\r\n"), std::u16string::npos) << code;
+    }
+    EXPECT_EQ(Platform::SystemErrorText(0xDEADBEEF), u"");
+}
+
+TEST(TypeName, IsReadable) {
+    EXPECT_EQ(Platform::TypeName(typeid(Sample::Named)), "Sample::Named");
+    EXPECT_EQ(Platform::TypeName(typeid(Sample::Inner::Holder<int>)), "Sample::Inner::Holder<int>");
+}
+
+}  // namespace
