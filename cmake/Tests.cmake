@@ -11,7 +11,7 @@ function(orv_test_program name)
 endfunction()
 
 set(unit_tests)
-foreach(floor platform ulmo catalogue objects forms match events bridge)
+foreach(floor platform ulmo catalogue objects forms match events bridge frame)
     file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${floor}/*_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/${floor}/${ORV_PLATFORM}/*_test.cpp)
     list(APPEND unit_tests ${tests})
@@ -42,6 +42,13 @@ orv_python_test(exported_symbols tests/exports/test_exported_symbols.py)
 if(ORV_TOOLS)
     orv_python_test(orvact tests/orvact/test_orvact.py)
 endif()
+
+# A host that links nothing of ours.
+add_executable(plain_host ${CMAKE_SOURCE_DIR}/tests/host/plain_host.c)
+target_include_directories(plain_host PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
+target_link_libraries(plain_host PRIVATE ${CMAKE_DL_LIBS})
+add_dependencies(plain_host orv_generated OrvActions)
+add_test(NAME plain_host COMMAND plain_host $<TARGET_FILE:OrvActions>)
 
 # The public header alone, in every language it promises.
 set(header_probe ${CMAKE_BINARY_DIR}/header_probe)

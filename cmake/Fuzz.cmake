@@ -1,0 +1,27 @@
+# Fuzz targets for libFuzzer: fuzz/<subject>_fuzz.cpp, each with its seeds from fuzz/make_<subject>_seeds.cpp.
+if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    message(FATAL_ERROR "The fuzz targets need Clang: use the preset fuzz.")
+endif()
+# The objects are instrumented as well: coverage leads the fuzzer.
+target_compile_options(orv_objects PRIVATE -fsanitize=fuzzer-no-link)
+
+function(orv_inside_program name source)
+    add_executable(${name} ${source} $<TARGET_OBJECTS:orv_objects>)
+    add_dependencies(${name} orv_generated)
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR}
+        ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${name} PRIVATE orv_flags Threads::Threads)
+endfunction()
+
+file(GLOB targets CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/*_fuzz.cpp)
+foreach(source ${targets})
+    get_filename_component(name ${source} NAME_WE)
+    orv_inside_program(${name} ${source})
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endforeach()
+file(GLOB seeds CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/make_*_seeds.cpp)
+foreach(source ${seeds})
+    get_filename_component(name ${source} NAME_WE)
+    orv_inside_program(${name} ${source})
+endforeach()
