@@ -104,9 +104,12 @@ TOrvActionInternalInfo::TOrvActionInternalInfo(const Builtin::ActionRow& row)
 {
     Parameters.reserve(row.parameters.size());
     searchNames_.reserve(row.parameters.size());
+    viewBits_.reserve(row.parameters.size());
     for (const Builtin::ParameterRow& parameter : row.parameters) {
         Parameters.emplace_back(parameter);
         searchNames_.push_back({parameter.name.text.wide, parameter.name.lower});
+        viewBits_.push_back(ViewBit(parameter.view));
+        allViews_ |= viewBits_.back();
     }
     keyOrder_.assign(row.keyOrder.begin(), row.keyOrder.end());
 }
@@ -128,6 +131,8 @@ std::size_t TOrvActionInternalInfo::FindParameter(std::u16string_view name) cons
 void TOrvActionInternalInfo::AddParameter(const TOrvParameterInternalInfo& parameter)
 {
     Parameters.push_back(parameter);
+    viewBits_.push_back(ViewBit(parameter.View));
+    allViews_ |= viewBits_.back();
     const std::size_t position = Parameters.size() - 1;
     // The vector may have moved its entries, whose constants stay where they are but whose own texts are theirs.
     searchNames_.clear();

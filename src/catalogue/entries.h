@@ -13,6 +13,7 @@
 #include "catalogue/builtin_rows.h"
 #include "catalogue/stored_text.h"
 #include "ulmo/reference_count.h"
+#include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 
@@ -85,6 +86,22 @@ public:
 
     // The position of a parameter by its name in any case, kNotFound when the action has none of it.
     std::size_t FindParameter(std::u16string_view name) const;
+    // The first parameter from a position on whose view is in the set, kNotFound when there is none.
+    std::size_t FindView(std::uint32_t views, std::size_t from = 0) const noexcept
+    {
+        if (!(allViews_ & views)) return kNotFound;
+        for (std::size_t position = from; position < viewBits_.size(); ++position) {
+            if (viewBits_[position] & views) return position;
+        }
+        return kNotFound;
+    }
+    // A view as a member of such a set; views from 32 on are members of none.
+    static constexpr std::uint32_t ViewBit(std::uint32_t view) { return view < 32 ? std::uint32_t{1} << view : 0; }
+    // Whether this is the catalogue's spelling of the parameter at a position.
+    bool IsSpelt(std::size_t position, std::u16string_view name) const
+    {
+        return Ulmo::SameText(searchNames_[position].name, name);
+    }
     // Before registration only. At most 65,535 parameters.
     void AddParameter(const TOrvParameterInternalInfo& parameter);
 
@@ -105,6 +122,8 @@ private:
         std::u16string_view lower;
     };
     std::vector<SearchName> searchNames_;
+    std::vector<std::uint32_t> viewBits_;  // side by side for the same reason
+    std::uint32_t allViews_ = 0;
     std::vector<std::uint16_t> keyOrder_;
 };
 

@@ -42,8 +42,8 @@ TOrvAction* TOrvAction::Create(std::u16string_view name, std::uint32_t count)
 
 TOrvAction* TOrvAction::Create(const TOrvActionInternalInfo& entry, std::uint32_t count)
 {
-    // By name once more: an entry that lost its name to an older one is still an action of that older entry.
-    return Create(entry.NameW.view(), count);
+    // A name that is registered leads to its own entry, so there is nothing to look up.
+    return Make(ParameterName::Shared(entry.NameW.view()), count, &entry);
 }
 
 TOrvMessage* TOrvAction::Clone() const

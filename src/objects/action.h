@@ -81,6 +81,7 @@ public:
     const TOrvActionInternalInfo* Entry() const noexcept { return entry_; }  // may be null
     ParameterMap& Parameters() noexcept { return parameters_; }
     const ParameterMap& Parameters() const noexcept { return parameters_; }
+    TOrvChannelValue& Scratch() noexcept { return scratch_; }  // what the role accessors hand out
 
     // The match action's description, which the text and binary forms write ahead of the parameters; null for others.
     virtual const TOrvParameter* DescriptionParameter() const { return nullptr; }
@@ -117,7 +118,13 @@ private:
 
     const TOrvActionInternalInfo* entry_;
     ParameterMap parameters_;
-    TOrvChannelValue scratch_{};  // what the role accessors hand out
+    TOrvChannelValue scratch_{};
 };
+
+// Every object of this library that is behind a handle is an action of some class.
+inline TOrvAction& ActionOf(TOrvHandle handle)
+{
+    return static_cast<TOrvAction&>(*MessageOf(handle));
+}
 
 }  // namespace OrvPLC

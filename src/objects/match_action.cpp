@@ -29,9 +29,16 @@ TOrvMatchAction* TOrvMatchAction::Create(std::u16string_view name, std::uint32_t
 
 TOrvMatchAction* TOrvMatchAction::CreateFrom(const TOrvAction& source, std::uint32_t count)
 {
-    ObjectPtr<TOrvMatchAction> match(Make(NameFor(source.Name(), source.Entry()), count, source.Entry()));
+    // By name, not with the source's entry: the entry of event records belongs to no match action.
+    ObjectPtr<TOrvMatchAction> match(Create(source.Name(), count));
     match->Parameters().CopyFrom(source.Parameters());
     return match.release();
+}
+
+const char* TOrvMatchAction::NarrowDescription()
+{
+    narrowDescription_ = Ulmo::AnsiFromWide(description_.Wide());
+    return narrowDescription_.c_str();
 }
 
 TOrvMessage* TOrvMatchAction::Clone() const

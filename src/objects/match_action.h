@@ -25,6 +25,7 @@ public:
     bool Equals(const TOrvMessage& other) const override;
     const TOrvParameter* DescriptionParameter() const override { return &description_; }
     TOrvParameter& Description() noexcept { return description_; }
+    const char* NarrowDescription();  // in the ANSI code page, made afresh at each call
 
 private:
     TOrvMatchAction(ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry, void* slots);
@@ -34,6 +35,7 @@ private:
     bool OffersMarshaler() const override { return false; }
 
     TOrvParameter description_;  // named "Comment", outside the map
+    std::string narrowDescription_;
 };
 
 }  // namespace OrvPLC

@@ -12,29 +12,15 @@ namespace OrvPLC {
 
 namespace {
 
-constexpr std::size_t kLockCount = 64;
-
 // A lock a value would cost an allocation; values that happen to share one only wait for each other.
-std::array<Ulmo::CriticalSection, kLockCount>& LockPool()
+template <std::size_t count>
+std::array<Ulmo::CriticalSection, count>& LockPool()
 {
-    static std::array<Ulmo::CriticalSection, kLockCount> pool;
+    static std::array<Ulmo::CriticalSection, count> pool;
     return pool;
 }
 
-std::uint8_t ChooseLock(const void* value)
-{
-    return static_cast<std::uint8_t>((reinterpret_cast<std::uintptr_t>(value) >> 5) % kLockCount);
-}
-
 }  // namespace
-
-ParameterName ParameterName::Shared(std::u16string_view constant)
-{
-    ParameterName name;
-    name.text_ = constant.data();
-    name.length_ = static_cast<std::uint32_t>(constant.size());
-    return name;
-}
 
 ParameterName ParameterName::Copy(std::u16string_view name)
 {
@@ -53,25 +39,6 @@ ParameterName::ParameterName(const ParameterName& other) : ParameterName()
 {
     *this = other.owned_ ? Copy(other.view()) : Shared(other.view());
 }
-
-ParameterName::ParameterName(ParameterName&& other) noexcept
-    : text_(std::exchange(other.text_, u"")),
-      length_(std::exchange(other.length_, 0)),
-      owned_(std::exchange(other.owned_, false))
-{
-}
-
-ParameterName& ParameterName::operator=(ParameterName&& other) noexcept
-{
-    std::swap(text_, other.text_);
-    std::swap(length_, other.length_);
-    std::swap(owned_, other.owned_);
-    return *this;
-}
-
-TOrvParameter::TOrvParameter() : lock_(ChooseLock(this)) {}
-
-TOrvParameter::TOrvParameter(ParameterName name) : lock_(ChooseLock(this)), name_(std::move(name)) {}
 
 TOrvParameter::TOrvParameter(const TOrvParameter& other)
     : kind_(other.kind_),
@@ -95,8 +62,6 @@ TOrvParameter& TOrvParameter::operator=(const TOrvParameter& other)
     if (this != &other) *this = TOrvParameter(other);
     return *this;
 }
-
-TOrvParameter::~TOrvParameter() = default;
 
 void TOrvParameter::Reset(ParameterName name)
 {
@@ -218,7 +183,7 @@ TOrvParameter::Rare& TOrvParameter::MakeRare()
 
 Ulmo::CriticalSection& TOrvParameter::Lock() const
 {
-    return LockPool()[lock_];
+    return LockPool<kLockCount>()[lock_];
 }
 
 TOrvParameter::Rare::Rare(const Rare& other) : narrow(other.narrow)

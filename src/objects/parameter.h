@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "OrvActions/OrvTypes.h"
@@ -23,11 +24,26 @@ namespace OrvPLC {
 class ParameterName {
 public:
     ParameterName() = default;
-    static ParameterName Shared(std::u16string_view constant);  // lives as long as the library
+    static ParameterName Shared(std::u16string_view constant)  // lives as long as the library
+    {
+        ParameterName name;
+        name.text_ = constant.data();
+        name.length_ = static_cast<std::uint32_t>(constant.size());
+        return name;
+    }
     static ParameterName Copy(std::u16string_view name);
     ParameterName(const ParameterName& other);
-    ParameterName(ParameterName&& other) noexcept;
-    ParameterName& operator=(ParameterName&& other) noexcept;
+    ParameterName(ParameterName&& other) noexcept
+        : text_(other.text_), length_(other.length_), owned_(std::exchange(other.owned_, false))
+    {
+    }
+    ParameterName& operator=(ParameterName&& other) noexcept
+    {
+        std::swap(text_, other.text_);
+        std::swap(length_, other.length_);
+        std::swap(owned_, other.owned_);
+        return *this;
+    }
     ParameterName& operator=(const ParameterName& other) { return *this = ParameterName(other); }
     ~ParameterName()
     {
@@ -45,13 +61,13 @@ private:
 
 class TOrvParameter {
 public:
-    TOrvParameter();
-    explicit TOrvParameter(ParameterName name);
+    TOrvParameter() : lock_(ChooseLock(this)) {}
+    explicit TOrvParameter(ParameterName name) : lock_(ChooseLock(this)), name_(std::move(name)) {}
     TOrvParameter(const TOrvParameter& other);  // shares the lock of its source
     TOrvParameter(TOrvParameter&&) noexcept = default;
     TOrvParameter& operator=(const TOrvParameter& other);
     TOrvParameter& operator=(TOrvParameter&&) noexcept = default;
-    ~TOrvParameter();
+    ~TOrvParameter() = default;
 
     // Back to a new value under this name: kind 0, everything empty.
     void Reset(ParameterName name);
@@ -106,6 +122,16 @@ public:
     // The same text in UTF-8, kept in the value until it is made again.
     const char* MakeNarrowText();
 
+    // The field of a kind inside the value, after the value has been converted into it; null where there is no
+    // conversion. The value keeps its kind, like one whose text is asked for. Only where that field already holds what
+    // the own kind means, a date asked for as Int64 or a channel as Boolean, the value becomes the kind asked for.
+    const std::int32_t* BooleanInPlace();  // 0 or not 0: a Numeric32Bit keeps its number
+    const std::int32_t* Int32InPlace();
+    const std::int64_t* Int64InPlace();
+    const double* DoubleInPlace();
+    const std::int64_t* RectInPlace();
+    const TUlmoDateTime* DateTimeInPlace() const;  // converts nothing: null unless the value is a DateTime
+
     // Turns the value into another kind where the table of conversions allows it, and takes the enum. A refused
     // conversion is false and leaves the value as it was, its enum included.
     bool Retype(std::uint32_t kind, std::uint32_t enumType);
@@ -133,10 +159,16 @@ private:
         ~Rare();
         void FreeItems();
     };
+    static constexpr std::size_t kLockCount = 64;
+    static std::uint8_t ChooseLock(const void* value)
+    {
+        return static_cast<std::uint8_t>((reinterpret_cast<std::uintptr_t>(value) >> 5) % kLockCount);
+    }
     Rare& MakeRare();
     Ulmo::CriticalSection& Lock() const;
 
     bool ConvertTo(std::uint32_t kind);  // the fields of the other kind; the kind itself stays
+    bool ConvertInPlace(std::uint32_t kind);
     bool ConvertToDateTime();
     bool ConvertToEventType();
     bool ConvertToMediaChannel();

@@ -141,6 +141,44 @@ bool TOrvParameter::ReadResource(TOrvResourceValue& value) const
     return true;
 }
 
+const std::int32_t* TOrvParameter::BooleanInPlace()
+{
+    return kind_ == ORV_KIND_Numeric32Bit || ConvertInPlace(ORV_KIND_Boolean) ? &small_ : nullptr;
+}
+
+const std::int32_t* TOrvParameter::Int32InPlace()
+{
+    return ConvertInPlace(ORV_KIND_Numeric32Bit) ? &small_ : nullptr;
+}
+
+const std::int64_t* TOrvParameter::Int64InPlace()
+{
+    return ConvertInPlace(ORV_KIND_Numeric64Bit) ? &large_ : nullptr;
+}
+
+const double* TOrvParameter::DoubleInPlace()
+{
+    return ConvertInPlace(ORV_KIND_NumericDouble) ? &real_ : nullptr;
+}
+
+const std::int64_t* TOrvParameter::RectInPlace()
+{
+    return ConvertInPlace(ORV_KIND_Rect) ? &large_ : nullptr;
+}
+
+const TUlmoDateTime* TOrvParameter::DateTimeInPlace() const
+{
+    return kind_ == ORV_KIND_DateTime ? reinterpret_cast<const TUlmoDateTime*>(&large_) : nullptr;
+}
+
+bool TOrvParameter::ConvertInPlace(std::uint32_t kind)
+{
+    const bool fieldIsTaken = (kind == ORV_KIND_Boolean && kind_ == ORV_KIND_MediaChannel) ||
+                              (kind == ORV_KIND_Numeric64Bit && kind_ == ORV_KIND_DateTime);
+    if (fieldIsTaken) return Retype(kind, 0);
+    return kind == kind_ || ConvertTo(kind);
+}
+
 bool TOrvParameter::Retype(std::uint32_t kind, std::uint32_t enumType)
 {
     if (kind != kind_ && !ConvertTo(kind)) return false;

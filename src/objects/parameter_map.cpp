@@ -65,6 +65,25 @@ TOrvParameter* ParameterMap::FindDeclared(std::size_t position)
     return node == nodes_.end() ? nullptr : &(*node)->value;
 }
 
+const TOrvParameter* ParameterMap::FindKey(std::u16string_view key) const
+{
+    const std::size_t position = DeclaredSlot(key);
+    if (position != kNotFound) return Has(position) ? &Slot(position) : nullptr;
+    const auto node = FindNode(key);
+    return node == nodes_.end() ? nullptr : &(*node)->value;
+}
+
+std::size_t ParameterMap::SlotToStore(std::u16string_view name)
+{
+    std::size_t position = nextStore_;
+    if (position >= slotCount_ || !entry_->IsSpelt(position, name)) {
+        position = DeclaredSlot(name);
+        if (position == kNotFound) return kNotFound;
+    }
+    nextStore_ = position + 1;
+    return position;
+}
+
 ParameterName ParameterMap::NameAt(std::size_t position, std::u16string_view name) const
 {
     const std::u16string_view declared = entry_->Parameters[position].NameW.view();
@@ -73,7 +92,7 @@ ParameterName ParameterMap::NameAt(std::size_t position, std::u16string_view nam
 
 void ParameterMap::Put(TOrvParameter value)
 {
-    const std::size_t position = DeclaredSlot(value.Name().view());
+    const std::size_t position = SlotToStore(value.Name().view());
     if (position == kNotFound) return StoreInNode(std::move(value));
     value.SetName(NameAt(position, value.Name().view()));
     if (Has(position)) {

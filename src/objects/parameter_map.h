@@ -6,6 +6,7 @@
 // in a sorted index. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -60,6 +61,10 @@ public:
     void ForEachDeclaredFirst(Visit&& visit) const;
 
     bool SameContent(const ParameterMap& other) const;  // keys and values
+    // Whether each value here has a counterpart of the same key in the other map, and fits(value, counterpart) is true
+    // for all of them. Stops at the first that has none or does not fit.
+    template <class Fits>
+    bool AllFit(const ParameterMap& other, Fits&& fits) const;
     void CopyFrom(const ParameterMap& other);           // this map is empty
 
 private:
@@ -72,16 +77,21 @@ private:
     TOrvParameter& Slot(std::size_t position) const { return slots_[position]; }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
+    // The position of the slot that a name is stored in, or kNotFound. Callers mostly store in the order of the
+    // declaration, so the place behind the last one is looked at first.
+    std::size_t SlotToStore(std::u16string_view name);
     ParameterName NameAt(std::size_t position, std::u16string_view name) const;
     template <class Fill>
     void StoreInSlot(std::size_t position, ParameterName name, Fill&& fill);
     void StoreInNode(TOrvParameter value);
     Nodes::const_iterator NodePlace(std::u16string_view key) const;  // the first node that is not below the key
     Nodes::const_iterator FindNode(std::u16string_view key) const;   // by lower-cased name; end() when absent
+    const TOrvParameter* FindKey(std::u16string_view key) const;     // by lower-cased name, wherever it lives
 
     const TOrvActionInternalInfo* entry_;
     TOrvParameter* slots_;
     std::size_t slotCount_;
+    std::size_t nextStore_ = 0;
     std::uint64_t present_ = 0;  // a bit a slot
     Nodes nodes_;                // sorted by key
 };
@@ -89,7 +99,7 @@ private:
 template <class Fill>
 void ParameterMap::Store(std::u16string_view name, Fill&& fill)
 {
-    const std::size_t position = DeclaredSlot(name);
+    const std::size_t position = SlotToStore(name);
     if (position != kNotFound) return StoreInSlot(position, NameAt(position, name), fill);
     TOrvParameter value(ParameterName::Copy(name));
     fill(value);
@@ -121,6 +131,25 @@ void ParameterMap::StoreInSlot(std::size_t position, ParameterName name, Fill&& 
         throw;
     }
     present_ |= std::uint64_t{1} << position;
+}
+
+// The slots first: no caller can tell, and under the same declaration the counterpart of a slot is found by position.
+template <class Fits>
+bool ParameterMap::AllFit(const ParameterMap& other, Fits&& fits) const
+{
+    const bool sameDeclaration = entry_ == other.entry_;
+    if (sameDeclaration && (present_ & ~other.present_) != 0) return false;
+    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
+        const auto position = static_cast<std::size_t>(std::countr_zero(left));
+        const TOrvParameter* counterpart =
+            sameDeclaration ? &other.Slot(position) : other.FindKey(entry_->Parameters[position].LowerName.view());
+        if (!counterpart || !fits(Slot(position), *counterpart)) return false;
+    }
+    for (const auto& node : nodes_) {
+        const TOrvParameter* counterpart = other.FindKey(node->key);
+        if (!counterpart || !fits(node->value, *counterpart)) return false;
+    }
+    return true;
 }
 
 template <class Visit>

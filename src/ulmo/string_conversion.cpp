@@ -79,10 +79,6 @@ bool IsLowerCase(std::u16string_view text) {
     return EqualsLower(text, text);
 }
 
-bool SameText(std::u16string_view a, std::u16string_view b) {
-    return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
-}
-
 bool EqualsLower(std::u16string_view text, std::u16string_view lower) {
     if (text.size() != lower.size()) return false;
     const std::size_t same = EqualAsciiLowerPrefix(text.data(), lower.data(), text.size());

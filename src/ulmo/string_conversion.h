@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -22,7 +23,10 @@ std::u16string LowerCase(std::u16string_view text);
 bool IsLowerCase(std::u16string_view text);  // true when LowerCase would change nothing
 
 // Compares exactly. std::u16string_view's own comparison goes one unit at a time.
-bool SameText(std::u16string_view a, std::u16string_view b);
+inline bool SameText(std::u16string_view a, std::u16string_view b)
+{
+    return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
+}
 // Compares after lower-casing `text`; `lower` is lower-cased already.
 bool EqualsLower(std::u16string_view text, std::u16string_view lower);
 

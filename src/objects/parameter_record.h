@@ -1,0 +1,17 @@
+// The plain record of a parameter's value, as callers exchange it by name.
+#pragma once
+
+#include "OrvActions/OrvTypes.h"
+#include "objects/parameter.h"
+
+namespace OrvPLC {
+
+// Fills the record. Names inside it point into the value. The text of a String or a ResultDataSet is a new system
+// string in place of the record's own, which is freed: a caller reuses one record for many reads and frees its last
+// text. Other kinds leave the text alone.
+void FillRecord(TOrvParameterValue& record, const TOrvParameter& value);
+
+// Sets a new value from the record: kind, enum and what the kind uses. A kind that does not exist gives kind 0.
+void SetFromRecord(TOrvParameter& value, const TOrvParameterValue& record);
+
+}  // namespace OrvPLC

@@ -1,0 +1,144 @@
+#include "platform/posix/registry_text.h"
+
+#include "platform/debug_output.h"
+#include "platform/text.h"
+
+namespace Platform {
+
+namespace {
+
+constexpr std::u16string_view kRoot = u"HKEY_LOCAL_MACHINE\\";
+
+std::u16string_view Trim(std::u16string_view text)
+{
+    constexpr std::u16string_view kBlanks = u" \t\r";
+    const std::size_t start = text.find_first_not_of(kBlanks);
+    if (start == std::u16string_view::npos) return {};
+    return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
+}
+
+// Takes the prefix off in any case of its letters.
+bool TakePrefix(std::u16string_view& text, std::u16string_view prefix)
+{
+    if (!EqualIgnoringCase(text.substr(0, prefix.size()), prefix)) return false;
+    text.remove_prefix(prefix.size());
+    return true;
+}
+
+bool ReadHex(std::u16string_view digits, std::uint32_t& number)
+{
+    constexpr std::u16string_view kDigits = u"0123456789abcdefABCDEF";
+    if (digits.empty() || digits.size() > 8) return false;
+    number = 0;
+    for (const char16_t digit : digits) {
+        const std::size_t place = kDigits.find(digit);
+        if (place == std::u16string_view::npos) return false;
+        number = number << 4 | static_cast<std::uint32_t>(place < 16 ? place : place - 6);
+    }
+    return true;
+}
+
+}  // namespace
+
+RegistryValue RegistrySearch::Run(std::u16string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t end = text.find(u'\n');
+        ++lineNumber_;
+        ReadLine(Trim(text.substr(0, end)));
+        text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
+    }
+    return std::move(found_);
+}
+
+void RegistrySearch::ReadLine(std::u16string_view line)
+{
+    if (continued_) {
+        continued_ = line.ends_with(u'\\');
+    } else if (line.starts_with(u'[')) {
+        ReadKey(line);
+    } else if (line.starts_with(u'"') || line.starts_with(u'@')) {
+        ReadValue(line);
+    } else if (!line.empty() && !line.starts_with(u';') && !TakePrefix(line, u"Windows Registry Editor ") &&
+               !TakePrefix(line, u"REGEDIT4")) {
+        Complain("expected a [key], a \"name\"=value or a comment");
+    }
+}
+
+void RegistrySearch::ReadKey(std::u16string_view line)
+{
+    inKey_ = false;
+    if (!line.ends_with(u']')) {
+        Complain("the key has no closing bracket");
+        return;
+    }
+    std::u16string_view key = line.substr(1, line.size() - 2);
+    const bool removed = TakePrefix(key, u"-");
+    const bool ours = TakePrefix(key, kRoot) && EqualIgnoringCase(key, key_);
+    inKey_ = ours && !removed;
+    if (ours && removed) found_ = {};
+}
+
+void RegistrySearch::ReadValue(std::u16string_view line)
+{
+    std::u16string name;
+    if (!TakePrefix(line, u"@") && !ReadQuoted(line, name)) return;
+    line = Trim(line);
+    if (!TakePrefix(line, u"=")) {
+        Complain("expected = behind the name");
+        return;
+    }
+    RegistryValue value;
+    if (ReadData(Trim(line), value) && inKey_ && EqualIgnoringCase(name, value_)) found_ = std::move(value);
+}
+
+// Takes a quoted text off the line, in which a backslash stands in front of quotes and backslashes.
+bool RegistrySearch::ReadQuoted(std::u16string_view& line, std::u16string& text)
+{
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        if (line[i] == u'"') {
+            line.remove_prefix(i + 1);
+            return true;
+        }
+        if (line[i] == u'\\' && i + 1 < line.size()) ++i;
+        text += line[i];
+    }
+    return Complain("the text has no closing quote");
+}
+
+// Types that nobody here asks for are passed over; their bytes may go on in the next lines.
+bool RegistrySearch::ReadData(std::u16string_view data, RegistryValue& value)
+{
+    if (TakePrefix(data, u"dword:")) {
+        std::uint32_t number = 0;
+        if (!ReadHex(data, number)) return Complain("a dword has one to eight hexadecimal digits");
+        value = number;
+        return true;
+    }
+    if (data.starts_with(u'"')) {
+        std::u16string text;
+        if (!ReadQuoted(data, text)) return false;
+        if (!data.empty() && !Trim(data).starts_with(u';')) return Complain("something follows the text");
+        value = std::move(text);
+        return true;
+    }
+    if (TakePrefix(data, u"hex")) {
+        continued_ = data.ends_with(u'\\');
+        return true;
+    }
+    return data == u"-" || Complain("expected dword:, hex: or a text in quotes");
+}
+
+bool RegistrySearch::Complain(std::string_view what) const
+{
+    std::string message(fileName_);
+    message += ':';
+    message += std::to_string(lineNumber_);
+    message += ": ";
+    message += what;
+    std::u16string wide;
+    if (ToWide(CodePage::Utf8, message, wide)) WriteDebug(wide);
+    return false;
+}
+
+}  // namespace Platform
