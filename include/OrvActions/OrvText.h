@@ -1,0 +1,64 @@
+/* Action text: the language of configuration and logs. Part of OrvActions.h.
+ *
+ * Technical text, Name (Parameter: value, ...), is what the reader reads back. Plain text is for people: plain names,
+ * enum values as words, no way back. */
+#ifndef ORV_TEXT_H
+#define ORV_TEXT_H
+
+#include "OrvActions/OrvTypes.h"
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+/* Option of the ..Ex stores: leave out parameters whose priority exceeds the process-wide priority level. */
+enum { ORV_STORE_APPLY_PRIORITY_LEVEL = 1 };
+
+/* Both families. Reads one action or match action from technical text.
+ *   text          not null; need not end in a zero when a length is given
+ *   length        in units, or ORV_LENGTH_TERMINATED and above for a text up to its terminating zero
+ *   expectedKind  what may be built: ORV_EXPECT_ANY or 0x7FFFFFFF both, 1 or 3 actions only, 2 or 4 match actions only,
+ *                 anything else nothing
+ *   spare         passed along and not read
+ *   consumed      out, may be null: how many units were read. Parameters are searched, not parsed: a second action in
+ *                 the same text would lend the first one its parameters, so give one action a text
+ * The result is a new handle that the caller closes, or null. A text that yields no action gives null without a last
+ * error; a bad guid or an impossible date in a string of that form, and a text that costs too much to search, give
+ * null with one. */
+ORV_TWIN(TOrvHandle, CreateFromTextBufferW,
+         (const OrvWChar* text, uint32_t length, uint32_t expectedKind, OrvWord spare, uint32_t* consumed));
+
+/* Both families. The same from narrow text, UTF-8 or in the ANSI code page. The length counts bytes; consumed counts
+ * the 16-bit units of the widened text. */
+ORV_TWIN(TOrvHandle, CreateFromTextBufferA,
+         (const char* text, uint32_t length, uint32_t expectedKind, OrvBool utf8, uint32_t* consumed));
+
+/* Both families. Stores the plain text or the technical text of an action.
+ *   plain  true for plain text
+ *   spare  passed along and not read */
+ORV_TWIN(OrvBool, StoreToTextBufferW,
+         (TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain, OrvWord spare, uint32_t* required));
+ORV_TWIN(OrvBool, StoreToTextBufferA,
+         (TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8, uint32_t* required));
+
+/* Store with options (ORV_STORE_...). An action that the catalogue does not know is refused: false, without a last
+ * error, the required size untouched. Only the narrow form leaves parameters out of technical text; the wide form
+ * stores the action as it is. */
+ORV_API OrvBool OrvAct_StoreToTextBufferExW(TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain,
+                                            OrvWord spare, uint8_t options, uint32_t* required);
+ORV_API OrvBool OrvAct_StoreToTextBufferExA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8,
+                                            uint8_t options, uint32_t* required);
+
+/* The same with a limit in place of options: parameters whose priority exceeds it are left out, by the narrow form
+ * only. */
+ORV_API OrvBool OrvAct_StoreToTextBufWithPriorityLimitW(TOrvHandle handle, OrvWChar* buffer, uint32_t size,
+                                                        OrvBool plain, OrvWord spare, uint32_t limit,
+                                                        uint32_t* required);
+ORV_API OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain,
+                                                        OrvBool utf8, uint32_t limit, uint32_t* required);
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

@@ -1,0 +1,71 @@
+// Reads one action from its binary form.
+//
+// The catalogue has no say in what a record means: names, kinds and enums are taken as they stand in the buffer. No
+// length in the buffer is trusted, and nothing is allocated that the bytes present do not pay for.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "objects/action.h"
+
+namespace OrvPLC {
+
+// The reading state. The bytes begin at an even address and outlive the reader and its texts.
+//
+// Failing is counted in two steps, which shows in what callers are told and is deliberate: the first field that finds
+// too little stores the room left as the error and makes the room -1. When that room was 0 there is still no error,
+// and only the next field sets it, to -1. So a buffer that ends exactly between two fields has its last field empty.
+class TOrvBinaryReader {
+public:
+    // A size that a signed number does not hold is no room at all.
+    TOrvBinaryReader(const void* bytes, std::uint32_t size)
+        : position_(static_cast<const std::byte*>(bytes)),
+          size_(static_cast<std::int32_t>(size)),
+          room_(static_cast<std::int32_t>(size))
+    {}
+
+    // False when there is too little; the output then stays as it was.
+    template <class Value>
+    bool ReadField(Value& value)
+    {
+        const std::byte* field = Take(sizeof value);
+        if (field) std::memcpy(&value, field, sizeof value);
+        return field != nullptr;
+    }
+    // The text refers to the buffer. What stands in place of its terminator is not looked at.
+    bool ReadText(std::u16string_view& text);
+
+    bool Failed() const { return error_ != 0; }
+    // The bytes read, or the error of a reader that failed.
+    std::uint32_t Consumed() const;
+
+private:
+    const std::byte* Take(std::int64_t size)
+    {
+        if (room_ < size) return Fail();
+        const std::byte* field = position_;
+        position_ += size;
+        room_ -= static_cast<std::int32_t>(size);
+        return field;
+    }
+    const std::byte* Fail();
+
+    const std::byte* position_;
+    std::int32_t size_;
+    std::int32_t room_;
+    std::int32_t error_ = 0;
+};
+
+struct BinaryReadResult {
+    TOrvAction* object;      // with one reference that the caller owns, or null
+    std::uint32_t consumed;  // bytes, or the error when the buffer ended too early
+};
+
+// A buffer that ends too early gives the object with the records that were whole. One of the sibling product goes
+// through SiblingText() and what comes back is read instead; `consumed` then counts its characters. Null bytes are an
+// empty buffer. Raises std::bad_alloc, and what the text reader raises for a rewritten text.
+BinaryReadResult ReadActionBinary(const void* bytes, std::uint32_t size, std::uint32_t expectedKind);
+
+}  // namespace OrvPLC

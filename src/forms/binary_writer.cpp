@@ -1,0 +1,118 @@
+#include "forms/binary_writer.h"
+
+#include <cstring>
+#include <limits>
+#include <string_view>
+
+#include "platform/system_string.h"
+
+namespace OrvPLC {
+
+namespace {
+
+// Most texts are shorter than what a call of memcpy costs. The pieces may overlap.
+void CopyBytes(std::byte* to, const char16_t* text, std::size_t size)
+{
+    const auto* from = reinterpret_cast<const std::byte*>(text);
+    if (size > 64) {
+        std::memcpy(to, from, size);
+    } else if (size >= 16) {
+        for (std::size_t done = 0; done + 16 < size; done += 16) std::memcpy(to + done, from + done, 16);
+        std::memcpy(to + size - 16, from + size - 16, 16);
+    } else if (size >= 8) {
+        std::memcpy(to, from, 8);
+        std::memcpy(to + size - 8, from + size - 8, 8);
+    } else {
+        for (std::size_t done = 0; done < size; done += 2) std::memcpy(to + done, from + done, 2);
+    }
+}
+
+using Place = TOrvBinaryCursor::Place;
+
+// A field that does not fit in whole is left out, and so is all behind it: the room is negative from there on.
+template <class Value>
+Place PutField(Place place, const Value& value)
+{
+    const std::int64_t left = place.room - static_cast<std::int64_t>(sizeof value);
+    if (left < 0) return {place.position, left};
+    std::memcpy(place.position, &value, sizeof value);
+    return {place.position + sizeof value, left};
+}
+
+// Count, units and terminator are one field.
+Place PutText(Place place, std::u16string_view text)
+{
+    constexpr char16_t kEnd = 0;
+    const auto count = static_cast<std::uint32_t>(text.size() + 1);
+    const std::size_t bytes = text.size() * sizeof(char16_t);
+    const std::size_t size = sizeof count + bytes + sizeof kEnd;
+    const std::int64_t left = place.room - static_cast<std::int64_t>(size);
+    if (left < 0) return {place.position, left};
+    std::memcpy(place.position, &count, sizeof count);
+    CopyBytes(place.position + sizeof count, text.data(), bytes);
+    std::memcpy(place.position + sizeof count + bytes, &kEnd, sizeof kEnd);
+    return {place.position + size, left};
+}
+
+// A kind that does not exist has no payload.
+Place PutPayload(Place place, const TOrvParameter& value)
+{
+    switch (value.Kind()) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit: return PutField(place, value.Small());
+    case ORV_KIND_Numeric64Bit:
+    case ORV_KIND_DateTime:
+    case ORV_KIND_Rect: return PutField(place, value.Large());
+    case ORV_KIND_NumericDouble: return PutField(place, value.Real());
+    case ORV_KIND_String:
+    case ORV_KIND_ResultDataSet: return PutText(place, value.Wide());
+    case ORV_KIND_Guid: return PutField(place, value.Guid());
+    case ORV_KIND_EventType: return PutField(PutText(place, value.Wide()), value.Large());
+    case ORV_KIND_MediaChannel: return PutField(PutField(PutText(place, value.Wide()), value.Large()), value.Small());
+    case ORV_KIND_Resource: return PutField(PutText(place, value.Wide()), value.Guid());
+    default: return place;
+    }
+}
+
+Place PutRecord(Place place, const TOrvParameter& parameter)
+{
+    place = PutText(place, parameter.Name().view());
+    place = PutField(place, parameter.Kind());
+    place = PutField(place, parameter.EnumType());
+    return PutPayload(place, parameter);
+}
+
+}  // namespace
+
+// The walk is that of the map: the catalogue is not asked and its order plays no part.
+void TOrvBinaryCursor::Write(const TOrvAction& action)
+{
+    const TOrvParameter* description = action.DescriptionParameter();
+    Place place = PutText(PutField(place_, action.Kind()), action.Name());
+    place = PutField(place, static_cast<std::uint32_t>(action.Parameters().Size() + (description ? 1 : 0)));
+    if (description) place = PutRecord(place, *description);  // an empty one as well, deliberately
+    action.Parameters().ForEachByKey(
+        [&place](std::u16string_view, const TOrvParameter& value) { place = PutRecord(place, value); });
+    place_ = place;
+}
+
+void TOrvAction::WriteBinary(TOrvBinaryCursor& cursor) const
+{
+    cursor.Write(*this);
+}
+
+// Null and 0 when there is no memory for it, or when a 32-bit size cannot tell its length.
+void ORV_CALL TOrvMessage::StoreToBinary(void** block, std::uint32_t* size)
+{
+    TOrvBinaryCursor measure(nullptr, 0);
+    WriteBinary(measure);
+    const std::int64_t required = measure.Required();
+    const bool countable = required <= std::numeric_limits<std::uint32_t>::max();
+    *block = countable ? Platform::AllocateTaskMemory(static_cast<std::size_t>(required)) : nullptr;
+    *size = *block ? static_cast<std::uint32_t>(required) : 0;
+    if (!*block) return;
+    TOrvBinaryCursor cursor(*block, required);
+    WriteBinary(cursor);
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,205 @@
+#include "forms/expression.h"
+
+// Memory that one search may use to remember where to go back to, in blocks of 4 KB: 128 MB. The engine needs about
+// 100 bytes for each character above U+00FF inside a string, so its own limit of 4 MB refuses a text of 40,000
+// Cyrillic letters.
+#define BOOST_REGEX_MAX_BLOCKS 32768
+
+#include <boost/regex.hpp>
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "platform/expression_locale.h"
+
+namespace OrvPLC {
+
+// UTF-16 units as the engine's characters. Bidirectional only: the engine then skips an estimate of its limit, which
+// is set from the budget anyway, and the searches run a little faster.
+class UnitIterator {
+public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = wchar_t;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const wchar_t*;
+    using reference = wchar_t;
+
+    UnitIterator() = default;
+    explicit UnitIterator(const char16_t* unit) : unit_(unit) {}
+    const char16_t* Unit() const { return unit_; }
+
+    wchar_t operator*() const { return static_cast<wchar_t>(*unit_); }
+    UnitIterator& operator++()
+    {
+        ++unit_;
+        return *this;
+    }
+    UnitIterator operator++(int) { return UnitIterator(unit_++); }
+    UnitIterator& operator--()
+    {
+        --unit_;
+        return *this;
+    }
+    UnitIterator operator--(int) { return UnitIterator(unit_--); }
+    bool operator==(const UnitIterator&) const = default;
+
+private:
+    const char16_t* unit_ = nullptr;
+};
+
+}  // namespace OrvPLC
+
+// How often the engine is inside each repeat of the pattern: a list with the newest entry first, an entry for each
+// step that can be taken back. The engine's own version walks all entries of the inner repeats whenever an outer one
+// goes on, without counting the steps as states: a text of some 100 KB could keep it busy for hours. This one has a
+// second link past the entries of inner repeats, so it needs no more steps than repeats are nested. Expressions that
+// call themselves would need more; there are none.
+template <>
+class boost::BOOST_REGEX_DETAIL_NS::repeater_count<OrvPLC::UnitIterator> {
+public:
+    explicit repeater_count(repeater_count** stack) : stack_(stack) {}
+    repeater_count(int id, repeater_count** stack, OrvPLC::UnitIterator start, int)
+        : stack_(stack), next_(*stack), id_(id), start_(start)
+    {
+        *stack_ = this;
+        const repeater_count* entry = next_;
+        while (entry && entry->id_ > id) entry = entry->outer_;
+        outer_ = entry;
+        if (!entry || entry->id_ != id) return;
+        outer_ = entry->outer_;
+        count_ = entry->count_;
+        start_ = entry->start_;
+    }
+    repeater_count(const repeater_count&) = delete;
+    repeater_count& operator=(const repeater_count&) = delete;
+    ~repeater_count()
+    {
+        if (next_) *stack_ = next_;
+    }
+
+    std::size_t get_count() const { return count_; }
+    int get_id() const { return id_; }
+    std::size_t operator++() { return ++count_; }
+    // An iteration that took nothing is the last one.
+    bool check_null_repeat(const OrvPLC::UnitIterator& position, std::size_t max)
+    {
+        const bool idle = count_ != 0 && position == start_;
+        if (idle) {
+            count_ = max;
+        } else {
+            start_ = position;
+        }
+        return idle;
+    }
+
+private:
+    repeater_count** stack_;
+    repeater_count* next_ = nullptr;
+    const repeater_count* outer_ = nullptr;  // the newest entry of a repeat around this one; outer ones have lower ids
+    int id_ = -1;
+    std::size_t count_ = 0;
+    OrvPLC::UnitIterator start_;
+};
+
+namespace OrvPLC {
+
+namespace {
+
+using MatchResults = boost::match_results<UnitIterator>;
+using Matcher =
+    boost::BOOST_REGEX_DETAIL_NS::perl_matcher<UnitIterator, MatchResults::allocator_type, boost::wregex::traits_type>;
+
+// The engine counts the states that it visits and gives up at a limit, but it neither takes the limit as an argument
+// nor tells the count. Both are private members of the matcher that boost::regex_search makes on its stack; naming
+// them in an explicit instantiation is the one place where the language lets us reach them.
+std::ptrdiff_t& StateCount(Matcher& matcher);
+std::ptrdiff_t& StateLimit(Matcher& matcher);
+
+template <std::ptrdiff_t Matcher::*count, std::ptrdiff_t Matcher::*limit>
+struct MatcherMembers {
+    friend std::ptrdiff_t& StateCount(Matcher& matcher) { return matcher.*count; }
+    friend std::ptrdiff_t& StateLimit(Matcher& matcher) { return matcher.*limit; }
+};
+template struct MatcherMembers<&Matcher::state_count, &Matcher::max_state_count>;
+
+// About 0.2 s, and 1 us a character. A well-formed text takes some 7 states a character; one that is none takes 60
+// where the patterns begin anew at each character and fail at once.
+std::ptrdiff_t fixedStates = 20'000'000;
+constexpr std::ptrdiff_t kStatesPerUnit = 100;
+
+}  // namespace
+
+struct Expression::Compiled {
+    boost::wregex regex;
+};
+
+Expression::Expression(std::string_view pattern) : compiled_(std::make_unique<Compiled>())
+{
+    Platform::ImbueExpressionLocale(compiled_->regex);
+    compiled_->regex.assign(std::wstring(pattern.begin(), pattern.end()));
+}
+
+Expression::Expression(Expression&&) noexcept = default;
+Expression::~Expression() = default;
+
+struct PatternSearch::Results {
+    // As boost::regex_search and boost::regex_match do it.
+    template <class Run>
+    static bool Search(const Expression& expression, std::u16string_view text, boost::match_flag_type flags,
+                       MatchResults& match, std::ptrdiff_t& statesLeft, Run run)
+    {
+        const UnitIterator first(text.data());
+        const UnitIterator last(text.data() + text.size());
+        Matcher matcher(first, last, match, expression.compiled_->regex, flags, first);
+        StateLimit(matcher) = statesLeft;
+        const bool found = run(matcher);
+        statesLeft -= StateCount(matcher);
+        return found;
+    }
+
+    MatchResults match;
+};
+
+PatternSearch::PatternSearch(std::size_t textLength)
+    : results_(std::make_unique<Results>()),
+      statesLeft_(fixedStates + kStatesPerUnit * static_cast<std::ptrdiff_t>(textLength))
+{}
+
+PatternSearch::~PatternSearch() = default;
+
+bool PatternSearch::Find(const Expression& expression, std::u16string_view text)
+{
+    if (!Results::Search(expression, text, boost::match_default, results_->match, statesLeft_,
+                         [](Matcher& matcher) { return matcher.find(); })) {
+        return false;
+    }
+    const char16_t* end = results_->match[0].second.Unit();
+    rest_ = text.substr(static_cast<std::size_t>(end - text.data()));
+    return true;
+}
+
+bool PatternSearch::FitsWhole(const Expression& expression, std::u16string_view text)
+{
+    MatchResults match;
+    return Results::Search(expression, text, boost::match_default | boost::match_any, match, statesLeft_,
+                           [](Matcher& matcher) { return matcher.match(); });
+}
+
+std::u16string_view PatternSearch::operator[](std::size_t group) const
+{
+    const auto& found = results_->match[static_cast<int>(group)];
+    if (!found.matched) return {};
+    return {found.first.Unit(), static_cast<std::size_t>(found.second.Unit() - found.first.Unit())};
+}
+
+std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states)
+{
+    return std::exchange(fixedStates, states);
+}
+
+bool FitsWhole(const Expression& expression, std::u16string_view text)
+{
+    return PatternSearch(text.size()).FitsWhole(expression, text);
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,189 @@
+// The JSON form of an action: facts of the catalogue, then the parameters under their lower-cased names with enum
+// values as words. The description of a match action is not in it.
+#include "catalogue/catalogue.h"
+#include "catalogue/name_tables.h"
+#include "catalogue/settings.h"
+#include "forms/json_writer.h"
+#include "forms/text_pieces.h"
+#include "objects/action.h"
+#include "platform/system_string.h"
+#include "ulmo/guid_tools.h"
+
+namespace OrvPLC {
+
+namespace {
+
+using View = std::u16string_view;
+
+// A client of the sibling platform tells actions from match actions by this number.
+std::uint32_t SiblingClass(std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_MESSAGE_SIBLING_ACTION:
+    case ORV_MESSAGE_ACTION: return ORV_MESSAGE_SIBLING_ACTION;
+    case ORV_MESSAGE_SIBLING_MATCH_ACTION:
+    case ORV_MESSAGE_MATCH_ACTION: return ORV_MESSAGE_SIBLING_MATCH_ACTION;
+    default: return 0x7FFFFFFF;
+    }
+}
+
+// Finds declared parameters by keys that come in ascending order: one step through the declaration for all of them.
+class DeclaredInKeyOrder {
+public:
+    explicit DeclaredInKeyOrder(const TOrvActionInternalInfo* entry) : entry_(entry) {}
+
+    const TOrvParameterInternalInfo* Find(View key)
+    {
+        for (; entry_ && next_ < entry_->KeyOrder().size(); ++next_) {
+            const TOrvParameterInternalInfo& info = entry_->Parameters[entry_->KeyOrder()[next_]];
+            const View name = info.LowerName.view();
+            if (name.data() == key.data()) return &info;  // mostly the map's key is the catalogue's own string
+            const int order = name.compare(key);
+            if (order >= 0) return order == 0 ? &info : nullptr;
+        }
+        return nullptr;
+    }
+
+private:
+    const TOrvActionInternalInfo* entry_;
+    std::size_t next_ = 0;
+};
+
+// What the catalogue does not declare has no priority and is always visible, so without an entry everything is.
+template <class Visit>
+void ForEachVisible(const TOrvAction& action, std::uint32_t limit, Visit&& visit)
+{
+    DeclaredInKeyOrder declared(action.Entry());
+    action.Parameters().ForEachByKey([&](View key, const TOrvParameter& value) {
+        const TOrvParameterInternalInfo* info = declared.Find(key);
+        if (!info || info->Priority <= limit) visit(key, value);
+    });
+}
+
+void WriteNumber(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
+{
+    const TOrvEnumInternalInfo* info =
+        (value.EnumType() & kEnumIdBit) != 0
+            ? Catalogue().FindEnumValue(value.EnumType(), static_cast<std::uint32_t>(value.Small()))
+            : nullptr;
+    if (info) {
+        writer.WriteString(key, info->Plain().W.view());
+    } else {
+        writer.WriteDecimal(key, value.Small());
+    }
+}
+
+void WriteEventType(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
+{
+    const bool hasId = value.Large() != -1;
+    if (!hasId && value.Wide().empty()) return;
+    writer.OpenObject(key);
+    if (hasId) writer.WriteDecimal(u"eventTypeID", value.Large());
+    if (!value.Wide().empty()) writer.WriteString(u"eventName", value.Wide());
+    writer.CloseObject();
+}
+
+void WriteMediaChannel(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
+{
+    const bool hasId = value.Large() != -1;
+    if (!hasId && value.Wide().empty() && value.Small() == 0) return;
+    writer.OpenObject(key);
+    if (hasId) writer.WriteDecimal(u"channelID", value.Large());
+    if (!value.Wide().empty()) writer.WriteString(u"channelName", value.Wide());
+    if (value.Small() != 0) writer.WriteDecimal(u"globalNo", value.Small());
+    writer.CloseObject();
+}
+
+void WriteResource(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
+{
+    if (Ulmo::GuidTools::IsZero(value.Guid()) && value.Wide().empty()) return;
+    writer.OpenObject(key);
+    // Deliberately not a test of the guid: the number plays no part in a resource and is 0, unless the value was
+    // something else before.
+    if (value.Large() != -1) writer.WriteGuid(u"resourceID", value.Guid());
+    if (!value.Wide().empty()) writer.WriteString(u"resourceName", value.Wide());
+    writer.CloseObject();
+}
+
+void WriteRect(TOrvJsonWriter& writer, View key, std::int64_t packed)
+{
+    constexpr View kWords[] = {u"top", u"left", u"bottom", u"right"};
+    writer.OpenObject(key);
+    for (unsigned word = 0; word < 4; ++word) writer.WriteDecimal(kWords[word], RectWord(packed, word));
+    writer.CloseObject();
+}
+
+// A value without content, or of a kind that does not exist, writes nothing, though it counts as a parameter.
+void WriteValue(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
+{
+    switch (value.Kind()) {
+    case ORV_KIND_Boolean: writer.WriteRaw(key, value.Small() != 0 ? u"1" : u"0"); break;
+    case ORV_KIND_Numeric32Bit: WriteNumber(writer, key, value); break;
+    case ORV_KIND_Numeric64Bit: writer.WriteDecimal(key, value.Large()); break;
+    case ORV_KIND_NumericDouble: writer.WriteDouble(key, value.Real()); break;
+    case ORV_KIND_String:
+    case ORV_KIND_ResultDataSet: writer.WriteString(key, value.Wide()); break;
+    case ORV_KIND_DateTime: writer.WriteDate(key, value.DateTime()); break;
+    case ORV_KIND_Guid: writer.WriteGuid(key, value.Guid()); break;
+    case ORV_KIND_EventType: WriteEventType(writer, key, value); break;
+    case ORV_KIND_MediaChannel: WriteMediaChannel(writer, key, value); break;
+    case ORV_KIND_Resource: WriteResource(writer, key, value); break;
+    case ORV_KIND_Rect: WriteRect(writer, key, value.Large()); break;
+    default: break;
+    }
+}
+
+void WriteFacts(TOrvJsonWriter& writer, TOrvAction& action)
+{
+    writer.WriteUnsigned(u"classCode", action.GetActionClassCode());
+    writer.WriteString(u"className", TerminatedView(action.GetActionClassName()));
+    writer.WriteUnsigned(u"code", action.GetActionCode());
+    writer.WriteUnsigned(u"flags", action.GetActionFlags());
+    writer.WriteString(u"name", TerminatedView(action.GetActionName()));
+    writer.WriteString(u"plainName", TerminatedView(action.GetActionPlainName()));
+    writer.WriteUnsigned(u"priority", action.GetActionPriority());
+    writer.WriteUnsigned(u"heskMessageClass", SiblingClass(action.Kind()));
+    writer.WriteUnsigned(u"index", action.GetInternalIndex());
+    writer.WriteUnsigned(u"messageClass", action.Kind());
+}
+
+// The count stands ahead of what it counts, so there are two walks; and nothing visible means no object at all.
+void WriteParameters(TOrvJsonWriter& writer, const TOrvAction& action, std::uint32_t limit)
+{
+    std::uint32_t count = 0;
+    ForEachVisible(action, limit, [&count](View, const TOrvParameter&) { ++count; });
+    writer.WriteUnsigned(u"paramsCount", count);
+    if (count == 0) return;
+    writer.OpenObject(u"params");
+    ForEachVisible(action, limit, [&writer](View key, const TOrvParameter& value) { WriteValue(writer, key, value); });
+    writer.CloseObject();
+}
+
+void StoreJsonText(const TOrvMessage& message, OrvBStr* text, bool wrap, const std::uint32_t* limit)
+{
+    TOrvJsonWriter writer(wrap);
+    message.WriteJson(writer, limit);
+    *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(writer.Take()));
+}
+
+}  // namespace
+
+void TOrvAction::WriteJson(TOrvJsonWriter& writer, const std::uint32_t* limit) const
+{
+    writer.OpenObject(u"action");
+    WriteFacts(writer, const_cast<TOrvAction&>(*this));  // the interface's getters change nothing
+    WriteParameters(writer, *this, limit ? *limit : Settings::PriorityLevel);
+    writer.CloseObject();
+}
+
+void ORV_CALL TOrvMessage::StoreJson(OrvBStr* text, OrvBool wrap)
+{
+    StoreJsonText(*this, text, wrap, nullptr);
+}
+
+void ORV_CALL TOrvMessage::StoreJsonLimited(OrvBStr* text, OrvBool wrap, std::uint32_t limit)
+{
+    StoreJsonText(*this, text, wrap, &limit);
+}
+
+}  // namespace OrvPLC

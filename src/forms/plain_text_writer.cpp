@@ -1,0 +1,190 @@
+#include "forms/plain_text_writer.h"
+
+#include "catalogue/catalogue.h"
+#include "catalogue/name_tables.h"
+#include "catalogue/settings.h"
+#include "forms/text_pieces.h"
+#include "platform/system_string.h"
+#include "ulmo/date_time.h"
+#include "ulmo/guid_tools.h"
+#include "ulmo/number_text.h"
+
+namespace OrvPLC {
+
+namespace {
+
+constexpr std::size_t kUsualLength = 200;
+
+// The time range that stands for "all the rest of the time" and reads by its enum name.
+constexpr TOrvGuid kRestOfTime = {0xBAA41E7C, 0x9328, 0x427E, {0x94, 0x3D, 0xA6, 0x6B, 0x44, 0xEF, 0x2F, 0xDB}};
+constexpr std::uint32_t kRestOfTimeEnum = 0x1032;
+
+std::u16string_view Prefix(std::uint32_t kind)
+{
+    switch (kind) {
+    case 5: return u"? ";
+    case 6: return u"! ";
+    default: return {};
+    }
+}
+
+const TOrvParameterInternalInfo* FindInfo(const TOrvActionInternalInfo* entry, std::size_t position,
+                                          std::u16string_view name)
+{
+    if (entry && position != TOrvActionInternalInfo::kNotFound) return &entry->Parameters[position];
+    return Catalogue().FindGeneralParameter(name);
+}
+
+}  // namespace
+
+void TOrvPlainTextWriter::Write(const TOrvAction& action)
+{
+    const TOrvActionInternalInfo* entry = action.Entry();
+    WriteHeader(action);
+    if (const TOrvParameter* description = action.DescriptionParameter()) {
+        const std::u16string_view name = description->Name().view();
+        const std::size_t position = entry ? entry->FindParameter(name) : TOrvActionInternalInfo::kNotFound;
+        WriteParameter(*description, FindInfo(entry, position, name), Settings::PriorityLevel);
+    }
+    action.Parameters().ForEachDeclaredFirst([&](const TOrvParameter& value, std::size_t position) {
+        WriteParameter(value, FindInfo(entry, position, value.Name().view()), Settings::PriorityLevel);
+    });
+}
+
+void TOrvPlainTextWriter::WriteHeader(const TOrvAction& action)
+{
+    output_.reserve(kUsualLength);
+    output_ += Prefix(action.Kind());
+    output_ += action.Entry() ? action.Entry()->Plain().W.view() : action.Name();
+    output_ += u';';
+}
+
+std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(const TOrvParameter& parameter,
+                                                                              const TOrvParameterInternalInfo* info,
+                                                                              std::uint32_t level)
+{
+    if (info && info->Priority > level) return std::nullopt;
+    const char16_t* label = info ? info->Plain().W.c_str() : parameter.Name().c_str();
+    output_ += u' ';
+    output_ += info ? info->Plain().W.view() : parameter.Name().view();
+    output_ += u": ";
+    const std::size_t start = output_.size();
+    WriteValue(parameter);
+    const std::size_t length = output_.size() - start;
+    output_ += u';';
+    return Shown{label, Text().substr(start, length)};
+}
+
+void TOrvPlainTextWriter::WriteValue(const TOrvParameter& value)
+{
+    switch (value.Kind()) {
+    case ORV_KIND_Boolean:
+        if (!WriteEnumName(kBooleanEnum, value.Small() ? 1 : 0)) output_ += value.Small() ? u'1' : u'0';
+        break;
+    case ORV_KIND_Numeric32Bit: WriteNumber(value); break;
+    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); break;
+    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output_, value.Real()); break;
+    case ORV_KIND_String: AppendQuoted(output_, value.Wide()); break;
+    case ORV_KIND_DateTime: {
+        Ulmo::DateText text;
+        AppendQuoted(output_, Ulmo::ToLocaleText(value.DateTime(), text));
+        break;
+    }
+    case ORV_KIND_Guid:
+        output_ += u'"';
+        AppendGuid(output_, value.Guid());
+        output_ += u'"';
+        break;
+    case ORV_KIND_EventType:
+        if (value.Wide().empty()) {
+            Ulmo::AppendDecimal(output_, value.Large());
+        } else {
+            AppendQuoted(output_, value.Wide());
+        }
+        break;
+    case ORV_KIND_MediaChannel: WriteMediaChannel(value); break;
+    case ORV_KIND_Resource: WriteResource(value); break;
+    case ORV_KIND_Rect: WriteRect(value.Large()); break;
+    case ORV_KIND_ResultDataSet: output_ += value.Wide(); break;
+    default: output_ += u"unknown"; break;
+    }
+}
+
+void TOrvPlainTextWriter::WriteNumber(const TOrvParameter& value)
+{
+    if ((value.EnumType() & kEnumIdBit) != 0 &&
+        WriteEnumName(value.EnumType(), static_cast<std::uint32_t>(value.Small()))) {
+        return;
+    }
+    Ulmo::AppendDecimal(output_, value.Small());
+}
+
+void TOrvPlainTextWriter::WriteMediaChannel(const TOrvParameter& value)
+{
+    if (!value.Wide().empty()) {
+        output_ += value.Wide();
+        output_ += u" (";
+        Ulmo::AppendDecimal(output_, value.Small());
+        output_ += u')';
+    } else if (value.Small() != 0) {
+        Ulmo::AppendDecimal(output_, value.Small());
+    } else {
+        output_ += u"#: ";
+        Ulmo::AppendDecimal(output_, value.Large());
+    }
+}
+
+void TOrvPlainTextWriter::WriteResource(const TOrvParameter& value)
+{
+    if (Ulmo::GuidTools::Equal(value.Guid(), kRestOfTime)) {
+        if (!WriteEnumName(kRestOfTimeEnum, 0)) output_ += u'0';
+        return;
+    }
+    output_ += u'"';
+    if (value.Wide().empty()) {
+        AppendGuid(output_, value.Guid());
+    } else {
+        output_ += value.Wide();
+    }
+    output_ += u'"';
+}
+
+// The second word comes first: (left,top)-(right,bottom).
+void TOrvPlainTextWriter::WriteRect(std::int64_t packed)
+{
+    output_ += u'(';
+    Ulmo::AppendDecimal(output_, RectWord(packed, 1));
+    output_ += u',';
+    Ulmo::AppendDecimal(output_, RectWord(packed, 0));
+    output_ += u")-(";
+    Ulmo::AppendDecimal(output_, RectWord(packed, 3));
+    output_ += u',';
+    Ulmo::AppendDecimal(output_, RectWord(packed, 2));
+    output_ += u')';
+}
+
+bool TOrvPlainTextWriter::WriteEnumName(std::uint32_t enumType, std::uint32_t value)
+{
+    const TOrvEnumInternalInfo* info = Catalogue().FindEnumValue(enumType, value);
+    if (info) output_ += info->Plain().W.view();
+    return info != nullptr;
+}
+
+void TOrvAction::WritePlainText(TOrvPlainTextWriter& writer) const
+{
+    writer.Write(*this);
+}
+
+std::u16string PlainText(const TOrvMessage& message)
+{
+    TOrvPlainTextWriter writer;
+    message.WritePlainText(writer);
+    return writer.Take();
+}
+
+void ORV_CALL TOrvMessage::StoreToTextPlain(OrvBStr* text)
+{
+    *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(PlainText(*this)));
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,146 @@
+#include "forms/technical_text_writer.h"
+
+#include <algorithm>
+
+#include "forms/result_data.h"
+#include "forms/text_pieces.h"
+#include "platform/system_string.h"
+#include "ulmo/guid_tools.h"
+#include "ulmo/number_text.h"
+
+namespace OrvPLC {
+
+namespace {
+
+constexpr std::size_t kUsualLength = 200;
+constexpr std::size_t kUsualParameterLength = 48;
+
+std::u16string_view Prefix(std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_MESSAGE_SIBLING_MATCH_ACTION:
+    case ORV_MESSAGE_MATCH_ACTION: return u"@ ";
+    case 5: return u"? ";
+    case 6: return u"! ";
+    default: return {};
+    }
+}
+
+}  // namespace
+
+void TOrvTechnicalTextWriter::Write(const TOrvAction& action)
+{
+    const ParameterMap& parameters = action.Parameters();
+    output_.reserve(std::max(kUsualLength, kUsualParameterLength * (1 + parameters.Size())));
+    output_ += Prefix(action.Kind());
+    WriteName(action.Name());
+    output_ += u" (";
+    if (const TOrvParameter* description = action.DescriptionParameter()) WriteParameter(*description);
+    parameters.ForEachDeclaredFirst([this](const TOrvParameter& value, std::size_t) { WriteParameter(value); });
+    output_ += u')';
+}
+
+void TOrvTechnicalTextWriter::WriteName(std::u16string_view name)
+{
+    if (IsActionIdentifier(name)) {
+        output_ += name;
+    } else {
+        AppendQuoted(output_, name);
+    }
+}
+
+void TOrvTechnicalTextWriter::WriteParameter(const TOrvParameter& parameter)
+{
+    if (!first_) output_ += u", ";
+    first_ = false;
+    WriteName(parameter.Name().view());
+    output_ += u": ";
+    WriteValue(parameter);
+}
+
+void TOrvTechnicalTextWriter::WriteValue(const TOrvParameter& value)
+{
+    switch (value.Kind()) {
+    case ORV_KIND_Boolean: output_ += value.Small() ? u'1' : u'0'; break;
+    case ORV_KIND_Numeric32Bit: Ulmo::AppendDecimal(output_, value.Small()); break;
+    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); break;
+    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output_, value.Real()); break;
+    case ORV_KIND_String: AppendQuoted(output_, value.Wide()); break;
+    case ORV_KIND_DateTime:
+        output_ += u'"';
+        AppendDateTime(output_, value.DateTime());
+        output_ += u'"';
+        break;
+    case ORV_KIND_Guid:
+        output_ += u'"';
+        AppendGuid(output_, value.Guid());
+        output_ += u'"';
+        break;
+    case ORV_KIND_EventType: WriteEventType(value); break;
+    case ORV_KIND_MediaChannel: WriteMediaChannel(value); break;
+    case ORV_KIND_Resource: WriteResource(value); break;
+    case ORV_KIND_Rect: AppendRect(output_, value.Large(), u"{ ", u" }"); break;
+    case ORV_KIND_ResultDataSet: AppendLiteralList(output_, value.Wide()); break;
+    default: output_ += u"unknown"; break;
+    }
+}
+
+void TOrvTechnicalTextWriter::WriteEventType(const TOrvParameter& value)
+{
+    if (value.Large() == 0) {
+        AppendQuoted(output_, value.Wide());
+        return;
+    }
+    output_ += u"{ ";
+    Ulmo::AppendDecimal(output_, value.Large());
+    output_ += u", \"";
+    output_ += value.Wide();
+    output_ += u"\" }";
+}
+
+void TOrvTechnicalTextWriter::WriteMediaChannel(const TOrvParameter& value)
+{
+    if (value.Large() == 0 && value.Wide().empty()) {
+        Ulmo::AppendDecimal(output_, value.Small());
+        return;
+    }
+    output_ += u"{ ";
+    Ulmo::AppendDecimal(output_, value.Large());
+    output_ += u", ";
+    Ulmo::AppendDecimal(output_, value.Small());
+    output_ += u", \"";
+    output_ += value.Wide();
+    output_ += u"\" }";
+}
+
+void TOrvTechnicalTextWriter::WriteResource(const TOrvParameter& value)
+{
+    if (Ulmo::GuidTools::IsZero(value.Guid())) {
+        AppendQuoted(output_, value.Wide());
+        return;
+    }
+    output_ += u"{ \"";
+    AppendGuid(output_, value.Guid());
+    output_ += u"\", \"";
+    output_ += value.Wide();
+    output_ += u"\" }";
+}
+
+void TOrvAction::WriteTechnicalText(TOrvTechnicalTextWriter& writer) const
+{
+    writer.Write(*this);
+}
+
+std::u16string TechnicalText(const TOrvMessage& message)
+{
+    TOrvTechnicalTextWriter writer;
+    message.WriteTechnicalText(writer);
+    return writer.Take();
+}
+
+void ORV_CALL TOrvMessage::StoreToTextTechnical(OrvBStr* text)
+{
+    *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(TechnicalText(*this)));
+}
+
+}  // namespace OrvPLC
