@@ -1,0 +1,127 @@
+#include "events/event_restore.h"
+
+#include <iterator>
+
+#include "events/columns.h"
+#include "events/sibling_image.h"
+#include "forms/binary_reader.h"
+#include "forms/text_reader.h"
+
+namespace OrvPLC {
+
+namespace {
+
+std::uint32_t ImageSize(const TOrvEventData& record)
+{
+    return record.image ? static_cast<std::uint32_t>(record.imageSize) : 0;
+}
+
+TOrvAction* ReadOwnImage(const TOrvEventData& record, std::uint32_t expectedKind)
+{
+    const std::uint32_t size = ImageSize(record);
+    return size != 0 ? ReadActionBinary(record.image, size, expectedKind).object : nullptr;
+}
+
+TOrvAction* ReadSiblingImage(const TOrvEventData& record, std::uint32_t expectedKind)
+{
+    std::u16string text;
+    if (record.code >= kFirstOwnEventCode || ImageSize(record) == 0) return nullptr;
+    if (!SiblingImage().Convert(record, text) || text.empty()) return nullptr;
+    return ReadActionText(text, expectedKind, false).object;
+}
+
+std::u16string_view TextOf(const TOrvEventText& column)
+{
+    return {Units(column.text), static_cast<std::size_t>(column.length)};
+}
+
+// Stores a column in the field of its sort. Of several columns of one sort the last one stays. Deliberate.
+void Store(TOrvParameter& value, const TOrvEventData& record, Columns column)
+{
+    if (column & kInt32Columns) {
+        value.SetInt32(*record.int32Field[IndexIn(kInt32Columns, column)]);
+    } else if (column & kInt64Columns) {
+        value.SetInt64(*record.int64Field[IndexIn(kInt64Columns, column)]);
+    } else if (column & kDoubleColumns) {
+        value.SetDouble(*record.doubleField[IndexIn(kDoubleColumns, column)]);
+    } else if (column & kDateColumns) {
+        value.SetDateTime(*record.dateField[IndexIn(kDateColumns, column)]);
+    } else {
+        value.SetString(TextOf(TextColumn(record, column)));
+    }
+}
+
+void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
+{
+    const Columns filled = FilledColumns(record);
+    const std::vector<TOrvParameterInternalInfo>& declared = action.Entry()->Parameters;
+    for (std::size_t position = 0; position < declared.size(); ++position) {
+        const TOrvParameterInternalInfo& info = declared[position];
+        if (info.DbField == 0 || (info.DbField & ~filled) != 0) continue;
+        action.Parameters().StoreDeclared(position, [&](TOrvParameter& value) {
+            for (Columns left = info.DbField; left != 0; left &= left - 1) Store(value, record, First(left));
+            value.SetKindAndEnum(info.Type, info.EnumType);
+        });
+    }
+}
+
+void RestoreUsers(TOrvAction& action, const TOrvEventData& record)
+{
+    for (std::size_t user = 0; user < std::size(kUserParameters); ++user) {
+        const TOrvEventText& column = record.userField[user];
+        if (!column.text || column.length == 0) continue;
+        action.Parameters().Store(kUserParameters[user],
+                                  [&](TOrvParameter& value) { value.SetString(TextOf(column)); });
+    }
+}
+
+TOrvAction* RestoreWithoutOwnImage(const TOrvEventData& record)
+{
+    TOrvAction* sibling = ReadSiblingImage(record, ORV_MESSAGE_ACTION);
+    return sibling ? sibling : RestoreFromColumns(record);
+}
+
+}  // namespace
+
+TOrvAction* RestoreFromImage(const TOrvEventData& record)
+{
+    return ReadOwnImage(record, ORV_MESSAGE_ACTION);
+}
+
+TOrvAction* RestoreFromColumns(const TOrvEventData& record)
+{
+    const TOrvActionInternalInfo* entry = Catalogue().FindActionByCode(record.code);
+    if (!entry) entry = Catalogue().EventInfo();
+    if (!entry) return nullptr;
+    ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
+    RestoreDeclared(*action, record);
+    if (entry != Catalogue().EventInfo()) RestoreUsers(*action, record);
+    return action.release();
+}
+
+TOrvMatchAction* RestoreMatchAction(const TOrvEventData& record)
+{
+    TOrvAction* own = RestoreFromImage(record);
+    const ObjectPtr<TOrvAction> action(own ? own : RestoreWithoutOwnImage(record));
+    return action ? TOrvMatchAction::CreateFrom(*action, 1) : nullptr;
+}
+
+TOrvAction* RestoreAction(const TOrvEventData& record)
+{
+    if (TOrvAction* own = RestoreFromImage(record)) return own;
+    ObjectPtr<TOrvAction> action(RestoreWithoutOwnImage(record));
+    if (!action || action->Entry() != Catalogue().EventInfo()) return action.release();
+    // Callers get it by its name alone, which finds no entry. Deliberate.
+    ObjectPtr<TOrvAction> named(TOrvAction::Create(action->Name()));
+    named->Parameters().CopyFrom(action->Parameters());
+    return named.release();
+}
+
+TOrvAction* RestoreForDescription(const TOrvEventData& record)
+{
+    TOrvAction* action = record.code >= kFirstOwnEventCode ? ReadOwnImage(record, ORV_EXPECT_ANY)
+                                                           : ReadSiblingImage(record, ORV_EXPECT_ANY);
+    return action ? action : RestoreFromColumns(record);
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,19 @@
+// The decision whether an action is one of those that a match action describes.
+//
+// There are no wildcards and no ranges: a parameter of the match action demands an equal one of the action, and what it
+// does not mention does not matter.
+#pragma once
+
+#include "objects/match_action.h"
+
+namespace OrvPLC {
+
+// Neither object is changed. Codes, kinds and the description take no part, and a match action can be the action.
+bool Matches(const TOrvMatchAction& pattern, const TOrvAction& action);
+
+// The pattern's value against the action's. Not symmetric, deliberately: a channel, an event type or a resource may be
+// told by id, by number or by name, and the first of them that the pattern fills decides alone. So this is not the
+// equality of values, which compares all fields and regards case.
+bool MatchesValue(const TOrvParameter& wanted, const TOrvParameter& given);
+
+}  // namespace OrvPLC
