@@ -32,6 +32,7 @@ REPLACED = [
     (ACTIONS, "|Int64_A", "|Int32_A", f"{ACTIONS}:5: column 'Int32_A' stands twice"),
     (ACTIONS, '"Int32"', '"Int32", narrow = true', f"{ACTIONS}:6: only a String can be narrow"),
     (ACTIONS, '"Int32"', '"String", optional = true', f"{ACTIONS}:6: a String is always optional"),
+    (ACTIONS, '"Int32"', '"Guid", optional = true', f"{ACTIONS}:6: no Guid can be optional"),
     (ACTIONS, ', type = "Int32"', "", f"{ACTIONS}:6: missing key 'type'"),
     (ACTIONS, '"Int32"', '"Int32", dbfeild = "Int32_B"', f"{ACTIONS}:6: unknown key 'dbfeild'"),
     # Enums
@@ -50,6 +51,7 @@ REPLACED = [
 ]
 
 MANY_PARAMETERS = "parameters = [" + ", ".join(f'{{ name = "P{at}", type = "Bool" }}' for at in range(256)) + "]"
+EXTENDED = SOUND[ACTIONS].replace("code = 10\n", "code = 10\nexport_ex = 1\n").replace("PanStop", "PanLeftEx")
 SECOND_ENUM = SOUND["enums.toml"] + '[[enum]]\nname = "Moods"\nid = 4096\nvalues = []\n'
 WHOLE_FILES = [
     ({ACTIONS: None}, ["classes.toml:2: class 'CameraControl' has no file 'actions/camera_control.toml'"]),
@@ -59,6 +61,7 @@ WHOLE_FILES = [
         {ACTIONS: SOUND[ACTIONS].replace("parameters = []", MANY_PARAMETERS)},
         [f"{ACTIONS}:10: more than 255 parameters"],
     ),
+    ({ACTIONS: EXTENDED}, [f"{ACTIONS}:2: create and decode pair 'PanLeftEx' stands already in {ACTIONS}:11"]),
     ({"enums.toml": SECOND_ENUM}, ["enums.toml:12: enum id '4096' stands already in enums.toml:5"]),
 ]
 

@@ -7,6 +7,7 @@ from typing import Protocol
 
 from . import vocabulary
 from .model import Action, Catalogue, Enum, Parameter
+from .pairs import has_optional_form, pairs_of
 from .report import Place, Report
 
 _NAME = re.compile(r"[A-Za-z][A-Za-z0-9]*")
@@ -41,6 +42,9 @@ def _check_actions(catalogue: Catalogue, report: Report) -> None:
         if not 0 < action.code < vocabulary.FIRST_EXTENSION_ACTION_CODE:
             last = vocabulary.FIRST_EXTENSION_ACTION_CODE - 1
             report.add(action.place, f"action code {action.code} is outside 1 to {last}")
+    pairs = ((action.place, pair.name) for action in actions if action.export_ex for pair in pairs_of(action))
+    others = ((action.place, action.name) for action in actions if not action.export_ex)
+    _check_unique([*others, *pairs], "create and decode pair", report)
     for row in catalogue.classes:
         _check_ascending(row.actions, report)
     for action in [*actions, catalogue.event]:
@@ -68,6 +72,8 @@ def _check_parameters(parameters: list[Parameter], what: str, report: Report) ->
             report.add(row.place, "only a String can be narrow")
         if row.optional and row.type_name == "String":
             report.add(row.place, "a String is always optional")
+        elif row.optional and not has_optional_form(row):
+            report.add(row.place, f"no {row.type_name} can be optional")
 
 
 def _check_enums(catalogue: Catalogue, report: Report) -> None:

@@ -57,6 +57,11 @@ def _exports_of(line: str, place: Place, report: Report) -> list[Export]:
     return [Export(name, linux_only) for name in names]
 
 
+def with_generated(listed: list[Export], generated: list[str]) -> list[Export]:
+    """The listed exports and those that come from the catalogue, by ascending name."""
+    return sorted([*listed, *(Export(name, False) for name in generated)], key=lambda export: export.name)
+
+
 def emit(exports: list[Export]) -> dict[str, str]:
     linux = "\n".join(f"    {export.name};" for export in exports)
     windows = "\n".join(f"    {export.name}" for export in exports if not export.linux_only)

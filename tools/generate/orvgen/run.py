@@ -2,7 +2,7 @@
 
 from pathlib import Path
 
-from . import check, emit_header, emit_reference, emit_rows, exports, load
+from . import check, emit_create_decode, emit_header, emit_reference, emit_rows, exports, load
 from .report import Report
 
 
@@ -18,8 +18,9 @@ def generate(data: Path, export_list: Path) -> tuple[dict[str, str], Report]:
     for emitted in (
         emit_rows.emit(catalogue),
         emit_header.emit(catalogue),
+        emit_create_decode.emit(catalogue),
         emit_reference.emit(catalogue),
-        exports.emit(names),
+        exports.emit(exports.with_generated(names, emit_create_decode.names(catalogue))),
     ):
         files.update(emitted)
     return files, report

@@ -87,6 +87,86 @@ $values
 };
 """)
 
+CREATE_DECODE_FILE = Template("""\
+// Create and decode functions. Generated from src/catalogue/data; the work is in exports/create_decode.cpp.
+#include "OrvActions/OrvGenerated.h"
+#include "built_in_actions.h"
+#include "exports/create_decode.h"
+
+using namespace OrvPLC;
+
+$functions""")
+
+BUILT_IN_ACTIONS = Template("""\
+// The places of the built-in actions in the catalogue. Generated from src/catalogue/data.
+#pragma once
+
+#include <cstdint>
+
+namespace OrvPLC {
+
+enum class BuiltInAction : std::uint16_t {
+$actions};
+
+}  // namespace OrvPLC
+""")
+
+GENERATED_HEADER = Template("""\
+/* A create and a decode function for each built-in action, with its parameters as arguments. Part of OrvActions.h.
+ *
+ * Generated from the catalogue's data; C11 and C++17 alike. The arguments stand in the order in which the catalogue
+ * declares the parameters.
+ *
+ * Create. A new action with the given parameters, which the caller closes with OrvAct_CloseHandle; null on failure.
+ *
+ *  - Everything that is given is copied.
+ *  - An argument that a comment calls optional, and every text, may be null: the parameter then stays unset. Every
+ *    other pointer must not be null.
+ *  - char texts are in the system's ANSI code page, OrvWChar texts in UTF-16. Both end in a zero.
+ *  - A rectangle is four signed 16-bit coordinates in an int64_t, from the lowest bits: top, left, bottom, right.
+ *
+ * Decode. Takes an action apart. True when the handle is an action, or a match action, of the one that the function
+ * names. For any other it is false with "Wrong decode method" (code 1008, sub-code 3) as the last error, and no output
+ * is written. Without outputs it only asks whether the handle is that action.
+ *
+ *  - No output pointer may be null.
+ *  - A parameter that is not in the action gives 0, null, an empty record with a null name, or ORV_ENUM_VALUE_ABSENT
+ *    for a required parameter of an enum type.
+ *  - An optional parameter gives a pointer to its value inside the action, so that unset differs from 0. A Boolean is
+ *    there a 32-bit 0 or not 0.
+ *  - Optional channels and resources give null even if they are set. Read them with the operations of ITalvecAction.
+ *  - A value of another kind than the declared one is converted. One that cannot be converted leaves the output as it
+ *    was; for an optional date any kind but a date gives null.
+ *  - Texts and pointers, those in records included, belong to the action and live until that parameter changes or the
+ *    action ends. Do not free them. Items of a result data set live until the next read of that parameter.
+ *  - char texts come out as UTF-8.
+ *  - Converted values and narrow texts are kept in the action: decoding counts as a write to it.
+ */
+#ifndef ORV_GENERATED_H
+#define ORV_GENERATED_H
+
+#include "OrvActions/OrvTypes.h"
+
+/* What a decode function gives for a required parameter of an enum type that is not in the action. */
+#define ORV_ENUM_VALUE_ABSENT 0x7FFFFFFFu
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+$classes
+#if defined(__cplusplus)
+}
+#endif
+
+/* Calls X(pair, action) for each pair of functions, for tables of them in bindings and tests. The two names differ
+ * where parameters joined an action later: its second pair has them. */
+#define ORV_FOR_EACH_PAIR(X) \\
+$for_each_pair
+
+#endif
+""")
+
 VERSION_SCRIPT = Template("""\
 {
   global:

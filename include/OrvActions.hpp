@@ -1,0 +1,276 @@
+// The C++ wrapper of OrvActions.h: header only, C++17, the same source on every system.
+//
+//     #include <OrvActions.hpp>
+//     #include <iostream>
+//
+//     int main()
+//     {
+//         orv::Action action = orv::Action::Parse("PanLeft (Camera: 7, Speed: 3)");
+//         action.Set("Speed", action.Get<std::int32_t>("Speed").value_or(0) + 1);
+//         std::cout << action.TextUtf8() << '\n';
+//     }
+//
+//  - An orv::Action owns one reference to its object and gives it up at its end. It moves; a copy is asked for by name,
+//    Clone() or Duplicate(). It is empty when default-made or moved from, and then only good for assignment and tests.
+//  - Texts are std::u16string and std::u16string_view. Every text argument may also be UTF-8 (literals, std::string),
+//    and on Windows wide text. Names are found in any case.
+//  - Failures are thrown as orv::Error. An absent parameter is no failure: reads answer std::optional.
+//  - One action is for one thread at a time, for reads as well; different actions are independent.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "OrvActions/Cpp/Catalogue.hpp"
+#include "OrvActions/Cpp/Text.hpp"
+#include "OrvActions/Cpp/Values.hpp"
+
+namespace orv {
+
+// A parameter that an action carries.
+struct CarriedParameter {
+    std::u16string name;     // in the case in which it was set
+    std::uint32_t kind;      // ORV_KIND_...
+    std::uint32_t enumType;  // ORV_ENUM_..., 0 for none
+};
+
+namespace detail {
+
+#if defined(__IUnknown_INTERFACE_DEFINED__)
+using Status = HRESULT;
+using Count = ULONG;
+#else
+using Status = std::int32_t;
+using Count = std::uint32_t;
+#endif
+
+// Lives on the stack; the library does not call the three operations of the root.
+class ParameterCollector final : public ITalvecParameterEnumerator {
+public:
+    std::vector<CarriedParameter> parameters;
+
+    Status ORV_CALL QueryInterface(const TOrvGuid&, void**) override { return -1; }
+    Count ORV_CALL AddRef() override { return 1; }
+    Count ORV_CALL Release() override { return 1; }
+    void ORV_CALL OnParameter(const OrvWChar* name, std::uint32_t kind, std::uint32_t enumType) override
+    {
+        parameters.push_back({std::u16string(View(name)), kind, enumType});
+    }
+};
+
+// Runs a store into a buffer: most texts fit the first one, others are asked for again at their size.
+template <class String, class Unit, class Store>
+String StoredText(Store store)
+{
+    Unit first[256];
+    std::uint32_t required = 0;
+    const auto result = [&](const Unit* text) {
+        return String(reinterpret_cast<const typename String::value_type*>(text), required - 1);
+    };
+    if (store(first, std::uint32_t{256}, &required)) return result(first);
+    if (required <= 256) throw Error::Last();
+    std::vector<Unit> buffer(required);
+    Check(store(buffer.data(), required, &required));
+    return result(buffer.data());
+}
+
+}  // namespace detail
+
+class Action {
+public:
+    // ---- life -----------------------------------------------------------------------------------------------------
+
+    Action() noexcept = default;
+    // Takes over the reference that a function of OrvActions.h has handed out; null gives an empty action.
+    explicit Action(TOrvHandle handle) noexcept : handle_(handle) {}
+    Action(Action&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    Action& operator=(Action&& other) noexcept
+    {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+    ~Action()
+    {
+        if (handle_) OrvAct_CloseHandle(handle_);
+    }
+
+    // A new action without parameters: by a name, known to the catalogue or not, or by a code (ORV_ACTION_...), which
+    // must be known.
+    static Action Named(const TextArg& name) { return Made(Talvec_Action_CreateActionByName(name.c_str())); }
+    static Action OfCode(std::uint32_t code)
+    {
+        return Made(Talvec_Action_CreateActionByCode(code), "The catalogue does not know this action.");
+    }
+
+    // The action that a technical text begins with. TryParse answers an empty action for a text that holds none, and
+    // tells how many UTF-16 units it has read. Both throw for a text that cannot be read at all.
+    static Action Parse(const TextArg& text)
+    {
+        Action action = TryParse(text);
+        if (!action) throw Error("The text holds no action.");
+        return action;
+    }
+    static Action TryParse(const TextArg& text, std::size_t* consumed = nullptr)
+    {
+        std::uint32_t units = 0;
+        Action action(OrvAct_CreateFromTextBufferW(text.c_str(), text.size(), ORV_EXPECT_ANY, 0, &units));
+        TOrvLastErrorInfo info{};
+        if (!action && OrvAct_GetLastError(&info)) throw Error::Last();
+        if (consumed) *consumed = units;
+        return action;
+    }
+
+    // An independent object with the same content.
+    Action Clone() const
+    {
+        TOrvHandle clone = nullptr;
+        detail::Check(OrvAct_CloneHandle(handle_, &clone));
+        return Action(clone);
+    }
+    // A second owner of the same object.
+    Action Duplicate() const
+    {
+        detail::Check(OrvAct_DuplicateHandle(handle_));
+        return Action(handle_);
+    }
+    // A match action with the same name and a copy of the parameters.
+    Action ToMatchAction() const
+    {
+        TOrvHandle match = nullptr;
+        detail::Check(OrvAct_CreateMatchActionFromTemplate(handle_, &match));
+        return Action(match);
+    }
+
+    explicit operator bool() const noexcept { return handle_ != nullptr; }
+    TOrvHandle Handle() const noexcept { return handle_; }  // borrowed
+    TOrvHandle Detach() noexcept { return std::exchange(handle_, nullptr); }  // the caller closes it
+
+    // Same name and same parameters, values compared exactly; an action never equals a match action.
+    friend bool operator==(const Action& a, const Action& b)
+    {
+        OrvBool equal = 0;
+        detail::Check(OrvAct_Equal(a.handle_, b.handle_, &equal));
+        return equal != 0;
+    }
+    friend bool operator!=(const Action& a, const Action& b) { return !(a == b); }
+
+    // ---- what it is -----------------------------------------------------------------------------------------------
+
+    // The name in the catalogue's spelling, and the plain name, which is "" for an unknown action. Borrowed.
+    std::u16string_view Name() const { return View(Interface()->GetActionName()); }
+    std::u16string_view PlainName() const { return View(Interface()->GetActionPlainName()); }
+    std::uint32_t Code() const { return Interface()->GetActionCode(); }            // ORV_ACTION_..., 0 when unknown
+    std::uint32_t ClassCode() const { return Interface()->GetActionClassCode(); }  // ORV_CLASS_...
+    bool IsMatchAction() const { return Interface()->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION; }
+
+    // ---- parameters -----------------------------------------------------------------------------------------------
+
+    // The types that T may be stand in OrvActions/Cpp/Values.hpp. Nothing is answered for a parameter that is absent or
+    // whose value does not convert to T.
+    template <class T>
+    std::optional<T> Get(const TextArg& name) const
+    {
+        return detail::ValueOf<T>::Read(handle_, name);
+    }
+
+    // Stores a parameter of the kind that belongs to T, in place of whatever was there.
+    template <class T>
+    void Set(const TextArg& name, const T& value)
+    {
+        detail::Record record;
+        detail::ValueOf<std::decay_t<const T&>>::Write(record, value);
+        detail::Check(Talvec_Action_SetParameterByName(handle_, name.c_str(), record.get()));
+    }
+
+    bool Has(const TextArg& name) const { return Interface()->HasParameter(name.c_str()); }
+    void Remove(const TextArg& name) { Interface()->RemoveParameter(name.c_str()); }
+
+    // What the action carries, in order of the lower-cased names.
+    std::vector<CarriedParameter> Parameters() const
+    {
+        detail::ParameterCollector collector;
+        Interface()->EnumerateParameters(&collector);
+        return std::move(collector.parameters);
+    }
+
+    // ---- parameters by role, whatever they are called ---------------------------------------------------------------
+
+    std::optional<Channel> VideoInput() const { return Role(OrvAct_GetVideoInput); }
+    std::optional<Channel> VideoOutput() const { return Role(OrvAct_GetVideoOutput); }
+    std::optional<Channel> InputContact() const { return Role(OrvAct_GetInputContact); }
+    std::optional<Channel> OutputContact() const { return Role(OrvAct_GetOutputContact); }
+    // These throw when the action has no such role.
+    void SetVideoInput(const Channel& channel) { SetRole(OrvAct_SetVideoInput, channel); }
+    void SetVideoOutput(const Channel& channel) { SetRole(OrvAct_SetVideoOutput, channel); }
+    void SetInputContact(const Channel& channel) { SetRole(OrvAct_SetInputContact, channel); }
+    void SetOutputContact(const Channel& channel) { SetRole(OrvAct_SetOutputContact, channel); }
+
+    // ---- match actions --------------------------------------------------------------------------------------------
+
+    // Whether an action is one of those that this match action describes.
+    bool Matches(const Action& action) const
+    {
+        OrvBool matches = 0;
+        detail::Check(OrvMatchAct_Matches(handle_, action.handle_, &matches));
+        return matches != 0;
+    }
+    // What people call the match action; "" for other actions, which have none.
+    std::u16string Description() const
+    {
+        const OrvWChar* text = nullptr;
+        detail::Check(OrvMatchAct_GetDescriptionW(handle_, &text));
+        return std::u16string(View(text));
+    }
+    void SetDescription(const TextArg& text) { detail::Check(OrvMatchAct_SetDescriptionW(handle_, text.c_str())); }
+
+    // ---- forms ----------------------------------------------------------------------------------------------------
+
+    // Technical text, which Parse reads back, and plain text for people.
+    std::u16string Text() const { return Stored(false); }
+    std::u16string PlainText() const { return Stored(true); }
+    std::string TextUtf8() const { return StoredUtf8(false); }
+    std::string PlainTextUtf8() const { return StoredUtf8(true); }
+
+private:
+    static Action Made(TOrvHandle handle, const char* otherwise = "The action could not be made.")
+    {
+        if (!handle) throw Error::Last(otherwise);
+        return Action(handle);
+    }
+
+    ITalvecAction* Interface() const { return OrvInterfaceOf(handle_); }
+
+    std::optional<Channel> Role(OrvBool (*get)(TOrvHandle, const TOrvChannelValue**)) const
+    {
+        const TOrvChannelValue* channel = nullptr;
+        detail::Check(get(handle_, &channel));
+        return channel ? std::optional<Channel>(detail::ValueOf<Channel>::From(*channel)) : std::nullopt;
+    }
+    void SetRole(OrvBool (*set)(TOrvHandle, const TOrvChannelValue*), const Channel& channel)
+    {
+        const TOrvChannelValue plain = detail::ValueOf<Channel>::ToPlain(channel);
+        detail::Check(set(handle_, &plain));
+    }
+
+    std::u16string Stored(bool plain) const
+    {
+        return detail::StoredText<std::u16string, OrvWChar>([&](OrvWChar* buffer, std::uint32_t size,
+                                                                std::uint32_t* required) {
+            return OrvAct_StoreToTextBufferW(handle_, buffer, size, plain, 0, required);
+        });
+    }
+    std::string StoredUtf8(bool plain) const
+    {
+        return detail::StoredText<std::string, char>([&](char* buffer, std::uint32_t size, std::uint32_t* required) {
+            return OrvAct_StoreToTextBufferA(handle_, buffer, size, plain, 1, required);
+        });
+    }
+
+    TOrvHandle handle_ = nullptr;
+};
+
+}  // namespace orv

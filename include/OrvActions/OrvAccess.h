@@ -1,0 +1,146 @@
+/* What an action is and what it holds, without knowing its parameters. Part of OrvActions.h.
+ *
+ * Parameters are found by role, that is by what the catalogue says they designate (ORV_VIEW_...), or by name. */
+#ifndef ORV_ACCESS_H
+#define ORV_ACCESS_H
+
+#include "OrvActions/OrvTypes.h"
+
+/* Declares a function of the match action families, OrvMatchAct_<name> and TalvecMatchAct_<name>. */
+#define ORV_MATCH_TWIN(result, name, arguments)   \
+    ORV_API result OrvMatchAct_##name arguments;  \
+    ORV_API result TalvecMatchAct_##name arguments
+
+/* Declares a function of all four families: the same operation on an action or a match action. */
+#define ORV_EVERY_TWIN(result, name, arguments) \
+    ORV_TWIN(result, name, arguments);          \
+    ORV_MATCH_TWIN(result, name, arguments)
+
+/* Declares a function of the Talvec families alone: Talvec_Action_<name> and TalvecMatchAct_<name>. */
+#define ORV_TALVEC_TWIN(result, name, arguments)   \
+    ORV_API result Talvec_Action_##name arguments; \
+    ORV_API result TalvecMatchAct_##name arguments
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+/* ---- what an action is ------------------------------------------------------------------------------------------ */
+
+/* All four families. The code of the action (ORV_ACTION_...) and of its class (ORV_CLASS_...); 0 for an action that the
+ * catalogue does not know. */
+ORV_EVERY_TWIN(OrvBool, GetActionCode, (TOrvHandle handle, uint32_t* code));
+ORV_EVERY_TWIN(OrvBool, GetActionClass, (TOrvHandle handle, uint32_t* classCode));
+
+/* All four families. The name in the catalogue's spelling, or as it was given for an action that the catalogue does not
+ * know. The narrow form is in the ANSI code page; for an unknown action its first read counts as a write. */
+ORV_EVERY_TWIN(OrvBool, GetActionNameW, (TOrvHandle handle, const OrvWChar** name));
+ORV_EVERY_TWIN(OrvBool, GetActionNameA, (TOrvHandle handle, const char** name));
+
+/* All four families. The plain name, native or neutral as OrvAct_SetNativeTranslation says; "" for an action that the
+ * catalogue does not know. It belongs to the catalogue and stays until somebody writes another. */
+ORV_EVERY_TWIN(OrvBool, GetActionPlainNameW, (TOrvHandle handle, const OrvWChar** name));
+ORV_EVERY_TWIN(OrvBool, GetActionPlainNameA, (TOrvHandle handle, const char** name));
+
+/* Both Talvec families. Flags and priority of the action in the catalogue; 0 when it is unknown. */
+ORV_TALVEC_TWIN(OrvBool, GetActionFlags, (TOrvHandle handle, uint32_t* flags));
+ORV_TALVEC_TWIN(OrvBool, GetActionPriority, (TOrvHandle handle, uint32_t* priority));
+
+/* 1 for an action, 2 for a match action. */
+ORV_API OrvBool OrvAct_GetMessageClass(TOrvHandle handle, uint32_t* messageClass);
+/* The message kind itself, ORV_MESSAGE_...: 3 for an action, 4 for a match action. */
+ORV_API OrvBool Talvec_Action_GetMessageClass(TOrvHandle handle, uint32_t* messageClass);
+
+/* ---- marks of the caller ---------------------------------------------------------------------------------------- */
+
+/* Both families. Values that the library keeps with the object and never looks at. They are 0 in a new object, a clone
+ * included, take no part in comparisons and are in no text, binary or JSON form. */
+ORV_TWIN(OrvBool, SetMessageFlags, (TOrvHandle handle, uint32_t flags));
+ORV_TWIN(OrvBool, GetMessageFlags, (TOrvHandle handle, uint32_t* flags));
+ORV_TWIN(OrvBool, SetInternalData, (TOrvHandle handle, uint64_t data));
+ORV_TWIN(OrvBool, GetInternalData, (TOrvHandle handle, uint64_t* data));
+
+/* ---- parameters by role ----------------------------------------------------------------------------------------- */
+
+/* Both families. The channel in a role, wherever the action carries it: the first parameter of that role that is set,
+ * in the catalogue's order. The video input is also looked for among PTZ heads and audio inputs.
+ *   channel  out, not null; borrows a record inside the object, or null when the action has no such role or it is not
+ *            set, which is a success
+ * The record is overwritten by the next read of any role on the same action, and its name lives as long as the
+ * parameter: copy what you keep. A value in the role that is no channel leaves in the record what was there before.
+ * As reads write that record, two threads must not read one action at the same time. */
+ORV_TWIN(OrvBool, GetVideoInput, (TOrvHandle handle, const TOrvChannelValue** channel));
+ORV_TWIN(OrvBool, GetVideoOutput, (TOrvHandle handle, const TOrvChannelValue** channel));
+ORV_TWIN(OrvBool, GetInputContact, (TOrvHandle handle, const TOrvChannelValue** channel));
+ORV_TWIN(OrvBool, GetOutputContact, (TOrvHandle handle, const TOrvChannelValue** channel));
+
+/* Both families. Stores a channel in the first parameter of a role, in the catalogue's order, in place of whatever was
+ * there.
+ *   channel  not null; copied
+ * The families differ where the action has no such role: OrvAct_ fails with the code ORV_ERROR and the sub-code
+ * ORV_SUBERROR_NO_SUCH_ROLE, Talvec_Action_ answers true and stores nothing. */
+ORV_TWIN(OrvBool, SetVideoInput, (TOrvHandle handle, const TOrvChannelValue* channel));
+ORV_TWIN(OrvBool, SetVideoOutput, (TOrvHandle handle, const TOrvChannelValue* channel));
+ORV_TWIN(OrvBool, SetInputContact, (TOrvHandle handle, const TOrvChannelValue* channel));
+ORV_TWIN(OrvBool, SetOutputContact, (TOrvHandle handle, const TOrvChannelValue* channel));
+
+/* Both families. The foreign key that an action carries, as a 64-bit number; a borrowed pointer under the rules of
+ * OrvAct_GetVideoInput, null when there is none. */
+ORV_TWIN(OrvBool, GetForeignKey, (TOrvHandle handle, const int64_t** foreignKey));
+
+/* The first 32-bit parameter of the action in the catalogue's order, enums included; 0 when the action has none or it
+ * is not set. Always a success. */
+ORV_API OrvBool OrvAct_GetGenericInt32Parameter(TOrvHandle handle, int32_t* value);
+
+/* ---- parameters by name ----------------------------------------------------------------------------------------- */
+
+/* Both Talvec families. Reads a parameter of any kind.
+ *   name   in any case; null reads as ""
+ *   value  not null. Kind, enum and the member of the payload that the kind uses are filled. For the kinds String and
+ *          ResultDataSet the text is a new system string; the text that the record had is freed first, so begin with
+ *          null, reuse the record for as many reads as you like and free its last text with SysFreeString. Names of
+ *          event types, channels and resources point into the parameter.
+ * False, without a last error and with the record untouched, when the parameter is absent. */
+ORV_TALVEC_TWIN(OrvBool, GetParameterByName, (TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value));
+
+/* Both Talvec families. Stores a parameter of any kind under a name, in place of whatever was there.
+ *   name   in any case, kept as written; known to the catalogue or not; null reads as ""
+ *   value  not null; copied. A null name or text reads as "". The text is a system string. A kind that does not exist
+ *          stores a value without content. */
+ORV_TALVEC_TWIN(OrvBool, SetParameterByName,
+                (TOrvHandle handle, const OrvWChar* name, const TOrvParameterValue* value));
+
+/* ---- names from the configuration ------------------------------------------------------------------------------- */
+
+/* What a caller knows of its configuration, for OrvAct_UpdateActionInfo. Each callback gets the context of that call
+ * and a record with what the action holds, and brings the record up to date: ids, numbers and names. The result is
+ * whether it knows the thing. A name that it puts there must live until the next callback or the end of the call; null
+ * reads as "". A null callback leaves out what it stands for. */
+typedef struct TOrvActionInfoUpdateCallbacks {
+    OrvWord reserved; /* not read */
+    OrvBool (*videoInput)(OrvWord context, TOrvChannelValue* channel); /* PTZ heads and audio inputs as well */
+    OrvBool (*videoOutput)(OrvWord context, TOrvChannelValue* channel);
+    OrvBool (*inputContact)(OrvWord context, TOrvChannelValue* channel);
+    OrvBool (*outputContact)(OrvWord context, TOrvChannelValue* channel);
+    OrvBool (*eventType)(OrvWord context, TOrvEventTypeValue* eventType);
+    /* Time ranges, backup destinations, schedules and sources, logic rules; the view (ORV_VIEW_...) tells which. */
+    OrvBool (*resource)(OrvWord context, uint32_t view, TOrvResourceValue* resource);
+    /* Parameter sets of a camera, whose id stands behind the last pointer. */
+    OrvBool (*resourceOfChannel)(OrvWord context, uint32_t view, TOrvResourceValue* resource,
+                                 const uint64_t* channelId);
+} TOrvActionInfoUpdateCallbacks;
+
+/* Both families. Refreshes what an action carries of channels, contacts, event types and resources from the caller's
+ * configuration. Only parameters that are set and that the catalogue declares are looked at; what a callback does not
+ * know stays as it was.
+ *   context    passed to the callbacks
+ *   callbacks  not null
+ *   allKnown   out, not null: false when a callback did not know what it was asked for */
+ORV_TWIN(OrvBool, UpdateActionInfo,
+         (TOrvHandle handle, OrvWord context, const TOrvActionInfoUpdateCallbacks* callbacks, OrvBool* allKnown));
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

@@ -1,0 +1,44 @@
+/* The binary form: how actions travel between processes and ride inside event records. Part of OrvActions.h.
+ *
+ * Little-endian and self-describing: every field carries its name and kind, so a reader with another catalogue keeps
+ * what it does not know. docs/binary-form.md shows it byte by byte. */
+#ifndef ORV_BINARY_H
+#define ORV_BINARY_H
+
+#include "OrvActions/OrvTypes.h"
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+/* Both families. Stores the binary form of an action.
+ *   buffer    may be null, which measures
+ *   size      in bytes
+ *   required  out, may be null: the length of the form in bytes, whether it fitted or not
+ * Other than with texts, a buffer that is too small holds the fields that fitted in whole; the result is false and the
+ * last error "buffer too small" all the same. */
+ORV_TWIN(OrvBool, StoreToBinBuffer, (TOrvHandle handle, void* buffer, uint32_t size, uint32_t* required));
+
+/* Both families. Reads one action or match action from its binary form.
+ *   data          any alignment; null is an empty buffer
+ *   size          in bytes; more may follow the action, so buffers can stand end to end
+ *   expectedKind  what may be built: ORV_EXPECT_ANY or 0x7FFFFFFF both, 1 or 3 actions only, 2 or 4 match actions only,
+ *                 anything else nothing
+ *   consumed      out, may be null: the bytes read
+ * The result is a new handle that the caller closes, or null, without a last error, for a buffer of another kind.
+ *
+ * A buffer that ends too early is no failure: the result holds the parameters that were read in whole, and consumed is
+ * an error instead of a position: the bytes that were left in front of the field that did not fit, or 0xFFFFFFFF when
+ * the buffer ended exactly between two fields. When only the last field is missing, that one is empty and consumed is
+ * size + 1.
+ *
+ * The kinds 1 and 2 tag the sibling platform's buffers, which its library turns into text; consumed then counts the
+ * characters of that text, whose faults are stored as those of OrvAct_CreateFromTextBufferW. */
+ORV_TWIN(TOrvHandle, CreateFromBinBuffer,
+         (const void* data, uint32_t size, uint32_t expectedKind, uint32_t* consumed));
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

@@ -1,0 +1,331 @@
+/* The catalogue: which classes, actions, parameters and enum values there are. Part of OrvActions.h.
+ *
+ * There are two families of queries over one catalogue. OrvAct_ reports public type codes and no priorities;
+ * Talvec_Action_ reports the internal fields. They differ in their records, TOrv... and TTalvec..., and where a comment
+ * says so. A comment that names one function of a pair holds for both.
+ *
+ *  - All texts of a record are borrowed from the catalogue. Names stay where they are for the life of the process;
+ *    plain names and descriptions stay until a Set... call writes the same text again. A stands for the ANSI code page,
+ *    U for UTF-8, W for UTF-16.
+ *  - Plain names come from the native or from the neutral text set, see OrvAct_SetNativeTranslation. Descriptions are
+ *    the same in both.
+ *  - Record pointers are not null. A query that fails leaves the record as it was.
+ *  - None of these functions reads or writes the last error: an unknown key is no fault.
+ *  - Enumerations fill at most `capacity` records and return how many they filled, with no sign that there are more;
+ *    ask for the number first. Classes and actions come in order of their lower-cased names, parameters in order of
+ *    declaration, enum values in order of enum and value.
+ *  - A Set... call takes PlainNameW and DescriptionW of the record, both not null, copies them and derives the narrow
+ *    forms. The plain name goes into the selected text set. An empty text leaves what is there, so no text can be
+ *    cleared. Other fields are ignored, apart from those that a comment names as the key. What is written lasts as
+ *    long as the process; nothing is stored. */
+#ifndef ORV_CATALOGUE_H
+#define ORV_CATALOGUE_H
+
+#include "OrvActions/OrvTypes.h"
+
+/* Public type codes, which OrvAct_ queries report. An enum has a code from ORV_TYPE_FIRST_ENUM on, which is its id
+ * (ORV_ENUM_...) without bit 0x1000, plus 10. */
+enum {
+    ORV_TYPE_INT32 = 0,
+    ORV_TYPE_INT64 = 1,
+    ORV_TYPE_DATE_TIME = 2,
+    ORV_TYPE_STRING = 4,
+    ORV_TYPE_BOOLEAN = 5,
+    ORV_TYPE_GUID = 6,
+    ORV_TYPE_EVENT_TYPE = 7,
+    ORV_TYPE_MEDIA_CHANNEL = 8,
+    ORV_TYPE_RESOURCE = 9,
+    ORV_TYPE_FIRST_ENUM = 10,
+    ORV_TYPE_DOUBLE = 100, /* this code and the next two are also those of the enums of ids 0x105A to 0x105C */
+    ORV_TYPE_RECT = 101,
+    ORV_TYPE_RESULT_DATA_SET = 102,
+    ORV_TYPE_UNKNOWN = 0x7FFFFFFF
+};
+
+/* Filters of the OrvAct_ enum functions, besides a public type code. */
+#define ORV_ALL_ENUM_VALUES 0x7FFFFFFFu
+
+/* Kinds of filter of the Talvec_Action_ enum functions. */
+enum { ORV_ENUM_KIND_ALL = 0, ORV_ENUM_KIND_BOOLEAN = 1, ORV_ENUM_KIND_BY_ID = 2 };
+
+/* The action code that stands for the general parameters in the Talvec_Action_ parameter functions. */
+#define ORV_GENERAL_PARAMETERS 0u
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+typedef struct TOrvActionClassPlainInfo {
+    uint32_t Code;           /* ORV_CLASS_... */
+    const char* NameA;       /* programmatic name */
+    const OrvWChar* NameW;
+    const void* Reserved;    /* always null */
+    const char* PlainNameA;  /* display name */
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA;
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TOrvActionClassPlainInfo;
+
+typedef struct TOrvActionPlainInfo {
+    uint32_t ClassCode;      /* ORV_CLASS_..., 0 for an action without class */
+    uint32_t Code;           /* ORV_ACTION_..., 0 for the event description */
+    uint32_t Flags;          /* 0 for everything built in */
+    uint32_t ParameterCount; /* own parameters, or event fields */
+    const char* NameA;
+    const OrvWChar* NameW;
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA;
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TOrvActionPlainInfo;
+
+/* A parameter of an action, an event field or the description of match actions. */
+typedef struct TOrvParameterPlainInfo {
+    uint32_t Type;           /* public type code */
+    uint32_t View;           /* ORV_VIEW_... */
+    uint32_t Reserved;       /* always 0 */
+    const char* NameA;
+    const OrvWChar* NameW;
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA;
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TOrvParameterPlainInfo;
+
+typedef struct TOrvEnumValuePlainInfo {
+    uint32_t Type;           /* public type code of the enum */
+    uint32_t Value;
+    const char* NameA;
+    const OrvWChar* NameW;   /* in a Set... call: the description */
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const void* Reserved;    /* left as it was */
+} TOrvEnumValuePlainInfo;
+
+typedef struct TTalvecActionClassPlainInfo {
+    uint32_t Code;           /* ORV_CLASS_... */
+    uint32_t Priority;
+    uint32_t Flags;          /* 0 for everything built in */
+    const char* NameA;
+    const OrvWChar* NameW;
+    const void* Reserved;    /* always null */
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA;
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TTalvecActionClassPlainInfo;
+
+typedef struct TTalvecActionPlainInfo {
+    uint32_t ClassCode;      /* ORV_CLASS_..., 0 for an action without class */
+    uint32_t Code;           /* ORV_ACTION_..., 0 for the event description */
+    uint32_t Priority;
+    uint32_t Flags;          /* 0 for everything built in */
+    uint32_t Reserved;       /* left as it was */
+    uint32_t ParameterCount; /* own parameters, or event fields */
+    const char* NameA;
+    const OrvWChar* NameW;
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA;
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TTalvecActionPlainInfo;
+
+/* A parameter of an action, a general parameter, an event field or the description of match actions. */
+typedef struct TTalvecParameterPlainInfo {
+    uint32_t Type;           /* ORV_KIND_... */
+    uint32_t View;           /* ORV_VIEW_... */
+    uint32_t Priority;       /* level of detail: plain text hides what exceeds the priority level */
+    uint32_t EnumType;       /* 0 none, 1 the Boolean enum, else ORV_ENUM_... */
+    uint32_t DbField;        /* ORV_COLUMN_... bits */
+    const char* NameA;
+    const OrvWChar* NameW;
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA;
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TTalvecParameterPlainInfo;
+
+typedef struct TTalvecEnumValuePlainInfo {
+    uint32_t EnumId;         /* 1 for the Boolean enum, else ORV_ENUM_... */
+    uint32_t Value;
+    const char* NameA;
+    const OrvWChar* NameW;   /* in a Set... call: the description */
+    const char* PlainNameA;
+    const char* PlainNameU;
+    const OrvWChar* PlainNameW;
+    const char* DescriptionA; /* in a Set... call ignored, as are the next two */
+    const char* DescriptionU;
+    const OrvWChar* DescriptionW;
+} TTalvecEnumValuePlainInfo;
+
+/* Declares a function of both families that differs in its record alone. */
+#define ORV_RECORD_TWIN(result, name, orvArguments, talvecArguments) \
+    ORV_API result OrvAct_##name orvArguments;                       \
+    ORV_API result Talvec_Action_##name talvecArguments
+
+/* ---- lookups ---------------------------------------------------------------------------------------------------- */
+
+/* Both families. The code of an action by its name in any case, 0 when unknown or null. */
+ORV_TWIN(uint32_t, GetActionCodeByNameW, (const OrvWChar* name));
+ORV_TWIN(uint32_t, GetActionCodeByNameA, (const char* name));
+
+/* Both families. The code of a class by its name in any case. 0 when unknown or null, which reads like the class
+ * System. */
+ORV_TWIN(uint32_t, GetActionClassByNameW, (const OrvWChar* name));
+ORV_TWIN(uint32_t, GetActionClassByNameA, (const char* name));
+
+/* Both families. The code of the action that was registered at a position, counted from 0; 0 past the end. */
+ORV_TWIN(uint32_t, GetActionCodeByIndex, (uint32_t index));
+
+/* Both families. The position of an action by its code. 0 when unknown, which reads like the first action. */
+ORV_TWIN(uint32_t, GetInternalIndexByCode, (uint32_t code));
+
+/* ---- switches of the process ------------------------------------------------------------------------------------ */
+
+/* Both families. Selects the text set of plain names, for reading and for writing: native (after load) or neutral. A
+ * neutral plain name is the programmatic name until somebody writes another. The result is always true. Meant to be
+ * set at start; there is no lock. */
+ORV_TWIN(OrvBool, SetNativeTranslation, (OrvBool native));
+ORV_TWIN(OrvBool, GetNativeTranslation, (OrvBool* native));
+
+/* Sets the level of detail, 5 after load: parameters whose priority exceeds it are hidden from plain text and left out
+ * by stores that apply it. The result is always true. Meant to be set at start; there is no lock. */
+ORV_API OrvBool Talvec_Action_SetPriorityLevel(uint32_t level);
+ORV_API OrvBool Talvec_Action_GetPriorityLevel(uint32_t* level);
+
+/* ---- classes ---------------------------------------------------------------------------------------------------- */
+
+ORV_TWIN(uint32_t, GetNumberOfActionClasses, (void));
+
+/* Fills records with all classes. */
+ORV_RECORD_TWIN(uint32_t, EnumerateActionClasses,
+                (TOrvActionClassPlainInfo* records, uint32_t capacity),
+                (TTalvecActionClassPlainInfo* records, uint32_t capacity));
+
+/* Fills a record with the class of a code; false when unknown. */
+ORV_RECORD_TWIN(OrvBool, GetActionClassInfo,
+                (TOrvActionClassPlainInfo* record, uint32_t classCode),
+                (TTalvecActionClassPlainInfo* record, uint32_t classCode));
+
+/* Writes the texts of the class that the field Code names; false when unknown. */
+ORV_RECORD_TWIN(OrvBool, SetActionClassPlainInfo,
+                (const TOrvActionClassPlainInfo* record),
+                (const TTalvecActionClassPlainInfo* record));
+
+/* ---- actions ---------------------------------------------------------------------------------------------------- */
+
+ORV_TWIN(uint32_t, GetNumberOfActions, (void));
+
+/* Fills records with all actions. */
+ORV_RECORD_TWIN(uint32_t, EnumerateActions,
+                (TOrvActionPlainInfo* records, uint32_t capacity),
+                (TTalvecActionPlainInfo* records, uint32_t capacity));
+
+/* Fills a record with the action of a code; false when unknown. */
+ORV_RECORD_TWIN(OrvBool, GetActionInfo,
+                (TOrvActionPlainInfo* record, uint32_t code),
+                (TTalvecActionPlainInfo* record, uint32_t code));
+
+/* Writes the texts of the action that the field Code names; false when unknown. */
+ORV_RECORD_TWIN(OrvBool, SetActionPlainInfo,
+                (const TOrvActionPlainInfo* record),
+                (const TTalvecActionPlainInfo* record));
+
+/* ---- parameters ------------------------------------------------------------------------------------------------- */
+
+/* The number of an action's own parameters, 0 when the code is unknown. Here and below, Talvec_Action_ takes the code
+ * ORV_GENERAL_PARAMETERS for the parameters that any action may carry, in order of registration. */
+ORV_TWIN(uint32_t, GetNumberOfActionParameters, (uint32_t code));
+
+/* Fills records with the parameters of an action. */
+ORV_RECORD_TWIN(uint32_t, EnumerateActionParameters,
+                (TOrvParameterPlainInfo* records, uint32_t capacity, uint32_t code),
+                (TTalvecParameterPlainInfo* records, uint32_t capacity, uint32_t code));
+
+/* Fills a record with one parameter of an action, counted from 0; false when the code is unknown or the index past the
+ * end. */
+ORV_RECORD_TWIN(OrvBool, GetActionParameterInfo,
+                (TOrvParameterPlainInfo* record, uint32_t code, uint32_t index),
+                (TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index));
+
+/* Writes the texts of one parameter of one action; other actions with a parameter of that name keep theirs. A general
+ * parameter (Talvec_Action_, code 0) is found by the field NameW in any case, and the index is not used. */
+ORV_RECORD_TWIN(OrvBool, SetActionParameterPlainInfo,
+                (const TOrvParameterPlainInfo* record, uint32_t code, uint32_t index),
+                (const TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index));
+
+/* The description of match actions, which is the general parameter Comment. */
+ORV_RECORD_TWIN(OrvBool, GetMatchActionDescriptionInfo,
+                (TOrvParameterPlainInfo* record),
+                (TTalvecParameterPlainInfo* record));
+ORV_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo,
+                (const TOrvParameterPlainInfo* record),
+                (const TTalvecParameterPlainInfo* record));
+
+/* ---- event records ---------------------------------------------------------------------------------------------- */
+
+/* What an event record is: an action that nobody can create, whose parameters are the event fields. */
+ORV_RECORD_TWIN(OrvBool, GetEventDescriptionInfo,
+                (TOrvActionPlainInfo* record),
+                (TTalvecActionPlainInfo* record));
+ORV_RECORD_TWIN(OrvBool, SetEventDescriptionPlainInfo,
+                (const TOrvActionPlainInfo* record),
+                (const TTalvecActionPlainInfo* record));
+
+/* Fills records with the event fields. */
+ORV_RECORD_TWIN(uint32_t, EnumerateEventFields,
+                (TOrvParameterPlainInfo* records, uint32_t capacity),
+                (TTalvecParameterPlainInfo* records, uint32_t capacity));
+
+/* Fills a record with one event field, counted from 0, or writes its texts; false when the index is past the end. */
+ORV_RECORD_TWIN(OrvBool, GetEventFieldInfo,
+                (TOrvParameterPlainInfo* record, uint32_t index),
+                (TTalvecParameterPlainInfo* record, uint32_t index));
+ORV_RECORD_TWIN(OrvBool, SetEventFieldPlainInfo,
+                (const TOrvParameterPlainInfo* record, uint32_t index),
+                (const TTalvecParameterPlainInfo* record, uint32_t index));
+
+/* ---- enum values ------------------------------------------------------------------------------------------------ */
+
+/* The number of values of one enum by its public type code, or of all with ORV_ALL_ENUM_VALUES. */
+ORV_API uint32_t OrvAct_GetNumberOfEnumValues(uint32_t publicType);
+
+/* The same by kind: all, the Boolean enum, or with any other kind the enum of an id (ORV_ENUM_...); the id is used with
+ * the last alone. */
+ORV_API uint32_t Talvec_Action_GetNumberOfEnumValues(uint32_t kind, uint32_t id);
+
+/* Fill records with the values that the filter lets through; filters as above. */
+ORV_API uint32_t OrvAct_EnumerateEnumValues(TOrvEnumValuePlainInfo* records, uint32_t capacity, uint32_t publicType);
+ORV_API uint32_t Talvec_Action_EnumerateEnumValues(TTalvecEnumValuePlainInfo* records, uint32_t capacity,
+                                                   uint32_t kind, uint32_t id);
+
+/* Fill a record with one value of an enum; false when unknown. Kind 1 means the Boolean enum, every other kind the enum
+ * of the id. */
+ORV_API OrvBool OrvAct_GetEnumValueInfo(TOrvEnumValuePlainInfo* record, uint32_t publicType, uint32_t value);
+ORV_API OrvBool Talvec_Action_GetEnumValueInfo(TTalvecEnumValuePlainInfo* record, uint32_t kind, uint32_t id,
+                                               uint32_t value);
+
+/* Writes the texts of the value that the fields Type or EnumId, and Value, name; false when unknown. The description is
+ * taken from the field NameW: a record fresh from a Get... call makes the name the description. */
+ORV_RECORD_TWIN(OrvBool, SetEnumValuePlainInfo,
+                (const TOrvEnumValuePlainInfo* record),
+                (const TTalvecEnumValuePlainInfo* record));
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

@@ -1,0 +1,28 @@
+/* The JSON form of an action, for web-facing clients. Part of OrvActions.h.
+ *
+ * It is written and never read. docs/json-form.md shows all of it. Keys are not escaped, and tabs and line breaks
+ * stand raw in strings. */
+#ifndef ORV_JSON_H
+#define ORV_JSON_H
+
+#include "OrvActions/OrvTypes.h"
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+/* Both families. Stores the JSON form of an action.
+ *   size   in units
+ *   wrap   true for a document, {"action":{...}}; false for the member "action":{...} alone
+ *   limit  parameters that the catalogue declares with a priority above it are left out; null for the process-wide
+ *          priority level. An action that the catalogue does not know shows all it has.
+ * A date that the calendar does not know fails the call. */
+ORV_TWIN(OrvBool, StoreToJson,
+         (TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required, OrvBool wrap,
+          const uint32_t* limit));
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

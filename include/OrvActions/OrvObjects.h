@@ -1,0 +1,56 @@
+/* The life of an action: making, copying, comparing and closing. Part of OrvActions.h. */
+#ifndef ORV_OBJECTS_H
+#define ORV_OBJECTS_H
+
+#include "OrvActions/OrvTypes.h"
+
+#if defined(__cplusplus)
+extern "C" {
+#endif
+
+/* A new action by its name in any case, known to the catalogue or not. Parameters exist only after they have been
+ * set. The caller closes the handle; null for a null name. */
+ORV_API TOrvHandle Talvec_Action_CreateActionByName(const OrvWChar* name);
+
+/* A new action by its code (ORV_ACTION_...); null, without a last error, for a code that the catalogue does not
+ * know. */
+ORV_API TOrvHandle Talvec_Action_CreateActionByCode(uint32_t code);
+
+/* An action without name that carries the channels and contacts of an occurrence, from which match actions build
+ * actions. It has no text form. A null record stands for the empty record (id 0, name "", number 0). */
+ORV_API TOrvHandle OrvAct_CreateGenericAction(const TOrvChannelValue* videoInput, const TOrvChannelValue* videoOutput,
+                                              const TOrvChannelValue* inputContact,
+                                              const TOrvChannelValue* outputContact, uint32_t genericValue);
+
+/* Both families. A new match action with the name and a copy of the parameters of an action, which the caller
+ * closes. */
+ORV_TWIN(OrvBool, CreateMatchActionFromTemplate, (TOrvHandle action, TOrvHandle* matchAction));
+
+/* Both families. Takes one more reference to the same object: the caller goes on using the handle that it has and owes
+ * one more close. A null handle gives false and leaves the last error as it was. */
+ORV_TWIN(OrvBool, DuplicateHandle, (TOrvHandle handle));
+
+/* Both families. Gives up one reference; with the last one the object ends, and every pointer into it with it. A null
+ * handle gives true. */
+ORV_TWIN(OrvBool, CloseHandle, (TOrvHandle handle));
+
+/* Both families. A new, independent object with the same content, which the caller closes. Message flags and internal
+ * data are not copied; a generic action's parameters are not either. */
+ORV_TWIN(OrvBool, CloneHandle, (TOrvHandle handle, TOrvHandle* clone));
+
+/* Both families. The number of references to the object, as it was a moment ago. */
+ORV_TWIN(OrvBool, GetReferenceCounter, (TOrvHandle handle, uint32_t* count));
+
+/* Both families. Whether two actions have the same name in any case and the same parameters with equal values of the
+ * same kinds; the case of values counts. Match actions compare their descriptions as well, and an action never equals
+ * a match action. Message flags and internal data take no part. */
+ORV_TWIN(OrvBool, Equal, (TOrvHandle first, TOrvHandle second, OrvBool* equal));
+
+/* Both families. The position of the action in the catalogue, 0 without a catalogue entry. */
+ORV_TWIN(OrvBool, GetInternalIndex, (TOrvHandle handle, uint32_t* index));
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

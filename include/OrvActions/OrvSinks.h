@@ -1,0 +1,76 @@
+/* Catalogue queries that call an object of the caller instead of filling an array. Part of OrvActions.h.
+ *
+ * A sink is an object of the caller with the table of an interface: three operations of the root, which the library
+ * does not call, and a fourth that gets one item a call. In C the sinks are opaque.
+ *
+ *  - The record belongs to the library and lasts for the length of the call; its texts last as in the records of
+ *    OrvCatalogue.h.
+ *  - The catalogue is locked meanwhile: a sink may ask the catalogue on its own thread, but must not wait for another
+ *    thread that does.
+ *  - The last error stays as it is. The result is false for a null sink, else true. A C++ exception of a sink ends the
+ *    enumeration with false. */
+#ifndef ORV_SINKS_H
+#define ORV_SINKS_H
+
+#include "OrvActions/OrvCatalogue.h"
+#include "OrvActions/OrvInterfaces.h"
+
+#if !defined(__cplusplus)
+
+typedef struct ITalvecActionClassSink ITalvecActionClassSink;
+typedef struct ITalvecActionSink ITalvecActionSink;
+typedef struct ITalvecParameterSink ITalvecParameterSink;
+typedef struct ITalvecEnumValueSink ITalvecEnumValueSink;
+
+#else
+
+struct ITalvecActionClassSink : OrvUnknown {
+    virtual void ORV_CALL OnActionClass(const TTalvecActionClassPlainInfo* record) = 0;
+
+protected:
+    ~ITalvecActionClassSink() = default;
+};
+
+struct ITalvecActionSink : OrvUnknown {
+    virtual void ORV_CALL OnAction(const TTalvecActionPlainInfo* record) = 0;
+
+protected:
+    ~ITalvecActionSink() = default;
+};
+
+struct ITalvecParameterSink : OrvUnknown {
+    virtual void ORV_CALL OnParameter(const TTalvecParameterPlainInfo* record) = 0;
+
+protected:
+    ~ITalvecParameterSink() = default;
+};
+
+struct ITalvecEnumValueSink : OrvUnknown {
+    virtual void ORV_CALL OnEnumValue(const TTalvecEnumValuePlainInfo* record) = 0;
+
+protected:
+    ~ITalvecEnumValueSink() = default;
+};
+
+extern "C" {
+#endif
+
+/* All classes, in order of their lower-cased names. Also writes the size of the record, 88, to the diagnostic output,
+ * with a null sink as well. */
+ORV_API OrvBool Talvec_Action_EnumerateActionClassesInterface(ITalvecActionClassSink* sink);
+
+/* All actions, in order of their lower-cased names. */
+ORV_API OrvBool Talvec_Action_EnumerateActionsInterface(ITalvecActionSink* sink);
+
+/* The parameters of an action in order of declaration, or the general ones with the code ORV_GENERAL_PARAMETERS. False
+ * for a code that the catalogue does not know as well. */
+ORV_API OrvBool Talvec_Action_EnumerateActionParametersInterface(ITalvecParameterSink* sink, uint32_t code);
+
+/* The enum values that a filter lets through, see Talvec_Action_GetNumberOfEnumValues. */
+ORV_API OrvBool Talvec_Action_EnumerateEnumValuesInterface(ITalvecEnumValueSink* sink, uint32_t kind, uint32_t id);
+
+#if defined(__cplusplus)
+}
+#endif
+
+#endif

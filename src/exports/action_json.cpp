@@ -1,0 +1,19 @@
+#include "OrvActions/OrvJson.h"
+
+#include "exports/export_twin.h"
+#include "exports/frame.h"
+#include "forms/json_writer.h"
+
+using namespace OrvPLC;
+
+ORV_EXPORT_TWIN(OrvBool, StoreToJson,
+                (TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, std::uint32_t* required, OrvBool wrap,
+                 const std::uint32_t* limit),
+                (handle, buffer, size, required, wrap, limit))
+{
+    return StoreText(buffer, size, required, [&] {
+        TOrvJsonWriter writer(wrap != 0);
+        ObjectOf(handle).WriteJson(writer, limit);
+        return writer.Take();
+    });
+}

@@ -1,0 +1,214 @@
+#include "exports/create_decode.h"
+
+#include <cstring>
+
+#include "exports/frame.h"
+#include "objects/action.h"
+#include "objects/orv_plc_exception.h"
+#include "ulmo/string_conversion.h"
+
+namespace OrvPLC {
+
+namespace {
+
+constexpr std::uint32_t kWrongDecodeMethod = 3;
+constexpr std::uint32_t kAbsentEnumValue = 0x7FFFFFFF;
+
+// Built-in actions are registered first, so their places never change.
+const TOrvActionInternalInfo& EntryOf(BuiltInAction action)
+{
+    return *Catalogue().FindActionByIndex(static_cast<std::uint32_t>(action));
+}
+
+template <class T>
+const T& ValueOf(const CreateArgument& argument)
+{
+    return *static_cast<const T*>(argument.Pointer());
+}
+
+void SetText(TOrvParameter& value, const CreateArgument& argument)
+{
+    if (argument.IsNarrow()) return value.SetString(Ulmo::WideFromAnsi(&ValueOf<char>(argument)));
+    value.SetString(TerminatedView(&ValueOf<OrvWChar>(argument)));
+}
+
+void SetEventType(TOrvParameter& value, const TOrvEventTypeValue& record)
+{
+    value.SetEventType(record.id, TerminatedView(record.name));
+}
+
+void SetMediaChannel(TOrvParameter& value, const TOrvChannelValue& record)
+{
+    value.SetMediaChannel(record.id, record.number, TerminatedView(record.name));
+}
+
+void SetResource(TOrvParameter& value, const TOrvResourceValue& record)
+{
+    value.SetResource(record.guid, TerminatedView(record.name));
+}
+
+void SetItems(TOrvParameter& value, const CreateArgument& argument)
+{
+    const auto count = static_cast<std::uint32_t>(argument.Number());
+    value.SetResultDataSet(static_cast<const TOrvResultDataItem*>(argument.Pointer()), count);
+}
+
+void Set(TOrvParameter& value, const CreateArgument& argument, const TOrvParameterInternalInfo& declared)
+{
+    switch (declared.Type) {
+    case ORV_KIND_Boolean: return value.SetBoolean(argument.NumberAs<OrvBool>() != 0);
+    case ORV_KIND_Numeric32Bit: return value.SetInt32(argument.NumberAs<std::int32_t>(), declared.EnumType);
+    case ORV_KIND_Numeric64Bit: return value.SetInt64(ValueOf<std::int64_t>(argument));
+    case ORV_KIND_NumericDouble: return value.SetDouble(ValueOf<double>(argument));
+    case ORV_KIND_String: return SetText(value, argument);
+    case ORV_KIND_DateTime: return value.SetDateTime(ValueOf<TUlmoDateTime>(argument));
+    case ORV_KIND_Guid: return value.SetGuid(ValueOf<TOrvGuid>(argument));
+    case ORV_KIND_EventType: return SetEventType(value, ValueOf<TOrvEventTypeValue>(argument));
+    case ORV_KIND_MediaChannel: return SetMediaChannel(value, ValueOf<TOrvChannelValue>(argument));
+    case ORV_KIND_Resource: return SetResource(value, ValueOf<TOrvResourceValue>(argument));
+    case ORV_KIND_Rect: return value.SetRect(ValueOf<std::int64_t>(argument));
+    case ORV_KIND_ResultDataSet: return SetItems(value, argument);
+    default: return;
+    }
+}
+
+// Zero in all outputs of the parameter; an enum has a value of its own for nothing, since 0 is a value of most.
+void WriteAbsent(const DecodeOutput& output, const TOrvParameterInternalInfo& declared)
+{
+    switch (declared.Type) {
+    case ORV_KIND_Boolean: output.Target<OrvBool>() = 0; return;
+    case ORV_KIND_Numeric32Bit:
+        output.Target<std::uint32_t>() = declared.EnumType != 0 ? kAbsentEnumValue : 0;
+        return;
+    case ORV_KIND_Numeric64Bit:
+    case ORV_KIND_Rect: output.Target<std::int64_t>() = 0; return;
+    case ORV_KIND_NumericDouble: output.Target<double>() = 0.0; return;
+    case ORV_KIND_DateTime: output.Target<TUlmoDateTime>() = {}; return;
+    case ORV_KIND_Guid: output.Target<TOrvGuid>() = {}; return;
+    case ORV_KIND_EventType: output.Target<TOrvEventTypeValue>() = {}; return;
+    case ORV_KIND_MediaChannel: output.Target<TOrvChannelValue>() = {}; return;
+    case ORV_KIND_Resource: output.Target<TOrvResourceValue>() = {}; return;
+    case ORV_KIND_ResultDataSet: {
+        const auto& outputs = output.Target<ResultDataOutput>();
+        *outputs.items = nullptr;
+        *outputs.count = 0;
+        return;
+    }
+    default: return;
+    }
+}
+
+void ReadItems(TOrvParameter& value, const ResultDataOutput& outputs)
+{
+    TOrvResultDataList list{};
+    if (!value.ReadResultDataSet(list)) return;
+    *outputs.items = list.items;
+    *outputs.count = static_cast<std::uint32_t>(list.count);
+}
+
+void ReadEventType(const TOrvParameter& value, TOrvEventTypeValue& record)
+{
+    if (value.ReadEventType(record)) record.reserved = 0;
+}
+
+void ReadBoolean(const TOrvParameter& value, OrvBool& output)
+{
+    bool truth = false;
+    if (value.ReadBoolean(truth)) output = truth;
+}
+
+// A value that does not convert leaves the output as it was.
+void WriteValue(TOrvParameter& value, const DecodeOutput& output, std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_KIND_Boolean: ReadBoolean(value, output.Target<OrvBool>()); return;
+    case ORV_KIND_Numeric32Bit: value.ReadInt32(output.Target<std::int32_t>()); return;
+    case ORV_KIND_Numeric64Bit: value.ReadInt64(output.Target<std::int64_t>()); return;
+    case ORV_KIND_NumericDouble: value.ReadDouble(output.Target<double>()); return;
+    case ORV_KIND_DateTime: value.ReadDateTime(output.Target<TUlmoDateTime>()); return;
+    case ORV_KIND_Guid: value.ReadGuid(output.Target<TOrvGuid>()); return;
+    case ORV_KIND_EventType: ReadEventType(value, output.Target<TOrvEventTypeValue>()); return;
+    case ORV_KIND_MediaChannel: value.ReadMediaChannel(output.Target<TOrvChannelValue>()); return;
+    case ORV_KIND_Resource: value.ReadResource(output.Target<TOrvResourceValue>()); return;
+    case ORV_KIND_Rect: value.ReadRect(output.Target<std::int64_t>()); return;
+    case ORV_KIND_ResultDataSet: ReadItems(value, output.Target<ResultDataOutput>()); return;
+    default: return;
+    }
+}
+
+void WritePointer(const DecodeOutput& output, const void* pointer)
+{
+    std::memcpy(&output.Target<char>(), &pointer, sizeof pointer);
+}
+
+const void* InPlace(TOrvParameter& value, std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_KIND_Boolean: return value.BooleanInPlace();
+    case ORV_KIND_Numeric32Bit: return value.Int32InPlace();
+    case ORV_KIND_Numeric64Bit: return value.Int64InPlace();
+    case ORV_KIND_NumericDouble: return value.DoubleInPlace();
+    case ORV_KIND_String: return value.MakeWideText().c_str();
+    case ORV_KIND_Rect: return value.RectInPlace();
+    default: return nullptr;
+    }
+}
+
+void WritePointerIntoValue(TOrvParameter& value, const DecodeOutput& output, std::uint32_t kind)
+{
+    switch (kind) {
+    // Deliberate: null although the value is there. Callers read such a value by its name.
+    case ORV_KIND_MediaChannel:
+    case ORV_KIND_Resource: return WritePointer(output, nullptr);
+    // Deliberate: a date is not converted, and null is what a value of another kind gives.
+    case ORV_KIND_DateTime: return WritePointer(output, value.DateTimeInPlace());
+    default:
+        if (const void* field = InPlace(value, kind)) WritePointer(output, field);
+    }
+}
+
+void Decode(TOrvParameter* value, const DecodeOutput& output, const TOrvParameterInternalInfo& declared)
+{
+    const auto form = output.GetForm();
+    if (form == DecodeOutput::Form::Value) {
+        return value ? WriteValue(*value, output, declared.Type) : WriteAbsent(output, declared);
+    }
+    if (!value) return WritePointer(output, nullptr);
+    if (form == DecodeOutput::Form::NarrowText) return WritePointer(output, value->MakeNarrowText());
+    WritePointerIntoValue(*value, output, declared.Type);
+}
+
+}  // namespace
+
+TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgument> arguments) noexcept
+{
+    return Framed<TOrvHandle>(nullptr, [&] {
+        const TOrvActionInternalInfo& entry = EntryOf(action);
+        ObjectPtr<TOrvAction> object(TOrvAction::Create(entry));
+        std::size_t position = 0;
+        for (const CreateArgument& argument : arguments) {
+            const auto set = [&](TOrvParameter& value) { Set(value, argument, entry.Parameters[position]); };
+            if (!argument.IsUnset()) object->Parameters().StoreDeclared(position, set);
+            ++position;
+        }
+        return HandleOf(object.release());
+    });
+}
+
+OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_list<DecodeOutput> outputs) noexcept
+{
+    return OnObject(handle, [&](TOrvMessage&) {
+        TOrvAction& object = ActionOf(handle);
+        const TOrvActionInternalInfo& entry = EntryOf(action);
+        // The code of a built-in action has one entry: codes of extensions begin above all of them.
+        if (object.Entry() != &entry) throw OrvPLCException(u"Wrong decode method", kWrongDecodeMethod);
+        ParameterMap& parameters = object.Parameters();
+        std::size_t position = 0;
+        for (const DecodeOutput& output : outputs) {
+            Decode(parameters.FindDeclared(position), output, entry.Parameters[position]);
+            ++position;
+        }
+    });
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,49 @@
+// The last failure of each thread, in a block of fixed size that is storable when memory has run out.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "OrvActions/OrvTypes.h"
+
+namespace OrvPLC {
+
+// One per thread. The sizes of the text fields are the limits of what a failure can report: longer texts are cut.
+struct TOrvLastError {
+    std::uint32_t present;
+    std::uint32_t code;
+    std::uint32_t subCode;
+    char className[500];
+    char message[1024];
+    char16_t messageW[1024];
+    char details[5632];
+};
+static_assert(offsetof(TOrvLastError, className) == 12 && sizeof(TOrvLastError) == 12 + 500 + 1024 + 2048 + 5632);
+
+namespace LastError {
+
+// Takes the per-thread slot. Until then, and when the system has none, the library works without a last error.
+void Start();
+// Gives the slot back; blocks of living threads are not freed, as other threads may be gone or stopped in them.
+void End();
+void ThreadEnded();
+
+// A failure. Of message and wide message one may be null: it is derived from the other. Texts are cut silently.
+struct Report {
+    std::uint32_t code;
+    std::uint32_t subCode;
+    const char* className;
+    const char* message;
+    const char16_t* messageW;
+    const char* details;
+};
+void Store(const Report& report) noexcept;
+void StoreBufferTooSmall() noexcept;
+void Clear() noexcept;  // only marks it absent: the texts stay
+
+bool Read(TOrvLastErrorInfo& info) noexcept;
+
+}  // namespace LastError
+
+}  // namespace OrvPLC

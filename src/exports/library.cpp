@@ -1,0 +1,36 @@
+// The start and the end of the library. There is no initialisation call: a host may call every export as soon as the
+// library is loaded.
+#include "catalogue/catalogue.h"
+#include "events/event_settings.h"
+#include "exports/last_error.h"
+#include "forms/text_patterns.h"
+#include "platform/library_events.h"
+#include "ulmo/exception_history.h"
+
+namespace Platform::LibraryEvents {
+
+void Started()
+{
+    Ulmo::ExceptionHistory::Start();
+    OrvPLC::LastError::Start();
+    OrvPLC::StartCatalogue();
+    OrvPLC::StartTextPatterns();
+    OrvPLC::EventSettings::Read();
+}
+
+void ThreadEnded()
+{
+    OrvPLC::LastError::ThreadEnded();
+}
+
+// Memory goes back to the process with the process; only an unload on its own has to give it back.
+void Ended(bool processEnds)
+{
+    if (processEnds) return;
+    OrvPLC::EndTextPatterns();
+    OrvPLC::EndCatalogue();
+    OrvPLC::LastError::End();
+    Ulmo::ExceptionHistory::End();
+}
+
+}  // namespace Platform::LibraryEvents
