@@ -1,0 +1,172 @@
+// Lists what the catalogue holds.
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "action_view.h"
+#include "commands.h"
+#include "console.h"
+#include "table.h"
+#include "text.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::size_t kScreen = 120;
+
+void PrintJson(const Json& json)
+{
+    Print(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+}
+
+std::size_t ActionsOf(const std::vector<ActionView>& actions, std::uint32_t classCode)
+{
+    return static_cast<std::size_t>(std::count_if(
+        actions.begin(), actions.end(), [&](const ActionView& action) { return action.classCode == classCode; }));
+}
+
+int ListClasses(bool json)
+{
+    const std::vector<ActionView> actions = Actions();
+    Json rows = Json::array();
+    Table table;
+    table.NumbersIn(0);
+    table.Heading({"Code", "Name", "Priority", "Actions", "Plain name"});
+    for (const ClassView& view : Classes()) {
+        const std::size_t count = ActionsOf(actions, view.code);
+        rows.push_back({{"code", view.code},
+                        {"name", view.name},
+                        {"priority", view.priority},
+                        {"actions", count},
+                        {"plainName", view.plainName},
+                        {"description", view.description}});
+        table.Row({std::to_string(view.code), view.name, std::to_string(view.priority), std::to_string(count),
+                   view.plainName});
+    }
+    json ? PrintJson(rows) : table.Write();
+    return kDone;
+}
+
+Json ToJson(const ActionView& action)
+{
+    Json parameters = Json::array();
+    for (const ParameterView& parameter : action.parameters) {
+        Json row = {{"name", parameter.name},
+                    {"type", KindName(parameter.type)},
+                    {"priority", parameter.priority},
+                    {"plainName", parameter.plainName},
+                    {"description", parameter.description}};
+        if (parameter.enumType != 0) row["enum"] = EnumName(parameter.enumType);
+        if (parameter.view != 0) row["view"] = ViewName(parameter.view);
+        if (parameter.columns != 0) row["columns"] = ColumnNames(parameter.columns);
+        parameters.push_back(row);
+    }
+    return {{"code", action.code},
+            {"name", action.name},
+            {"class", action.className},
+            {"priority", action.priority},
+            {"plainName", action.plainName},
+            {"description", action.description},
+            {"parameters", parameters},
+            {"example", ExampleText(action)}};
+}
+
+std::string ParameterNames(const ActionView& action)
+{
+    std::string names;
+    for (const ParameterView& parameter : action.parameters) names += (names.empty() ? "" : ", ") + parameter.name;
+    return names;
+}
+
+// The class by its name in any case; "" stands for none.
+int FindClass(const std::string& name, std::string& found)
+{
+    if (name.empty()) return kDone;
+    std::vector<std::string> names;
+    for (const ClassView& view : Classes()) names.push_back(view.name);
+    const std::string lower = LowerCaseAscii(name);
+    const auto match = std::find_if(names.begin(), names.end(),
+                                    [&](const std::string& candidate) { return LowerCaseAscii(candidate) == lower; });
+    if (match == names.end()) return ReportUnknown("class", name, names);
+    found = *match;
+    return kDone;
+}
+
+int ListActions(const std::string& className, bool json)
+{
+    std::string wanted;
+    if (const int code = FindClass(className, wanted)) return code;
+    Json rows = Json::array();
+    Table table;
+    table.NumbersIn(0);
+    table.Heading({"Code", "Name", "Class", "Parameters"});
+    for (const ActionView& action : Actions()) {
+        if (!wanted.empty() && action.className != wanted) continue;
+        if (json) {
+            rows.push_back(ToJson(action));
+        } else {
+            table.Row({std::to_string(action.code), action.name, action.className, ParameterNames(action)});
+        }
+    }
+    json ? PrintJson(rows) : table.Write(kScreen);
+    return kDone;
+}
+
+std::string ValueNames(const EnumView& view)
+{
+    std::string names;
+    for (const EnumValueView& value : view.values) {
+        names += (names.empty() ? "" : ", ") + std::to_string(value.value) + " " + value.name;
+    }
+    return names;
+}
+
+Json ToJson(const EnumView& view)
+{
+    Json values = Json::array();
+    for (const EnumValueView& value : view.values) {
+        values.push_back({{"value", value.value},
+                          {"name", value.name},
+                          {"plainName", value.plainName},
+                          {"description", value.description}});
+    }
+    return {{"id", view.id}, {"name", view.name}, {"values", values}};
+}
+
+int ListEnums(bool json)
+{
+    Json rows = Json::array();
+    Table table;
+    table.NumbersIn(0);
+    table.Heading({"Id", "Name", "Values"});
+    for (const EnumView& view : Enums()) {
+        if (json) {
+            rows.push_back(ToJson(view));
+        } else {
+            table.Row({std::to_string(view.id), view.name, ValueNames(view)});
+        }
+    }
+    json ? PrintJson(rows) : table.Write(kScreen);
+    return kDone;
+}
+
+}  // namespace
+
+int List(const ListOptions& options)
+{
+    if (options.what == "actions") return ListActions(options.className, options.json);
+    if (!options.className.empty()) {
+        PrintError("orvact: --class goes with actions only\n");
+        return kUsage;
+    }
+    return options.what == "classes" ? ListClasses(options.json) : ListEnums(options.json);
+}
+
+int ReportUnknown(const std::string& what, const std::string& name, const std::vector<std::string>& names)
+{
+    std::string near;
+    for (const std::string& candidate : NearNames(name, names)) near += (near.empty() ? "" : ", ") + candidate;
+    PrintError("orvact: no " + what + " '" + Visible(name) + "'\n");
+    if (!near.empty()) PrintError("orvact: did you mean " + near + "?\n");
+    return kUsage;
+}

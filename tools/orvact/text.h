@@ -1,0 +1,40 @@
+// Text between the outside, which is UTF-8, and the library, which is UTF-16; and how wide text is on a screen.
+#pragma once
+
+#include <OrvActions.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Bytes that are no UTF-8 become U+FFFD, one a byte, and `clean` false.
+std::u16string WideFromUtf8(std::string_view text, bool& clean);
+std::string Utf8FromWide(std::u16string_view text);
+std::string Utf8FromWide(const OrvWChar* text);  // up to the terminator; null gives ""
+
+inline const OrvWChar* Boundary(const char16_t* text) { return reinterpret_cast<const OrvWChar*>(text); }
+
+// Takes the first character off the text. Lone surrogates and broken UTF-8 come out as U+FFFD.
+char32_t NextCharacter(std::u16string_view& text);
+char32_t NextCharacter(std::string_view& text, bool& clean);
+void AppendUtf8(std::string& text, char32_t character);
+
+// Columns on a terminal: 2 for East Asian wide characters and emoji, 0 for combining ones.
+std::size_t CharacterWidth(char32_t character);
+std::size_t DisplayWidth(std::string_view text);
+
+// Fills up with blanks on the right.
+std::string Padded(std::string_view text, std::size_t width);
+// Cuts to a width, with an ellipsis where something was lost.
+std::string Shortened(std::string_view text, std::size_t width);
+// Control characters as their pictures: what comes from a log must not steer a terminal. Tabs become blanks.
+std::string Visible(std::string_view text);
+char32_t VisibleCharacter(char32_t character);
+
+std::vector<std::string> Words(std::string_view text);
+// Pieces with a separator between them, in lines of a width; a piece is not broken.
+std::string Wrapped(const std::vector<std::string>& pieces, std::string_view separator, std::size_t indent,
+                    std::size_t width);
+
+std::string LowerCaseAscii(std::string_view text);
