@@ -23,6 +23,7 @@ void TOrvActionCatalogue::RegisterActionClass(const ActionClassPtr& entry)
     if (!entry) return;
     const Ulmo::CriticalSectionGuard guard(lock_);
     if (!classesByName_.try_emplace(entry->LowerName.view(), entry).second) return;
+    classIndex_.Add(entry->LowerName.view(), entry.get());
     classesByCode_.insert_or_assign(entry->Code, entry);
 }
 
@@ -72,7 +73,7 @@ const TOrvActionClassInternalInfo* TOrvActionCatalogue::FindActionClassByCode(st
 
 const TOrvActionClassInternalInfo* TOrvActionCatalogue::FindActionClassByName(std::u16string_view name) const
 {
-    return FindIn(classesByName_, std::u16string_view(Ulmo::LowerCase(name)));
+    return static_cast<const TOrvActionClassInternalInfo*>(classIndex_.Find(name));
 }
 
 const TOrvActionInternalInfo* TOrvActionCatalogue::FindActionByCode(std::uint32_t code) const

@@ -63,6 +63,7 @@ public:
 private:
     ClassMap classesByName_;  // keyed by LowerName, unit by unit: the order of every enumeration
     ActionMap actionsByName_;
+    NameIndex classIndex_;
     NameIndex actionIndex_;
     std::unordered_map<std::uint32_t, ActionClassPtr> classesByCode_;
     std::unordered_map<std::uint32_t, ActionPtr> actionsByCode_;
