@@ -13,7 +13,7 @@ extern "C" {
 
 /* Both families. Stores the binary form of an action.
  *   buffer    may be null, which measures
- *   size      in bytes
+ *   size      in bytes; one above 0x7FFFFFFF is no room at all
  *   required  out, may be null: the length of the form in bytes, whether it fitted or not
  * Other than with texts, a buffer that is too small holds the fields that fitted in whole; the result is false and the
  * last error "buffer too small" all the same. */

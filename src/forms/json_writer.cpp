@@ -143,7 +143,7 @@ void TOrvJsonWriter::WriteGuid(View key, const TOrvGuid& value)
 void TOrvJsonWriter::AppendKey(View key)
 {
     const bool first = output_.empty() || output_.back() == u'{' || output_.back() == u'[';
-    output_.append(u",\"" + (first ? 1 : 0));
+    output_ += first ? View(u"\"") : View(u",\"");
     output_ += key;
     output_.append(u"\":", 2);
 }

@@ -8,7 +8,7 @@
 #if defined(__GNUC__)
 // The blocks that hold the first unit and the terminating zero are read whole. An aligned block never reaches into
 // another page, but a sanitizer sees bytes outside the text.
-#define ORV_READS_WHOLE_BLOCKS __attribute__((noinline, flatten, no_sanitize("address")))
+#define ORV_READS_WHOLE_BLOCKS __attribute__((no_sanitize("address")))
 #else
 #define ORV_READS_WHOLE_BLOCKS
 #endif
@@ -35,7 +35,7 @@ std::size_t FirstUnit(std::uint64_t bits)
 struct Block {
     std::uint64_t zeros[2];
 
-    explicit Block(const char16_t* start)
+    ORV_READS_WHOLE_BLOCKS explicit Block(const char16_t* start)
     {
         std::memcpy(zeros, start, kBlockBytes);
         for (std::uint64_t& word : zeros) word = ZeroUnits(word);

@@ -12,13 +12,6 @@ namespace {
 
 using namespace OrvTest;
 
-#if defined(_WIN32)
-extern "C" {
-void __stdcall SysFreeString(OrvBStr text);
-OrvBStr __stdcall SysAllocString(const OrvWChar* text);
-}
-#endif
-
 void ExpectTooSmall()
 {
     const auto failure = LastError();
