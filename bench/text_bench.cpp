@@ -52,8 +52,8 @@ void TextIn(benchmark::State& state)
     const std::u16string text = TextOfWorkload(state);
     const AllocationCounter counter(state);
     for (auto _ : state) {
-        const TOrvHandle handle = OrvAct_CreateFromTextBufferW(
-            text.data(), static_cast<std::uint32_t>(text.size()), ORV_EXPECT_ANY, 0, nullptr);
+        const TOrvHandle handle = OrvAct_CreateFromTextBufferW(text.data(), static_cast<std::uint32_t>(text.size()),
+                                                               ORV_EXPECT_ANY, 0, nullptr);
         if (!handle) state.SkipWithError("the text does not read");
         OrvAct_CloseHandle(handle);
     }

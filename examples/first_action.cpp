@@ -12,7 +12,10 @@ struct Close {
 using Action = std::unique_ptr<OrvActionObject, Close>;
 
 // Narrow literals are found through the functions that end in A; the interfaces are wide.
-static const OrvWChar* Wide(const char16_t* text) { return reinterpret_cast<const OrvWChar*>(text); }
+static const OrvWChar* Wide(const char16_t* text)
+{
+    return reinterpret_cast<const OrvWChar*>(text);
+}
 
 static std::string TextOf(const Action& action, bool plain)
 {

@@ -92,8 +92,10 @@ void ReadColumns(const TOrvEventData& record)
     std::uint64_t sum = 0;
     for (Columns left = FilledColumns(record); left != 0; left &= left - 1) {
         const Columns column = First(left);
-        if (column & kInt32Columns) sum += static_cast<std::uint32_t>(*record.int32Field[IndexIn(kInt32Columns, column)]);
-        if (column & kInt64Columns) sum += static_cast<std::uint64_t>(*record.int64Field[IndexIn(kInt64Columns, column)]);
+        if (column & kInt32Columns)
+            sum += static_cast<std::uint32_t>(*record.int32Field[IndexIn(kInt32Columns, column)]);
+        if (column & kInt64Columns)
+            sum += static_cast<std::uint64_t>(*record.int64Field[IndexIn(kInt64Columns, column)]);
         if (column & kDateColumns) sum += record.dateField[IndexIn(kDateColumns, column)]->value;
         if (!(column & (kStringColumns | kUserColumns))) continue;
         const TOrvEventText& text = TextColumn(record, column);

@@ -1,5 +1,5 @@
-// Writes seeds for event_restore_fuzz into a directory: a record of every built-in action, with all columns and no image
-// and with its image and no columns, and one with every column of an unknown code.
+// Writes seeds for event_restore_fuzz into a directory: a record of every built-in action, with all columns and no
+// image and with its image and no columns, and one with every column of an unknown code.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>

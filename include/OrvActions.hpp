@@ -146,7 +146,7 @@ public:
     }
 
     explicit operator bool() const noexcept { return handle_ != nullptr; }
-    TOrvHandle Handle() const noexcept { return handle_; }  // borrowed
+    TOrvHandle Handle() const noexcept { return handle_; }                    // borrowed
     TOrvHandle Detach() noexcept { return std::exchange(handle_, nullptr); }  // the caller closes it
 
     // Same name and same parameters, values compared exactly; an action never equals a match action.
@@ -258,10 +258,10 @@ private:
 
     std::u16string Stored(bool plain) const
     {
-        return detail::StoredText<std::u16string, OrvWChar>([&](OrvWChar* buffer, std::uint32_t size,
-                                                                std::uint32_t* required) {
-            return OrvAct_StoreToTextBufferW(handle_, buffer, size, plain, 0, required);
-        });
+        return detail::StoredText<std::u16string, OrvWChar>(
+            [&](OrvWChar* buffer, std::uint32_t size, std::uint32_t* required) {
+                return OrvAct_StoreToTextBufferW(handle_, buffer, size, plain, 0, required);
+            });
     }
     std::string StoredUtf8(bool plain) const
     {

@@ -7,8 +7,8 @@
 #include "OrvActions/OrvTypes.h"
 
 /* Declares a function of the match action families, OrvMatchAct_<name> and TalvecMatchAct_<name>. */
-#define ORV_MATCH_TWIN(result, name, arguments)   \
-    ORV_API result OrvMatchAct_##name arguments;  \
+#define ORV_MATCH_TWIN(result, name, arguments)  \
+    ORV_API result OrvMatchAct_##name arguments; \
     ORV_API result TalvecMatchAct_##name arguments
 
 /* Declares a function of all four families: the same operation on an action or a match action. */
@@ -117,7 +117,7 @@ ORV_TALVEC_TWIN(OrvBool, SetParameterByName,
  * whether it knows the thing. A name that it puts there must live until the next callback or the end of the call; null
  * reads as "". A null callback leaves out what it stands for. */
 typedef struct TOrvActionInfoUpdateCallbacks {
-    OrvWord reserved; /* not read */
+    OrvWord reserved;                                                  /* not read */
     OrvBool (*videoInput)(OrvWord context, TOrvChannelValue* channel); /* PTZ heads and audio inputs as well */
     OrvBool (*videoOutput)(OrvWord context, TOrvChannelValue* channel);
     OrvBool (*inputContact)(OrvWord context, TOrvChannelValue* channel);

@@ -34,8 +34,7 @@ ORV_TWIN(OrvBool, StoreToBinBuffer, (TOrvHandle handle, void* buffer, uint32_t s
  *
  * The kinds 1 and 2 tag the sibling platform's buffers, which its library turns into text; consumed then counts the
  * characters of that text, whose faults are stored as those of OrvAct_CreateFromTextBufferW. */
-ORV_TWIN(TOrvHandle, CreateFromBinBuffer,
-         (const void* data, uint32_t size, uint32_t expectedKind, uint32_t* consumed));
+ORV_TWIN(TOrvHandle, CreateFromBinBuffer, (const void* data, uint32_t size, uint32_t expectedKind, uint32_t* consumed));
 
 #if defined(__cplusplus)
 }

@@ -56,11 +56,11 @@ extern "C" {
 #endif
 
 typedef struct TOrvActionClassPlainInfo {
-    uint32_t Code;           /* ORV_CLASS_... */
-    const char* NameA;       /* programmatic name */
+    uint32_t Code;     /* ORV_CLASS_... */
+    const char* NameA; /* programmatic name */
     const OrvWChar* NameW;
-    const void* Reserved;    /* always null */
-    const char* PlainNameA;  /* display name */
+    const void* Reserved;   /* always null */
+    const char* PlainNameA; /* display name */
     const char* PlainNameU;
     const OrvWChar* PlainNameW;
     const char* DescriptionA;
@@ -85,9 +85,9 @@ typedef struct TOrvActionPlainInfo {
 
 /* A parameter of an action, an event field or the description of match actions. */
 typedef struct TOrvParameterPlainInfo {
-    uint32_t Type;           /* public type code */
-    uint32_t View;           /* ORV_VIEW_... */
-    uint32_t Reserved;       /* always 0 */
+    uint32_t Type;     /* public type code */
+    uint32_t View;     /* ORV_VIEW_... */
+    uint32_t Reserved; /* always 0 */
     const char* NameA;
     const OrvWChar* NameW;
     const char* PlainNameA;
@@ -99,23 +99,23 @@ typedef struct TOrvParameterPlainInfo {
 } TOrvParameterPlainInfo;
 
 typedef struct TOrvEnumValuePlainInfo {
-    uint32_t Type;           /* public type code of the enum */
+    uint32_t Type; /* public type code of the enum */
     uint32_t Value;
     const char* NameA;
-    const OrvWChar* NameW;   /* in a Set... call: the description */
+    const OrvWChar* NameW; /* in a Set... call: the description */
     const char* PlainNameA;
     const char* PlainNameU;
     const OrvWChar* PlainNameW;
-    const void* Reserved;    /* left as it was */
+    const void* Reserved; /* left as it was */
 } TOrvEnumValuePlainInfo;
 
 typedef struct TTalvecActionClassPlainInfo {
-    uint32_t Code;           /* ORV_CLASS_... */
+    uint32_t Code; /* ORV_CLASS_... */
     uint32_t Priority;
-    uint32_t Flags;          /* 0 for everything built in */
+    uint32_t Flags; /* 0 for everything built in */
     const char* NameA;
     const OrvWChar* NameW;
-    const void* Reserved;    /* always null */
+    const void* Reserved; /* always null */
     const char* PlainNameA;
     const char* PlainNameU;
     const OrvWChar* PlainNameW;
@@ -125,8 +125,8 @@ typedef struct TTalvecActionClassPlainInfo {
 } TTalvecActionClassPlainInfo;
 
 typedef struct TTalvecActionPlainInfo {
-    uint32_t ClassCode;      /* ORV_CLASS_..., 0 for an action without class */
-    uint32_t Code;           /* ORV_ACTION_..., 0 for the event description */
+    uint32_t ClassCode; /* ORV_CLASS_..., 0 for an action without class */
+    uint32_t Code;      /* ORV_ACTION_..., 0 for the event description */
     uint32_t Priority;
     uint32_t Flags;          /* 0 for everything built in */
     uint32_t Reserved;       /* left as it was */
@@ -143,11 +143,11 @@ typedef struct TTalvecActionPlainInfo {
 
 /* A parameter of an action, a general parameter, an event field or the description of match actions. */
 typedef struct TTalvecParameterPlainInfo {
-    uint32_t Type;           /* ORV_KIND_... */
-    uint32_t View;           /* ORV_VIEW_... */
-    uint32_t Priority;       /* level of detail: plain text hides what exceeds the priority level */
-    uint32_t EnumType;       /* 0 none, 1 the Boolean enum, else ORV_ENUM_... */
-    uint32_t DbField;        /* ORV_COLUMN_... bits */
+    uint32_t Type;     /* ORV_KIND_... */
+    uint32_t View;     /* ORV_VIEW_... */
+    uint32_t Priority; /* level of detail: plain text hides what exceeds the priority level */
+    uint32_t EnumType; /* 0 none, 1 the Boolean enum, else ORV_ENUM_... */
+    uint32_t DbField;  /* ORV_COLUMN_... bits */
     const char* NameA;
     const OrvWChar* NameW;
     const char* PlainNameA;
@@ -159,10 +159,10 @@ typedef struct TTalvecParameterPlainInfo {
 } TTalvecParameterPlainInfo;
 
 typedef struct TTalvecEnumValuePlainInfo {
-    uint32_t EnumId;         /* 1 for the Boolean enum, else ORV_ENUM_... */
+    uint32_t EnumId; /* 1 for the Boolean enum, else ORV_ENUM_... */
     uint32_t Value;
     const char* NameA;
-    const OrvWChar* NameW;   /* in a Set... call: the description */
+    const OrvWChar* NameW; /* in a Set... call: the description */
     const char* PlainNameA;
     const char* PlainNameU;
     const OrvWChar* PlainNameW;
@@ -199,7 +199,7 @@ ORV_TWIN(uint32_t, GetInternalIndexByCode, (uint32_t code));
  * neutral plain name is the programmatic name until somebody writes another. The result is always true. Meant to be
  * set at start; there is no lock. */
 ORV_TWIN(OrvBool, SetNativeTranslation, (OrvBool native));
-ORV_TWIN(OrvBool, GetNativeTranslation, (OrvBool* native));
+ORV_TWIN(OrvBool, GetNativeTranslation, (OrvBool * native));
 
 /* Sets the level of detail, 5 after load: parameters whose priority exceeds it are hidden from plain text and left out
  * by stores that apply it. The result is always true. Meant to be set at start; there is no lock. */
@@ -211,18 +211,15 @@ ORV_API OrvBool Talvec_Action_GetPriorityLevel(uint32_t* level);
 ORV_TWIN(uint32_t, GetNumberOfActionClasses, (void));
 
 /* Fills records with all classes. */
-ORV_RECORD_TWIN(uint32_t, EnumerateActionClasses,
-                (TOrvActionClassPlainInfo* records, uint32_t capacity),
-                (TTalvecActionClassPlainInfo* records, uint32_t capacity));
+ORV_RECORD_TWIN(uint32_t, EnumerateActionClasses, (TOrvActionClassPlainInfo * records, uint32_t capacity),
+                (TTalvecActionClassPlainInfo * records, uint32_t capacity));
 
 /* Fills a record with the class of a code; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, GetActionClassInfo,
-                (TOrvActionClassPlainInfo* record, uint32_t classCode),
-                (TTalvecActionClassPlainInfo* record, uint32_t classCode));
+ORV_RECORD_TWIN(OrvBool, GetActionClassInfo, (TOrvActionClassPlainInfo * record, uint32_t classCode),
+                (TTalvecActionClassPlainInfo * record, uint32_t classCode));
 
 /* Writes the texts of the class that the field Code names; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, SetActionClassPlainInfo,
-                (const TOrvActionClassPlainInfo* record),
+ORV_RECORD_TWIN(OrvBool, SetActionClassPlainInfo, (const TOrvActionClassPlainInfo* record),
                 (const TTalvecActionClassPlainInfo* record));
 
 /* ---- actions ---------------------------------------------------------------------------------------------------- */
@@ -230,18 +227,15 @@ ORV_RECORD_TWIN(OrvBool, SetActionClassPlainInfo,
 ORV_TWIN(uint32_t, GetNumberOfActions, (void));
 
 /* Fills records with all actions. */
-ORV_RECORD_TWIN(uint32_t, EnumerateActions,
-                (TOrvActionPlainInfo* records, uint32_t capacity),
-                (TTalvecActionPlainInfo* records, uint32_t capacity));
+ORV_RECORD_TWIN(uint32_t, EnumerateActions, (TOrvActionPlainInfo * records, uint32_t capacity),
+                (TTalvecActionPlainInfo * records, uint32_t capacity));
 
 /* Fills a record with the action of a code; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, GetActionInfo,
-                (TOrvActionPlainInfo* record, uint32_t code),
-                (TTalvecActionPlainInfo* record, uint32_t code));
+ORV_RECORD_TWIN(OrvBool, GetActionInfo, (TOrvActionPlainInfo * record, uint32_t code),
+                (TTalvecActionPlainInfo * record, uint32_t code));
 
 /* Writes the texts of the action that the field Code names; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, SetActionPlainInfo,
-                (const TOrvActionPlainInfo* record),
+ORV_RECORD_TWIN(OrvBool, SetActionPlainInfo, (const TOrvActionPlainInfo* record),
                 (const TTalvecActionPlainInfo* record));
 
 /* ---- parameters ------------------------------------------------------------------------------------------------- */
@@ -252,14 +246,13 @@ ORV_TWIN(uint32_t, GetNumberOfActionParameters, (uint32_t code));
 
 /* Fills records with the parameters of an action. */
 ORV_RECORD_TWIN(uint32_t, EnumerateActionParameters,
-                (TOrvParameterPlainInfo* records, uint32_t capacity, uint32_t code),
-                (TTalvecParameterPlainInfo* records, uint32_t capacity, uint32_t code));
+                (TOrvParameterPlainInfo * records, uint32_t capacity, uint32_t code),
+                (TTalvecParameterPlainInfo * records, uint32_t capacity, uint32_t code));
 
 /* Fills a record with one parameter of an action, counted from 0; false when the code is unknown or the index past the
  * end. */
-ORV_RECORD_TWIN(OrvBool, GetActionParameterInfo,
-                (TOrvParameterPlainInfo* record, uint32_t code, uint32_t index),
-                (TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index));
+ORV_RECORD_TWIN(OrvBool, GetActionParameterInfo, (TOrvParameterPlainInfo * record, uint32_t code, uint32_t index),
+                (TTalvecParameterPlainInfo * record, uint32_t code, uint32_t index));
 
 /* Writes the texts of one parameter of one action; other actions with a parameter of that name keep theirs. A general
  * parameter (Talvec_Action_, code 0) is found by the field NameW in any case, and the index is not used. */
@@ -268,34 +261,26 @@ ORV_RECORD_TWIN(OrvBool, SetActionParameterPlainInfo,
                 (const TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index));
 
 /* The description of match actions, which is the general parameter Comment. */
-ORV_RECORD_TWIN(OrvBool, GetMatchActionDescriptionInfo,
-                (TOrvParameterPlainInfo* record),
-                (TTalvecParameterPlainInfo* record));
-ORV_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo,
-                (const TOrvParameterPlainInfo* record),
+ORV_RECORD_TWIN(OrvBool, GetMatchActionDescriptionInfo, (TOrvParameterPlainInfo * record),
+                (TTalvecParameterPlainInfo * record));
+ORV_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo, (const TOrvParameterPlainInfo* record),
                 (const TTalvecParameterPlainInfo* record));
 
 /* ---- event records ---------------------------------------------------------------------------------------------- */
 
 /* What an event record is: an action that nobody can create, whose parameters are the event fields. */
-ORV_RECORD_TWIN(OrvBool, GetEventDescriptionInfo,
-                (TOrvActionPlainInfo* record),
-                (TTalvecActionPlainInfo* record));
-ORV_RECORD_TWIN(OrvBool, SetEventDescriptionPlainInfo,
-                (const TOrvActionPlainInfo* record),
+ORV_RECORD_TWIN(OrvBool, GetEventDescriptionInfo, (TOrvActionPlainInfo * record), (TTalvecActionPlainInfo * record));
+ORV_RECORD_TWIN(OrvBool, SetEventDescriptionPlainInfo, (const TOrvActionPlainInfo* record),
                 (const TTalvecActionPlainInfo* record));
 
 /* Fills records with the event fields. */
-ORV_RECORD_TWIN(uint32_t, EnumerateEventFields,
-                (TOrvParameterPlainInfo* records, uint32_t capacity),
-                (TTalvecParameterPlainInfo* records, uint32_t capacity));
+ORV_RECORD_TWIN(uint32_t, EnumerateEventFields, (TOrvParameterPlainInfo * records, uint32_t capacity),
+                (TTalvecParameterPlainInfo * records, uint32_t capacity));
 
 /* Fills a record with one event field, counted from 0, or writes its texts; false when the index is past the end. */
-ORV_RECORD_TWIN(OrvBool, GetEventFieldInfo,
-                (TOrvParameterPlainInfo* record, uint32_t index),
-                (TTalvecParameterPlainInfo* record, uint32_t index));
-ORV_RECORD_TWIN(OrvBool, SetEventFieldPlainInfo,
-                (const TOrvParameterPlainInfo* record, uint32_t index),
+ORV_RECORD_TWIN(OrvBool, GetEventFieldInfo, (TOrvParameterPlainInfo * record, uint32_t index),
+                (TTalvecParameterPlainInfo * record, uint32_t index));
+ORV_RECORD_TWIN(OrvBool, SetEventFieldPlainInfo, (const TOrvParameterPlainInfo* record, uint32_t index),
                 (const TTalvecParameterPlainInfo* record, uint32_t index));
 
 /* ---- enum values ------------------------------------------------------------------------------------------------ */
@@ -309,8 +294,8 @@ ORV_API uint32_t Talvec_Action_GetNumberOfEnumValues(uint32_t kind, uint32_t id)
 
 /* Fill records with the values that the filter lets through; filters as above. */
 ORV_API uint32_t OrvAct_EnumerateEnumValues(TOrvEnumValuePlainInfo* records, uint32_t capacity, uint32_t publicType);
-ORV_API uint32_t Talvec_Action_EnumerateEnumValues(TTalvecEnumValuePlainInfo* records, uint32_t capacity,
-                                                   uint32_t kind, uint32_t id);
+ORV_API uint32_t Talvec_Action_EnumerateEnumValues(TTalvecEnumValuePlainInfo* records, uint32_t capacity, uint32_t kind,
+                                                   uint32_t id);
 
 /* Fill a record with one value of an enum; false when unknown. Kind 1 means the Boolean enum, every other kind the enum
  * of the id. */
@@ -320,8 +305,7 @@ ORV_API OrvBool Talvec_Action_GetEnumValueInfo(TTalvecEnumValuePlainInfo* record
 
 /* Writes the texts of the value that the fields Type or EnumId, and Value, name; false when unknown. The description is
  * taken from the field NameW: a record fresh from a Get... call makes the name the description. */
-ORV_RECORD_TWIN(OrvBool, SetEnumValuePlainInfo,
-                (const TOrvEnumValuePlainInfo* record),
+ORV_RECORD_TWIN(OrvBool, SetEnumValuePlainInfo, (const TOrvEnumValuePlainInfo* record),
                 (const TTalvecEnumValuePlainInfo* record));
 
 #if defined(__cplusplus)

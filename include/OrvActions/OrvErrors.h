@@ -21,7 +21,7 @@ enum {
 /* Both families. Tells why the last failed call on this thread failed: true and the record filled when the last call
  * failed, false and the record untouched when it succeeded. The texts stay valid until the next failure on this
  * thread. Does not clear the error. */
-ORV_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo* info));
+ORV_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo * info));
 
 /* Both families. How many objects of this library are alive in the process; 0 when nothing leaked. */
 ORV_TWIN(uint32_t, GetNumberOfOpenHandles, (void));

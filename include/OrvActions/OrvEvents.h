@@ -1,9 +1,10 @@
 /* Event records: how the event database stores an action. Part of OrvActions.h.
  *
- * A record has a fixed set of columns. Which parameter of an action goes into which is told by the catalogue (the column
- * masks of ORV_COLUMN_...), and what the columns are called by OrvAct_EnumerateEventFields. The library fills a record and
- * reads one; what lies between is the caller's database. Beside the columns the database keeps the binary form of the
- * action (OrvAct_StoreToBinBuffer), which the caller stores and puts back: only it carries every value faithfully.
+ * A record has a fixed set of columns. Which parameter of an action goes into which is told by the catalogue (the
+ * column masks of ORV_COLUMN_...), and what the columns are called by OrvAct_EnumerateEventFields. The library fills a
+ * record and reads one; what lies between is the caller's database. Beside the columns the database keeps the binary
+ * form of the action (OrvAct_StoreToBinBuffer), which the caller stores and puts back: only it carries every value
+ * faithfully.
  *
  *     TOrvEventData record = {sizeof record};
  *     uint8_t unused;
@@ -26,36 +27,31 @@ typedef struct TOrvEventText {
 } TOrvEventText;
 
 /* Indexes of TOrvEventData.userField. */
-enum {
-    ORV_EVENT_FIRST_USER = 0,
-    ORV_EVENT_SECOND_USER = 1,
-    ORV_EVENT_WINDOWS_HOST = 2,
-    ORV_EVENT_WINDOWS_USER = 3
-};
+enum { ORV_EVENT_FIRST_USER = 0, ORV_EVENT_SECOND_USER = 1, ORV_EVENT_WINDOWS_HOST = 2, ORV_EVENT_WINDOWS_USER = 3 };
 
 /* One event, 272 bytes. A column is empty when its pointer is null. The record owns nothing. */
 struct TOrvEventData {
-    uint32_t size; /* set to sizeof(TOrvEventData) by the caller */
-    uint32_t code; /* of the action, 0 for one that the catalogue does not know */
-    uint64_t clearedWords[2]; /* the caller's, but set to 0 when the record is filled */
-    uint64_t callerWord;      /* the caller's, never touched */
+    uint32_t size;                /* set to sizeof(TOrvEventData) by the caller */
+    uint32_t code;                /* of the action, 0 for one that the catalogue does not know */
+    uint64_t clearedWords[2];     /* the caller's, but set to 0 when the record is filled */
+    uint64_t callerWord;          /* the caller's, never touched */
     const int32_t* int32Field[4]; /* columns A to D */
     const int64_t* int64Field[4];
     const double* doubleField[2];
     const TUlmoDateTime* dateField[2];
     TOrvEventText stringField[4];
-    uint64_t imageSize; /* bytes of the binary form; only the low 32 bits are looked at */
-    const void* image;  /* the binary form, or null; a filled record has none until the caller puts it there */
+    uint64_t imageSize;         /* bytes of the binary form; only the low 32 bits are looked at */
+    const void* image;          /* the binary form, or null; a filled record has none until the caller puts it there */
     TOrvEventText userField[4]; /* first and second user, host and account of the client; ORV_EVENT_... */
 };
 
 /* All four families. Fills a record from an action.
  *   record  not null; its size is set. Everything but the size and callerWord is overwritten.
  *   field   out, may be null: set to 0 and nothing else
- * The pointers of the columns lead into the parameters of the action: they are valid as long as the action lives and the
- * parameter behind them is neither changed nor read as text. Values are converted to the type of their column in place, so
- * this counts as a write. An action that the catalogue does not know gives an empty record with code 0. Parameters that
- * the caller added under the names of columns get there only where the installation asks for it (see
+ * The pointers of the columns lead into the parameters of the action: they are valid as long as the action lives and
+ * the parameter behind them is neither changed nor read as text. Values are converted to the type of their column in
+ * place, so this counts as a write. An action that the catalogue does not know gives an empty record with code 0.
+ * Parameters that the caller added under the names of columns get there only where the installation asks for it (see
  * docs/event-records.md). A size other than 272 fails with the code ORV_ERROR and the sub-code ORV_SUBERROR_WRONG_SIZE
  * and leaves the record as it was. */
 ORV_API OrvBool OrvAct_GetActionEventData(TOrvHandle handle, TOrvEventData* record, uint8_t* field);
@@ -90,8 +86,8 @@ typedef void (*TOrvEventDescriptionCallback2)(OrvWord context, int32_t index, co
  *   callback  may be null: then nothing happens
  *   level     parameters with a priority above it get no call and are left out of the text; without it the process-wide
  *             level holds (Talvec_Action_SetPriorityLevel)
- * True also when there is nothing to describe; then there is no call. An exception out of the callback ends the walk and
- * is stored. */
+ * True also when there is nothing to describe; then there is no call. An exception out of the callback ends the walk
+ * and is stored. */
 ORV_TWIN(OrvBool, GetActionEventDescription,
          (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback callback));
 ORV_TWIN(OrvBool, GetActionEventDescriptionEx,

@@ -18,8 +18,7 @@ extern "C" {
  *          priority level. An action that the catalogue does not know shows all it has.
  * A date that the calendar does not know fails the call. */
 ORV_TWIN(OrvBool, StoreToJson,
-         (TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required, OrvBool wrap,
-          const uint32_t* limit));
+         (TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required, OrvBool wrap, const uint32_t* limit));
 
 #if defined(__cplusplus)
 }

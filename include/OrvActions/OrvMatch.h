@@ -20,9 +20,10 @@ extern "C" {
  * parameter of the match action the action has one of the same kind that matches.
  *   action   may be a match action; null matches nothing
  *   matches  out, not null
- * Texts match in any case. Kinds are not converted: a 32-bit 5 does not match a 64-bit 5. Of a channel the match action's
- * id decides; when it is 0 its number; when that is 0 too its name. Of an event type or a resource the id decides, or the
- * name when there is no id. Neither object is changed, so any number of threads may match at the same time. */
+ * Texts match in any case. Kinds are not converted: a 32-bit 5 does not match a 64-bit 5. Of a channel the match
+ * action's id decides; when it is 0 its number; when that is 0 too its name. Of an event type or a resource the id
+ * decides, or the name when there is no id. Neither object is changed, so any number of threads may match at the same
+ * time. */
 ORV_MATCH_TWIN(OrvBool, Matches, (TOrvHandle matchAction, TOrvHandle action, OrvBool* matches));
 
 /* A new action with the name and the parameters of a match action, which the caller closes.
@@ -39,8 +40,8 @@ ORV_MATCH_TWIN(OrvBool, CreateActionFromTemplate,
 ORV_MATCH_TWIN(OrvBool, SetDescriptionW, (TOrvHandle matchAction, const OrvWChar* text));
 ORV_MATCH_TWIN(OrvBool, SetDescriptionA, (TOrvHandle matchAction, const char* text));
 
-/* The text belongs to the match action and stays until the description changes; the narrow one, which counts as a write,
- * until it is asked for again. */
+/* The text belongs to the match action and stays until the description changes; the narrow one, which counts as a
+ * write, until it is asked for again. */
 ORV_MATCH_TWIN(OrvBool, GetDescriptionW, (TOrvHandle matchAction, const OrvWChar** text));
 ORV_MATCH_TWIN(OrvBool, GetDescriptionA, (TOrvHandle matchAction, const char** text));
 

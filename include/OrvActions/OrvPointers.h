@@ -51,8 +51,8 @@ ORV_API uint32_t Talvec_Action_CreateIOrvMatchActionPointerFromTextBuffer(ITalve
 ORV_API uint32_t Talvec_Action_CreateIOrvMessagePointerFromTextBuffer(ITalvecMessage** object, const OrvWChar* text,
                                                                       uint32_t length);
 
-/* From binary form, under the rules of OrvAct_CreateFromBinBuffer; the size counts bytes. The MatchAction forms take what
- * the buffer holds: a buffer with an action gives an action, which answers no to being a match action. */
+/* From binary form, under the rules of OrvAct_CreateFromBinBuffer; the size counts bytes. The MatchAction forms take
+ * what the buffer holds: a buffer with an action gives an action, which answers no to being a match action. */
 ORV_API ITalvecAction* Talvec_Action_CreateIOrvActionFromBinBuffer(const void* data, uint32_t size);
 ORV_API ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionFromBinBuffer(const void* data, uint32_t size);
 ORV_API ITalvecMessage* Talvec_Action_CreateIOrvMessageFromBinBuffer(const void* data, uint32_t size);

@@ -27,8 +27,9 @@ ORV_API OrvBool OrvAct_GetProperty(TOrvHandle handle, const OrvWChar* key, const
  * looked at. */
 ORV_API OrvBool OrvAct_GetProperty__Q_NEW_Q__(TOrvHandle handle, const OrvWChar* key, OrvBStr* value);
 
-/* Stores a text under a property; null reads as "". A client-type is read as a number, decimal or with 0x or 0 in front,
- * and is 0 when it is none. A key that is not in the list stores a String whose name is the key in lower case. */
+/* Stores a text under a property; null reads as "". A client-type is read as a number, decimal or with 0x or 0 in
+ * front, and is 0 when it is none. A key that is not in the list stores a String whose name is the key in lower case.
+ */
 ORV_API OrvBool OrvAct_SetProperty(TOrvHandle handle, const OrvWChar* key, const OrvWChar* value);
 
 /* All parameters as <properties>...</properties>, a line each for name and value.

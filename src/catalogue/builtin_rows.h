@@ -66,11 +66,11 @@ struct EnumValueRow {
     Text description;  // empty: the entry keeps its name as description
 };
 
-std::span<const ClassRow> Classes();                 // ascending by code
-std::span<const ActionRow* const> Actions();         // ascending by lower-cased name
-const ActionRow& EventDescription();                 // GeneralEventInfo with the event fields
-std::span<const ParameterRow> GeneralParameters();   // in registration order
-std::span<const EnumRow> Enums();                    // ascending by id; the Boolean enum has no row
-std::span<const EnumValueRow> EnumValues();          // the Boolean values first, then ascending by id and value
+std::span<const ClassRow> Classes();                // ascending by code
+std::span<const ActionRow* const> Actions();        // ascending by lower-cased name
+const ActionRow& EventDescription();                // GeneralEventInfo with the event fields
+std::span<const ParameterRow> GeneralParameters();  // in registration order
+std::span<const EnumRow> Enums();                   // ascending by id; the Boolean enum has no row
+std::span<const EnumValueRow> EnumValues();         // the Boolean values first, then ascending by id and value
 
 }  // namespace OrvPLC::Builtin

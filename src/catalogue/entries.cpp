@@ -59,20 +59,17 @@ void TOrvBaseNameInfo::WriteTexts(std::u16string_view plain, std::u16string_view
 TOrvActionClassInternalInfo::TOrvActionClassInternalInfo(std::u16string_view name, std::uint32_t code,
                                                          std::uint32_t priority, std::uint32_t flags)
     : TOrvBaseNameInfo(name), Code(code), Priority(priority), Flags(flags)
-{
-}
+{}
 
 TOrvActionClassInternalInfo::TOrvActionClassInternalInfo(const Builtin::ClassRow& row)
     : TOrvBaseNameInfo(row.name, row.plain, row.description), Code(row.code), Priority(row.priority), Flags(0)
-{
-}
+{}
 
 TOrvParameterInternalInfo::TOrvParameterInternalInfo(std::u16string_view name, std::uint32_t type, std::uint32_t view,
                                                      std::uint32_t priority, std::uint32_t enumType,
                                                      std::uint32_t dbField)
     : TOrvBaseNameInfo(name), Type(type), View(view), Priority(priority), EnumType(enumType), DbField(dbField)
-{
-}
+{}
 
 TOrvParameterInternalInfo::TOrvParameterInternalInfo(const Builtin::ParameterRow& row)
     : TOrvBaseNameInfo(row.name, row.plain, row.description),
@@ -81,8 +78,7 @@ TOrvParameterInternalInfo::TOrvParameterInternalInfo(const Builtin::ParameterRow
       Priority(row.priority),
       EnumType(row.enumType),
       DbField(row.dbField)
-{
-}
+{}
 
 TOrvParameterInternalInfo::TOrvParameterInternalInfo(const TOrvParameterInternalInfo& other)
     : TOrvParameterInternalInfo(other.NameW.view(), other.Type, other.View, other.Priority, other.EnumType,
@@ -96,8 +92,7 @@ TOrvParameterInternalInfo::TOrvParameterInternalInfo(const TOrvParameterInternal
 TOrvActionInternalInfo::TOrvActionInternalInfo(std::u16string_view name, std::uint32_t code, std::uint32_t priority,
                                                std::uint32_t flags)
     : TOrvBaseNameInfo(name), Code(code), Priority(priority), Flags(flags)
-{
-}
+{}
 
 TOrvActionInternalInfo::TOrvActionInternalInfo(const Builtin::ActionRow& row)
     : TOrvBaseNameInfo(row.name, row.plain, row.description), Code(row.code), Priority(row.priority), Flags(0)
@@ -148,12 +143,10 @@ void TOrvActionInternalInfo::AddParameter(const TOrvParameterInternalInfo& param
 
 TOrvEnumInternalInfo::TOrvEnumInternalInfo(std::u16string_view name, std::uint32_t enumId, std::uint32_t value)
     : TOrvBaseNameInfo(name), EnumId(enumId), Value(value)
-{
-}
+{}
 
 TOrvEnumInternalInfo::TOrvEnumInternalInfo(const Builtin::EnumValueRow& row)
     : TOrvBaseNameInfo(row.name, row.plain, row.description), EnumId(row.enumId), Value(row.value)
-{
-}
+{}
 
 }  // namespace OrvPLC

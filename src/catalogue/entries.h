@@ -26,8 +26,8 @@ struct DisplayText {
     StoredText<char> U;
     StoredText<char16_t> W;
 
-    void Write(std::u16string_view text);         // derives the narrow forms
-    void Borrow(const Builtin::Text& constant);   // the constants are ASCII: one narrow form serves as both
+    void Write(std::u16string_view text);        // derives the narrow forms
+    void Borrow(const Builtin::Text& constant);  // the constants are ASCII: one narrow form serves as both
 };
 
 class TOrvBaseNameInfo : public Ulmo::VirtualReferenceCountBaseClass {
@@ -70,8 +70,8 @@ public:
     TOrvParameterInternalInfo(const TOrvParameterInternalInfo& other);
     TOrvParameterInternalInfo& operator=(const TOrvParameterInternalInfo&) = delete;
 
-    std::uint32_t Type;      // ORV_KIND_...
-    std::uint32_t View;      // ORV_VIEW_..., what the value designates
+    std::uint32_t Type;  // ORV_KIND_...
+    std::uint32_t View;  // ORV_VIEW_..., what the value designates
     std::uint32_t Priority;
     std::uint32_t EnumType;  // 0 none, 1 the Boolean enum, else an id with bit 0x1000
     std::uint32_t DbField;   // ORV_COLUMN_... bits
@@ -111,7 +111,7 @@ public:
     std::uint32_t Code;
     std::uint32_t Priority;
     std::uint32_t Flags;
-    std::uint32_t InternalIndex = 0;  // set at registration
+    std::uint32_t InternalIndex = 0;                      // set at registration
     Ulmo::CountedPtr<TOrvActionClassInternalInfo> Class;  // may be null
     std::vector<TOrvParameterInternalInfo> Parameters;    // in declaration order, which is part of the contract
 

@@ -29,7 +29,8 @@ void FillTexts(Record& record, const TOrvBaseNameInfo& entry)
 
 }  // namespace
 
-ParameterList::ParameterList(const TOrvActionInternalInfo* action) : own_(action ? &action->Parameters : nullptr) {}
+ParameterList::ParameterList(const TOrvActionInternalInfo* action) : own_(action ? &action->Parameters : nullptr)
+{}
 
 ParameterList ParameterList::General()
 {
@@ -94,8 +95,7 @@ std::uint32_t EnumIdFromKind(std::uint32_t kind, std::uint32_t id)
 EnumValues::EnumValues(const EnumFilter& filter)
     : begin_(Catalogue().EnumValues().lower_bound(filter.first)),
       end_(Catalogue().EnumValues().upper_bound(filter.last))
-{
-}
+{}
 
 std::uint32_t EnumValues::size() const
 {

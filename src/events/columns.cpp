@@ -6,12 +6,26 @@ namespace OrvPLC {
 
 namespace {
 
-constexpr std::u16string_view kNames[] = {
-    u"Int32FieldA",          u"Int32FieldB",           u"Int32FieldC",            u"Int32FieldD",
-    u"Int64FieldA",          u"Int64FieldB",           u"Int64FieldC",            u"Int64FieldD",
-    u"StringFieldA",         u"StringFieldB",          u"StringFieldC",           u"StringFieldD",
-    u"DoubleFieldA",         u"DoubleFieldB",          u"DateFieldA",             u"DateFieldB",
-    u"StringFieldFirstUser", u"StringFieldSecondUser", u"StringFieldWindowsHost", u"StringFieldWindowsUser"};
+constexpr std::u16string_view kNames[] = {u"Int32FieldA",
+                                          u"Int32FieldB",
+                                          u"Int32FieldC",
+                                          u"Int32FieldD",
+                                          u"Int64FieldA",
+                                          u"Int64FieldB",
+                                          u"Int64FieldC",
+                                          u"Int64FieldD",
+                                          u"StringFieldA",
+                                          u"StringFieldB",
+                                          u"StringFieldC",
+                                          u"StringFieldD",
+                                          u"DoubleFieldA",
+                                          u"DoubleFieldB",
+                                          u"DateFieldA",
+                                          u"DateFieldB",
+                                          u"StringFieldFirstUser",
+                                          u"StringFieldSecondUser",
+                                          u"StringFieldWindowsHost",
+                                          u"StringFieldWindowsUser"};
 static_assert(std::size(kNames) == std::size_t{std::popcount(kAllColumns)});
 
 const void* Pointer(const TOrvEventData& record, Columns column)

@@ -44,7 +44,7 @@ inline const TOrvEventText& TextColumn(const TOrvEventData& record, Columns colu
     return TextColumn(const_cast<TOrvEventData&>(record), column);
 }
 
-std::u16string_view ColumnName(Columns column);     // as the catalogue calls it, "Int32FieldA"
+std::u16string_view ColumnName(Columns column);      // as the catalogue calls it, "Int32FieldA"
 Columns FilledColumns(const TOrvEventData& record);  // those whose pointer is not null
 
 // The parameters that fill the columns of users in every action, in the order of the columns.

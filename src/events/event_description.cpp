@@ -12,8 +12,7 @@ class EventDescriber {
 public:
     EventDescriber(const TOrvAction& action, const TOrvEventDescriptionCallbacks& callbacks, std::uint32_t level)
         : action_(action), callbacks_(callbacks), level_(level)
-    {
-    }
+    {}
 
     void Run()
     {

@@ -8,8 +8,8 @@ bool StoreGenericParameters = false;
 
 void Read()
 {
-    const auto flag = Platform::Configuration::ReadNumber(u"SOFTWARE\\Tessarine\\Orv\\Server\\PLC",
-                                                          u"StoreGenericParamsToDBFields");
+    const auto flag =
+        Platform::Configuration::ReadNumber(u"SOFTWARE\\Tessarine\\Orv\\Server\\PLC", u"StoreGenericParamsToDBFields");
     StoreGenericParameters = flag.value_or(0) != 0;
 }
 

@@ -23,8 +23,8 @@ protected:
 // The process-wide converter; before one is set, one that answers false.
 SiblingImageConverter& SiblingImage();
 
-// The converter stays the caller's and outlives all restores; null goes back to the first one. For the start and the end
-// of the library and for tests.
+// The converter stays the caller's and outlives all restores; null goes back to the first one. For the start and the
+// end of the library and for tests.
 void SetSiblingImage(SiblingImageConverter* converter);
 
 }  // namespace OrvPLC

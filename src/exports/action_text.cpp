@@ -46,15 +46,14 @@ bool HasEntry(TOrvHandle handle)
 
 // The priority forms refuse an action without a catalogue entry outright, without a word in the last error. The wide
 // forms then store the action as it was given: pruning has no effect on them. Deliberate, callers know the difference.
-OrvBool StorePrunedWide(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
-                        std::uint32_t* required)
+OrvBool StorePrunedWide(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain, std::uint32_t* required)
 {
     if (!HasEntry(handle)) return 0;
     return StoreText(buffer, size, required, [&] { return WideText(ObjectOf(handle), plain); });
 }
 
-OrvBool StorePrunedNarrow(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
-                          bool prune, std::uint32_t limit, std::uint32_t* required)
+OrvBool StorePrunedNarrow(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8, bool prune,
+                          std::uint32_t limit, std::uint32_t* required)
 {
     if (!HasEntry(handle)) return 0;
     return StoreText(buffer, size, required,

@@ -93,7 +93,7 @@ ORV_EXPORT_TWIN(OrvBool, SetNativeTranslation, (OrvBool native), (native))
     return true;
 }
 
-ORV_EXPORT_TWIN(OrvBool, GetNativeTranslation, (OrvBool* native), (native))
+ORV_EXPORT_TWIN(OrvBool, GetNativeTranslation, (OrvBool * native), (native))
 {
     *native = Settings::NativeTranslation;
     return true;

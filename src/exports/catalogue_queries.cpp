@@ -1,6 +1,6 @@
 // The catalogue's queries and text writes, in both families. They have no exception frame and leave the last error
-// alone: an unknown key is no fault. Each holds the catalogue's lock for its whole run, apart from the counts of classes
-// and actions, which only read the size of a map.
+// alone: an unknown key is no fault. Each holds the catalogue's lock for its whole run, apart from the counts of
+// classes and actions, which only read the size of a map.
 #include <string_view>
 
 #include "OrvActions/OrvCatalogue.h"
@@ -12,16 +12,19 @@ using namespace OrvPLC;
 
 // Defines a function of both families whose first argument is a record of the own family; the body, a template over the
 // record, follows. The last argument holds the further parameters, if any.
-#define ORV_EXPORT_RECORD_TWIN(Result, Name, Record, Arguments, ...)                                               \
-    template <class T>                                                                                              \
-    static Result Name(T* record __VA_OPT__(,) __VA_ARGS__);                                                        \
-    extern "C" Result OrvAct_##Name(TOrv##Record* record __VA_OPT__(,) __VA_ARGS__) { return Name Arguments; }      \
-    extern "C" Result Talvec_Action_##Name(TTalvec##Record* record __VA_OPT__(,) __VA_ARGS__)                       \
-    {                                                                                                               \
-        return Name Arguments;                                                                                      \
-    }                                                                                                               \
-    template <class T>                                                                                              \
-    static Result Name(T* record __VA_OPT__(,) __VA_ARGS__)
+#define ORV_EXPORT_RECORD_TWIN(Result, Name, Record, Arguments, ...)                           \
+    template <class T>                                                                         \
+    static Result Name(T* record __VA_OPT__(, ) __VA_ARGS__);                                  \
+    extern "C" Result OrvAct_##Name(TOrv##Record* record __VA_OPT__(, ) __VA_ARGS__)           \
+    {                                                                                          \
+        return Name Arguments;                                                                 \
+    }                                                                                          \
+    extern "C" Result Talvec_Action_##Name(TTalvec##Record* record __VA_OPT__(, ) __VA_ARGS__) \
+    {                                                                                          \
+        return Name Arguments;                                                                 \
+    }                                                                                          \
+    template <class T>                                                                         \
+    static Result Name(T* record __VA_OPT__(, ) __VA_ARGS__)
 
 namespace {
 

@@ -77,9 +77,7 @@ void WriteAbsent(const DecodeOutput& output, const TOrvParameterInternalInfo& de
 {
     switch (declared.Type) {
     case ORV_KIND_Boolean: output.Target<OrvBool>() = 0; return;
-    case ORV_KIND_Numeric32Bit:
-        output.Target<std::uint32_t>() = declared.EnumType != 0 ? kAbsentEnumValue : 0;
-        return;
+    case ORV_KIND_Numeric32Bit: output.Target<std::uint32_t>() = declared.EnumType != 0 ? kAbsentEnumValue : 0; return;
     case ORV_KIND_Numeric64Bit:
     case ORV_KIND_Rect: output.Target<std::int64_t>() = 0; return;
     case ORV_KIND_NumericDouble: output.Target<double>() = 0.0; return;

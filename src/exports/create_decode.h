@@ -26,8 +26,7 @@ public:
     CreateArgument(const char* text) : pointer_(text), form_(Form::NarrowText) {}
     CreateArgument(const TOrvResultDataItem* items, std::uint32_t count)
         : pointer_(items), number_(static_cast<std::int32_t>(count)), form_(Form::Pointer)
-    {
-    }
+    {}
     friend CreateArgument Optional(const void* value) { return {value, Form::OptionalPointer}; }
 
     bool IsUnset() const { return form_ >= Form::OptionalPointer && !pointer_; }
@@ -63,14 +62,11 @@ public:
     DecodeOutput(void* value) : target_(value), form_(Form::Value) {}
     template <class T>
     DecodeOutput(const T** pointer) : target_(pointer), form_(Form::PointerIntoValue)
-    {
-    }
+    {}
     DecodeOutput(const char** text) : target_(text), form_(Form::NarrowText) {}
     // Refers to a temporary, which lives as long as the call.
-    DecodeOutput(const ResultDataOutput& outputs)
-        : target_(const_cast<ResultDataOutput*>(&outputs)), form_(Form::Value)
-    {
-    }
+    DecodeOutput(const ResultDataOutput& outputs) : target_(const_cast<ResultDataOutput*>(&outputs)), form_(Form::Value)
+    {}
 
     Form GetForm() const { return form_; }
     // What the output points at.

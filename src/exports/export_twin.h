@@ -7,13 +7,16 @@
 #pragma once
 
 #define ORV_EXPORT_NAME(Family, Result, Name, Parameters, Arguments) \
-    extern "C" Result Family##_##Name Parameters { return Name Arguments; }
+    extern "C" Result Family##_##Name Parameters                     \
+    {                                                                \
+        return Name Arguments;                                       \
+    }
 
 // OrvAct_ and Talvec_Action_
-#define ORV_EXPORT_TWIN(Result, Name, Parameters, Arguments)             \
-    static Result Name Parameters;                                       \
-    ORV_EXPORT_NAME(OrvAct, Result, Name, Parameters, Arguments)         \
-    ORV_EXPORT_NAME(Talvec_Action, Result, Name, Parameters, Arguments)  \
+#define ORV_EXPORT_TWIN(Result, Name, Parameters, Arguments)            \
+    static Result Name Parameters;                                      \
+    ORV_EXPORT_NAME(OrvAct, Result, Name, Parameters, Arguments)        \
+    ORV_EXPORT_NAME(Talvec_Action, Result, Name, Parameters, Arguments) \
     static Result Name Parameters
 
 // OrvMatchAct_ and TalvecMatchAct_

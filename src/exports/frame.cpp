@@ -18,7 +18,7 @@ constexpr std::uint32_t kUnknownCode = 0xFFFFFFFF;
 // The stored record calls the exception's error class its sub-code.
 void StoreUlmoException(const Ulmo::UlmoException& failure) noexcept
 {
-    LastError::Report report{failure.ErrorCode(), failure.ErrorClass(),         "",
+    LastError::Report report{failure.ErrorCode(), failure.ErrorClass(),          "",
                              failure.what(),      failure.WideMessage().c_str(), failure.Details().c_str()};
     try {
         const std::string className = failure.GetClassName();

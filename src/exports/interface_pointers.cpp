@@ -116,14 +116,14 @@ TOrvHandle TakeReference(ITalvecMessage* object)
 }  // namespace
 
 // The bare and the counted form of one object from one source; the last argument holds the source's parameters.
-#define ORV_EXPORT_CREATION(Object, Source, Arguments, ...)                                                         \
-    Object::Interface* Talvec_Action_CreateIOrv##Object##Source(__VA_ARGS__)                                        \
-    {                                                                                                               \
-        return AsBare<Object::Interface>([&] { return Source<Object> Arguments; });                                 \
-    }                                                                                                               \
-    std::uint32_t Talvec_Action_CreateIOrv##Object##Pointer##Source(Object::Interface** object, __VA_ARGS__)        \
-    {                                                                                                               \
-        return AsPointer(object, [&] { return Source<Object> Arguments; });                                         \
+#define ORV_EXPORT_CREATION(Object, Source, Arguments, ...)                                                  \
+    Object::Interface* Talvec_Action_CreateIOrv##Object##Source(__VA_ARGS__)                                 \
+    {                                                                                                        \
+        return AsBare<Object::Interface>([&] { return Source<Object> Arguments; });                          \
+    }                                                                                                        \
+    std::uint32_t Talvec_Action_CreateIOrv##Object##Pointer##Source(Object::Interface** object, __VA_ARGS__) \
+    {                                                                                                        \
+        return AsPointer(object, [&] { return Source<Object> Arguments; });                                  \
     }
 
 ORV_EXPORT_CREATION(Action, ByCode, (code), std::uint32_t code)

@@ -47,9 +47,8 @@ ORV_EXPORT_MATCH_TWIN(TOrvHandle, RestoreActionFromEventData, (const TOrvEventDa
 
 ORV_EXPORT_MATCH_TWIN(OrvBool, SetDescriptionW, (TOrvHandle matchAction, const OrvWChar* text), (matchAction, text))
 {
-    return OnMatchAction(matchAction, [&](TOrvMatchAction& match) {
-        match.Description().SetString(TerminatedView(text));
-    });
+    return OnMatchAction(matchAction,
+                         [&](TOrvMatchAction& match) { match.Description().SetString(TerminatedView(text)); });
 }
 
 ORV_EXPORT_MATCH_TWIN(OrvBool, SetDescriptionA, (TOrvHandle matchAction, const char* text), (matchAction, text))

@@ -8,9 +8,8 @@ using namespace OrvPLC;
 
 extern "C" TOrvHandle Talvec_Action_CreateActionByName(const OrvWChar* name)
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
-        return name ? HandleOf(TOrvAction::Create(TerminatedView(name))) : nullptr;
-    });
+    return Framed<TOrvHandle>(nullptr,
+                              [&] { return name ? HandleOf(TOrvAction::Create(TerminatedView(name))) : nullptr; });
 }
 
 extern "C" TOrvHandle Talvec_Action_CreateActionByCode(std::uint32_t code)
@@ -27,9 +26,9 @@ extern "C" TOrvHandle OrvAct_CreateGenericAction(const TOrvChannelValue* videoIn
                                                  const TOrvChannelValue* outputContact, std::uint32_t genericValue)
 {
     return Framed<TOrvHandle>(nullptr, [&] {
-        return HandleOf(TOrvGenericAction::Create({GenericChannel(videoInput), GenericChannel(videoOutput),
-                                                   GenericChannel(inputContact), GenericChannel(outputContact),
-                                                   genericValue}));
+        return HandleOf(
+            TOrvGenericAction::Create({GenericChannel(videoInput), GenericChannel(videoOutput),
+                                       GenericChannel(inputContact), GenericChannel(outputContact), genericValue}));
     });
 }
 

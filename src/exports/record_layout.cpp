@@ -7,16 +7,16 @@
 #define ORV_AT(record, field, offset) static_assert(offsetof(record, field) == (offset))
 
 // The pointers from NameA on: names, what stands between, plain names.
-#define ORV_NAMES_AT(record, names, plainNames)           \
-    ORV_AT(record, NameA, names);                         \
-    ORV_AT(record, NameW, (names) + 8);                   \
-    ORV_AT(record, PlainNameA, plainNames);               \
-    ORV_AT(record, PlainNameU, (plainNames) + 8);         \
+#define ORV_NAMES_AT(record, names, plainNames)   \
+    ORV_AT(record, NameA, names);                 \
+    ORV_AT(record, NameW, (names) + 8);           \
+    ORV_AT(record, PlainNameA, plainNames);       \
+    ORV_AT(record, PlainNameU, (plainNames) + 8); \
     ORV_AT(record, PlainNameW, (plainNames) + 16)
-#define ORV_DESCRIPTIONS_AT(record, offset)               \
-    ORV_AT(record, DescriptionA, offset);                 \
-    ORV_AT(record, DescriptionU, (offset) + 8);           \
-    ORV_AT(record, DescriptionW, (offset) + 16);          \
+#define ORV_DESCRIPTIONS_AT(record, offset)      \
+    ORV_AT(record, DescriptionA, offset);        \
+    ORV_AT(record, DescriptionU, (offset) + 8);  \
+    ORV_AT(record, DescriptionW, (offset) + 16); \
     static_assert(sizeof(record) == (offset) + 24)
 
 ORV_AT(TOrvActionClassPlainInfo, Code, 0);

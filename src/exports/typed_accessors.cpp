@@ -16,13 +16,15 @@ namespace {
 template <class Work>
 OrvBool OnAction(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION)
 {
-    return OnObject(handle, [&](TOrvMessage&) { work(ActionOf(handle)); }, function);
+    return OnObject(
+        handle, [&](TOrvMessage&) { work(ActionOf(handle)); }, function);
 }
 
 OrvBool ReadRole(TOrvHandle handle, Roles::Views views, const TOrvChannelValue** channel,
                  const char* function = ORV_CALLING_FUNCTION)
 {
-    return OnAction(handle, [&](TOrvAction& action) { *channel = Roles::ReadChannel(action, views); }, function);
+    return OnAction(
+        handle, [&](TOrvAction& action) { *channel = Roles::ReadChannel(action, views); }, function);
 }
 
 OrvBool WriteRole(TOrvHandle handle, Roles::Views views, const TOrvChannelValue* channel, const char16_t* failure,

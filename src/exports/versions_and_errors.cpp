@@ -6,7 +6,7 @@
 
 using namespace OrvPLC;
 
-ORV_EXPORT_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo* info), (info))
+ORV_EXPORT_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo * info), (info))
 {
     return LastError::Read(*info);
 }

@@ -8,11 +8,10 @@
 
 namespace OrvPLC {
 
-TOrvAction::TOrvAction(std::uint32_t kind, ParameterName name, std::uint32_t count,
-                       const TOrvActionInternalInfo* entry, void* slots)
+TOrvAction::TOrvAction(std::uint32_t kind, ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+                       void* slots)
     : TOrvMessage(kind, std::move(name), count), entry_(entry), parameters_(entry, slots)
-{
-}
+{}
 
 ParameterName TOrvAction::NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry)
 {
@@ -57,7 +56,8 @@ TOrvMessage* TOrvAction::Clone() const
 bool TOrvAction::Equals(const TOrvMessage& other) const
 {
     // Same names after lower-casing; the spelling rarely differs.
-    if (!Ulmo::SameText(Name(), other.Name()) && !Ulmo::EqualsLower(Name(), Ulmo::LowerCase(other.Name()))) return false;
+    if (!Ulmo::SameText(Name(), other.Name()) && !Ulmo::EqualsLower(Name(), Ulmo::LowerCase(other.Name())))
+        return false;
     return parameters_.SameContent(static_cast<const TOrvAction&>(other).parameters_);
 }
 
@@ -157,7 +157,8 @@ const OrvWChar* TOrvAction::GetDescription()
     return Boundary(u"");
 }
 
-void TOrvAction::SetDescription(const OrvWChar*) {}
+void TOrvAction::SetDescription(const OrvWChar*)
+{}
 
 bool TOrvAction::Matches(ITalvecAction*)
 {

@@ -58,8 +58,7 @@ public:
     void ORV_CALL SetMediaChannel(const OrvWChar* name, const TOrvChannelValue* value) override;
     void ORV_CALL SetResource(const OrvWChar* name, const TOrvResourceValue* value) override;
     void ORV_CALL SetRect(const OrvWChar* name, const std::int64_t* value) override;
-    void ORV_CALL SetResultDataSet(const OrvWChar* name, const TOrvResultDataItem* items,
-                                   std::uint64_t count) override;
+    void ORV_CALL SetResultDataSet(const OrvWChar* name, const TOrvResultDataItem* items, std::uint64_t count) override;
     void ORV_CALL SetEnum(const OrvWChar* name, std::int32_t value, std::uint32_t enumType) override;
     bool ORV_CALL GetEventData(TOrvEventData* record) override;
 

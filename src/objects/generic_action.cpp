@@ -26,8 +26,7 @@ GenericChannel::GenericChannel(const TOrvChannelValue* value)
 
 TOrvGenericAction::TOrvGenericAction(Content content, std::uint32_t count)
     : TOrvAction(ORV_MESSAGE_ACTION, {}, count, nullptr, nullptr), content_(std::move(content))
-{
-}
+{}
 
 TOrvGenericAction* TOrvGenericAction::Create(Content content, std::uint32_t count)
 {

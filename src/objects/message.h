@@ -28,8 +28,14 @@ class TOrvBinaryCursor;
 std::uint32_t OpenObjects();
 
 // The boundary casts: the interface speaks OrvWChar, the library char16_t; both are the same 16-bit unit.
-inline const char16_t* Units(const OrvWChar* text) { return reinterpret_cast<const char16_t*>(text); }
-inline const OrvWChar* Boundary(const char16_t* text) { return reinterpret_cast<const OrvWChar*>(text); }
+inline const char16_t* Units(const OrvWChar* text)
+{
+    return reinterpret_cast<const char16_t*>(text);
+}
+inline const OrvWChar* Boundary(const char16_t* text)
+{
+    return reinterpret_cast<const OrvWChar*>(text);
+}
 std::u16string_view TerminatedView(const OrvWChar* text);  // null reads as ""
 
 // The interfaces of the base class with what is common to all objects.

@@ -14,8 +14,7 @@ class OrvPLCException : public Ulmo::UlmoException {
 public:
     OrvPLCException(std::u16string message, std::uint32_t subCode)
         : UlmoException(std::move(message), kLibraryErrorCode, subCode)
-    {
-    }
+    {}
 };
 
 }  // namespace OrvPLC

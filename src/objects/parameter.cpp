@@ -169,8 +169,7 @@ bool TOrvParameter::SameValue(const TOrvParameter& other) const
     case ORV_KIND_EventType: return large_ == other.large_ && Ulmo::SameText(wide_, other.wide_);
     case ORV_KIND_MediaChannel:
         return small_ == other.small_ && large_ == other.large_ && Ulmo::SameText(wide_, other.wide_);
-    case ORV_KIND_Resource:
-        return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(wide_, other.wide_);
+    case ORV_KIND_Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(wide_, other.wide_);
     default: return false;
     }
 }
@@ -192,8 +191,8 @@ TOrvParameter::Rare::Rare(const Rare& other) : narrow(other.narrow)
     for (TOrvResultDataItem item : other.items) {
         const auto* name = reinterpret_cast<const char16_t*>(item.name);
         if (name) {
-            item.name = reinterpret_cast<OrvBStr>(
-                Platform::NewSystemString({name, Platform::SystemStringLength(name)}));
+            item.name =
+                reinterpret_cast<OrvBStr>(Platform::NewSystemString({name, Platform::SystemStringLength(name)}));
         }
         items.push_back(item);
     }

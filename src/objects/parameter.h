@@ -35,8 +35,7 @@ public:
     ParameterName(const ParameterName& other);
     ParameterName(ParameterName&& other) noexcept
         : text_(other.text_), length_(other.length_), owned_(std::exchange(other.owned_, false))
-    {
-    }
+    {}
     ParameterName& operator=(ParameterName&& other) noexcept
     {
         std::swap(text_, other.text_);
@@ -92,7 +91,7 @@ public:
     void SetRect(std::int64_t packed);
     void SetResultDataText(std::u16string_view internalForm);
     void SetResultDataSet(const TOrvResultDataItem* items, std::size_t count);  // defined with the result data forms
-    void SetKindAndEnum(std::uint32_t kind, std::uint32_t enumType)  // unchecked, for values from outside
+    void SetKindAndEnum(std::uint32_t kind, std::uint32_t enumType)             // unchecked, for values from outside
     {
         kind_ = kind;
         enumType_ = enumType;
@@ -140,8 +139,8 @@ public:
     bool SameValue(const TOrvParameter& other) const;
 
     // The raw fields, for writers and matching. Which of them counts is told by the kind.
-    std::int32_t Small() const noexcept { return small_; }      // Boolean, Numeric32Bit, number of a MediaChannel
-    std::int64_t Large() const noexcept { return large_; }      // Numeric64Bit, DateTime, Rect, ids
+    std::int32_t Small() const noexcept { return small_; }  // Boolean, Numeric32Bit, number of a MediaChannel
+    std::int64_t Large() const noexcept { return large_; }  // Numeric64Bit, DateTime, Rect, ids
     double Real() const noexcept { return real_; }
     const TOrvGuid& Guid() const noexcept { return guid_; }
     TUlmoDateTime DateTime() const noexcept { return {static_cast<std::uint64_t>(large_)}; }

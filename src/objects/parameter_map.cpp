@@ -15,8 +15,7 @@ std::size_t ParameterMap::SlotCount(const TOrvActionInternalInfo* entry)
 
 ParameterMap::ParameterMap(const TOrvActionInternalInfo* entry, void* slots)
     : entry_(entry), slots_(static_cast<TOrvParameter*>(slots)), slotCount_(SlotCount(entry))
-{
-}
+{}
 
 ParameterMap::~ParameterMap()
 {

@@ -43,8 +43,8 @@ public:
         return const_cast<ParameterMap*>(this)->FindDeclared(position);
     }
 
-    // Stores a new value under this name, in place of any that was there. `fill` gets it with kind 0 and sets it; it may
-    // read texts of the value that goes. If it fails the map is as it was.
+    // Stores a new value under this name, in place of any that was there. `fill` gets it with kind 0 and sets it; it
+    // may read texts of the value that goes. If it fails the map is as it was.
     template <class Fill>
     void Store(std::u16string_view name, Fill&& fill);
     template <class Fill>
@@ -65,7 +65,7 @@ public:
     // for all of them. Stops at the first that has none or does not fit.
     template <class Fits>
     bool AllFit(const ParameterMap& other, Fits&& fits) const;
-    void CopyFrom(const ParameterMap& other);           // this map is empty
+    void CopyFrom(const ParameterMap& other);  // this map is empty
 
 private:
     struct Node {

@@ -18,10 +18,12 @@ namespace Roles {
 
 // A set of views, a bit each.
 using Views = std::uint32_t;
-constexpr Views Bit(std::uint32_t view) { return TOrvActionInternalInfo::ViewBit(view); }
+constexpr Views Bit(std::uint32_t view)
+{
+    return TOrvActionInternalInfo::ViewBit(view);
+}
 
-inline constexpr Views kVideoInput =
-    Bit(ORV_VIEW_VideoInput) | Bit(ORV_VIEW_PTZHead) | Bit(ORV_VIEW_AudioInput);
+inline constexpr Views kVideoInput = Bit(ORV_VIEW_VideoInput) | Bit(ORV_VIEW_PTZHead) | Bit(ORV_VIEW_AudioInput);
 inline constexpr Views kVideoOutput = Bit(ORV_VIEW_VideoOutput);
 inline constexpr Views kInputContact = Bit(ORV_VIEW_InputContact);
 inline constexpr Views kOutputContact = Bit(ORV_VIEW_OutputContact);

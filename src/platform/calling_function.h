@@ -1,5 +1,5 @@
-// The name of the function that a call stands in, as a default argument: std::source_location does the same, but Clang 14
-// has it not.
+// The name of the function that a call stands in, as a default argument: std::source_location does the same, but Clang
+// 14 has it not.
 #pragma once
 
 #if defined(__GNUC__)

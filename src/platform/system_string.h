@@ -11,10 +11,10 @@ namespace Platform {
 
 // A new system string with a copy of the text; raises std::bad_alloc when there is no memory.
 char16_t* NewSystemString(std::u16string_view text);
-void FreeSystemString(char16_t* text);                    // null is allowed
-std::size_t SystemStringLength(const char16_t* text);     // in units; 0 for null
+void FreeSystemString(char16_t* text);                 // null is allowed
+std::size_t SystemStringLength(const char16_t* text);  // in units; 0 for null
 
-void* AllocateTaskMemory(std::size_t size);               // null when there is no memory
+void* AllocateTaskMemory(std::size_t size);  // null when there is no memory
 void FreeTaskMemory(void* block);
 
 }  // namespace Platform

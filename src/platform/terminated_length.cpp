@@ -47,10 +47,7 @@ struct Block {
         if (units > kUnitsPerWord) zeros[1] &= all << (16 * (units - kUnitsPerWord));
     }
     bool HasZero() const { return (zeros[0] | zeros[1]) != 0; }
-    std::size_t Zero() const
-    {
-        return zeros[0] != 0 ? FirstUnit(zeros[0]) : kUnitsPerWord + FirstUnit(zeros[1]);
-    }
+    std::size_t Zero() const { return zeros[0] != 0 ? FirstUnit(zeros[0]) : kUnitsPerWord + FirstUnit(zeros[1]); }
 };
 
 }  // namespace

@@ -17,7 +17,7 @@ void LowerInPlace(char16_t* text, std::size_t length);
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 enum class CodePage : std::uint32_t {
-    Ansi = 0,      // the system's; on Linux the codeset of the user's locale, UTF-8 when that is C or POSIX
+    Ansi = 0,  // the system's; on Linux the codeset of the user's locale, UTF-8 when that is C or POSIX
     Utf8 = 65001,
 };
 

@@ -10,32 +10,37 @@ namespace {
 constexpr std::size_t kUnitsPerWord = sizeof(std::uint64_t) / sizeof(char16_t);
 constexpr std::uint64_t kEachUnit = 0x0001000100010001;
 
-std::uint64_t Load(const void* source) {
+std::uint64_t Load(const void* source)
+{
     std::uint64_t word = 0;
     std::memcpy(&word, source, sizeof word);
     return word;
 }
 
-bool AllAscii(std::uint64_t units) {
+bool AllAscii(std::uint64_t units)
+{
     return (units & (kEachUnit * 0xFF80)) == 0;
 }
 
 // Lower-cases four ASCII units. The sums raise bit 7 of a unit that is at or above the added bound; bit 7 moved down
 // by two is the difference between the cases.
-std::uint64_t LowerWord(std::uint64_t units) {
+std::uint64_t LowerWord(std::uint64_t units)
+{
     const std::uint64_t fromA = units + kEachUnit * (0x80 - u'A');
     const std::uint64_t behindZ = units + kEachUnit * (0x80 - u'Z' - 1);
     return units | ((fromA & ~behindZ & (kEachUnit * 0x80)) >> 2);
 }
 
-char16_t LowerUnit(char16_t unit) {
+char16_t LowerUnit(char16_t unit)
+{
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit | 0x20) : unit;
 }
 
 // In blocks of a fixed size that lie between input and output, which compilers turn into vector instructions: a local
 // block cannot overlap either.
 template <class From, class To>
-void CopyAscii(const From* text, std::size_t length, To* output) {
+void CopyAscii(const From* text, std::size_t length, To* output)
+{
     constexpr std::size_t kBlock = 16;
     for (; length >= kBlock; text += kBlock, output += kBlock, length -= kBlock) {
         From block[kBlock];
@@ -49,7 +54,8 @@ void CopyAscii(const From* text, std::size_t length, To* output) {
 
 }  // namespace
 
-bool IsAscii(std::string_view text) {
+bool IsAscii(std::string_view text)
+{
     const char* next = text.data();
     const char* const end = next + text.size();
     std::uint64_t seen = 0;
@@ -60,7 +66,8 @@ bool IsAscii(std::string_view text) {
     return (seen & 0x8080808080808080) == 0;
 }
 
-bool IsAscii(std::u16string_view text) {
+bool IsAscii(std::u16string_view text)
+{
     const char16_t* next = text.data();
     const char16_t* const end = next + text.size();
     std::uint64_t seen = 0;
@@ -71,15 +78,18 @@ bool IsAscii(std::u16string_view text) {
     return AllAscii(seen);
 }
 
-void NarrowAscii(std::u16string_view text, char* output) {
+void NarrowAscii(std::u16string_view text, char* output)
+{
     CopyAscii(text.data(), text.size(), output);
 }
 
-void WidenAscii(std::string_view text, char16_t* output) {
+void WidenAscii(std::string_view text, char16_t* output)
+{
     CopyAscii(text.data(), text.size(), output);
 }
 
-std::size_t LowerAsciiPrefix(char16_t* text, std::size_t length) {
+std::size_t LowerAsciiPrefix(char16_t* text, std::size_t length)
+{
     std::size_t at = 0;
     for (; length - at >= kUnitsPerWord; at += kUnitsPerWord) {
         const std::uint64_t units = Load(text + at);
@@ -91,7 +101,8 @@ std::size_t LowerAsciiPrefix(char16_t* text, std::size_t length) {
     return at;
 }
 
-std::size_t EqualAsciiLowerPrefix(const char16_t* text, const char16_t* lower, std::size_t length) {
+std::size_t EqualAsciiLowerPrefix(const char16_t* text, const char16_t* lower, std::size_t length)
+{
     std::size_t at = 0;
     for (; length - at >= kUnitsPerWord; at += kUnitsPerWord) {
         const std::uint64_t units = Load(text + at);

@@ -7,7 +7,8 @@
 
 namespace Ulmo {
 
-void ThrowCheckedString(std::size_t room, std::u16string_view function) {
+void ThrowCheckedString(std::size_t room, std::u16string_view function)
+{
     const bool badSize = room == 0 || room > 0x7FFFFFFF;
     ThrowSystemError(badSize ? Platform::kResultInvalidParameter : Platform::kResultInsufficientBuffer, function);
 }

@@ -21,7 +21,8 @@ struct FixedBuffer {
 // Appends the text and a terminating zero; when the room does not suffice, what fits is cut in before `function` is
 // named in the failure.
 template <class Char>
-void AppendChecked(FixedBuffer<Char>& buffer, std::basic_string_view<Char> text, std::u16string_view function) {
+void AppendChecked(FixedBuffer<Char>& buffer, std::basic_string_view<Char> text, std::u16string_view function)
+{
     constexpr std::size_t kLargestRoom = 0x7FFFFFFF;
     const bool usable = buffer.room != 0 && buffer.room <= kLargestRoom;
     const std::size_t length = usable ? std::min(text.size(), buffer.room - 1) : 0;
@@ -34,13 +35,15 @@ void AppendChecked(FixedBuffer<Char>& buffer, std::basic_string_view<Char> text,
 }
 
 template <class Char>
-void CheckedStringCchCopyEx(FixedBuffer<Char>& buffer, std::basic_string_view<Char> text) {
+void CheckedStringCchCopyEx(FixedBuffer<Char>& buffer, std::basic_string_view<Char> text)
+{
     AppendChecked(buffer, text, u"Ulmo::CheckedStringCchCopyEx");
 }
 
 // For a text that was composed from fields.
 template <class Char>
-void CheckedStringCchPrintfEx(FixedBuffer<Char>& buffer, std::basic_string_view<Char> composed) {
+void CheckedStringCchPrintfEx(FixedBuffer<Char>& buffer, std::basic_string_view<Char> composed)
+{
     AppendChecked(buffer, composed, u"Ulmo::CheckedStringCchPrintfEx");
 }
 

@@ -26,11 +26,13 @@ constexpr Part kMinute = {DateTimeError::Minute, u"minute", 2, 0, 59};
 constexpr Part kSecond = {DateTimeError::Second, u"second", 2, 0, 59};
 constexpr Part kMillisecond = {DateTimeError::Millisecond, u"millisecond", 3, 0, 999};
 
-bool IsDigit(char16_t c) {
+bool IsDigit(char16_t c)
+{
     return c >= u'0' && c <= u'9';
 }
 
-unsigned DaysInMonth(unsigned year, unsigned month) {
+unsigned DaysInMonth(unsigned year, unsigned month)
+{
     const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
     if (month == 2) return leap ? 29 : 28;
     return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
@@ -45,19 +47,22 @@ public:
     bool AtEnd() const { return position_ == text_.size(); }
     bool AtDigit() const { return !AtEnd() && IsDigit(text_[position_]); }
 
-    void SkipBlanks() {
+    void SkipBlanks()
+    {
         while (Take(u' ')) {
         }
     }
 
-    bool Take(char16_t c) {
+    bool Take(char16_t c)
+    {
         if (AtEnd() || text_[position_] != c) return false;
         ++position_;
         return true;
     }
 
     // Steps over a word of upper-case ASCII letters, whatever the case of the text.
-    bool TakeWord(std::u16string_view word) {
+    bool TakeWord(std::u16string_view word)
+    {
         if (text_.size() - position_ < word.size()) return false;
         for (std::size_t i = 0; i != word.size(); ++i) {
             const char16_t c = text_[position_ + i];
@@ -69,12 +74,14 @@ public:
 
     bool Expect(char16_t c) { return Take(c) || Fail({DateTimeError::Separator, {}, c, 0}); }
 
-    bool ExpectEither(char16_t a, char16_t b, char16_t& taken) {
+    bool ExpectEither(char16_t a, char16_t b, char16_t& taken)
+    {
         taken = Take(a) ? a : b;
         return taken == a || Take(b) || Fail({DateTimeError::Separator, {}, a, b});
     }
 
-    bool Number(const Part& part, std::uint16_t& value) {
+    bool Number(const Part& part, std::uint16_t& value)
+    {
         unsigned number = 0;
         unsigned digits = 0;
         for (; digits != part.digits && AtDigit(); ++digits) number = number * 10 + (text_[position_++] - u'0');
@@ -86,13 +93,15 @@ public:
     }
 
     // Trailing blanks may follow, nothing else; `next` names what could have.
-    bool ExpectEnd(std::u16string_view next) {
+    bool ExpectEnd(std::u16string_view next)
+    {
         SkipBlanks();
         return AtEnd() || Fail({DateTimeError::EndOfText, next});
     }
 
 private:
-    bool Fail(const DateFault& fault) {
+    bool Fail(const DateFault& fault)
+    {
         fault_ = fault;
         return false;
     }
@@ -102,7 +111,8 @@ private:
     std::size_t position_ = 0;
 };
 
-bool ScanDate(Scanner& scanner, SystemTime& time) {
+bool ScanDate(Scanner& scanner, SystemTime& time)
+{
     char16_t separator = 0;
     scanner.SkipBlanks();
     if (!scanner.Number(kYear, time.year) || !scanner.ExpectEither(u'/', u'-', separator) ||
@@ -113,7 +123,8 @@ bool ScanDate(Scanner& scanner, SystemTime& time) {
 }
 
 // `next` becomes what could follow the time.
-bool ScanTime(Scanner& scanner, SystemTime& time, std::u16string_view& next) {
+bool ScanTime(Scanner& scanner, SystemTime& time, std::u16string_view& next)
+{
     if (!scanner.Number(kHour, time.hour) || !scanner.Expect(u':') || !scanner.Number(kMinute, time.minute)) {
         return false;
     }
@@ -126,7 +137,8 @@ bool ScanTime(Scanner& scanner, SystemTime& time, std::u16string_view& next) {
     return scanner.Number(kMillisecond, time.milliseconds);  // a plain number, deliberately: ",5" is 5 milliseconds
 }
 
-bool ScanDateAndTime(Scanner& scanner, SystemTime& time, std::u16string_view& next, DateFault& fault) {
+bool ScanDateAndTime(Scanner& scanner, SystemTime& time, std::u16string_view& next, DateFault& fault)
+{
     if (!ScanDate(scanner, time)) return false;
     if (scanner.AtEnd()) return true;
     char16_t separator = 0;
@@ -139,7 +151,8 @@ bool ScanDateAndTime(Scanner& scanner, SystemTime& time, std::u16string_view& ne
     return false;
 }
 
-bool ScanBias(std::u16string_view text, std::int16_t& bias, DateFault& fault) {
+bool ScanBias(std::u16string_view text, std::int16_t& bias, DateFault& fault)
+{
     Scanner scanner(text, fault);
     scanner.SkipBlanks();
     bias = 0;
@@ -160,7 +173,8 @@ bool ScanBias(std::u16string_view text, std::int16_t& bias, DateFault& fault) {
     return true;
 }
 
-bool ScanValue(std::u16string_view text, TUlmoDateTime& value, DateFault& fault) {
+bool ScanValue(std::u16string_view text, TUlmoDateTime& value, DateFault& fault)
+{
     Scanner scanner(text, fault);
     SystemTime time;
     std::u16string_view next;
@@ -175,7 +189,8 @@ bool ScanValue(std::u16string_view text, TUlmoDateTime& value, DateFault& fault)
 
 }  // namespace
 
-SystemTime StrToSystemTime(std::u16string_view text, std::size_t* used) {
+SystemTime StrToSystemTime(std::u16string_view text, std::size_t* used)
+{
     DateFault fault;
     Scanner scanner(text, fault);
     SystemTime time;
@@ -189,29 +204,34 @@ SystemTime StrToSystemTime(std::u16string_view text, std::size_t* used) {
     return time;
 }
 
-SystemTime StrToSystemTime(std::string_view ansi, std::size_t* used) {
+SystemTime StrToSystemTime(std::string_view ansi, std::size_t* used)
+{
     return StrToSystemTime(WideFromAnsi(ansi), used);
 }
 
-std::int16_t StrToBias(std::u16string_view text) {
+std::int16_t StrToBias(std::u16string_view text)
+{
     std::int16_t bias = 0;
     DateFault fault;
     if (!ScanBias(text, bias, fault)) Raise(fault);
     return bias;
 }
 
-TUlmoDateTime FromText(std::u16string_view text) {
+TUlmoDateTime FromText(std::u16string_view text)
+{
     TUlmoDateTime value{};
     DateFault fault;
     if (!ScanValue(text, value, fault)) Raise(fault);
     return value;
 }
 
-TUlmoDateTime FromText(std::string_view ansi) {
+TUlmoDateTime FromText(std::string_view ansi)
+{
     return FromText(WideFromAnsi(ansi));
 }
 
-std::optional<TUlmoDateTime> TryFromText(std::u16string_view text) {
+std::optional<TUlmoDateTime> TryFromText(std::u16string_view text)
+{
     TUlmoDateTime value{};
     DateFault fault;
     return ScanValue(text, value, fault) ? std::optional(value) : std::nullopt;

@@ -19,25 +19,29 @@ struct Marks {
     char milliseconds;
 };
 
-Marks MarksOf(TUlmoDateTimeStrMode mode) {
+Marks MarksOf(TUlmoDateTimeStrMode mode)
+{
     switch (mode & dtsmFormatMask) {
-        case dtsmTechnical: return {'/', ' ', ','};
-        case dtsmDashes: return {'-', ' ', '.'};
-        case dtsmIso: return {'-', 'T', '.'};
-        default: Raise({DateTimeError::Mode, u"Invalid value of TUlmoDateTimeStrMode & dtsmFormatMask"});
+    case dtsmTechnical: return {'/', ' ', ','};
+    case dtsmDashes: return {'-', ' ', '.'};
+    case dtsmIso: return {'-', 'T', '.'};
+    default: Raise({DateTimeError::Mode, u"Invalid value of TUlmoDateTimeStrMode & dtsmFormatMask"});
     }
 }
 
-void CheckContent(TUlmoDateTimeStrMode mode) {
+void CheckContent(TUlmoDateTimeStrMode mode)
+{
     if ((mode & dtsmModeMask) <= dtsmTimeOnly) return;
     Raise({DateTimeError::Mode, u"Invalid value of TUlmoDateTimeStrMode & dtsmModeMask"});
 }
 
-bool HasDate(TUlmoDateTimeStrMode mode) {
+bool HasDate(TUlmoDateTimeStrMode mode)
+{
     return (mode & dtsmModeMask) != dtsmTimeOnly;
 }
 
-bool HasTime(TUlmoDateTimeStrMode mode) {
+bool HasTime(TUlmoDateTimeStrMode mode)
+{
     return (mode & dtsmModeMask) != dtsmDateOnly;
 }
 
@@ -47,7 +51,8 @@ class FieldText {
 public:
     // As "%0<digits>u": a larger number takes the digits that it needs.
     template <unsigned digits>
-    void Number(unsigned value) {
+    void Number(unsigned value)
+    {
         constexpr unsigned kLimit = digits == 2 ? 100 : digits == 3 ? 1000 : 10000;
         if (value < kLimit) {
             PutDigits<digits>(value);
@@ -62,12 +67,14 @@ public:
 
 private:
     template <unsigned digits>
-    void PutDigits(unsigned value) {
+    void PutDigits(unsigned value)
+    {
         for (unsigned i = digits; i != 0; value /= 10) text_[size_ + --i] = static_cast<Char>('0' + value % 10);
         size_ += digits;
     }
 
-    void Grow(unsigned value) {
+    void Grow(unsigned value)
+    {
         if (value < 1000) return PutDigits<3>(value);
         value < 10000 ? PutDigits<4>(value) : PutDigits<5>(value);
     }
@@ -78,7 +85,8 @@ private:
 
 enum class Precision { Minutes, Seconds, Milliseconds };
 
-Precision PrecisionOf(const SystemTime& time, TUlmoDateTimeStrMode mode) {
+Precision PrecisionOf(const SystemTime& time, TUlmoDateTimeStrMode mode)
+{
     if (mode & dtsmNoSeconds) return Precision::Minutes;
     if ((mode & dtsmShortenZeros) && time.milliseconds == 0) {
         return time.second != 0 ? Precision::Seconds : Precision::Minutes;
@@ -87,13 +95,15 @@ Precision PrecisionOf(const SystemTime& time, TUlmoDateTimeStrMode mode) {
 }
 
 template <class Char>
-void AppendMark(FixedBuffer<Char>& buffer, char mark) {
+void AppendMark(FixedBuffer<Char>& buffer, char mark)
+{
     const Char text = static_cast<Char>(mark);
     CheckedStringCchCopyEx(buffer, std::basic_string_view<Char>(&text, 1));
 }
 
 template <class Char>
-void AppendDate(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& marks) {
+void AppendDate(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& marks)
+{
     FieldText<Char> text;
     text.template Number<4>(time.year);
     text.Mark(marks.date);
@@ -104,7 +114,8 @@ void AppendDate(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& 
 }
 
 template <class Char>
-void AppendTime(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& marks, Precision precision) {
+void AppendTime(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& marks, Precision precision)
+{
     FieldText<Char> text;
     text.template Number<2>(time.hour);
     text.Mark(':');
@@ -121,7 +132,8 @@ void AppendTime(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& 
 }
 
 template <class Char>
-std::size_t FixedText(std::span<Char> target, const SystemTime& time, TUlmoDateTimeStrMode mode) {
+std::size_t FixedText(std::span<Char> target, const SystemTime& time, TUlmoDateTimeStrMode mode)
+{
     const Marks marks = MarksOf(mode);
     CheckContent(mode);
     FixedBuffer<Char> buffer{target.data(), target.size()};
@@ -133,12 +145,14 @@ std::size_t FixedText(std::span<Char> target, const SystemTime& time, TUlmoDateT
     return static_cast<std::size_t>(buffer.next - target.data());
 }
 
-Platform::DateStyle StyleOf(TUlmoDateTimeStrMode mode) {
+Platform::DateStyle StyleOf(TUlmoDateTimeStrMode mode)
+{
     if (mode & dtsmWeekday) return Platform::DateStyle::Weekday;
     return mode & dtsmLongDate ? Platform::DateStyle::Long : Platform::DateStyle::Short;
 }
 
-std::size_t LocaleText(std::span<char16_t> target, const SystemTime& time, TUlmoDateTimeStrMode mode) {
+std::size_t LocaleText(std::span<char16_t> target, const SystemTime& time, TUlmoDateTimeStrMode mode)
+{
     CheckContent(mode);
     std::size_t length = 0;
     if (HasDate(mode)) {
@@ -161,7 +175,8 @@ std::size_t LocaleText(std::span<char16_t> target, const SystemTime& time, TUlmo
 }
 
 // The wall clock of a value. An instant before 1601 there becomes a tick count that the calendar refuses.
-SystemTime LocalTime(TUlmoDateTime value) {
+SystemTime LocalTime(TUlmoDateTime value)
+{
     const auto utc = static_cast<std::int64_t>(UtcMilliseconds(value));
     const std::int64_t ticks = (utc - Bias(value) * std::int64_t{60000}) * 10000;
     SystemTime time;
@@ -172,18 +187,21 @@ SystemTime LocalTime(TUlmoDateTime value) {
 }
 
 std::u16string_view TextWithBias(TUlmoDateTime value, std::span<char16_t> buffer, TUlmoDateTimeStrMode mode,
-                                 std::u16string_view prefix) {
+                                 std::u16string_view prefix)
+{
     const std::size_t length = SystemTimeToStr(buffer, LocalTime(value), mode);
     return {buffer.data(), length + BiasToStr(buffer.subspan(length), Bias(value), prefix)};
 }
 
 }  // namespace
 
-std::size_t SystemTimeToStr(std::span<char16_t> buffer, const SystemTime& time, TUlmoDateTimeStrMode mode) {
+std::size_t SystemTimeToStr(std::span<char16_t> buffer, const SystemTime& time, TUlmoDateTimeStrMode mode)
+{
     return (mode & dtsmFormatMask) == dtsmLocale ? LocaleText(buffer, time, mode) : FixedText(buffer, time, mode);
 }
 
-std::size_t SystemTimeToStr(std::span<char> buffer, const SystemTime& time, TUlmoDateTimeStrMode mode) {
+std::size_t SystemTimeToStr(std::span<char> buffer, const SystemTime& time, TUlmoDateTimeStrMode mode)
+{
     if ((mode & dtsmFormatMask) != dtsmLocale) return FixedText(buffer, time, mode);
     DateText wide;
     const std::string narrow = AnsiFromWide({wide, LocaleText(wide, time, mode)});
@@ -192,7 +210,8 @@ std::size_t SystemTimeToStr(std::span<char> buffer, const SystemTime& time, TUlm
     return narrow.size();
 }
 
-std::size_t BiasToStr(std::span<char16_t> buffer, std::int16_t bias, std::u16string_view prefix) {
+std::size_t BiasToStr(std::span<char16_t> buffer, std::int16_t bias, std::u16string_view prefix)
+{
     constexpr std::u16string_view kFunction = u"Ulmo::BiasToStr";
     const bool iso = prefix == kIsoBiasPrefix;
     const auto minutes = static_cast<unsigned>(bias < 0 ? -bias : bias);
@@ -211,15 +230,18 @@ std::size_t BiasToStr(std::span<char16_t> buffer, std::int16_t bias, std::u16str
     return static_cast<std::size_t>(target.next - buffer.data());
 }
 
-std::u16string_view ToText(TUlmoDateTime value, DateText& buffer) {
+std::u16string_view ToText(TUlmoDateTime value, DateText& buffer)
+{
     return TextWithBias(value, buffer, dtsmTechnical, u" GMT");
 }
 
-std::u16string_view ToIsoText(TUlmoDateTime value, DateText& buffer) {
+std::u16string_view ToIsoText(TUlmoDateTime value, DateText& buffer)
+{
     return TextWithBias(value, buffer, dtsmIso, kIsoBiasPrefix);
 }
 
-std::u16string_view ToLocaleText(TUlmoDateTime value, DateText& buffer) {
+std::u16string_view ToLocaleText(TUlmoDateTime value, DateText& buffer)
+{
     return {buffer, SystemTimeToStr(std::span<char16_t>(buffer), LocalTime(value), dtsmLocale | dtsmDateAndTime)};
 }
 

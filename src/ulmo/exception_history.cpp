@@ -19,32 +19,37 @@ constinit std::atomic<std::uint32_t> sentinel{0};
 constinit std::deque<Entry>* queue = nullptr;
 
 // Never destroyed, for threads that still raise failures at process end.
-std::mutex& Section() {
+std::mutex& Section()
+{
     static std::mutex& section = *new std::mutex;
     return section;
 }
 
-bool IsAlive() {
+bool IsAlive()
+{
     return sentinel.load(std::memory_order_acquire) == kAlive;
 }
 
 }  // namespace
 
-void Start() {
+void Start()
+{
     const std::lock_guard<std::mutex> guard(Section());
     if (IsAlive()) return;
     queue = new std::deque<Entry>;
     sentinel.store(kAlive, std::memory_order_release);
 }
 
-void End() {
+void End()
+{
     const std::lock_guard<std::mutex> guard(Section());
     sentinel.store(0, std::memory_order_release);
     delete queue;
     queue = nullptr;
 }
 
-void Remember(const UlmoException& failure) {
+void Remember(const UlmoException& failure)
+{
     if (!IsAlive()) return;
     const std::lock_guard<std::mutex> guard(Section());
     if (!IsAlive()) return;  // ended while this thread waited
@@ -52,7 +57,8 @@ void Remember(const UlmoException& failure) {
     while (queue->size() > kLimit) queue->pop_front();
 }
 
-std::vector<Entry> Snapshot() {
+std::vector<Entry> Snapshot()
+{
     const std::lock_guard<std::mutex> guard(Section());
     return IsAlive() ? std::vector<Entry>(queue->begin(), queue->end()) : std::vector<Entry>();
 }

@@ -14,7 +14,8 @@ constexpr std::size_t kNone = std::u16string_view::npos;
 constexpr std::size_t kWidthLimit = 512;
 
 // There is no closing quote behind the format.
-std::u16string ComposeMessage(std::string_view text, std::u16string_view format) {
+std::u16string ComposeMessage(std::string_view text, std::u16string_view format)
+{
     return WideFromAnsi(text).append(u" :\"").append(format);
 }
 
@@ -24,16 +25,19 @@ public:
     using View = std::basic_string_view<Char>;
 
     Formatter(View format, std::basic_string<Char>& output, std::span<const View> arguments)
-        : format_(format), output_(output), arguments_(arguments) {}
+        : format_(format), output_(output), arguments_(arguments)
+    {}
 
-    void Run() {
+    void Run()
+    {
         while (Step()) {
         }
     }
 
 private:
     // Takes the text up to the next brace and what the brace begins; false at the end.
-    bool Step() {
+    bool Step()
+    {
         const std::size_t open = format_.find(Char('{'), position_);
         const std::size_t close = format_.find(Char('}'), position_);
         if (open == kNone && close == kNone) {
@@ -49,13 +53,15 @@ private:
         return true;
     }
 
-    void ClosingBrace(std::size_t close) {
+    void ClosingBrace(std::size_t close)
+    {
         if (At(close + 1) != '}') Fail("Text::Format illegal end of format string:", close);
         output_.append(format_.substr(position_, close + 1 - position_));
         position_ = close + 2;
     }
 
-    void OpeningBrace(std::size_t open, std::size_t close) {
+    void OpeningBrace(std::size_t open, std::size_t close)
+    {
         if (close != kNone && TakePlain(open, close)) return;
         if (At(open + 1) == '{') {
             output_.push_back(Char('{'));
@@ -68,7 +74,8 @@ private:
     }
 
     // "{d}" and "{dd}".
-    bool TakePlain(std::size_t open, std::size_t close) {
+    bool TakePlain(std::size_t open, std::size_t close)
+    {
         const View number = format_.substr(open + 1, close - open - 1);
         if (number.empty() || number.size() > 2 || !AllDigits(number)) return false;
         output_.append(Argument(Decimal(number), "Text::Format illegal argument number :", open));
@@ -77,7 +84,8 @@ private:
     }
 
     // "{d,width}" and "{d,-width}"; two digits of an argument number are allowed in the plain form only.
-    bool TakePadded(std::size_t open, std::size_t close) {
+    bool TakePadded(std::size_t open, std::size_t close)
+    {
         View field = format_.substr(open + 1, close - open - 1);
         if (field.size() < 3 || !AllDigits(field.substr(0, 1)) || field[1] != Char(',')) return false;
         const std::size_t index = Decimal(field.substr(0, 1));
@@ -90,7 +98,8 @@ private:
         return true;
     }
 
-    void Pad(View argument, std::size_t width, bool left) {
+    void Pad(View argument, std::size_t width, bool left)
+    {
         if (width > kWidthLimit) width = 0;
         const std::size_t blanks = width > argument.size() ? width - argument.size() : 0;
         if (!left) output_.append(blanks, Char(' '));
@@ -98,19 +107,22 @@ private:
         if (left) output_.append(blanks, Char(' '));
     }
 
-    View Argument(std::size_t index, std::string_view fault, std::size_t position) {
+    View Argument(std::size_t index, std::string_view fault, std::size_t position)
+    {
         if (index >= arguments_.size()) Fail(fault, position);
         return arguments_[index];
     }
 
     Char At(std::size_t position) const { return position < format_.size() ? format_[position] : Char(0); }
 
-    static bool AllDigits(View text) {
+    static bool AllDigits(View text)
+    {
         return std::all_of(text.begin(), text.end(), [](Char c) { return c >= Char('0') && c <= Char('9'); });
     }
 
     // Stops above every limit in use, so that a long number does not run over.
-    static std::size_t Decimal(View digits) {
+    static std::size_t Decimal(View digits)
+    {
         unsigned value = 0;
         for (const Char digit : digits) {
             value = std::min(value * 10 + static_cast<unsigned>(digit - Char('0')), 100000U);
@@ -118,7 +130,8 @@ private:
         return value;
     }
 
-    [[noreturn]] void Fail(std::string_view fault, std::size_t position) const {
+    [[noreturn]] void Fail(std::string_view fault, std::size_t position) const
+    {
         std::u16string format;
         if constexpr (std::is_same_v<Char, char>) {
             format = WideFromAnsi(format_);
@@ -138,13 +151,16 @@ private:
 
 InvalidFormatStringException::InvalidFormatStringException(std::string_view text, std::u16string format,
                                                            std::uint32_t position)
-    : UlmoException(ComposeMessage(text, format)), format_(std::move(format)), position_(position) {}
+    : UlmoException(ComposeMessage(text, format)), format_(std::move(format)), position_(position)
+{}
 
-void Format(const char* format, std::string& output, std::span<const std::string_view> arguments) {
+void Format(const char* format, std::string& output, std::span<const std::string_view> arguments)
+{
     if (format) Formatter<char>(format, output, arguments).Run();
 }
 
-void Format(const char16_t* format, std::u16string& output, std::span<const std::u16string_view> arguments) {
+void Format(const char16_t* format, std::u16string& output, std::span<const std::u16string_view> arguments)
+{
     if (format) Formatter<char16_t>(format, output, arguments).Run();
 }
 

@@ -10,7 +10,8 @@ namespace {
 
 constexpr unsigned char kNoDigit = 0xFF;
 
-constexpr std::array<unsigned char, 128> MakeDigitValues() {
+constexpr std::array<unsigned char, 128> MakeDigitValues()
+{
     std::array<unsigned char, 128> values{};
     values.fill(kNoDigit);
     for (unsigned char i = 0; i != 10; ++i) values['0' + i] = i;
@@ -30,7 +31,8 @@ constexpr std::array<unsigned char, 4> kDashPlaces = {8, 13, 18, 23};
 using Bytes = std::array<unsigned char, 16>;
 
 // The bytes in the order of the text: the first three fields with their highest byte first.
-Bytes TextOrder(const TOrvGuid& guid) {
+Bytes TextOrder(const TOrvGuid& guid)
+{
     Bytes bytes{};
     for (unsigned i = 0; i != 4; ++i) bytes[i] = static_cast<unsigned char>(guid.Data1 >> (24 - 8 * i));
     for (unsigned i = 0; i != 2; ++i) {
@@ -41,7 +43,8 @@ Bytes TextOrder(const TOrvGuid& guid) {
     return bytes;
 }
 
-TOrvGuid FromTextOrder(const Bytes& bytes) {
+TOrvGuid FromTextOrder(const Bytes& bytes)
+{
     TOrvGuid guid{};
     for (unsigned i = 0; i != 4; ++i) guid.Data1 = (guid.Data1 << 8) | bytes[i];
     guid.Data2 = static_cast<std::uint16_t>(bytes[4] << 8 | bytes[5]);
@@ -51,7 +54,8 @@ TOrvGuid FromTextOrder(const Bytes& bytes) {
 }
 
 template <class Char>
-void WriteText(const TOrvGuid& guid, Char* buffer) {
+void WriteText(const TOrvGuid& guid, Char* buffer)
+{
     static constexpr char kDigits[] = "0123456789abcdef";
     const Bytes bytes = TextOrder(guid);
     for (std::size_t i = 0; i != bytes.size(); ++i) {
@@ -61,16 +65,19 @@ void WriteText(const TOrvGuid& guid, Char* buffer) {
     for (const unsigned char place : kDashPlaces) buffer[place] = Char('-');
 }
 
-unsigned DigitValue(char16_t digit) {
+unsigned DigitValue(char16_t digit)
+{
     return digit < kDigitValues.size() ? kDigitValues[digit] : kNoDigit;
 }
 
-unsigned DigitValue(char digit) {
+unsigned DigitValue(char digit)
+{
     return DigitValue(static_cast<char16_t>(static_cast<unsigned char>(digit)));
 }
 
 template <class Char>
-bool ParseText(std::basic_string_view<Char> text, TOrvGuid& guid) {
+bool ParseText(std::basic_string_view<Char> text, TOrvGuid& guid)
+{
     if (!text.empty() && text.front() == Char('{')) text.remove_prefix(1);
     if (text.size() < kTextLength) return false;
     for (const unsigned char place : kDashPlaces) {
@@ -91,40 +98,48 @@ bool ParseText(std::basic_string_view<Char> text, TOrvGuid& guid) {
 
 }  // namespace
 
-void Write(const TOrvGuid& guid, char16_t* buffer) {
+void Write(const TOrvGuid& guid, char16_t* buffer)
+{
     WriteText(guid, buffer);
 }
 
-void Write(const TOrvGuid& guid, char* buffer) {
+void Write(const TOrvGuid& guid, char* buffer)
+{
     WriteText(guid, buffer);
 }
 
-std::string GuidToStringA(const TOrvGuid& guid) {
+std::string GuidToStringA(const TOrvGuid& guid)
+{
     std::string text(kTextLength, '\0');
     Write(guid, text.data());
     return text;
 }
 
-std::u16string GuidToStringW(const TOrvGuid& guid) {
+std::u16string GuidToStringW(const TOrvGuid& guid)
+{
     std::u16string text(kTextLength, u'\0');
     Write(guid, text.data());
     return text;
 }
 
-bool StringToGuidA(std::string_view text, TOrvGuid& guid) {
+bool StringToGuidA(std::string_view text, TOrvGuid& guid)
+{
     return ParseText(text, guid);
 }
 
-bool StringToGuidW(std::u16string_view text, TOrvGuid& guid) {
+bool StringToGuidW(std::u16string_view text, TOrvGuid& guid)
+{
     return ParseText(text, guid);
 }
 
-bool Equal(const TOrvGuid& a, const TOrvGuid& b) {
+bool Equal(const TOrvGuid& a, const TOrvGuid& b)
+{
     static_assert(sizeof(TOrvGuid) == 16);
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-bool IsZero(const TOrvGuid& guid) {
+bool IsZero(const TOrvGuid& guid)
+{
     return Equal(guid, TOrvGuid{});
 }
 

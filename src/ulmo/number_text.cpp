@@ -15,32 +15,37 @@ constexpr int kSignificantDigits = 15;
 constexpr std::size_t kLongestNumber = 32;
 
 // Widened in a buffer of its own: appending by iterators of another type makes a temporary string.
-void AppendWidened(std::u16string& output, std::string_view narrow) {
+void AppendWidened(std::u16string& output, std::string_view narrow)
+{
     char16_t wide[kLongestNumber];
     output.append(wide, std::copy(narrow.begin(), narrow.end(), wide));
 }
 
 template <class Integer>
-void AppendInteger(std::u16string& output, Integer value) {
+void AppendInteger(std::u16string& output, Integer value)
+{
     char text[kLongestNumber];
     const char* end = std::to_chars(text, text + sizeof text, value).ptr;
     AppendWidened(output, {text, end});
 }
 
-std::u16string_view WithoutLeadingSpace(std::u16string_view text) {
-    const auto first = std::find_if_not(text.begin(), text.end(),
-                                        [](char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); });
+std::u16string_view WithoutLeadingSpace(std::u16string_view text)
+{
+    const auto first =
+        std::find_if_not(text.begin(), text.end(), [](char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); });
     text.remove_prefix(static_cast<std::size_t>(first - text.begin()));
     return text;
 }
 
-bool TakeSign(std::u16string_view& text) {
+bool TakeSign(std::u16string_view& text)
+{
     const bool negative = !text.empty() && text.front() == u'-';
     if (negative || (!text.empty() && text.front() == u'+')) text.remove_prefix(1);
     return negative;
 }
 
-unsigned DigitValue(char16_t c) {
+unsigned DigitValue(char16_t c)
+{
     if (c >= u'0' && c <= u'9') return c - u'0';
     const char16_t lower = c | 0x20;
     return lower >= u'a' && lower <= u'z' ? lower - u'a' + 10U : 99U;
@@ -48,7 +53,8 @@ unsigned DigitValue(char16_t c) {
 
 // The digits of a base as a value of the type, which stops at its limits.
 template <class Integer>
-Integer ReadDigits(std::u16string_view digits, unsigned base, bool negative, bool& inRange) {
+Integer ReadDigits(std::u16string_view digits, unsigned base, bool negative, bool& inRange)
+{
     using Limits = std::numeric_limits<Integer>;
     const auto most = static_cast<std::uint64_t>(Limits::max()) + (negative ? 1 : 0);
     std::uint64_t value = 0;
@@ -64,14 +70,16 @@ Integer ReadDigits(std::u16string_view digits, unsigned base, bool negative, boo
 }
 
 template <class Integer>
-Integer Scan(std::u16string_view text) {
+Integer Scan(std::u16string_view text)
+{
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
     bool inRange = true;
     return ReadDigits<Integer>(text, 10, negative, inRange);
 }
 
-unsigned TakeBase(std::u16string_view& digits) {
+unsigned TakeBase(std::u16string_view& digits)
+{
     if (digits.empty() || digits.front() != u'0') return 10;
     const bool hexadecimal = digits.size() > 2 && (digits[1] | 0x20) == u'x' && DigitValue(digits[2]) < 16;
     if (hexadecimal) digits.remove_prefix(2);
@@ -79,7 +87,8 @@ unsigned TakeBase(std::u16string_view& digits) {
 }
 
 template <class Integer>
-Integer Detect(std::u16string_view text, bool& inRange) {
+Integer Detect(std::u16string_view text, bool& inRange)
+{
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
     const unsigned base = TakeBase(text);
@@ -87,7 +96,8 @@ Integer Detect(std::u16string_view text, bool& inRange) {
 }
 
 // The part of a text that can belong to a number, narrow.
-std::string NumberPart(std::u16string_view text) {
+std::string NumberPart(std::u16string_view text)
+{
     const auto end = std::find_if_not(text.begin(), text.end(), [](char16_t c) {
         return DigitValue(c) != 99 || c == u'.' || c == u'+' || c == u'-';
     });
@@ -98,7 +108,8 @@ std::string NumberPart(std::u16string_view text) {
 
 // Whether a number that fits no double is too large, and not too small: the decimal place of its first digit that
 // is not 0.
-bool IsTooLarge(std::string_view number) {
+bool IsTooLarge(std::string_view number)
+{
     const std::size_t exponentMark = std::min(number.find_first_of("eE"), number.size());
     const std::string_view mantissa = number.substr(0, exponentMark);
     const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
@@ -111,15 +122,18 @@ bool IsTooLarge(std::string_view number) {
 
 }  // namespace
 
-void AppendDecimal(std::u16string& output, std::int64_t value) {
+void AppendDecimal(std::u16string& output, std::int64_t value)
+{
     AppendInteger(output, value);
 }
 
-void AppendUnsigned(std::u16string& output, std::uint64_t value) {
+void AppendUnsigned(std::u16string& output, std::uint64_t value)
+{
     AppendInteger(output, value);
 }
 
-void AppendDouble(std::u16string& output, double value, TrailingPoint mode) {
+void AppendDouble(std::u16string& output, double value, TrailingPoint mode)
+{
     char text[kLongestNumber];
     const char* end =
         std::to_chars(text, text + sizeof text, value, std::chars_format::general, kSignificantDigits).ptr;
@@ -129,15 +143,18 @@ void AppendDouble(std::u16string& output, double value, TrailingPoint mode) {
     if (whole && mode == TrailingPoint::Keep) output.append(u".0");
 }
 
-std::int32_t ScanInt32(std::u16string_view text) {
+std::int32_t ScanInt32(std::u16string_view text)
+{
     return Scan<std::int32_t>(text);
 }
 
-std::int64_t ScanInt64(std::u16string_view text) {
+std::int64_t ScanInt64(std::u16string_view text)
+{
     return Scan<std::int64_t>(text);
 }
 
-double ScanDouble(std::u16string_view text) {
+double ScanDouble(std::u16string_view text)
+{
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
     const std::string number = NumberPart(text);
@@ -151,11 +168,13 @@ double ScanDouble(std::u16string_view text) {
     return negative ? -value : value;
 }
 
-std::int32_t DetectInt32(std::u16string_view text, bool& inRange) {
+std::int32_t DetectInt32(std::u16string_view text, bool& inRange)
+{
     return Detect<std::int32_t>(text, inRange);
 }
 
-std::int64_t DetectInt64(std::u16string_view text) {
+std::int64_t DetectInt64(std::u16string_view text)
+{
     bool inRange = true;
     return Detect<std::int64_t>(text, inRange);
 }

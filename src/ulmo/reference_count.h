@@ -25,7 +25,7 @@ public:
     virtual std::uint32_t AddRef() noexcept;   // the new count
     virtual std::uint32_t Release() noexcept;  // the new count; at zero OnFinalRelease runs, then Delete
     virtual void Delete() noexcept;
-    virtual std::string ToString() const;      // "<refptr/>" unless a class says more
+    virtual std::string ToString() const;  // "<refptr/>" unless a class says more
     virtual void OnFinalRelease() noexcept {}
 
 private:

@@ -22,12 +22,14 @@ constexpr std::u16string_view kToNarrow = u"WideCharToMultiByte";
 constexpr std::u16string_view kToWide = u"MultiByteToWideChar";
 
 // A size beyond the system call makes the text end at its first zero.
-std::string_view Clipped(std::string_view text) {
+std::string_view Clipped(std::string_view text)
+{
     return ClipSizeT(text.size()) == -1 ? text.substr(0, text.find('\0')) : text;
 }
 
 // Every code page in use agrees with ASCII below 0x80.
-std::string Narrow(CodePage page, std::u16string_view text) {
+std::string Narrow(CodePage page, std::u16string_view text)
+{
     if (text.size() > kLongestWide) ThrowSystemError(Platform::kInvalidParameter, kToNarrow);
     std::string narrow;
     if (IsAscii(text)) {
@@ -39,7 +41,8 @@ std::string Narrow(CodePage page, std::u16string_view text) {
     return narrow;
 }
 
-std::u16string Wide(CodePage page, std::string_view text) {
+std::u16string Wide(CodePage page, std::string_view text)
+{
     std::u16string wide;
     if (IsAscii(text)) {
         wide.resize(text.size());
@@ -52,34 +55,41 @@ std::u16string Wide(CodePage page, std::string_view text) {
 
 }  // namespace
 
-std::string Utf8FromWide(std::u16string_view text) {
+std::string Utf8FromWide(std::u16string_view text)
+{
     return Narrow(CodePage::Utf8, text);
 }
 
-std::u16string WideFromUtf8(std::string_view text) {
+std::u16string WideFromUtf8(std::string_view text)
+{
     return Wide(CodePage::Utf8, text);
 }
 
-std::u16string WideFromAnsi(std::string_view text) {
+std::u16string WideFromAnsi(std::string_view text)
+{
     return Wide(CodePage::Ansi, text);
 }
 
-std::string AnsiFromWide(std::u16string_view text) {
+std::string AnsiFromWide(std::u16string_view text)
+{
     return Narrow(CodePage::Ansi, text);
 }
 
-std::u16string LowerCase(std::u16string_view text) {
+std::u16string LowerCase(std::u16string_view text)
+{
     std::u16string lower(text);
     const std::size_t ascii = LowerAsciiPrefix(lower.data(), lower.size());
     if (ascii != lower.size()) Platform::LowerInPlace(lower.data() + ascii, lower.size() - ascii);
     return lower;
 }
 
-bool IsLowerCase(std::u16string_view text) {
+bool IsLowerCase(std::u16string_view text)
+{
     return EqualsLower(text, text);
 }
 
-bool EqualsLower(std::u16string_view text, std::u16string_view lower) {
+bool EqualsLower(std::u16string_view text, std::u16string_view lower)
+{
     if (text.size() != lower.size()) return false;
     const std::size_t same = EqualAsciiLowerPrefix(text.data(), lower.data(), text.size());
     if (same == text.size()) return true;
@@ -87,11 +97,13 @@ bool EqualsLower(std::u16string_view text, std::u16string_view lower) {
     return !ascii && SameText(LowerCase(text.substr(same)), lower.substr(same));
 }
 
-std::size_t TerminatedLength(const char16_t* text) {
+std::size_t TerminatedLength(const char16_t* text)
+{
     return Platform::TerminatedLength(text);
 }
 
-int ClipSizeT(std::size_t size) {
+int ClipSizeT(std::size_t size)
+{
     if (size <= std::numeric_limits<std::uint32_t>::max()) return static_cast<int>(static_cast<std::uint32_t>(size));
     Platform::WriteDebug(u"ClipSizeT failed - Size > MaxSize");
     return -1;

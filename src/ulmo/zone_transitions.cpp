@@ -16,11 +16,13 @@ constexpr std::int64_t kMillisecondsPerDay = 86400000;
 constexpr std::int64_t kMillisecondsPerMinute = 60000;
 constexpr std::uint64_t kTicksPerMillisecond = 10000;
 
-bool IsLeapYear(std::uint64_t year) {
+bool IsLeapYear(std::uint64_t year)
+{
     return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
-std::uint16_t YearOf(std::uint64_t milliseconds) {
+std::uint16_t YearOf(std::uint64_t milliseconds)
+{
     constexpr std::uint64_t kDaysPerCycle = 146097;
     constexpr std::uint64_t kDaysPerCentury = 36524;
     std::uint64_t days = milliseconds / kMillisecondsPerDay;
@@ -37,27 +39,30 @@ std::uint16_t YearOf(std::uint64_t milliseconds) {
     return static_cast<std::uint16_t>(year);
 }
 
-std::int64_t ToMilliseconds(const SystemTime& time) {
+std::int64_t ToMilliseconds(const SystemTime& time)
+{
     std::uint64_t ticks = 0;
     if (!Platform::SystemTimeToFileTime(time, ticks)) ThrowLastError(u"Ulmo::SystemTimeToMilliseconds");
     return static_cast<std::int64_t>(ticks / kTicksPerMillisecond);
 }
 
-int DaysInMonth(std::uint16_t year, std::uint16_t month) {
+int DaysInMonth(std::uint16_t year, std::uint16_t month)
+{
     if (month == 2) return IsLeapYear(year) ? 29 : 28;
     return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
 // The instant of a transition in a year, in local milliseconds since 1601.
-std::int64_t SystemTimeToMilliseconds(std::uint16_t year, const SystemTime& transition) {
+std::int64_t SystemTimeToMilliseconds(std::uint16_t year, const SystemTime& transition)
+{
     if (transition.year != 0) {
         if (transition.year != year) {
             Raise({DateTimeError::Transition, u"Transition date error in absolute format. Year not equal."});
         }
         return ToMilliseconds(transition);
     }
-    const bool valid = transition.day >= 1 && transition.day <= 5 && transition.month >= 1 &&
-                       transition.month <= 12 && transition.dayOfWeek < 7;
+    const bool valid = transition.day >= 1 && transition.day <= 5 && transition.month >= 1 && transition.month <= 12 &&
+                       transition.dayOfWeek < 7;
     if (!valid) Raise({DateTimeError::Transition, u"Transition date of time zone is not valid."});
     SystemTime first = transition;
     first.year = year;
@@ -69,9 +74,10 @@ std::int64_t SystemTimeToMilliseconds(std::uint16_t year, const SystemTime& tran
     return start + days * kMillisecondsPerDay;
 }
 
-bool SameDate(const SystemTime& a, const SystemTime& b) {
-    return a.year == b.year && a.month == b.month && a.dayOfWeek == b.dayOfWeek && a.day == b.day &&
-           a.hour == b.hour && a.minute == b.minute && a.second == b.second && a.milliseconds == b.milliseconds;
+bool SameDate(const SystemTime& a, const SystemTime& b)
+{
+    return a.year == b.year && a.month == b.month && a.dayOfWeek == b.dayOfWeek && a.day == b.day && a.hour == b.hour &&
+           a.minute == b.minute && a.second == b.second && a.milliseconds == b.milliseconds;
 }
 
 // The transitions of the year that was asked for last: nearly every question is about the present.
@@ -84,14 +90,16 @@ struct TransitionCache {
 };
 
 // Never destroyed, for threads that still write lines at process end.
-TransitionCache& Cache() {
+TransitionCache& Cache()
+{
     static TransitionCache& cache = *new TransitionCache;
     return cache;
 }
 
 }  // namespace
 
-std::optional<Transitions> ZoneTransitions(std::uint64_t milliseconds, const TimeZone& zone) {
+std::optional<Transitions> ZoneTransitions(std::uint64_t milliseconds, const TimeZone& zone)
+{
     const std::uint16_t year = YearOf(milliseconds);
     if (zone.standardDate.month == 0 || zone.daylightDate.month == 0) return std::nullopt;
     TransitionCache& cache = Cache();
@@ -108,7 +116,8 @@ std::optional<Transitions> ZoneTransitions(std::uint64_t milliseconds, const Tim
     return cache.transitions;
 }
 
-std::int16_t BiasAt(std::uint64_t utcMilliseconds, const TimeZone& zone) {
+std::int16_t BiasAt(std::uint64_t utcMilliseconds, const TimeZone& zone)
+{
     const std::optional<Transitions> transitions = ZoneTransitions(utcMilliseconds, zone);
     if (!transitions) return static_cast<std::int16_t>(zone.bias);
     const std::int32_t daylightBias = zone.bias + zone.daylightBias;
@@ -121,7 +130,8 @@ std::int16_t BiasAt(std::uint64_t utcMilliseconds, const TimeZone& zone) {
     return static_cast<std::int16_t>(daylight ? daylightBias : standardBias);
 }
 
-TUlmoDateTime Now() {
+TUlmoDateTime Now()
+{
     const std::uint64_t milliseconds = (Platform::NowAsFileTime() + kTicksPerMillisecond / 2) / kTicksPerMillisecond;
     TimeZone zone;
     const std::int16_t bias = Platform::GetLocalTimeZone(zone) ? BiasAt(milliseconds, zone) : std::int16_t{0};

@@ -147,8 +147,8 @@ TEST(NameTables, TypesViewsAndColumns)
     const struct {
         std::u16string_view name;
         std::uint32_t type;
-    } types[] = {{u"Bool", 1}, {u"bOOLEAN", 1}, {u"__int64", 3}, {u"Float", 4}, {u"TPlcRect", 11},
-                 {u"PlcClientType", 2}, {u"ResultDataSet", 2}, {u"", 2}};
+    } types[] = {{u"Bool", 1},      {u"bOOLEAN", 1},       {u"__int64", 3},       {u"Float", 4},
+                 {u"TPlcRect", 11}, {u"PlcClientType", 2}, {u"ResultDataSet", 2}, {u"", 2}};
     for (const auto& row : types) EXPECT_EQ(ParameterTypeFromName(row.name), row.type);
     EXPECT_EQ(ViewFromName(u"absource"), 26u);
     EXPECT_EQ(ViewFromName(u"HardwareModule"), 22u);
@@ -157,8 +157,9 @@ TEST(NameTables, TypesViewsAndColumns)
     const struct {
         std::u16string_view text;
         std::uint32_t mask;
-    } columns[] = {{u"Int32_A|Int64_A", 0x11}, {u"int32_a", 1}, {u"Int32_A|", 0}, {u"Int32_A|None", 0},
-                   {u"Int32_A|what|Time_B", 0x8001}, {u"what", 0}, {u"|", 0}, {u"", 0}, {u"WindowsUser", 0x80000}};
+    } columns[] = {{u"Int32_A|Int64_A", 0x11},       {u"int32_a", 1}, {u"Int32_A|", 0}, {u"Int32_A|None", 0},
+                   {u"Int32_A|what|Time_B", 0x8001}, {u"what", 0},    {u"|", 0},        {u"", 0},
+                   {u"WindowsUser", 0x80000}};
     for (const auto& row : columns) EXPECT_EQ(ColumnsFromText(row.text), row.mask);
     EXPECT_EQ(ColumnsToText(0x111), u"Int32_A|Int64_A|String_A");
 }

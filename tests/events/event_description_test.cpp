@@ -46,10 +46,10 @@ std::string Described(std::u16string_view action, std::uint32_t level, bool plai
     record.image = image;
     record.imageSize = static_cast<std::uint64_t>(cursor.Required());
     Calls calls;
-    DescribeEvent(record,
-                  {reinterpret_cast<OrvWord>(&calls), plain ? Calls::Plain : nullptr,
-                   extended ? Calls::Extended : nullptr},
-                  level);
+    DescribeEvent(
+        record,
+        {reinterpret_cast<OrvWord>(&calls), plain ? Calls::Plain : nullptr, extended ? Calls::Extended : nullptr},
+        level);
     return Ulmo::Utf8FromWide(calls.text);
 }
 
@@ -79,8 +79,9 @@ TEST(EventDescription, LevelsAndPriorities)
     Settings::PriorityLevel = 9;
     const std::string all = Described(kLogin, 3, false, true);
     Settings::PriorityLevel = 5;
-    EXPECT_EQ(all, "p3 0 first user|\"ann\"\n"
-                   "p0 -1 User login|first user: \"ann\"; own: 1; special service: \"s\";\n");
+    EXPECT_EQ(all,
+              "p3 0 first user|\"ann\"\n"
+              "p0 -1 User login|first user: \"ann\"; own: 1; special service: \"s\";\n");
     EXPECT_EQ(Described(kLogin, 3, true, true), Described(kLogin, 3));  // the plain one goes first
     EXPECT_EQ(Described(kLogin, 3, false, false), "");
 }

@@ -101,8 +101,9 @@ TEST(EventFill, ParametersUnderTheNamesOfColumns)
             .object);
     EXPECT_EQ(Filled(*action), "1102; Int32FieldB 3; StringFieldFirstUser 'u'");
     EventSettings::StoreGenericParameters = true;
-    EXPECT_EQ(Filled(*action), "1102; Int32FieldB 3; Int64FieldD 7; StringFieldC 'c'; DoubleFieldA 2; "
-                               "StringFieldFirstUser 'u'");
+    EXPECT_EQ(Filled(*action),
+              "1102; Int32FieldB 3; Int64FieldD 7; StringFieldC 'c'; DoubleFieldA 2; "
+              "StringFieldFirstUser 'u'");
     EventSettings::StoreGenericParameters = false;
 }
 

@@ -152,8 +152,9 @@ TEST(EventRestore, FromColumns)
         {1451, ORV_COLUMN_Int64_B | ORV_COLUMN_Int64_C,
          "3 InitializeRemoteExport; Device guid 00000000-0000-0000-0000-000000000000"},
         {2030, ORV_COLUMN_Int64_B, "3 VantikVMDAlarm; AlarmArea rect 7, 0, 0, 0"},
-        {1102, kUserColumns, "3 PanLeft; ClientAccount str 'text'; ClientHost str 'text'; User1 str 'text'; "
-                             "User2 str 'text'"},
+        {1102, kUserColumns,
+         "3 PanLeft; ClientAccount str 'text'; ClientHost str 'text'; User1 str 'text'; "
+         "User2 str 'text'"},
         {123456, ORV_COLUMN_Int32_B | ORV_COLUMN_Time_A | ORV_COLUMN_String_D | ORV_COLUMN_Double_B,
          "3 GeneralEventInfo; DateFieldA time 1601/01/01 00:00:00,011 GMT+00:00; DoubleFieldB dbl 1.5; "
          "Int32FieldB i32 5; StringFieldD str 'text'"},

@@ -75,8 +75,8 @@ inline std::u16string StoredText(TOrvHandle handle, bool plain = false)
     std::uint32_t required = 0;
     OrvAct_StoreToTextBufferW(handle, nullptr, 0, plain, 0, &required);
     std::u16string text(required, u'\0');
-    EXPECT_TRUE(OrvAct_StoreToTextBufferW(handle, reinterpret_cast<OrvWChar*>(text.data()), required, plain, 0,
-                                          nullptr));
+    EXPECT_TRUE(
+        OrvAct_StoreToTextBufferW(handle, reinterpret_cast<OrvWChar*>(text.data()), required, plain, 0, nullptr));
     text.resize(required ? required - 1 : 0);
     return text;
 }

@@ -77,8 +77,7 @@ TEST(CreateDecode, NarrowTextComesInAsAnsiAndGoesOutAsUtf8)
     const Handle action(OrvAct_CreateSystemTimerStart(1, "Rose \xC3\xA9\xE9"));
     const char text[] = "SystemTimerStart (TimerID: 1, TimerName: \"Rose \xC3\xA9\xE9\")";
     constexpr OrvBool kIsAnsi = 0;
-    const Handle read(
-        OrvAct_CreateFromTextBufferA(text, ORV_LENGTH_TERMINATED, ORV_EXPECT_ANY, kIsAnsi, nullptr));
+    const Handle read(OrvAct_CreateFromTextBufferA(text, ORV_LENGTH_TERMINATED, ORV_EXPECT_ANY, kIsAnsi, nullptr));
     EXPECT_TRUE(OrvTest::Equal(action, read));
 
     action->SetString(W(u"TimerName"), W(u"\u20AC"));

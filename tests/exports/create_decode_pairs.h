@@ -42,25 +42,70 @@ struct Cell {
 };
 using Cells = std::vector<Cell>;
 
-inline OrvBool Input(const Cell& cell, OrvBool*) { return cell.truth; }
-inline std::int32_t Input(const Cell& cell, std::int32_t*) { return cell.number; }
-inline std::uint32_t Input(const Cell& cell, std::uint32_t*) { return static_cast<std::uint32_t>(cell.number); }
-inline const OrvBool* Input(const Cell& cell, const OrvBool**) { return &cell.truth; }
-inline const std::int32_t* Input(const Cell& cell, const std::int32_t**) { return &cell.number; }
+inline OrvBool Input(const Cell& cell, OrvBool*)
+{
+    return cell.truth;
+}
+inline std::int32_t Input(const Cell& cell, std::int32_t*)
+{
+    return cell.number;
+}
+inline std::uint32_t Input(const Cell& cell, std::uint32_t*)
+{
+    return static_cast<std::uint32_t>(cell.number);
+}
+inline const OrvBool* Input(const Cell& cell, const OrvBool**)
+{
+    return &cell.truth;
+}
+inline const std::int32_t* Input(const Cell& cell, const std::int32_t**)
+{
+    return &cell.number;
+}
 inline const std::uint32_t* Input(const Cell& cell, const std::uint32_t**)
 {
     return reinterpret_cast<const std::uint32_t*>(&cell.number);
 }
-inline const std::int64_t* Input(const Cell& cell, const std::int64_t**) { return &cell.large; }
-inline const double* Input(const Cell& cell, const double**) { return &cell.real; }
-inline const TUlmoDateTime* Input(const Cell& cell, const TUlmoDateTime**) { return &cell.date; }
-inline const TOrvGuid* Input(const Cell& cell, const TOrvGuid**) { return &cell.guid; }
-inline const TOrvEventTypeValue* Input(const Cell& cell, const TOrvEventTypeValue**) { return &cell.event; }
-inline const TOrvChannelValue* Input(const Cell& cell, const TOrvChannelValue**) { return &cell.channel; }
-inline const TOrvResourceValue* Input(const Cell& cell, const TOrvResourceValue**) { return &cell.resource; }
-inline const TOrvResultDataItem* Input(const Cell& cell, const TOrvResultDataItem**) { return cell.items.data(); }
-inline const OrvWChar* Input(const Cell& cell, const OrvWChar**) { return W(cell.wide.c_str()); }
-inline const char* Input(const Cell& cell, const char**) { return cell.narrow.c_str(); }
+inline const std::int64_t* Input(const Cell& cell, const std::int64_t**)
+{
+    return &cell.large;
+}
+inline const double* Input(const Cell& cell, const double**)
+{
+    return &cell.real;
+}
+inline const TUlmoDateTime* Input(const Cell& cell, const TUlmoDateTime**)
+{
+    return &cell.date;
+}
+inline const TOrvGuid* Input(const Cell& cell, const TOrvGuid**)
+{
+    return &cell.guid;
+}
+inline const TOrvEventTypeValue* Input(const Cell& cell, const TOrvEventTypeValue**)
+{
+    return &cell.event;
+}
+inline const TOrvChannelValue* Input(const Cell& cell, const TOrvChannelValue**)
+{
+    return &cell.channel;
+}
+inline const TOrvResourceValue* Input(const Cell& cell, const TOrvResourceValue**)
+{
+    return &cell.resource;
+}
+inline const TOrvResultDataItem* Input(const Cell& cell, const TOrvResultDataItem**)
+{
+    return cell.items.data();
+}
+inline const OrvWChar* Input(const Cell& cell, const OrvWChar**)
+{
+    return W(cell.wide.c_str());
+}
+inline const char* Input(const Cell& cell, const char**)
+{
+    return cell.narrow.c_str();
+}
 
 template <class T>
 T InputOf(const Cell& cell)
@@ -110,18 +155,27 @@ Pair MakePair(const char* name, const char16_t* action, TOrvHandle (*create)(In.
 {
     static_assert(sizeof...(In) == sizeof...(Out));
     const auto callCreate = [](Pair::Function function, [[maybe_unused]] const Cells& cells) {
-        return [&]<std::size_t... At>(std::index_sequence<At...>) {
+        return [&]<std::size_t... At>(std::index_sequence<At...>)
+        {
             return reinterpret_cast<TOrvHandle (*)(In...)>(function)(InputOf<In>(cells[At])...);
-        }(std::index_sequence_for<In...>());
+        }
+        (std::index_sequence_for<In...>());
     };
     const auto callDecode = [](Pair::Function function, TOrvHandle handle, [[maybe_unused]] Cells& cells) {
-        return [&]<std::size_t... At>(std::index_sequence<At...>) {
+        return [&]<std::size_t... At>(std::index_sequence<At...>)
+        {
             return reinterpret_cast<OrvBool (*)(TOrvHandle, Out...)>(function)(
                 handle, reinterpret_cast<Out>(cells[At].output)...);
-        }(std::index_sequence_for<Out...>());
+        }
+        (std::index_sequence_for<Out...>());
     };
-    return {name,        action,    {ShapeOf<In, Out>()...}, reinterpret_cast<Pair::Function>(create),
-            reinterpret_cast<Pair::Function>(decode), callCreate, callDecode};
+    return {name,
+            action,
+            {ShapeOf<In, Out>()...},
+            reinterpret_cast<Pair::Function>(create),
+            reinterpret_cast<Pair::Function>(decode),
+            callCreate,
+            callDecode};
 }
 
 }  // namespace OrvTest

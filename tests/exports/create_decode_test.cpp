@@ -15,8 +15,7 @@ using OrvTest::W;
 
 const std::vector<Pair>& Pairs()
 {
-#define ORV_PAIR(pair, action) \
-    OrvTest::MakePair(#pair, u"" #action, OrvAct_Create##pair, OrvAct_Decode##pair),
+#define ORV_PAIR(pair, action) OrvTest::MakePair(#pair, u"" #action, OrvAct_Create##pair, OrvAct_Decode##pair),
     static const std::vector<Pair> pairs{ORV_FOR_EACH_PAIR(ORV_PAIR)};
 #undef ORV_PAIR
     return pairs;

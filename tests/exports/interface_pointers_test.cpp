@@ -53,10 +53,10 @@ struct Creation {
     std::uint32_t (*counted)(ITalvecMessage** object);
 };
 
-#define CREATION(kind, Object, Source, ...)                                                                        \
-    Creation                                                                                                       \
-    {                                                                                                              \
-        #Object #Source "(" #__VA_ARGS__ ")", kind,                                                                \
+#define CREATION(kind, Object, Source, ...)                                                                  \
+    Creation                                                                                                 \
+    {                                                                                                        \
+#Object #Source "(" #__VA_ARGS__ ")", kind,                                                                \
             []() -> ITalvecMessage* { return Talvec_Action_CreateIOrv##Object##Source(__VA_ARGS__); },             \
             [](ITalvecMessage** object) {                                                                          \
                 ITalvec##Object* made = nullptr;                                                                   \
@@ -64,7 +64,7 @@ struct Creation {
                     Talvec_Action_CreateIOrv##Object##Pointer##Source(object ? &made : nullptr, __VA_ARGS__);      \
                 if (object) *object = made;                                                                        \
                 return status;                                                                                     \
-            }                                                                                                      \
+            } \
     }
 
 const Creation kCreations[] = {

@@ -87,7 +87,8 @@ TEST(EventExports, AWrongSizeIsRefusedAndNothingTouched)
             record.size = size;
             EXPECT_FALSE(fill(action.get(), &record, &field));
             EXPECT_EQ(std::memcmp(reinterpret_cast<const char*>(&record) + 4,
-                                  reinterpret_cast<const char*>(&before) + 4, sizeof record - 4), 0);
+                                  reinterpret_cast<const char*>(&before) + 4, sizeof record - 4),
+                      0);
             EXPECT_EQ(field, 9);
             const auto failure = LastError();
             ASSERT_TRUE(failure);

@@ -1,5 +1,5 @@
-#include <OrvActions.hpp>
 #include <gtest/gtest.h>
+#include <OrvActions.hpp>
 
 #include <cstring>
 #include <string>
@@ -44,8 +44,8 @@ const Role kRoles[] = {
      u"SetVideoOutput failed"},
     {u"DigitalInput", u"Contact", OrvAct_GetInputContact, OrvAct_SetInputContact, Talvec_Action_SetInputContact,
      u"SetInputContact failed"},
-    {u"SetDigitalOutput", u"Contact", OrvAct_GetOutputContact, OrvAct_SetOutputContact,
-     Talvec_Action_SetOutputContact, u"SetOutputContact failed"},
+    {u"SetDigitalOutput", u"Contact", OrvAct_GetOutputContact, OrvAct_SetOutputContact, Talvec_Action_SetOutputContact,
+     u"SetOutputContact failed"},
 };
 
 TEST(TypedAccessors, RolesFindTheParameter)
@@ -126,7 +126,7 @@ TEST(TypedAccessors, ForeignKeyAndGenericNumber)
     const Handle camera = Named(u"ViewerConnect");
     std::int32_t number = 77;
     EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(camera.get(), &number));
-    EXPECT_EQ(number, 0);  // not set
+    EXPECT_EQ(number, 0);                         // not set
     camera->SetString(W(u"PlayMode"), W(u"11"));  // an enum parameter that holds a text
     EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(camera.get(), &number));
     EXPECT_EQ(number, 11);
@@ -353,20 +353,15 @@ struct Configuration {
     }
 };
 
-const TOrvActionInfoUpdateCallbacks kCallbacks = {0,
-                                                  Configuration::AskChannel<1>,
-                                                  Configuration::AskChannel<2>,
-                                                  Configuration::AskChannel<3>,
-                                                  nullptr,
-                                                  Configuration::AskEventType,
-                                                  Configuration::AskResource,
-                                                  Configuration::AskParameterSet};
+const TOrvActionInfoUpdateCallbacks kCallbacks = {
+    0,       Configuration::AskChannel<1>, Configuration::AskChannel<2>, Configuration::AskChannel<3>,
+    nullptr, Configuration::AskEventType,  Configuration::AskResource,   Configuration::AskParameterSet};
 
 bool Update(const Handle& handle, Configuration& configuration)
 {
     OrvBool allKnown = 2;
-    EXPECT_TRUE(OrvAct_UpdateActionInfo(handle.get(), reinterpret_cast<OrvWord>(&configuration), &kCallbacks,
-                                        &allKnown));
+    EXPECT_TRUE(
+        OrvAct_UpdateActionInfo(handle.get(), reinterpret_cast<OrvWord>(&configuration), &kCallbacks, &allKnown));
     return allKnown != 0;
 }
 

@@ -1,5 +1,5 @@
-#include <OrvActions.hpp>
 #include <gtest/gtest.h>
+#include <OrvActions.hpp>
 
 #include <chrono>
 #include <limits>
@@ -70,15 +70,13 @@ TEST(Wrapper, ValuesOfEveryType)
     RoundTrip(orv::Channel{}, equal);
     RoundTrip(orv::EventType{3, u"event"}, [](auto a, auto b) { return a.id == b.id && a.name == b.name; });
     RoundTrip(orv::Guid{1, 2, 3, {4}}, [](auto a, auto b) { return a.Data1 == b.Data1 && a.Data4[0] == b.Data4[0]; });
-    RoundTrip(orv::Resource{{1, 2, 3, {}}, u"set"}, [](auto a, auto b) {
-        return a.guid.Data2 == b.guid.Data2 && a.name == b.name;
-    });
+    RoundTrip(orv::Resource{{1, 2, 3, {}}, u"set"},
+              [](auto a, auto b) { return a.guid.Data2 == b.guid.Data2 && a.name == b.name; });
     RoundTrip(orv::Rect{-1, 2, -3, 4}, [](auto a, auto b) {
         return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
     });
-    RoundTrip(orv::Enum{2, ORV_ENUM_PlcViewerPlayMode}, [](auto a, auto b) {
-        return a.value == b.value && a.enumId == b.enumId;
-    });
+    RoundTrip(orv::Enum{2, ORV_ENUM_PlcViewerPlayMode},
+              [](auto a, auto b) { return a.value == b.value && a.enumId == b.enumId; });
 }
 
 TEST(Wrapper, ReadsConvertAsTheLibraryDoes)

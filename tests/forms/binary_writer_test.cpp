@@ -130,7 +130,7 @@ TEST(BinaryWriter, TaskMemory)
         const std::vector<std::byte> form = BinaryForm(*object);
         EXPECT_EQ(size, object == action.get() ? 4 + 4 + 2 * 8 + 4 : 0u);
         ASSERT_NE(block, nullptr);
-        EXPECT_EQ(std::memcmp(block, form.data(), size), 0);
+        EXPECT_TRUE(std::equal(form.begin(), form.end(), static_cast<const std::byte*>(block)));
         Platform::FreeTaskMemory(block);
     }
 }

@@ -33,8 +33,8 @@ Stored LastFailure()
 {
     TOrvLastErrorInfo info{};
     if (!LastError::Read(info)) return {};
-    return {info.code, info.subCode, info.className, info.message, info.details,
-            std::u16string(TerminatedView(info.messageW))};
+    return {info.code,    info.subCode, info.className,
+            info.message, info.details, std::u16string(TerminatedView(info.messageW))};
 }
 
 TEST(Frame, EveryKindOfExceptionIsStored)

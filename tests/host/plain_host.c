@@ -11,7 +11,10 @@
 #include <windows.h>
 typedef HMODULE Library;
 #define TEXT_OF(text) L##text
-static Library Load(const char* path) { return LoadLibraryA(path); }
+static Library Load(const char* path)
+{
+    return LoadLibraryA(path);
+}
 static void* Find(Library library, const char* name)
 {
     void* address;
@@ -19,14 +22,26 @@ static void* Find(Library library, const char* name)
     memcpy(&address, &found, sizeof address);
     return address;
 }
-static int Unload(Library library) { return FreeLibrary(library) != 0; }
+static int Unload(Library library)
+{
+    return FreeLibrary(library) != 0;
+}
 #else
 #include <dlfcn.h>
 typedef void* Library;
 #define TEXT_OF(text) u##text
-static Library Load(const char* path) { return dlopen(path, RTLD_NOW); }
-static void* Find(Library library, const char* name) { return dlsym(library, name); }
-static int Unload(Library library) { return dlclose(library) == 0; }
+static Library Load(const char* path)
+{
+    return dlopen(path, RTLD_NOW);
+}
+static void* Find(Library library, const char* name)
+{
+    return dlsym(library, name);
+}
+static int Unload(Library library)
+{
+    return dlclose(library) == 0;
+}
 #endif
 
 static int failures = 0;
@@ -77,11 +92,11 @@ static void WalkTable(TOrvHandle handle)
     Check(((Number)Slot(handle, GetActionCode))(handle) == ORV_ACTION_PanLeft, "GetActionCode");
     Check(SameText(((Words)Slot(handle, GetActionName))(handle), TEXT_OF("PanLeft")), "GetActionName");
     ((void (*)(void*, const OrvWChar*, int32_t))Slot(handle, SetInt32))(handle, TEXT_OF("speed"), 4);
-    Check(((uint8_t (*)(void*, const OrvWChar*, int32_t*))Slot(handle, GetInt32))(handle, TEXT_OF("SPEED"), &speed) &&
+    Check(((uint8_t(*)(void*, const OrvWChar*, int32_t*))Slot(handle, GetInt32))(handle, TEXT_OF("SPEED"), &speed) &&
               speed == 4,
           "GetInt32");
     ((void (*)(void*, const OrvWChar*, int32_t, uint32_t))Slot(handle, SetEnum))(handle, TEXT_OF("mode"), 1, 4149);
-    Check(((uint8_t (*)(void*, const OrvWChar*))Slot(handle, HasParameter))(handle, TEXT_OF("Mode")), "HasParameter");
+    Check(((uint8_t(*)(void*, const OrvWChar*))Slot(handle, HasParameter))(handle, TEXT_OF("Mode")), "HasParameter");
     Check(((Number)Slot(handle, GetParameterCount))(handle) == 2, "GetParameterCount");
     Check(SameText(((Words)Slot(handle, GetDescription))(handle), TEXT_OF("")), "GetDescription");
     Check(!((Truth)Slot(handle, HasDescription))(handle), "HasDescription");

@@ -14,8 +14,7 @@ ObjectPtr<TOrvAction> Read(std::u16string_view text)
 
 std::string Made(TOrvAction& match, TOrvAction* example)
 {
-    const ObjectPtr<TOrvAction> made(
-        &ActionOf(reinterpret_cast<TOrvHandle>(match.CreateActionFromTemplate(example))));
+    const ObjectPtr<TOrvAction> made(&ActionOf(reinterpret_cast<TOrvHandle>(match.CreateActionFromTemplate(example))));
     EXPECT_EQ(made->ReferenceCount(), 1u);
     return Describe(*made);
 }

@@ -19,8 +19,7 @@ std::vector<std::u16string> Keys(const ParameterMap& map)
 std::vector<std::u16string> Names(const ParameterMap& map)
 {
     std::vector<std::u16string> names;
-    map.ForEachDeclaredFirst(
-        [&](const TOrvParameter& value, std::size_t) { names.emplace_back(value.Name().view()); });
+    map.ForEachDeclaredFirst([&](const TOrvParameter& value, std::size_t) { names.emplace_back(value.Name().view()); });
     return names;
 }
 

@@ -11,7 +11,8 @@ using Platform::SystemTime;
 constexpr std::uint64_t kTicksPerDay = 864000000000;
 
 // The calendar as one would count it on a wall: a day at a time.
-void NextDay(SystemTime& date) {
+void NextDay(SystemTime& date)
+{
     const bool leap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
     const int lengths[] = {31, leap ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     date.dayOfWeek = static_cast<std::uint16_t>((date.dayOfWeek + 1) % 7);
@@ -22,12 +23,14 @@ void NextDay(SystemTime& date) {
     ++date.year;
 }
 
-bool Same(const SystemTime& a, const SystemTime& b) {
-    return a.year == b.year && a.month == b.month && a.day == b.day && a.dayOfWeek == b.dayOfWeek &&
-           a.hour == b.hour && a.minute == b.minute && a.second == b.second && a.milliseconds == b.milliseconds;
+bool Same(const SystemTime& a, const SystemTime& b)
+{
+    return a.year == b.year && a.month == b.month && a.day == b.day && a.dayOfWeek == b.dayOfWeek && a.hour == b.hour &&
+           a.minute == b.minute && a.second == b.second && a.milliseconds == b.milliseconds;
 }
 
-TEST(Calendar, AgreesWithCountingDays) {
+TEST(Calendar, AgreesWithCountingDays)
+{
     SystemTime expected{1601, 1, 1, 1, 0, 0, 0, 0};
     for (std::uint64_t ticks = 0; expected.year < 2410; ticks += kTicksPerDay, NextDay(expected)) {
         SystemTime time;
@@ -39,7 +42,8 @@ TEST(Calendar, AgreesWithCountingDays) {
     }
 }
 
-TEST(Calendar, KnowsKnownInstants) {
+TEST(Calendar, KnowsKnownInstants)
+{
     struct Case {
         std::uint64_t ticks;
         SystemTime time;
@@ -57,11 +61,12 @@ TEST(Calendar, KnowsKnownInstants) {
     }
 }
 
-TEST(Calendar, RefusesWhatDoesNotExist) {
+TEST(Calendar, RefusesWhatDoesNotExist)
+{
     const SystemTime cases[] = {
-        {1600, 12, 0, 31, 0, 0, 0, 0}, {2023, 2, 0, 30, 0, 0, 0, 0}, {2024, 2, 0, 30, 0, 0, 0, 0},
-        {2024, 0, 0, 1, 0, 0, 0, 0},   {2024, 13, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 0, 0, 0, 0, 0},
-        {2024, 4, 0, 31, 0, 0, 0, 0},  {2024, 1, 0, 1, 24, 0, 0, 0}, {2024, 1, 0, 1, 0, 60, 0, 0},
+        {1600, 12, 0, 31, 0, 0, 0, 0}, {2023, 2, 0, 30, 0, 0, 0, 0},   {2024, 2, 0, 30, 0, 0, 0, 0},
+        {2024, 0, 0, 1, 0, 0, 0, 0},   {2024, 13, 0, 1, 0, 0, 0, 0},   {2024, 1, 0, 0, 0, 0, 0, 0},
+        {2024, 4, 0, 31, 0, 0, 0, 0},  {2024, 1, 0, 1, 24, 0, 0, 0},   {2024, 1, 0, 1, 0, 60, 0, 0},
         {2024, 1, 0, 1, 0, 0, 60, 0},  {2024, 1, 0, 1, 0, 0, 0, 1000},
     };
     for (const SystemTime& time : cases) {
@@ -78,7 +83,8 @@ TEST(Calendar, RefusesWhatDoesNotExist) {
     EXPECT_EQ(time.year, 0);
 }
 
-TEST(Calendar, TheClockRunsInThisCentury) {
+TEST(Calendar, TheClockRunsInThisCentury)
+{
     SystemTime now;
     ASSERT_TRUE(Platform::FileTimeToSystemTime(Platform::NowAsFileTime(), now));
     EXPECT_EQ(now.year / 100, 20);

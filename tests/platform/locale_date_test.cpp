@@ -12,17 +12,20 @@ using Platform::SystemTime;
 
 constexpr SystemTime kMoment{2026, 11, 0, 15, 3, 10, 43, 123};
 
-std::u16string Date(DateStyle style) {
+std::u16string Date(DateStyle style)
+{
     char16_t buffer[160];
     return {buffer, Platform::FormatLocaleDate(kMoment, style, buffer)};
 }
 
-std::u16string Time(bool withSeconds) {
+std::u16string Time(bool withSeconds)
+{
     char16_t buffer[160];
     return {buffer, Platform::FormatLocaleTime(kMoment, withSeconds, buffer)};
 }
 
-TEST(LocaleDate, ShowsWhatItIsAskedFor) {
+TEST(LocaleDate, ShowsWhatItIsAskedFor)
+{
     EXPECT_NE(Date(DateStyle::Short).find(u"26"), std::u16string::npos);
     EXPECT_NE(Date(DateStyle::Long).find(u"2026"), std::u16string::npos);
     EXPECT_FALSE(Date(DateStyle::Weekday).empty());
@@ -33,7 +36,8 @@ TEST(LocaleDate, ShowsWhatItIsAskedFor) {
     EXPECT_EQ(Time(false).find(u"43"), std::u16string::npos);
 }
 
-TEST(LocaleDate, RefusesWhatDoesNotFitOrExist) {
+TEST(LocaleDate, RefusesWhatDoesNotFitOrExist)
+{
     char16_t buffer[160];
     for (const std::size_t room : {0U, 1U, 3U}) {
         const std::span<char16_t> small(buffer, room);

@@ -19,7 +19,8 @@ struct Holder {};
 
 namespace {
 
-TEST(SystemStrings, KeepLengthAndContent) {
+TEST(SystemStrings, KeepLengthAndContent)
+{
     const std::u16string_view texts[] = {u"", u"a", std::u16string_view(u"a\0b", 3), u"\u00C4 text of some length"};
     for (const std::u16string_view text : texts) {
         char16_t* copy = Platform::NewSystemString(text);
@@ -38,13 +39,15 @@ TEST(SystemStrings, KeepLengthAndContent) {
 
 int endedBlocks = 0;
 
-void CountEnd(void* block) {
+void CountEnd(void* block)
+{
     endedBlocks += *static_cast<int*>(block);
 }
 
 // On Linux the system runs the hook at thread end, on Windows the library's entry point does; asked for by hand it
 // must run once on both.
-TEST(ThreadSlot, IsPerThreadAndReportsTheEnd) {
+TEST(ThreadSlot, IsPerThreadAndReportsTheEnd)
+{
     Platform::ThreadSlot slot(CountEnd);
     int mine = 100;
     int theirs = 1;
@@ -65,7 +68,8 @@ TEST(ThreadSlot, IsPerThreadAndReportsTheEnd) {
     EXPECT_EQ(endedBlocks, 1);
 }
 
-TEST(SystemErrors, HaveTextsWithoutLineBreaks) {
+TEST(SystemErrors, HaveTextsWithoutLineBreaks)
+{
     const std::uint32_t codes[] = {5, Platform::kInvalidParameter, Platform::kInsufficientBuffer,
                                    Platform::kNoUnicodeTranslation, Platform::kResultInsufficientBuffer};
     for (const std::uint32_t code : codes) {
@@ -76,7 +80,8 @@ TEST(SystemErrors, HaveTextsWithoutLineBreaks) {
     EXPECT_EQ(Platform::SystemErrorText(0xDEADBEEF), u"");
 }
 
-TEST(TypeName, IsReadable) {
+TEST(TypeName, IsReadable)
+{
     EXPECT_EQ(Platform::TypeName(typeid(Sample::Named)), "Sample::Named");
     EXPECT_EQ(Platform::TypeName(typeid(Sample::Inner::Holder<int>)), "Sample::Inner::Holder<int>");
 }

@@ -8,7 +8,8 @@ namespace {
 
 using Platform::CodePage;
 
-TEST(Lowering, FollowsTheSimpleMappingOfTheSystem) {
+TEST(Lowering, FollowsTheSimpleMappingOfTheSystem)
+{
     struct Case {
         std::u16string text;
         std::u16string lower;
@@ -29,7 +30,8 @@ TEST(Lowering, FollowsTheSimpleMappingOfTheSystem) {
     }
 }
 
-TEST(Lowering, ComparesWithoutRegardToCase) {
+TEST(Lowering, ComparesWithoutRegardToCase)
+{
     EXPECT_TRUE(Platform::EqualIgnoringCase(u"CameraOn", u"cAMERAoN"));
     EXPECT_TRUE(Platform::EqualIgnoringCase(u"\u00C4", u"\u00E4"));
     EXPECT_TRUE(Platform::EqualIgnoringCase(u"", u""));
@@ -37,7 +39,8 @@ TEST(Lowering, ComparesWithoutRegardToCase) {
     EXPECT_FALSE(Platform::EqualIgnoringCase(u"Camera1", u"Camera2"));
 }
 
-TEST(CodePages, ReadUtf8WithReplacements) {
+TEST(CodePages, ReadUtf8WithReplacements)
+{
     struct Case {
         std::string narrow;
         std::u16string wide;
@@ -50,8 +53,14 @@ TEST(CodePages, ReadUtf8WithReplacements) {
         {"\x80", u"\uFFFD"},
         {"\xC0\xAF", u"\uFFFD\uFFFD"},
         {"\xE2\x82", u"\uFFFD"},
-        {"\xE2\x82" "A", u"\uFFFD" u"A"},
-        {"\xF0\x9F\x98" "AB", u"\uFFFD" u"AB"},
+        {"\xE2\x82"
+         "A",
+         u"\uFFFD"
+         u"A"},
+        {"\xF0\x9F\x98"
+         "AB",
+         u"\uFFFD"
+         u"AB"},
         {"a\x80z", u"a\uFFFDz"},
         {"\xF8\x88\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
     };
@@ -62,7 +71,8 @@ TEST(CodePages, ReadUtf8WithReplacements) {
     }
 }
 
-TEST(CodePages, WriteUtf8WithReplacements) {
+TEST(CodePages, WriteUtf8WithReplacements)
+{
     struct Case {
         std::u16string wide;
         std::string narrow;
@@ -82,7 +92,8 @@ TEST(CodePages, WriteUtf8WithReplacements) {
     }
 }
 
-TEST(CodePages, AnsiKeepsLatinLetters) {
+TEST(CodePages, AnsiKeepsLatinLetters)
+{
     std::string narrow;
     std::u16string wide;
     ASSERT_TRUE(Platform::ToNarrow(CodePage::Ansi, u"Stra\u00DFe", narrow));
@@ -90,7 +101,8 @@ TEST(CodePages, AnsiKeepsLatinLetters) {
     EXPECT_EQ(wide, u"Stra\u00DFe");
 }
 
-TEST(TerminatedLength, CountsFromEveryAlignment) {
+TEST(TerminatedLength, CountsFromEveryAlignment)
+{
     alignas(16) char16_t text[64];
     for (std::size_t start = 0; start != 9; ++start) {
         for (std::size_t length = 0; length != 40; ++length) {

@@ -10,14 +10,16 @@ namespace {
 
 using namespace Ulmo;
 
-std::u16string Shown(const Platform::SystemTime& time) {
+std::u16string Shown(const Platform::SystemTime& time)
+{
     char16_t buffer[64];
     return {buffer, SystemTimeToStr(std::span<char16_t>(buffer), time, dtsmTechnical)};
 }
 
 // "code message" of the failure that a call raises, or "none".
 template <class Call>
-std::string FailureOf(Call call) {
+std::string FailureOf(Call call)
+{
     try {
         call();
         return "none";
@@ -26,7 +28,8 @@ std::string FailureOf(Call call) {
     }
 }
 
-TEST(DateTimeParser, ReadsDates) {
+TEST(DateTimeParser, ReadsDates)
+{
     const std::pair<std::u16string, std::u16string> cases[] = {
         {u"2026/11/15 03:10:43,123", u"2026/11/15 03:10:43,123"},
         {u"  2026-1-5T3:1:4.5  ", u"2026/01/05 03:01:04,005"},
@@ -43,10 +46,14 @@ TEST(DateTimeParser, ReadsDates) {
     }
 }
 
-TEST(DateTimeParser, CountsWhatItUsed) {
+TEST(DateTimeParser, CountsWhatItUsed)
+{
     const std::pair<std::u16string, std::size_t> cases[] = {
-        {u"2026/11/15 03:10:43,123 GMT+01:00", 23}, {u" 2026/11/15", 11},        {u"2026/11/15  GMT", 12},
-        {u"2026/11/15 03:10xyz", 16},               {u"2026/11/15 3:1:2,1234", 20},
+        {u"2026/11/15 03:10:43,123 GMT+01:00", 23},
+        {u" 2026/11/15", 11},
+        {u"2026/11/15  GMT", 12},
+        {u"2026/11/15 03:10xyz", 16},
+        {u"2026/11/15 3:1:2,1234", 20},
     };
     for (const auto& [text, length] : cases) {
         std::size_t used = 0;
@@ -55,7 +62,8 @@ TEST(DateTimeParser, CountsWhatItUsed) {
     }
 }
 
-TEST(DateTimeParser, NamesTheFirstFault) {
+TEST(DateTimeParser, NamesTheFirstFault)
+{
     const std::string range = " part in date/time string. Expected a number from ";
     const std::pair<std::u16string, std::string> cases[] = {
         {u"", "3 Invalid year" + range + "1601 to 9999."},
@@ -91,11 +99,12 @@ TEST(DateTimeParser, NamesTheFirstFault) {
     }
 }
 
-TEST(DateTimeParser, ReadsBiases) {
+TEST(DateTimeParser, ReadsBiases)
+{
     const std::string hour = "6 Invalid hour part in date/time string. Expected a number from 0 to 14.";
     const std::pair<std::u16string, std::int16_t> good[] = {
-        {u"+01:00", -60}, {u" gmt + 1", -60}, {u"UTC-05:30", 330},   {u"Z", 0},      {u" z ", 0},  {u"0", 0},
-        {u"+14:00", -840}, {u"-14:59", 899},  {u"GMT+01:30 ", -30},  {u"5:45", -255}, {u"-0:30", 30},
+        {u"+01:00", -60},  {u" gmt + 1", -60}, {u"UTC-05:30", 330},  {u"Z", 0},       {u" z ", 0},    {u"0", 0},
+        {u"+14:00", -840}, {u"-14:59", 899},   {u"GMT+01:30 ", -30}, {u"5:45", -255}, {u"-0:30", 30},
     };
     for (const auto& [text, bias] : good) EXPECT_EQ(StrToBias(text), bias);
     const std::pair<std::u16string, std::string> bad[] = {
@@ -111,7 +120,8 @@ TEST(DateTimeParser, ReadsBiases) {
     for (const auto& [text, failure] : bad) EXPECT_EQ(FailureOf([&text = text] { StrToBias(text); }), failure);
 }
 
-TEST(DateTimeParser, ReadsValuesBack) {
+TEST(DateTimeParser, ReadsValuesBack)
+{
     constexpr std::int16_t kBiases[] = {0, -60, 300, 899, -840};
     for (const std::int16_t bias : kBiases) {
         const TUlmoDateTime value = MakeDateTime(13439182243123, bias);
@@ -131,7 +141,8 @@ TEST(DateTimeParser, ReadsValuesBack) {
               "6 Invalid hour part in date/time string. Expected a number from 0 to 14.");
 }
 
-TEST(DateTimeParser, AsksWithoutRaising) {
+TEST(DateTimeParser, AsksWithoutRaising)
+{
     ExceptionHistory::End();
     ExceptionHistory::Start();
     for (const char16_t* text : {u"", u"no date", u"2024-02-01T", u"2024/02/01 10:00", u"1601/01/01 00:00 +1"}) {

@@ -11,12 +11,14 @@ using Platform::SystemTime;
 
 constexpr SystemTime kMoment{2026, 11, 0, 15, 3, 10, 43, 123};
 
-std::u16string Text(const SystemTime& time, TUlmoDateTimeStrMode mode) {
+std::u16string Text(const SystemTime& time, TUlmoDateTimeStrMode mode)
+{
     DateText buffer;
     return {buffer, SystemTimeToStr(std::span<char16_t>(buffer), time, mode)};
 }
 
-TEST(DateTimeText, WritesEveryFixedForm) {
+TEST(DateTimeText, WritesEveryFixedForm)
+{
     SystemTime wholeSecond = kMoment;
     wholeSecond.milliseconds = 0;
     SystemTime wholeMinute = wholeSecond;
@@ -41,7 +43,8 @@ TEST(DateTimeText, WritesEveryFixedForm) {
         {wholeSecond, dtsmTechnical | dtsmShortenZeros | dtsmNoSeconds, u"2026/11/15 03:10"},
         {kMoment, dtsmIso | dtsmQuotes | dtsmDateOnly, u"\"2026-11-15\""},
         {{10520, 7, 0, 5, 0, 0, 0, 7}, dtsmTechnical, u"10520/07/05 00:00:00,007"},
-        {{65535, 65535, 0, 65535, 65535, 65535, 65535, 65535}, dtsmDashes,
+        {{65535, 65535, 0, 65535, 65535, 65535, 65535, 65535},
+         dtsmDashes,
          u"65535-65535-65535 65535:65535:65535.65535"},
     };
     for (const Case& test : cases) {
@@ -52,18 +55,20 @@ TEST(DateTimeText, WritesEveryFixedForm) {
     }
 }
 
-TEST(DateTimeText, WritesTheUsersLanguage) {
+TEST(DateTimeText, WritesTheUsersLanguage)
+{
     EXPECT_NE(Text(kMoment, dtsmLocale | dtsmDateOnly).find(u"26"), std::u16string::npos);
     EXPECT_NE(Text(kMoment, dtsmLocale | dtsmDateOnly | dtsmLongDate).find(u"2026"), std::u16string::npos);
-    EXPECT_EQ(Text(kMoment, dtsmLocale), Text(kMoment, dtsmLocale | dtsmDateOnly) + u" " +
-                                             Text(kMoment, dtsmLocale | dtsmTimeOnly));
+    EXPECT_EQ(Text(kMoment, dtsmLocale),
+              Text(kMoment, dtsmLocale | dtsmDateOnly) + u" " + Text(kMoment, dtsmLocale | dtsmTimeOnly));
     EXPECT_EQ(Text(kMoment, dtsmLocale | dtsmTimeOnly | dtsmNoSeconds).find(u"43"), std::u16string::npos);
     EXPECT_EQ(Text(kMoment, dtsmLocale | dtsmDateOnly | dtsmWeekday).find(u"26"), std::u16string::npos);
     char narrow[100];
     EXPECT_EQ(SystemTimeToStr(std::span<char>(narrow), kMoment, dtsmLocale), Text(kMoment, dtsmLocale).size());
 }
 
-TEST(DateTimeText, RefusesUnknownModes) {
+TEST(DateTimeText, RefusesUnknownModes)
+{
     struct Case {
         TUlmoDateTimeStrMode mode;
         const char* message;
@@ -87,7 +92,8 @@ TEST(DateTimeText, RefusesUnknownModes) {
 }
 
 // The name of the call and the code that a buffer of the given size raises; " 0" when it suffices.
-std::string FailureFor(std::size_t room, TUlmoDateTimeStrMode mode) {
+std::string FailureFor(std::size_t room, TUlmoDateTimeStrMode mode)
+{
     char16_t buffer[64];
     try {
         SystemTimeToStr(std::span<char16_t>(buffer, room), kMoment, mode);
@@ -98,7 +104,8 @@ std::string FailureFor(std::size_t room, TUlmoDateTimeStrMode mode) {
     }
 }
 
-TEST(DateTimeText, NamesTheCallThatRanOutOfRoom) {
+TEST(DateTimeText, NamesTheCallThatRanOutOfRoom)
+{
     EXPECT_EQ(FailureFor(0, dtsmTechnical), "Ulmo::CheckedStringCchPrintfEx 2147942487");
     EXPECT_EQ(FailureFor(0, dtsmTechnical | dtsmQuotes), "Ulmo::CheckedStringCchCopyEx 2147942487");
     EXPECT_EQ(FailureFor(10, dtsmTechnical), "Ulmo::CheckedStringCchPrintfEx 2147942522");
@@ -112,15 +119,17 @@ TEST(DateTimeText, NamesTheCallThatRanOutOfRoom) {
     EXPECT_EQ(FailureFor(date + 2, dtsmLocale), "TUlmoDateTime::SystemTimeToStr::GetTimeFormat 122");
 }
 
-TEST(DateTimeText, WritesBiases) {
+TEST(DateTimeText, WritesBiases)
+{
     struct Case {
         std::int16_t bias;
         std::u16string_view prefix;
         std::u16string text;
     };
     const Case cases[] = {
-        {0, u" GMT", u" GMT+00:00"},       {-60, u" GMT", u" GMT+01:00"},     {90, u" GMT", u" GMT-01:30"},
-        {-90, u"", u"+01:30"},             {0, kIsoBiasPrefix, u"Z"},         {300, kIsoBiasPrefix, u"-05:00"},
+        {0, u" GMT", u" GMT+00:00"},       {-60, u" GMT", u" GMT+01:00"},
+        {90, u" GMT", u" GMT-01:30"},      {-90, u"", u"+01:30"},
+        {0, kIsoBiasPrefix, u"Z"},         {300, kIsoBiasPrefix, u"-05:00"},
         {-345, kIsoBiasPrefix, u"+05:45"}, {-32768, {}, u"+546:08"},
     };
     for (const Case& test : cases) {
@@ -132,7 +141,8 @@ TEST(DateTimeText, WritesBiases) {
     EXPECT_THROW(BiasToStr(small, 0, u" GMT"), SystemException);
 }
 
-TEST(DateTimeText, WritesValues) {
+TEST(DateTimeText, WritesValues)
+{
     struct Case {
         std::int64_t milliseconds;
         std::int16_t bias;
@@ -156,7 +166,8 @@ TEST(DateTimeText, WritesValues) {
     }
 }
 
-TEST(DateTimeText, RefusesInstantsOutOfRange) {
+TEST(DateTimeText, RefusesInstantsOutOfRange)
+{
     DateText buffer;
     EXPECT_THROW(ToText(MakeDateTime(0, 1), buffer), SystemException);  // the wall clock is in 1600
     const std::pair<std::int64_t, const char*> cases[] = {

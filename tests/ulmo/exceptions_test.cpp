@@ -9,7 +9,8 @@ namespace {
 
 using namespace Ulmo;
 
-TEST(Exceptions, FillBothMessages) {
+TEST(Exceptions, FillBothMessages)
+{
     const UlmoException wide(u"Stra\u00DFe", 1, 2, "more");
     EXPECT_EQ(wide.WideMessage(), u"Stra\u00DFe");
     EXPECT_EQ(wide.ErrorCode(), 1U);
@@ -22,7 +23,8 @@ TEST(Exceptions, FillBothMessages) {
     EXPECT_STREQ(UlmoException(none).what(), "");
 }
 
-TEST(Exceptions, NameTheMostDerivedType) {
+TEST(Exceptions, NameTheMostDerivedType)
+{
     const UlmoException& system = SystemException(5);
     EXPECT_EQ(system.GetClassName(), "Ulmo::SystemException");
     const UlmoException& variant = VariantExceptions::VariantStringConversionException();
@@ -30,7 +32,8 @@ TEST(Exceptions, NameTheMostDerivedType) {
     EXPECT_STREQ(variant.what(), "VariantException");
 }
 
-TEST(Exceptions, ComposeTheirMessages) {
+TEST(Exceptions, ComposeTheirMessages)
+{
     EXPECT_EQ(OutOfMemoryException(4096).WideMessage(), u"Out of memory during allocation of 4096 bytes in FlatMemory");
     EXPECT_EQ(OutOfMemoryException(1, u"Heap").WideMessage(), u"Out of memory during allocation of 1 bytes in Heap");
     EXPECT_EQ(GuidConversionException(u"xyz").WideMessage(), u"Conversion of guid 'xyz' failed.");
@@ -38,10 +41,10 @@ TEST(Exceptions, ComposeTheirMessages) {
     EXPECT_EQ(EUlmoDateTime(u"x", 13).ErrorClass(), 5U);
 }
 
-TEST(Exceptions, SystemErrorsCarryTextCodeAndFunction) {
+TEST(Exceptions, SystemErrorsCarryTextCodeAndFunction)
+{
     const std::u16string text = Platform::SystemErrorText(5);
-    EXPECT_EQ(SystemException(5, u"GetModuleFileNameW").WideMessage(),
-              text + u" [ErrorCode #5] in GetModuleFileNameW");
+    EXPECT_EQ(SystemException(5, u"GetModuleFileNameW").WideMessage(), text + u" [ErrorCode #5] in GetModuleFileNameW");
     EXPECT_EQ(SystemException(5).WideMessage(), text + u" [ErrorCode #5]");
     EXPECT_EQ(SystemException(0xDEADBEEF).WideMessage(), u"Unknown system error [ErrorCode #3735928559]");
     Platform::SetLastError(5);
@@ -55,7 +58,8 @@ TEST(Exceptions, SystemErrorsCarryTextCodeAndFunction) {
     ADD_FAILURE() << "nothing was raised";
 }
 
-TEST(ExceptionHistory, KeepsTheLatest512) {
+TEST(ExceptionHistory, KeepsTheLatest512)
+{
     ExceptionHistory::Start();
     for (std::uint32_t i = 0; i != 600; ++i) SystemException(i + 100000);
     const auto history = ExceptionHistory::Snapshot();
@@ -65,7 +69,8 @@ TEST(ExceptionHistory, KeepsTheLatest512) {
     EXPECT_EQ(history.back().first, "Ulmo::UlmoException");  // the base is all there is while it remembers
 }
 
-TEST(ExceptionHistory, RemembersConstructionsOnlyWhileAlive) {
+TEST(ExceptionHistory, RemembersConstructionsOnlyWhileAlive)
+{
     ExceptionHistory::End();
     const UlmoException lost("lost");
     EXPECT_TRUE(ExceptionHistory::Snapshot().empty());

@@ -7,13 +7,15 @@ namespace {
 using Ulmo::Text::Format;
 using Ulmo::Text::InvalidFormatStringException;
 
-std::u16string Formatted(const char16_t* format, std::initializer_list<std::u16string_view> arguments) {
+std::u16string Formatted(const char16_t* format, std::initializer_list<std::u16string_view> arguments)
+{
     std::u16string output;
     Format(format, output, std::span<const std::u16string_view>(arguments.begin(), arguments.size()));
     return output;
 }
 
-TEST(Format, FillsInArguments) {
+TEST(Format, FillsInArguments)
+{
     struct Case {
         const char16_t* format;
         std::u16string result;
@@ -38,7 +40,8 @@ TEST(Format, FillsInArguments) {
     for (const Case& test : cases) EXPECT_EQ(Formatted(test.format, {u"ab", u"x"}), test.result);
 }
 
-TEST(Format, NamesTheFaultAndItsPosition) {
+TEST(Format, NamesTheFaultAndItsPosition)
+{
     struct Case {
         const char16_t* format;
         const char16_t* message;
@@ -70,7 +73,8 @@ TEST(Format, NamesTheFaultAndItsPosition) {
     }
 }
 
-TEST(Format, AppendsNarrowTextAndKeepsWhatPrecedesAFault) {
+TEST(Format, AppendsNarrowTextAndKeepsWhatPrecedesAFault)
+{
     const std::string_view arguments[] = {"x"};
     std::string output = "got: ";
     Format("{0,3}!", output, arguments);

@@ -9,15 +9,16 @@ namespace GuidTools = Ulmo::GuidTools;
 constexpr TOrvGuid kGuid = {0x01234567, 0x89AB, 0xCDEF, {0x10, 0x32, 0x54, 0x76, 0x98, 0xBA, 0xDC, 0xFE}};
 constexpr const char* kText = "01234567-89ab-cdef-1032-547698badcfe";
 
-TEST(GuidTools, WritesLowerCaseWithoutBraces) {
+TEST(GuidTools, WritesLowerCaseWithoutBraces)
+{
     EXPECT_EQ(GuidTools::GuidToStringA(kGuid), kText);
     EXPECT_EQ(GuidTools::GuidToStringW(kGuid), u"01234567-89ab-cdef-1032-547698badcfe");
 }
 
-TEST(GuidTools, ReadsWhatFollowsThePattern) {
-    const std::string cases[] = {
-        kText, "01234567-89AB-CDEF-1032-547698BADCFE", std::string("{") + kText, std::string("{") + kText + "}",
-        std::string(kText) + "trailing"};
+TEST(GuidTools, ReadsWhatFollowsThePattern)
+{
+    const std::string cases[] = {kText, "01234567-89AB-CDEF-1032-547698BADCFE", std::string("{") + kText,
+                                 std::string("{") + kText + "}", std::string(kText) + "trailing"};
     for (const std::string& text : cases) {
         TOrvGuid narrow{};
         TOrvGuid wide{};
@@ -31,7 +32,8 @@ TEST(GuidTools, ReadsWhatFollowsThePattern) {
     EXPECT_FALSE(GuidTools::IsZero(kGuid));
 }
 
-TEST(GuidTools, RefusesAFaultAtEveryPlace) {
+TEST(GuidTools, RefusesAFaultAtEveryPlace)
+{
     TOrvGuid guid = kGuid;
     const std::string text = kText;
     for (std::size_t i = 0; i != text.size(); ++i) {

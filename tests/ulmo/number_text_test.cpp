@@ -8,7 +8,8 @@ namespace {
 
 using Ulmo::TrailingPoint;
 
-TEST(NumberText, WritesIntegersAtTheirLimits) {
+TEST(NumberText, WritesIntegersAtTheirLimits)
+{
     std::u16string text;
     Ulmo::AppendDecimal(text, std::numeric_limits<std::int64_t>::min());
     Ulmo::AppendDecimal(text, 0);
@@ -16,7 +17,8 @@ TEST(NumberText, WritesIntegersAtTheirLimits) {
     EXPECT_EQ(text, u"-9223372036854775808018446744073709551615");
 }
 
-TEST(NumberText, WritesDoublesWithFifteenDigits) {
+TEST(NumberText, WritesDoublesWithFifteenDigits)
+{
     struct Case {
         double value;
         std::u16string dropped;
@@ -50,7 +52,8 @@ TEST(NumberText, WritesDoublesWithFifteenDigits) {
     }
 }
 
-TEST(NumberText, ScansDecimals) {
+TEST(NumberText, ScansDecimals)
+{
     struct Case {
         std::u16string text;
         std::int32_t small;
@@ -79,30 +82,52 @@ TEST(NumberText, ScansDecimals) {
     }
 }
 
-TEST(NumberText, ScansDoubles) {
+TEST(NumberText, ScansDoubles)
+{
     const double infinity = std::numeric_limits<double>::infinity();
     const std::pair<std::u16string, double> cases[] = {
-        {u"", 0},          {u"abc", 0},       {u"  -2.5e3xyz", -2500}, {u"+.5", 0.5},         {u"5.", 5},
-        {u"1e", 1},        {u"+-5", 0},       {u"1e400", infinity},    {u"-1e400", -infinity}, {u"1e-400", 0},
-        {u"0e99999", 0},   {u"1e99999999999999999999", infinity},      {u"0.0000001e-330", 0},
-        {u"1,5", 1},       {u"0x10", 0},
+        {u"", 0},
+        {u"abc", 0},
+        {u"  -2.5e3xyz", -2500},
+        {u"+.5", 0.5},
+        {u"5.", 5},
+        {u"1e", 1},
+        {u"+-5", 0},
+        {u"1e400", infinity},
+        {u"-1e400", -infinity},
+        {u"1e-400", 0},
+        {u"0e99999", 0},
+        {u"1e99999999999999999999", infinity},
+        {u"0.0000001e-330", 0},
+        {u"1,5", 1},
+        {u"0x10", 0},
     };
     for (const auto& [text, value] : cases) EXPECT_EQ(Ulmo::ScanDouble(text), value);
 }
 
-TEST(NumberText, DetectsTheBase) {
+TEST(NumberText, DetectsTheBase)
+{
     struct Case {
         std::u16string text;
         std::int32_t value;
         bool inRange;
     };
     const Case cases[] = {
-        {u"10", 10, true},         {u"010", 8, true},           {u"019", 1, true},
-        {u"08", 0, true},          {u"0x1F", 31, true},         {u"0X1f", 31, true},
-        {u"0x", 0, true},          {u"0xg", 0, true},           {u"-0x80000000", -2147483647 - 1, true},
-        {u"-010", -8, true},       {u"2147483648", 2147483647, false},
-        {u"-2147483649", -2147483647 - 1, false},               {u"0x80000000", 2147483647, false},
-        {u"", 0, true},            {u"9999999999999999999999", 2147483647, false},
+        {u"10", 10, true},
+        {u"010", 8, true},
+        {u"019", 1, true},
+        {u"08", 0, true},
+        {u"0x1F", 31, true},
+        {u"0X1f", 31, true},
+        {u"0x", 0, true},
+        {u"0xg", 0, true},
+        {u"-0x80000000", -2147483647 - 1, true},
+        {u"-010", -8, true},
+        {u"2147483648", 2147483647, false},
+        {u"-2147483649", -2147483647 - 1, false},
+        {u"0x80000000", 2147483647, false},
+        {u"", 0, true},
+        {u"9999999999999999999999", 2147483647, false},
     };
     for (const Case& test : cases) {
         bool inRange = !test.inRange;

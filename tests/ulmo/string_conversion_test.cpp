@@ -11,7 +11,8 @@ namespace {
 // Every length around the blocks of the fast paths, with the odd character at every place.
 constexpr std::size_t kLongest = 40;
 
-TEST(StringConversion, ConvertsUtf8AtEveryPlace) {
+TEST(StringConversion, ConvertsUtf8AtEveryPlace)
+{
     for (std::size_t length = 0; length != kLongest; ++length) {
         std::u16string wide(length, u'a');
         EXPECT_EQ(Ulmo::Utf8FromWide(wide), std::string(length, 'a'));
@@ -30,7 +31,8 @@ TEST(StringConversion, ConvertsUtf8AtEveryPlace) {
     EXPECT_EQ(Ulmo::AnsiFromWide(u"plain"), "plain");
 }
 
-TEST(StringConversion, LowersAtEveryPlace) {
+TEST(StringConversion, LowersAtEveryPlace)
+{
     constexpr std::pair<char16_t, char16_t> kCases[] = {
         {u'A', u'a'}, {u'Z', u'z'}, {u'\u00C4', u'\u00E4'}, {u'\u0416', u'\u0436'}};
     for (std::size_t length = 1; length != kLongest; ++length) {
@@ -56,14 +58,16 @@ TEST(StringConversion, LowersAtEveryPlace) {
     EXPECT_TRUE(Ulmo::EqualsLower(u"", u""));
 }
 
-TEST(StringConversion, ComparesTextsExactly) {
+TEST(StringConversion, ComparesTextsExactly)
+{
     EXPECT_TRUE(Ulmo::SameText(u"", {}));
     EXPECT_TRUE(Ulmo::SameText(u"Camera 7", std::u16string(u"Camera 7")));
     EXPECT_FALSE(Ulmo::SameText(u"Camera 7", u"camera 7"));
     EXPECT_FALSE(Ulmo::SameText(u"Camera 7", u"Camera 71"));
 }
 
-TEST(StringConversion, ClipsSizesForSystemCalls) {
+TEST(StringConversion, ClipsSizesForSystemCalls)
+{
     EXPECT_EQ(Ulmo::ClipSizeT(0), 0);
     EXPECT_EQ(Ulmo::ClipSizeT(0x7FFFFFFF), 0x7FFFFFFF);
     EXPECT_EQ(Ulmo::ClipSizeT(std::size_t{1} << 32), -1);

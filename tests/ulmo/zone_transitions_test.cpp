@@ -9,7 +9,8 @@ using namespace Ulmo;
 using Platform::SystemTime;
 using Platform::TimeZone;
 
-constexpr SystemTime Rule(std::uint16_t month, std::uint16_t week, std::uint16_t dayOfWeek, std::uint16_t hour) {
+constexpr SystemTime Rule(std::uint16_t month, std::uint16_t week, std::uint16_t dayOfWeek, std::uint16_t hour)
+{
     return {0, month, dayOfWeek, week, hour, 0, 0, 0};
 }
 
@@ -17,11 +18,13 @@ const TimeZone kBerlin = {-60, Rule(10, 5, 0, 3), 0, Rule(3, 5, 0, 2), -60};
 const TimeZone kAuckland = {-720, Rule(4, 1, 0, 3), 0, Rule(9, 5, 0, 2), -60};
 const TimeZone kDublin = {-60, Rule(3, 5, 0, 1), 0, Rule(10, 5, 0, 2), 60};  // "daylight saving" is in winter
 
-std::uint64_t Utc(const char* text) {
+std::uint64_t Utc(const char* text)
+{
     return UtcMilliseconds(FromText(std::string(text) + " Z"));
 }
 
-TEST(ZoneTransitions, FindTheBiasAroundEachChange) {
+TEST(ZoneTransitions, FindTheBiasAroundEachChange)
+{
     struct Case {
         const TimeZone& zone;
         const char* utc;
@@ -47,7 +50,8 @@ TEST(ZoneTransitions, FindTheBiasAroundEachChange) {
     for (const Case& test : cases) EXPECT_EQ(BiasAt(Utc(test.utc), test.zone), test.bias) << test.utc;
 }
 
-TEST(ZoneTransitions, CountWeeksOfTheMonth) {
+TEST(ZoneTransitions, CountWeeksOfTheMonth)
+{
     struct Case {
         SystemTime rule;
         const char* date;
@@ -71,7 +75,8 @@ TEST(ZoneTransitions, CountWeeksOfTheMonth) {
     EXPECT_EQ(BiasAt(0, {-60, {}, -30, {}, -60}), -60);
 }
 
-TEST(ZoneTransitions, RefuseRulesThatCannotBe) {
+TEST(ZoneTransitions, RefuseRulesThatCannotBe)
+{
     const char* notValid = "Transition date of time zone is not valid.";
     struct Case {
         SystemTime rule;
@@ -98,7 +103,8 @@ TEST(ZoneTransitions, RefuseRulesThatCannotBe) {
 }
 
 // The year is found by counting centuries; its first and last instants show a slip of a day.
-TEST(ZoneTransitions, KnowTheYearAtItsEnds) {
+TEST(ZoneTransitions, KnowTheYearAtItsEnds)
+{
     constexpr std::uint16_t kYears[] = {1601, 1700, 1900, 2000, 2001, 2024, 2100, 2400, 9999};
     for (const std::uint16_t year : kYears) {
         const TimeZone zone = {0, Rule(12, 1, 0, 0), 0, {year, 6, 0, 1, 0, 0, 0, 0}, -60};
@@ -110,7 +116,8 @@ TEST(ZoneTransitions, KnowTheYearAtItsEnds) {
     EXPECT_THROW(ZoneTransitions(~std::uint64_t{0}, kBerlin), EUlmoDateTime);
 }
 
-TEST(Now, IsThePresentUnderTheLocalRule) {
+TEST(Now, IsThePresentUnderTheLocalRule)
+{
     const std::uint64_t before = Platform::NowAsFileTime() / 10000;
     const TUlmoDateTime now = Now();
     const std::uint64_t after = Platform::NowAsFileTime() / 10000 + 1;

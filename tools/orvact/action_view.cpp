@@ -78,11 +78,11 @@ std::string ValueText(const Action& action, const Stored& stored)
 {
     const OrvWChar* name = Boundary(stored.name.c_str());
     switch (stored.kind) {
-        case ORV_KIND_String: return Quoted(StringOf(action, name));
-        case ORV_KIND_EventType: return EventTypeText(action, name);
-        case ORV_KIND_MediaChannel: return ChannelText(action, name);
-        case ORV_KIND_Resource: return ResourceText(action, name);
-        default: break;
+    case ORV_KIND_String: return Quoted(StringOf(action, name));
+    case ORV_KIND_EventType: return EventTypeText(action, name);
+    case ORV_KIND_MediaChannel: return ChannelText(action, name);
+    case ORV_KIND_Resource: return ResourceText(action, name);
+    default: break;
     }
     const std::string text = StringOf(action, name);
     if (stored.kind != ORV_KIND_Boolean && stored.kind != ORV_KIND_Numeric32Bit) return Visible(text);
@@ -149,18 +149,18 @@ void SetSample(const Action& action, const ParameterView& parameter)
     const TOrvChannelValue channel = {0, nullptr, 1};
     const TOrvResourceValue resource = {kSampleGuid, Boundary(u"resource")};
     switch (parameter.type) {
-        case ORV_KIND_Boolean: return action->SetBoolean(name, 1);
-        case ORV_KIND_Numeric64Bit: return action->SetInt64(name, &number);
-        case ORV_KIND_NumericDouble: return action->SetDouble(name, &real);
-        case ORV_KIND_String: return action->SetString(name, text);
-        case ORV_KIND_DateTime: return action->SetDateTime(name, &kSampleTime);
-        case ORV_KIND_Guid: return action->SetGuid(name, &kSampleGuid);
-        case ORV_KIND_EventType: return action->SetEventType(name, &eventType);
-        case ORV_KIND_MediaChannel: return action->SetMediaChannel(name, &channel);
-        case ORV_KIND_Resource: return action->SetResource(name, &resource);
-        case ORV_KIND_Rect: return action->SetRect(name, &rectangle);
-        case ORV_KIND_ResultDataSet: return SetResultDataSample(action, name);
-        default: break;
+    case ORV_KIND_Boolean: return action->SetBoolean(name, 1);
+    case ORV_KIND_Numeric64Bit: return action->SetInt64(name, &number);
+    case ORV_KIND_NumericDouble: return action->SetDouble(name, &real);
+    case ORV_KIND_String: return action->SetString(name, text);
+    case ORV_KIND_DateTime: return action->SetDateTime(name, &kSampleTime);
+    case ORV_KIND_Guid: return action->SetGuid(name, &kSampleGuid);
+    case ORV_KIND_EventType: return action->SetEventType(name, &eventType);
+    case ORV_KIND_MediaChannel: return action->SetMediaChannel(name, &channel);
+    case ORV_KIND_Resource: return action->SetResource(name, &resource);
+    case ORV_KIND_Rect: return action->SetRect(name, &rectangle);
+    case ORV_KIND_ResultDataSet: return SetResultDataSample(action, name);
+    default: break;
     }
     if (parameter.enumType == 0) return action->SetInt32(name, 1);
     action->SetEnum(name, static_cast<std::int32_t>(FirstValue(parameter.enumType)), parameter.enumType);
@@ -172,9 +172,8 @@ std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView
 {
     Collector collector;
     action->EnumerateParameters(&collector);
-    std::stable_sort(collector.found.begin(), collector.found.end(), [&](const Stored& a, const Stored& b) {
-        return Place(declared, a) < Place(declared, b);
-    });
+    std::stable_sort(collector.found.begin(), collector.found.end(),
+                     [&](const Stored& a, const Stored& b) { return Place(declared, a) < Place(declared, b); });
     std::vector<StoredParameter> parameters;
     for (const Stored& stored : collector.found) parameters.push_back(Describe(action, declared, stored));
     return parameters;

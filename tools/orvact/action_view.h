@@ -27,8 +27,8 @@ private:
 
 struct StoredParameter {
     std::string name;
-    std::string type;   // as declared, with a remark where the value is stored otherwise
-    std::string view;   // "" for none
+    std::string type;  // as declared, with a remark where the value is stored otherwise
+    std::string view;  // "" for none
     std::string value;
 };
 

@@ -20,8 +20,8 @@ void TakeTexts(const Record& record, std::string& name, std::string& plainName, 
 std::vector<ParameterView> Parameters(std::uint32_t code)
 {
     std::vector<TTalvecParameterPlainInfo> records(Talvec_Action_GetNumberOfActionParameters(code));
-    records.resize(Talvec_Action_EnumerateActionParameters(records.data(), static_cast<std::uint32_t>(records.size()),
-                                                           code));
+    records.resize(
+        Talvec_Action_EnumerateActionParameters(records.data(), static_cast<std::uint32_t>(records.size()), code));
     std::vector<ParameterView> parameters;
     for (const TTalvecParameterPlainInfo& record : records) {
         ParameterView& parameter = parameters.emplace_back();
@@ -157,7 +157,7 @@ std::string KindName(std::uint32_t kind)
     case number: return #name;
     switch (kind) {
         ORV_FOR_EACH_KIND(ORV_KIND_CASE)
-        default: return "kind " + std::to_string(kind);
+    default: return "kind " + std::to_string(kind);
     }
 #undef ORV_KIND_CASE
 }
@@ -168,7 +168,7 @@ std::string ViewName(std::uint32_t view)
     case number: return #name;
     switch (view) {
         ORV_FOR_EACH_VIEW(ORV_VIEW_CASE)
-        default: return "view " + std::to_string(view);
+    default: return "view " + std::to_string(view);
     }
 #undef ORV_VIEW_CASE
 }
@@ -178,9 +178,8 @@ std::string EnumName(std::uint32_t id)
 #define ORV_ENUM_CASE(name, number) \
     case number: return #name;
     switch (id) {
-        case 1: return "Boolean";
-        ORV_FOR_EACH_ENUM(ORV_ENUM_CASE)
-        default: return "enum " + Hexadecimal(id);  // a host's own
+    case 1: return "Boolean"; ORV_FOR_EACH_ENUM(ORV_ENUM_CASE)
+    default: return "enum " + Hexadecimal(id);  // a host's own
     }
 #undef ORV_ENUM_CASE
 }

@@ -51,9 +51,9 @@ struct EnumView {
     std::vector<EnumValueView> values;
 };
 
-std::vector<ClassView> Classes();  // by code
+std::vector<ClassView> Classes();   // by code
 std::vector<ActionView> Actions();  // by name
-std::vector<EnumView> Enums();  // by id, the Boolean enum first
+std::vector<EnumView> Enums();      // by id, the Boolean enum first
 
 const ActionView* FindAction(std::uint32_t code);  // stays valid; null when unknown
 const ParameterView* FindGeneralParameter(std::string_view name);
@@ -62,8 +62,8 @@ std::uint32_t ActionCode(const std::string& name);  // 0 when unknown
 std::string KindName(std::uint32_t kind);
 std::string ViewName(std::uint32_t view);
 std::string EnumName(std::uint32_t id);
-std::string ColumnNames(std::uint32_t columns);           // joined by "|", "" for none
-std::string TypeName(std::uint32_t kind, std::uint32_t enumType);  // the enum's name where there is one
+std::string ColumnNames(std::uint32_t columns);                      // joined by "|", "" for none
+std::string TypeName(std::uint32_t kind, std::uint32_t enumType);    // the enum's name where there is one
 std::string ValueName(std::uint32_t enumType, std::uint32_t value);  // "" for none
 
 // Names of the list that the user may have meant, nearest first.

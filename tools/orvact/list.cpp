@@ -61,14 +61,9 @@ Json ToJson(const ActionView& action)
         if (parameter.columns != 0) row["columns"] = ColumnNames(parameter.columns);
         parameters.push_back(row);
     }
-    return {{"code", action.code},
-            {"name", action.name},
-            {"class", action.className},
-            {"priority", action.priority},
-            {"plainName", action.plainName},
-            {"description", action.description},
-            {"parameters", parameters},
-            {"example", ExampleText(action)}};
+    return {{"code", action.code},         {"name", action.name},           {"class", action.className},
+            {"priority", action.priority}, {"plainName", action.plainName}, {"description", action.description},
+            {"parameters", parameters},    {"example", ExampleText(action)}};
 }
 
 std::string ParameterNames(const ActionView& action)

@@ -1,6 +1,6 @@
 // orvact: shows, lists and describes actions. It uses the public interface of the library only.
-#include <CLI/CLI.hpp>
 #include <OrvActions.h>
+#include <CLI/CLI.hpp>
 
 #include "commands.h"
 #include "console.h"
@@ -23,12 +23,13 @@ CommandLine::CommandLine()
 {
     app.require_subcommand(1);
     app.set_help_flag("-h,--help", "This page, or that of a command");
-    const std::string version = "orvact, interface " + std::to_string(OrvAct_InterfaceVersion()) + " of " +
-                                OrvAct_InterfaceDate();
+    const std::string version =
+        "orvact, interface " + std::to_string(OrvAct_InterfaceVersion()) + " of " + OrvAct_InterfaceDate();
     app.set_version_flag("--version", version)->description("The version of the interface and its date");
-    app.footer("Exit codes: 0 all is well, 2 wrong usage, unreadable input or an unknown name, 3 some text is no\n"
-               "action. Results go to standard output, everything else to standard error; both are UTF-8.\n"
-               "Colours appear on a terminal, and never when NO_COLOR is set.");
+    app.footer(
+        "Exit codes: 0 all is well, 2 wrong usage, unreadable input or an unknown name, 3 some text is no\n"
+        "action. Results go to standard output, everything else to standard error; both are UTF-8.\n"
+        "Colours appear on a terminal, and never when NO_COLOR is set.");
     AddShow();
     AddList();
     AddDescribe();
@@ -37,18 +38,20 @@ CommandLine::CommandLine()
 void CommandLine::AddShow()
 {
     CLI::App* command = app.add_subcommand("show", "Reads action texts and tells what they are");
-    command->add_option("TEXT", show.texts,
-                        "An action text, in quotes for the shell; - for standard input, an action a line")
+    command
+        ->add_option("TEXT", show.texts,
+                     "An action text, in quotes for the shell; - for standard input, an action a line")
         ->type_name("");
     command->add_option("--file", show.files, "A file with an action a line; may be given several times")
         ->type_name("FILE")
         ->allow_extra_args(false);
-    command->footer("Arguments are always texts, never file names. In files and standard input blank lines and lines\n"
-                    "that begin with # are skipped. A text that is no action is reported with line:column and a caret\n"
-                    "where reading stopped, and the others are shown all the same.\n\n"
-                    "  orvact show 'PanLeft (Camera: 7, Speed: 3)'\n"
-                    "  orvact show --file examples/site.actions\n"
-                    "  orvact show - < actions.log");
+    command->footer(
+        "Arguments are always texts, never file names. In files and standard input blank lines and lines\n"
+        "that begin with # are skipped. A text that is no action is reported with line:column and a caret\n"
+        "where reading stopped, and the others are shown all the same.\n\n"
+        "  orvact show 'PanLeft (Camera: 7, Speed: 3)'\n"
+        "  orvact show --file examples/site.actions\n"
+        "  orvact show - < actions.log");
 }
 
 void CommandLine::AddList()

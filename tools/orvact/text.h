@@ -13,7 +13,10 @@ std::u16string WideFromUtf8(std::string_view text, bool& clean);
 std::string Utf8FromWide(std::u16string_view text);
 std::string Utf8FromWide(const OrvWChar* text);  // up to the terminator; null gives ""
 
-inline const OrvWChar* Boundary(const char16_t* text) { return reinterpret_cast<const OrvWChar*>(text); }
+inline const OrvWChar* Boundary(const char16_t* text)
+{
+    return reinterpret_cast<const OrvWChar*>(text);
+}
 
 // Takes the first character off the text. Lone surrogates and broken UTF-8 come out as U+FFFD.
 char32_t NextCharacter(std::u16string_view& text);

@@ -111,15 +111,26 @@ public:
     TextArg(const std::string& utf8) : TextArg(std::string_view(utf8)) {}
     TextArg(std::string_view utf8) : own_(ToUtf16(utf8)), view_(own_) {}
 #if defined(_WIN32)
-    TextArg(const wchar_t* text) : TextArg(reinterpret_cast<const char16_t*>(text)) {}
-    TextArg(const std::wstring& text) : view_(reinterpret_cast<const char16_t*>(text.c_str()), text.size()) {}
+    TextArg(const wchar_t* text) : TextArg(reinterpret_cast<const char16_t*>(text))
+    {}
+    TextArg(const std::wstring& text) : view_(reinterpret_cast<const char16_t*>(text.c_str()), text.size())
+    {}
 #endif
     TextArg(const TextArg&) = delete;
     TextArg& operator=(const TextArg&) = delete;
 
-    std::u16string_view view() const { return view_; }
-    const OrvWChar* c_str() const { return reinterpret_cast<const OrvWChar*>(view_.data()); }  // ends in a zero unit
-    std::uint32_t size() const { return static_cast<std::uint32_t>(view_.size()); }
+    std::u16string_view view() const
+    {
+        return view_;
+    }
+    const OrvWChar* c_str() const
+    {
+        return reinterpret_cast<const OrvWChar*>(view_.data());
+    }  // ends in a zero unit
+    std::uint32_t size() const
+    {
+        return static_cast<std::uint32_t>(view_.size());
+    }
 
 private:
     std::u16string own_;
@@ -132,8 +143,7 @@ public:
     explicit Error(const std::string& message, std::uint32_t code = 0, std::uint32_t subCode = 0,
                    std::string details = {})
         : std::runtime_error(message), code_(code), subCode_(subCode), details_(std::move(details))
-    {
-    }
+    {}
 
     // Of the last failed call on this thread; `otherwise` is the message when that call has stored none.
     static Error Last(const char* otherwise = "The call failed.")

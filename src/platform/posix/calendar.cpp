@@ -20,21 +20,25 @@ constexpr std::uint32_t kDaysPerCycle = 146097;
 constexpr std::uint32_t kDaysPerCentury = 36524;
 constexpr std::uint32_t kDaysPerFourYears = 1461;
 
-bool Refuse() {
+bool Refuse()
+{
     SetLastError(kInvalidParameter);
     return false;
 }
 
-bool IsLeapYear(std::uint32_t year) {
+bool IsLeapYear(std::uint32_t year)
+{
     return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
-std::uint32_t DaysInMonth(std::uint32_t year, std::uint32_t month) {
+std::uint32_t DaysInMonth(std::uint32_t year, std::uint32_t month)
+{
     if (month == 2) return IsLeapYear(year) ? 29 : 28;
     return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
-void SetDate(SystemTime& time, std::uint32_t daysSince1601) {
+void SetDate(SystemTime& time, std::uint32_t daysSince1601)
+{
     const std::uint32_t days = daysSince1601 + kDaysFromMarch1600;
     const std::uint32_t cycle = days / kDaysPerCycle;
     const std::uint32_t day = days % kDaysPerCycle;
@@ -50,7 +54,8 @@ void SetDate(SystemTime& time, std::uint32_t daysSince1601) {
     time.dayOfWeek = static_cast<std::uint16_t>((daysSince1601 + 1) % 7);  // 1601-01-01 was a Monday
 }
 
-std::uint32_t DaysSince1601(const SystemTime& time) {
+std::uint32_t DaysSince1601(const SystemTime& time)
+{
     const bool beforeMarch = time.month < 3;
     const std::uint32_t year = time.year - kFirstYear - (beforeMarch ? 1 : 0);
     const std::uint32_t month = beforeMarch ? time.month + 9U : time.month - 3U;
@@ -58,15 +63,17 @@ std::uint32_t DaysSince1601(const SystemTime& time) {
     return 365 * year + year / 4 - year / 100 + year / 400 + dayOfYear - kDaysFromMarch1600;
 }
 
-bool Exists(const SystemTime& time) {
+bool Exists(const SystemTime& time)
+{
     return time.year >= 1601 && time.year <= 30827 && time.month >= 1 && time.month <= 12 && time.day >= 1 &&
-           time.day <= DaysInMonth(time.year, time.month) && time.hour < 24 && time.minute < 60 &&
-           time.second < 60 && time.milliseconds < 1000;
+           time.day <= DaysInMonth(time.year, time.month) && time.hour < 24 && time.minute < 60 && time.second < 60 &&
+           time.milliseconds < 1000;
 }
 
 }  // namespace
 
-bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time) {
+bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time)
+{
     if (ticks >= 1ULL << 63) return Refuse();
     const std::uint64_t milliseconds = ticks / kTicksPerMillisecond;
     SetDate(time, static_cast<std::uint32_t>(milliseconds / kMillisecondsPerDay));
@@ -78,7 +85,8 @@ bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time) {
     return true;
 }
 
-bool SystemTimeToFileTime(const SystemTime& time, std::uint64_t& ticks) {
+bool SystemTimeToFileTime(const SystemTime& time, std::uint64_t& ticks)
+{
     if (!Exists(time)) return Refuse();
     const std::uint64_t hours = DaysSince1601(time) * std::uint64_t{24} + time.hour;
     const std::uint64_t milliseconds = ((hours * 60 + time.minute) * 60 + time.second) * 1000 + time.milliseconds;
@@ -86,7 +94,8 @@ bool SystemTimeToFileTime(const SystemTime& time, std::uint64_t& ticks) {
     return true;
 }
 
-std::uint64_t NowAsFileTime() {
+std::uint64_t NowAsFileTime()
+{
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
     return (static_cast<std::uint64_t>(now.tv_sec) + kSecondsFrom1601To1970) * 10000000 +

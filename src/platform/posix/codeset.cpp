@@ -1,8 +1,8 @@
 #include "platform/posix/codeset.h"
 
+#include <iconv.h>
 #include <bit>
 #include <cerrno>
-#include <iconv.h>
 
 #include "platform/system_error.h"
 
@@ -10,7 +10,8 @@ namespace Platform {
 
 namespace {
 
-const char* Utf16Name() {
+const char* Utf16Name()
+{
     return std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
 }
 
@@ -20,7 +21,8 @@ public:
     Conversion(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
     Conversion(const Conversion&) = delete;
     Conversion& operator=(const Conversion&) = delete;
-    ~Conversion() {
+    ~Conversion()
+    {
         if (Usable()) iconv_close(handle_);
     }
 
@@ -28,7 +30,8 @@ public:
 
     // `skip` tells how many bytes of the input one replacement stands for.
     template <class Skip>
-    std::string Run(std::string_view input, std::string_view replacement, Skip skip) {
+    std::string Run(std::string_view input, std::string_view replacement, Skip skip)
+    {
         std::string output;
         char* next = const_cast<char*>(input.data());  // iconv's prototype; the input is not written
         std::size_t left = input.size();
@@ -47,7 +50,8 @@ public:
 
 private:
     // False in front of input that does not convert.
-    bool Step(char*& next, std::size_t& left, std::string& output) {
+    bool Step(char*& next, std::size_t& left, std::string& output)
+    {
         char chunk[512];
         char* end = chunk;
         std::size_t room = sizeof chunk;
@@ -60,25 +64,29 @@ private:
     iconv_t handle_;
 };
 
-std::size_t SkipByte(std::string_view) {
+std::size_t SkipByte(std::string_view)
+{
     return 1;
 }
 
-std::size_t SkipUtf16Character(std::string_view rest) {
+std::size_t SkipUtf16Character(std::string_view rest)
+{
     char16_t units[2] = {};
     rest.substr(0, sizeof units).copy(reinterpret_cast<char*>(units), sizeof units);
     const bool pair = units[0] >= 0xD800 && units[0] <= 0xDBFF && units[1] >= 0xDC00 && units[1] <= 0xDFFF;
     return pair ? 4 : 2;
 }
 
-bool RefuseConversion() {
+bool RefuseConversion()
+{
     SetLastError(kInvalidParameter);
     return false;
 }
 
 }  // namespace
 
-bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& wide) {
+bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& wide)
+{
     Conversion conversion(Utf16Name(), codeset);
     if (!conversion.Usable()) return RefuseConversion();
     const char16_t replacement = 0xFFFD;
@@ -89,7 +97,8 @@ bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& w
     return true;
 }
 
-bool WideToCodeset(const char* codeset, std::u16string_view text, std::string& narrow) {
+bool WideToCodeset(const char* codeset, std::u16string_view text, std::string& narrow)
+{
     Conversion conversion(codeset, Utf16Name());
     if (!conversion.Usable()) return RefuseConversion();
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));

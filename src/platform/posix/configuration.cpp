@@ -1,11 +1,11 @@
 #include "platform/configuration.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
 
 #include "platform/debug_output.h"
 #include "platform/posix/registry_text.h"
@@ -65,8 +65,8 @@ std::u16string Decode(std::string_view bytes)
     if (bytes.starts_with("\xFF\xFE")) {
         bytes.remove_prefix(2);
         for (; bytes.size() >= 2; bytes.remove_prefix(2)) {
-            text += static_cast<char16_t>(static_cast<unsigned char>(bytes[0]) |
-                                          static_cast<unsigned char>(bytes[1]) << 8);
+            text +=
+                static_cast<char16_t>(static_cast<unsigned char>(bytes[0]) | static_cast<unsigned char>(bytes[1]) << 8);
         }
         return text;
     }

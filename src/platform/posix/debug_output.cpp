@@ -1,8 +1,8 @@
 #include "platform/debug_output.h"
 
+#include <unistd.h>
 #include <algorithm>
 #include <cstdlib>
-#include <unistd.h>
 
 #include "platform/posix/utf8.h"
 
@@ -12,12 +12,14 @@ namespace {
 
 constexpr std::size_t kUnitsPerWrite = 512;
 
-bool Enabled() {
+bool Enabled()
+{
     const char* value = std::getenv("ORV_DEBUG_OUTPUT");
     return value && std::string_view(value) == "1";
 }
 
-bool WriteAll(const char* bytes, std::size_t size) {
+bool WriteAll(const char* bytes, std::size_t size)
+{
     while (size != 0) {
         const ssize_t written = write(STDERR_FILENO, bytes, size);
         if (written <= 0) return false;  // nobody is left to tell
@@ -28,7 +30,8 @@ bool WriteAll(const char* bytes, std::size_t size) {
 }
 
 // The units of the next write: a surrogate pair stays together.
-std::size_t NextPiece(std::u16string_view text) {
+std::size_t NextPiece(std::u16string_view text)
+{
     std::size_t length = std::min(text.size(), kUnitsPerWrite);
     const bool cut = length < text.size();
     if (cut && text[length - 1] >= 0xD800 && text[length - 1] <= 0xDBFF) --length;
@@ -37,7 +40,8 @@ std::size_t NextPiece(std::u16string_view text) {
 
 }  // namespace
 
-void WriteDebug(std::u16string_view text) {
+void WriteDebug(std::u16string_view text)
+{
     static const bool enabled = Enabled();
     if (!enabled) return;
     char bytes[3 * kUnitsPerWrite + 1];

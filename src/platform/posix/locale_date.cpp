@@ -1,8 +1,8 @@
 #include "platform/calendar.h"
 
+#include <langinfo.h>
 #include <algorithm>
 #include <ctime>
-#include <langinfo.h>
 #include <string>
 
 #include "platform/posix/user_locale.h"
@@ -14,7 +14,8 @@ namespace Platform {
 namespace {
 
 // A broken-down time for the C library, checked as the calendar checks it; the weekday comes from the date.
-bool ToCalendarTime(const SystemTime& time, std::tm& calendar) {
+bool ToCalendarTime(const SystemTime& time, std::tm& calendar)
+{
     std::uint64_t ticks = 0;
     SystemTime checked;
     if (!SystemTimeToFileTime(time, ticks) || !FileTimeToSystemTime(ticks, checked)) return false;
@@ -29,12 +30,14 @@ bool ToCalendarTime(const SystemTime& time, std::tm& calendar) {
     return true;
 }
 
-std::size_t Fail(std::uint32_t code) {
+std::size_t Fail(std::uint32_t code)
+{
     SetLastError(code);
     return 0;
 }
 
-std::size_t Render(const std::tm& calendar, const char* pattern, std::span<char16_t> buffer) {
+std::size_t Render(const std::tm& calendar, const char* pattern, std::span<char16_t> buffer)
+{
     char narrow[256];
     std::u16string text;
     const std::size_t length = strftime_l(narrow, sizeof narrow, pattern, &calendar, UserLocale());
@@ -44,22 +47,25 @@ std::size_t Render(const std::tm& calendar, const char* pattern, std::span<char1
     return text.size();
 }
 
-const char* DatePattern(DateStyle style) {
+const char* DatePattern(DateStyle style)
+{
     switch (style) {
-        case DateStyle::Long: return "%A, %d %B %Y";
-        case DateStyle::Weekday: return "%a";
-        default: return "%x";
+    case DateStyle::Long: return "%A, %d %B %Y";
+    case DateStyle::Weekday: return "%a";
+    default: return "%x";
     }
 }
 
-void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
+void ReplaceAll(std::string& text, std::string_view from, std::string_view to)
+{
     for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
         text.replace(at, from.size(), to);
     }
 }
 
 // The user's time format without the seconds and the character in front of them.
-std::string PatternWithoutSeconds() {
+std::string PatternWithoutSeconds()
+{
     std::string pattern = nl_langinfo_l(T_FMT, UserLocale());
     ReplaceAll(pattern, "%r", nl_langinfo_l(T_FMT_AMPM, UserLocale()));
     ReplaceAll(pattern, "%T", "%H:%M");
@@ -69,14 +75,16 @@ std::string PatternWithoutSeconds() {
 
 }  // namespace
 
-std::size_t FormatLocaleDate(const SystemTime& time, DateStyle style, std::span<char16_t> buffer) {
+std::size_t FormatLocaleDate(const SystemTime& time, DateStyle style, std::span<char16_t> buffer)
+{
     SystemTime date = time;
     date.hour = date.minute = date.second = date.milliseconds = 0;  // only the date is looked at
     std::tm calendar{};
     return ToCalendarTime(date, calendar) ? Render(calendar, DatePattern(style), buffer) : 0;
 }
 
-std::size_t FormatLocaleTime(const SystemTime& time, bool withSeconds, std::span<char16_t> buffer) {
+std::size_t FormatLocaleTime(const SystemTime& time, bool withSeconds, std::span<char16_t> buffer)
+{
     SystemTime clock = time;
     clock.year = 2000;  // only the time of day is looked at
     clock.month = clock.day = 1;

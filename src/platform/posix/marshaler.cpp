@@ -2,7 +2,8 @@
 
 namespace Platform {
 
-void* CreateFreeThreadedMarshaler(void*) {
+void* CreateFreeThreadedMarshaler(void*)
+{
     return nullptr;
 }
 

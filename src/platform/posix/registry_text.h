@@ -17,8 +17,7 @@ public:
     // The file's name is for messages. Key without its root, which is HKEY_LOCAL_MACHINE. All outlive the search.
     RegistrySearch(std::string_view fileName, std::u16string_view key, std::u16string_view value)
         : fileName_(fileName), key_(key), value_(value)
-    {
-    }
+    {}
 
     RegistryValue Run(std::u16string_view text);
 

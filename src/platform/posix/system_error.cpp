@@ -27,15 +27,18 @@ constexpr std::array<OwnText, 5> kOwnTexts = {{
 
 }  // namespace
 
-std::uint32_t LastError() {
+std::uint32_t LastError()
+{
     return static_cast<std::uint32_t>(errno);
 }
 
-void SetLastError(std::uint32_t code) {
+void SetLastError(std::uint32_t code)
+{
     errno = static_cast<int>(code);
 }
 
-std::u16string SystemErrorText(std::uint32_t code) {
+std::u16string SystemErrorText(std::uint32_t code)
+{
     for (const OwnText& own : kOwnTexts) {
         if (own.code == code) return own.text;
     }

@@ -18,12 +18,14 @@ constexpr std::size_t kHeaderSize = 8;
 constexpr std::size_t kLengthSize = sizeof(std::uint32_t);
 constexpr std::size_t kMaximalBytes = std::numeric_limits<std::uint32_t>::max() - kHeaderSize - sizeof(OrvWChar);
 
-unsigned char* HeaderOf(OrvBStr text) {
+unsigned char* HeaderOf(OrvBStr text)
+{
     return reinterpret_cast<unsigned char*>(text) - kHeaderSize;
 }
 
 // A string with room for the bytes and a zero unit behind them; null when there is no memory or the size is hostile.
-OrvBStr Allocate(std::size_t bytes) {
+OrvBStr Allocate(std::size_t bytes)
+{
     if (bytes > kMaximalBytes) return nullptr;
     auto* block = static_cast<unsigned char*>(std::malloc(kHeaderSize + bytes + sizeof(OrvWChar)));
     if (!block) return nullptr;
@@ -33,7 +35,8 @@ OrvBStr Allocate(std::size_t bytes) {
     return reinterpret_cast<OrvBStr>(block + kHeaderSize);
 }
 
-OrvBStr AllocateCopy(const void* source, std::size_t bytes) {
+OrvBStr AllocateCopy(const void* source, std::size_t bytes)
+{
     OrvBStr text = Allocate(bytes);
     if (text && source) std::memcpy(text, source, bytes);
     return text;
@@ -43,38 +46,46 @@ OrvBStr AllocateCopy(const void* source, std::size_t bytes) {
 
 extern "C" {
 
-ORV_EXPORTED OrvBStr SysAllocString(const OrvWChar* text) {
+ORV_EXPORTED OrvBStr SysAllocString(const OrvWChar* text)
+{
     return text ? AllocateCopy(text, std::char_traits<OrvWChar>::length(text) * sizeof(OrvWChar)) : nullptr;
 }
 
-ORV_EXPORTED OrvBStr SysAllocStringLen(const OrvWChar* text, uint32_t length) {
+ORV_EXPORTED OrvBStr SysAllocStringLen(const OrvWChar* text, uint32_t length)
+{
     return AllocateCopy(text, std::size_t{length} * sizeof(OrvWChar));
 }
 
-ORV_EXPORTED OrvBStr SysAllocStringByteLen(const char* bytes, uint32_t size) {
+ORV_EXPORTED OrvBStr SysAllocStringByteLen(const char* bytes, uint32_t size)
+{
     return AllocateCopy(bytes, size);
 }
 
-ORV_EXPORTED uint32_t SysStringByteLen(OrvBStr text) {
+ORV_EXPORTED uint32_t SysStringByteLen(OrvBStr text)
+{
     if (!text) return 0;
     std::uint32_t length = 0;
     std::memcpy(&length, HeaderOf(text) + kHeaderSize - kLengthSize, kLengthSize);
     return length;
 }
 
-ORV_EXPORTED uint32_t SysStringLen(OrvBStr text) {
+ORV_EXPORTED uint32_t SysStringLen(OrvBStr text)
+{
     return SysStringByteLen(text) / static_cast<std::uint32_t>(sizeof(OrvWChar));
 }
 
-ORV_EXPORTED void SysFreeString(OrvBStr text) {
+ORV_EXPORTED void SysFreeString(OrvBStr text)
+{
     if (text) std::free(HeaderOf(text));
 }
 
-ORV_EXPORTED void* CoTaskMemAlloc(size_t size) {
+ORV_EXPORTED void* CoTaskMemAlloc(size_t size)
+{
     return std::malloc(size);
 }
 
-ORV_EXPORTED void CoTaskMemFree(void* block) {
+ORV_EXPORTED void CoTaskMemFree(void* block)
+{
     std::free(block);
 }
 
@@ -82,26 +93,31 @@ ORV_EXPORTED void CoTaskMemFree(void* block) {
 
 namespace Platform {
 
-char16_t* NewSystemString(std::u16string_view text) {
+char16_t* NewSystemString(std::u16string_view text)
+{
     if (text.size() > kMaximalBytes / sizeof(char16_t)) throw std::bad_alloc();
     char16_t* copy = AllocateCopy(text.data(), text.size() * sizeof(char16_t));
     if (!copy) throw std::bad_alloc();
     return copy;
 }
 
-void FreeSystemString(char16_t* text) {
+void FreeSystemString(char16_t* text)
+{
     SysFreeString(text);
 }
 
-std::size_t SystemStringLength(const char16_t* text) {
+std::size_t SystemStringLength(const char16_t* text)
+{
     return SysStringLen(const_cast<char16_t*>(text));
 }
 
-void* AllocateTaskMemory(std::size_t size) {
+void* AllocateTaskMemory(std::size_t size)
+{
     return CoTaskMemAlloc(size);
 }
 
-void FreeTaskMemory(void* block) {
+void FreeTaskMemory(void* block)
+{
     CoTaskMemFree(block);
 }
 

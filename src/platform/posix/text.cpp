@@ -12,14 +12,16 @@ namespace Platform {
 namespace {
 
 // The simple case mappings of Unicode, whatever language the user speaks.
-locale_t UnicodeLocale() {
+locale_t UnicodeLocale()
+{
     static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     return locale;
 }
 
 // As the Windows tables have it, a letter counts only when its lower-case form leads back to it: the Kelvin sign and
 // the capital I with a dot, for example, stay.
-char16_t LowerAboveAscii(char16_t unit) {
+char16_t LowerAboveAscii(char16_t unit)
+{
     if (unit >= 0xD800 && unit <= 0xDFFF) return unit;
     const locale_t locale = UnicodeLocale();
     if (!locale) return unit;
@@ -28,18 +30,21 @@ char16_t LowerAboveAscii(char16_t unit) {
     return counts ? static_cast<char16_t>(lower) : unit;
 }
 
-char16_t LowerUnit(char16_t unit) {
+char16_t LowerUnit(char16_t unit)
+{
     if (unit >= u'A' && unit <= u'Z') return static_cast<char16_t>(unit + (u'a' - u'A'));
     return unit < 0x80 ? unit : LowerAboveAscii(unit);
 }
 
 }  // namespace
 
-void LowerInPlace(char16_t* text, std::size_t length) {
+void LowerInPlace(char16_t* text, std::size_t length)
+{
     for (char16_t* unit = text; unit != text + length; ++unit) *unit = LowerUnit(*unit);
 }
 
-bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
+bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
+{
     if (a.size() != b.size()) return false;
     for (std::size_t i = 0; i != a.size(); ++i) {
         if (a[i] != b[i] && LowerUnit(a[i]) != LowerUnit(b[i])) return false;
@@ -47,7 +52,8 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
     return true;
 }
 
-bool ToWide(CodePage page, std::string_view text, std::u16string& wide) {
+bool ToWide(CodePage page, std::string_view text, std::u16string& wide)
+{
     wide.clear();
     const char* codeset = page == CodePage::Ansi ? UserCodeset() : nullptr;
     if (codeset) return CodesetToWide(codeset, text, wide);
@@ -56,7 +62,8 @@ bool ToWide(CodePage page, std::string_view text, std::u16string& wide) {
     return true;
 }
 
-bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow) {
+bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow)
+{
     narrow.clear();
     const char* codeset = page == CodePage::Ansi ? UserCodeset() : nullptr;
     if (codeset) return WideToCodeset(codeset, text, narrow);

@@ -19,7 +19,8 @@ constexpr const char* kZoneFolder = "/usr/share/zoneinfo/";
 constexpr std::uint64_t kTicksPerMinute = 600000000;
 
 // The last line of a zone file, which rules all instants behind its tables; empty for a file that is none or has none.
-std::string LastRule(const std::string& path) {
+std::string LastRule(const std::string& path)
+{
     std::ifstream file(path, std::ios::binary);
     char magic[4] = {};
     if (!file.read(magic, sizeof magic) || std::string_view(magic, sizeof magic) != "TZif") return {};
@@ -35,14 +36,16 @@ std::string LastRule(const std::string& path) {
     return start == std::string_view::npos ? std::string() : std::string(text.substr(start + 1));
 }
 
-std::string ZoneFile(std::string_view name) {
+std::string ZoneFile(std::string_view name)
+{
     if (name.front() == '/') return std::string(name);
     const char* folder = std::getenv("TZDIR");
     return (folder ? std::string(folder) + '/' : std::string(kZoneFolder)).append(name);
 }
 
 // The rule that the variable TZ names: a zone file, or the rule itself. Null is the system's zone, "" is UTC.
-std::string RuleFor(const char* variable) {
+std::string RuleFor(const char* variable)
+{
     if (!variable) return LastRule(kLocalZoneFile);
     std::string_view name(variable);
     if (!name.empty() && name.front() == ':') name.remove_prefix(1);
@@ -52,7 +55,8 @@ std::string RuleFor(const char* variable) {
 }
 
 // The offset that the C library finds for this instant: for zone files of the first version, which have no rule.
-TimeZone PresentOffset() {
+TimeZone PresentOffset()
+{
     tzset();
     const std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -66,7 +70,8 @@ TimeZone PresentOffset() {
 // for one year end with the year.
 class ZoneCache {
 public:
-    TimeZone Get() {
+    TimeZone Get()
+    {
         const char* variable = std::getenv("TZ");
         const std::uint64_t now = NowAsFileTime();
         const std::lock_guard<std::mutex> guard(section_);
@@ -75,11 +80,13 @@ public:
     }
 
 private:
-    bool SameVariable(const char* variable) const {
+    bool SameVariable(const char* variable) const
+    {
         return variable ? variable_ && *variable_ == variable : !variable_.has_value();
     }
 
-    void Fill(const char* variable, std::uint64_t now) {
+    void Fill(const char* variable, std::uint64_t now)
+    {
         SystemTime time;
         FileTimeToSystemTime(now, time);
         const std::optional<TimeZone> zone = ParsePosixRule(RuleFor(variable), time.year);
@@ -98,7 +105,8 @@ private:
 
 }  // namespace
 
-bool GetLocalTimeZone(TimeZone& zone) {
+bool GetLocalTimeZone(TimeZone& zone)
+{
     static ZoneCache& cache = *new ZoneCache;  // never destroyed: threads may still write lines at process end
     zone = cache.Get();
     return true;

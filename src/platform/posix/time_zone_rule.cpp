@@ -9,11 +9,13 @@ constexpr int kSecondsPerDay = 24 * kSecondsPerHour;
 constexpr int kDefaultChange = 2 * kSecondsPerHour;
 constexpr std::string_view kDefaultDates = "M3.2.0,M11.1.0";  // what POSIX leaves open and every system assumes
 
-bool IsDigit(char c) {
+bool IsDigit(char c)
+{
     return c >= '0' && c <= '9';
 }
 
-bool IsLetter(char c) {
+bool IsLetter(char c)
+{
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
@@ -23,14 +25,16 @@ public:
 
     bool AtEnd() const { return rest_.empty(); }
 
-    bool Take(char c) {
+    bool Take(char c)
+    {
         if (rest_.empty() || rest_.front() != c) return false;
         rest_.remove_prefix(1);
         return true;
     }
 
     // The abbreviation of a zone: letters, or any text in angle brackets.
-    bool Name() {
+    bool Name()
+    {
         if (Take('<')) {
             const std::size_t end = rest_.find('>');
             if (end == std::string_view::npos) return false;
@@ -43,7 +47,8 @@ public:
         return length >= 3;
     }
 
-    bool Number(int lowest, int highest, int& value) {
+    bool Number(int lowest, int highest, int& value)
+    {
         if (rest_.empty() || !IsDigit(rest_.front())) return false;
         value = 0;
         for (; !rest_.empty() && IsDigit(rest_.front()) && value <= highest; rest_.remove_prefix(1)) {
@@ -53,7 +58,8 @@ public:
     }
 
     // [+-]hh[:mm[:ss]] in seconds.
-    bool Clock(int highestHour, int& seconds) {
+    bool Clock(int highestHour, int& seconds)
+    {
         const bool negative = Take('-');
         if (!negative) Take('+');
         int hour = 0;
@@ -73,7 +79,8 @@ private:
     std::string_view rest_;
 };
 
-void SetClock(SystemTime& time, int secondsOfDay) {
+void SetClock(SystemTime& time, int secondsOfDay)
+{
     time.hour = static_cast<std::uint16_t>(secondsOfDay / kSecondsPerHour);
     time.minute = static_cast<std::uint16_t>(secondsOfDay / 60 % 60);
     time.second = static_cast<std::uint16_t>(secondsOfDay % 60);
@@ -82,7 +89,8 @@ void SetClock(SystemTime& time, int secondsOfDay) {
 constexpr std::int64_t kTicksPerSecond = 10000000;
 
 // The ticks of the first day of a month, or 0 for a date that does not exist.
-std::int64_t FirstOfMonth(std::uint16_t year, std::uint16_t month) {
+std::int64_t FirstOfMonth(std::uint16_t year, std::uint16_t month)
+{
     SystemTime first;
     first.year = year;
     first.month = month;
@@ -92,7 +100,8 @@ std::int64_t FirstOfMonth(std::uint16_t year, std::uint16_t month) {
     return static_cast<std::int64_t>(ticks);
 }
 
-bool SetAbsolute(SystemTime& date, std::int64_t dayTicks, int seconds) {
+bool SetAbsolute(SystemTime& date, std::int64_t dayTicks, int seconds)
+{
     const std::int64_t ticks = dayTicks + seconds * kTicksPerSecond;
     return dayTicks != 0 && ticks >= 0 && FileTimeToSystemTime(static_cast<std::uint64_t>(ticks), date);
 }
@@ -104,12 +113,12 @@ struct WeekRule {
 };
 
 // The day of a month that a week rule means, from 0.
-int DayOfMonth(const WeekRule& rule, std::uint16_t year) {
+int DayOfMonth(const WeekRule& rule, std::uint16_t year)
+{
     const auto month = static_cast<std::uint16_t>(rule.month);
     const std::int64_t first = FirstOfMonth(year, month);
-    const std::int64_t next =
-        month == 12 ? first + std::int64_t{31} * kSecondsPerDay * kTicksPerSecond
-                    : FirstOfMonth(year, static_cast<std::uint16_t>(month + 1));
+    const std::int64_t next = month == 12 ? first + std::int64_t{31} * kSecondsPerDay * kTicksPerSecond
+                                          : FirstOfMonth(year, static_cast<std::uint16_t>(month + 1));
     SystemTime time;
     FileTimeToSystemTime(static_cast<std::uint64_t>(first), time);
     const auto length = static_cast<int>((next - first) / kTicksPerSecond / kSecondsPerDay);
@@ -118,7 +127,8 @@ int DayOfMonth(const WeekRule& rule, std::uint16_t year) {
     return day;
 }
 
-bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint16_t year) {
+bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint16_t year)
+{
     if (seconds < 0 || seconds > kSecondsPerDay) {
         const std::int64_t first = FirstOfMonth(year, static_cast<std::uint16_t>(rule.month));
         const int day = DayOfMonth(rule, year);
@@ -134,14 +144,16 @@ bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint1
 }
 
 // A day of the year, from 0; `countsLeapDay` false leaves the 29th of February out of the count.
-bool SetDayOfYear(SystemTime& date, int day, bool countsLeapDay, int seconds, std::uint16_t year) {
+bool SetDayOfYear(SystemTime& date, int day, bool countsLeapDay, int seconds, std::uint16_t year)
+{
     const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
     if (!countsLeapDay && leap && day >= 59) ++day;
     return SetAbsolute(date, FirstOfMonth(year, 1) + std::int64_t{day} * kSecondsPerDay * kTicksPerSecond, seconds);
 }
 
 // Mm.w.d, Jn or n, each with an optional "/time".
-bool ParseDate(RuleScanner& scanner, std::uint16_t year, SystemTime& date) {
+bool ParseDate(RuleScanner& scanner, std::uint16_t year, SystemTime& date)
+{
     WeekRule rule{};
     int day = 0;
     const bool week = scanner.Take('M');
@@ -161,14 +173,16 @@ bool ParseDate(RuleScanner& scanner, std::uint16_t year, SystemTime& date) {
     return set && (date.year == 0 || date.year == year);  // an absolute date of another year helps nobody
 }
 
-bool ParseDates(RuleScanner scanner, std::uint16_t year, TimeZone& zone) {
+bool ParseDates(RuleScanner scanner, std::uint16_t year, TimeZone& zone)
+{
     return ParseDate(scanner, year, zone.daylightDate) && scanner.Take(',') &&
            ParseDate(scanner, year, zone.standardDate) && scanner.AtEnd();
 }
 
 }  // namespace
 
-std::optional<TimeZone> ParsePosixRule(std::string_view rule, std::uint16_t year) {
+std::optional<TimeZone> ParsePosixRule(std::string_view rule, std::uint16_t year)
+{
     RuleScanner scanner(rule);
     TimeZone zone;
     int standard = 0;  // seconds, with the sign of a bias

@@ -1,20 +1,22 @@
 #include "platform/posix/user_locale.h"
 
+#include <langinfo.h>
 #include <algorithm>
 #include <array>
-#include <langinfo.h>
 #include <string_view>
 
 namespace Platform {
 
 namespace {
 
-locale_t MakeUserLocale() {
+locale_t MakeUserLocale()
+{
     const locale_t user = newlocale(LC_ALL_MASK, "", nullptr);
     return user ? user : newlocale(LC_ALL_MASK, "C", nullptr);
 }
 
-const char* FindUserCodeset() {
+const char* FindUserCodeset()
+{
     static constexpr std::array<std::string_view, 5> kReadAsUtf8 = {"UTF-8", "utf8", "ANSI_X3.4-1968", "US-ASCII",
                                                                     "ASCII"};
     const char* codeset = nl_langinfo_l(CODESET, UserLocale());
@@ -24,12 +26,14 @@ const char* FindUserCodeset() {
 
 }  // namespace
 
-locale_t UserLocale() {
+locale_t UserLocale()
+{
     static const locale_t locale = MakeUserLocale();
     return locale;
 }
 
-const char* UserCodeset() {
+const char* UserCodeset()
+{
     static const char* const codeset = FindUserCodeset();
     return codeset;
 }

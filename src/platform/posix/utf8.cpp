@@ -10,7 +10,8 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 
 // The code point at a position of a UTF-16 text; the position moves behind it.
-char32_t NextCodePoint(std::u16string_view text, std::size_t& position) {
+char32_t NextCodePoint(std::u16string_view text, std::size_t& position)
+{
     const char32_t unit = text[position++];
     if (unit < 0xD800 || unit > 0xDFFF) return unit;
     if (unit > 0xDBFF || position == text.size()) return kReplacement;
@@ -20,30 +21,29 @@ char32_t NextCodePoint(std::u16string_view text, std::size_t& position) {
     return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
 }
 
-std::size_t SequenceLength(char32_t point) {
+std::size_t SequenceLength(char32_t point)
+{
     return point < 0x80 ? 1 : point < 0x800 ? 2 : point < 0x10000 ? 3 : 4;
 }
 
-char Continuation(char32_t bits) {
+char Continuation(char32_t bits)
+{
     return static_cast<char>(0x80 | (bits & 0x3F));
 }
 
-char* PutUtf8(char32_t point, char* output) {
+char* PutUtf8(char32_t point, char* output)
+{
     switch (SequenceLength(point)) {
-        case 1:
-            *output++ = static_cast<char>(point);
-            return output;
-        case 2:
-            *output++ = static_cast<char>(0xC0 | (point >> 6));
-            break;
-        case 3:
-            *output++ = static_cast<char>(0xE0 | (point >> 12));
-            *output++ = Continuation(point >> 6);
-            break;
-        default:
-            *output++ = static_cast<char>(0xF0 | (point >> 18));
-            *output++ = Continuation(point >> 12);
-            *output++ = Continuation(point >> 6);
+    case 1: *output++ = static_cast<char>(point); return output;
+    case 2: *output++ = static_cast<char>(0xC0 | (point >> 6)); break;
+    case 3:
+        *output++ = static_cast<char>(0xE0 | (point >> 12));
+        *output++ = Continuation(point >> 6);
+        break;
+    default:
+        *output++ = static_cast<char>(0xF0 | (point >> 18));
+        *output++ = Continuation(point >> 12);
+        *output++ = Continuation(point >> 6);
     }
     *output++ = Continuation(point);
     return output;
@@ -57,7 +57,8 @@ struct Lead {
     unsigned char highest;
 };
 
-Lead LeadOf(unsigned char byte) {
+Lead LeadOf(unsigned char byte)
+{
     if (byte >= 0xC2 && byte <= 0xDF) return {1, 0x80, 0xBF};
     if (byte >= 0xE0 && byte <= 0xEF) {
         return {2, static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80),
@@ -71,7 +72,8 @@ Lead LeadOf(unsigned char byte) {
 }
 
 // The code point of a sequence that begins with a byte above ASCII; the position moves behind what was taken.
-char32_t NextSequence(std::string_view text, std::size_t& position) {
+char32_t NextSequence(std::string_view text, std::size_t& position)
+{
     const auto first = static_cast<unsigned char>(text[position++]);
     Lead lead = LeadOf(first);
     if (lead.following == 0) return kReplacement;
@@ -88,7 +90,8 @@ char32_t NextSequence(std::string_view text, std::size_t& position) {
     return point;
 }
 
-char16_t* PutUtf16(char32_t point, char16_t* output) {
+char16_t* PutUtf16(char32_t point, char16_t* output)
+{
     if (point < 0x10000) {
         *output++ = static_cast<char16_t>(point);
         return output;
@@ -103,7 +106,8 @@ char16_t* PutUtf16(char32_t point, char16_t* output) {
 constexpr std::size_t kBlock = 16;
 
 template <class Char>
-bool IsAsciiBlock(std::basic_string_view<Char> text, std::size_t position) {
+bool IsAsciiBlock(std::basic_string_view<Char> text, std::size_t position)
+{
     constexpr std::uint64_t kAboveAscii = sizeof(Char) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
     if (text.size() - position < kBlock) return false;
     std::uint64_t words[kBlock * sizeof(Char) / sizeof(std::uint64_t)];
@@ -114,7 +118,8 @@ bool IsAsciiBlock(std::basic_string_view<Char> text, std::size_t position) {
 }
 
 template <class From, class To>
-void CopyBlock(const From* text, To* output) {
+void CopyBlock(const From* text, To* output)
+{
     From block[kBlock];
     To converted[kBlock];
     std::memcpy(block, text, sizeof block);
@@ -124,7 +129,8 @@ void CopyBlock(const From* text, To* output) {
 
 }  // namespace
 
-std::size_t EncodeUtf8(std::u16string_view text, char* output) {
+std::size_t EncodeUtf8(std::u16string_view text, char* output)
+{
     char* end = output;
     for (std::size_t position = 0; position < text.size();) {
         if (IsAsciiBlock(text, position)) {
@@ -140,7 +146,8 @@ std::size_t EncodeUtf8(std::u16string_view text, char* output) {
     return static_cast<std::size_t>(end - output);
 }
 
-std::size_t EncodedLength(std::u16string_view text) {
+std::size_t EncodedLength(std::u16string_view text)
+{
     std::size_t length = 0;
     for (std::size_t position = 0; position < text.size();) {
         if (IsAsciiBlock(text, position)) {
@@ -153,7 +160,8 @@ std::size_t EncodedLength(std::u16string_view text) {
     return length;
 }
 
-std::size_t DecodeUtf8(std::string_view text, char16_t* output) {
+std::size_t DecodeUtf8(std::string_view text, char16_t* output)
+{
     char16_t* end = output;
     for (std::size_t position = 0; position < text.size();) {
         const auto byte = static_cast<unsigned char>(text[position]);

@@ -4,7 +4,8 @@
 
 namespace Platform {
 
-bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time) {
+bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time)
+{
     const FILETIME file = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
     SYSTEMTIME system;
     if (!::FileTimeToSystemTime(&file, &system)) return false;
@@ -12,7 +13,8 @@ bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time) {
     return true;
 }
 
-bool SystemTimeToFileTime(const SystemTime& time, std::uint64_t& ticks) {
+bool SystemTimeToFileTime(const SystemTime& time, std::uint64_t& ticks)
+{
     const SYSTEMTIME system = ToSystem(time);
     FILETIME file;
     if (!::SystemTimeToFileTime(&system, &file)) return false;
@@ -20,7 +22,8 @@ bool SystemTimeToFileTime(const SystemTime& time, std::uint64_t& ticks) {
     return true;
 }
 
-std::uint64_t NowAsFileTime() {
+std::uint64_t NowAsFileTime()
+{
     FILETIME file;
     GetSystemTimeAsFileTime(&file);
     return std::uint64_t{file.dwHighDateTime} << 32 | file.dwLowDateTime;

@@ -6,7 +6,8 @@
 
 namespace Platform {
 
-void WriteDebug(std::u16string_view text) {
+void WriteDebug(std::u16string_view text)
+{
     constexpr std::size_t kUnitsPerCall = 1023;
     do {
         wchar_t piece[kUnitsPerCall + 1];

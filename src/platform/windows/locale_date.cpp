@@ -12,23 +12,27 @@ namespace {
 constexpr std::size_t kLongest = INT_MAX;
 
 // A capacity of 0 would ask the system for the size, which is no result here.
-std::size_t Refuse() {
+std::size_t Refuse()
+{
     SetLastError(ERROR_INSUFFICIENT_BUFFER);
     return 0;
 }
 
-int Capacity(std::span<char16_t> buffer) {
+int Capacity(std::span<char16_t> buffer)
+{
     return static_cast<int>(std::min(buffer.size(), kLongest));
 }
 
 // The system counts the terminating zero.
-std::size_t WithoutZero(int length) {
+std::size_t WithoutZero(int length)
+{
     return length > 0 ? static_cast<std::size_t>(length - 1) : 0;
 }
 
 }  // namespace
 
-std::size_t FormatLocaleDate(const SystemTime& time, DateStyle style, std::span<char16_t> buffer) {
+std::size_t FormatLocaleDate(const SystemTime& time, DateStyle style, std::span<char16_t> buffer)
+{
     if (buffer.empty()) return Refuse();
     const SYSTEMTIME system = ToSystem(time);
     const bool weekday = style == DateStyle::Weekday;
@@ -37,7 +41,8 @@ std::size_t FormatLocaleDate(const SystemTime& time, DateStyle style, std::span<
                                       AsWide(buffer.data()), Capacity(buffer)));
 }
 
-std::size_t FormatLocaleTime(const SystemTime& time, bool withSeconds, std::span<char16_t> buffer) {
+std::size_t FormatLocaleTime(const SystemTime& time, bool withSeconds, std::span<char16_t> buffer)
+{
     if (buffer.empty()) return Refuse();
     const SYSTEMTIME system = ToSystem(time);
     return WithoutZero(GetTimeFormatW(LOCALE_USER_DEFAULT, withSeconds ? 0 : TIME_NOSECONDS, &system, nullptr,

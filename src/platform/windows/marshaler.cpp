@@ -6,7 +6,8 @@
 
 namespace Platform {
 
-void* CreateFreeThreadedMarshaler(void* outer) {
+void* CreateFreeThreadedMarshaler(void* outer)
+{
     IUnknown* marshaler = nullptr;
     return CoCreateFreeThreadedMarshaler(static_cast<IUnknown*>(outer), &marshaler) == S_OK ? marshaler : nullptr;
 }

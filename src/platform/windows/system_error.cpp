@@ -4,15 +4,18 @@
 
 namespace Platform {
 
-std::uint32_t LastError() {
+std::uint32_t LastError()
+{
     return ::GetLastError();
 }
 
-void SetLastError(std::uint32_t code) {
+void SetLastError(std::uint32_t code)
+{
     ::SetLastError(code);
 }
 
-std::u16string SystemErrorText(std::uint32_t code) {
+std::u16string SystemErrorText(std::uint32_t code)
+{
     wchar_t* block = nullptr;
     const DWORD length =
         FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, 0,

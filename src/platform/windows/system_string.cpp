@@ -10,7 +10,8 @@
 
 namespace Platform {
 
-char16_t* NewSystemString(std::u16string_view text) {
+char16_t* NewSystemString(std::u16string_view text)
+{
     if (text.size() > std::numeric_limits<UINT>::max()) throw std::bad_alloc();
     // A null text would leave the units as they are.
     const wchar_t* units = text.empty() ? L"" : AsWide(text.data());
@@ -19,19 +20,23 @@ char16_t* NewSystemString(std::u16string_view text) {
     return reinterpret_cast<char16_t*>(copy);
 }
 
-void FreeSystemString(char16_t* text) {
+void FreeSystemString(char16_t* text)
+{
     SysFreeString(AsWide(text));
 }
 
-std::size_t SystemStringLength(const char16_t* text) {
+std::size_t SystemStringLength(const char16_t* text)
+{
     return SysStringLen(const_cast<BSTR>(AsWide(text)));
 }
 
-void* AllocateTaskMemory(std::size_t size) {
+void* AllocateTaskMemory(std::size_t size)
+{
     return CoTaskMemAlloc(size);
 }
 
-void FreeTaskMemory(void* block) {
+void FreeTaskMemory(void* block)
+{
     CoTaskMemFree(block);
 }
 

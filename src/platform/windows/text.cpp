@@ -11,33 +11,39 @@ namespace {
 constexpr std::size_t kLongest = INT_MAX;
 constexpr std::size_t kNarrowPerWide = 3;
 
-UINT Number(CodePage page) {
+UINT Number(CodePage page)
+{
     return static_cast<UINT>(page);
 }
 
 // UTF-8 refuses flags, also where the process has made it its ANSI code page.
-DWORD FlagsFor(CodePage page, DWORD ansiFlags) {
+DWORD FlagsFor(CodePage page, DWORD ansiFlags)
+{
     return page == CodePage::Ansi && GetACP() != CP_UTF8 ? ansiFlags : 0;
 }
 
-bool TooLong() {
+bool TooLong()
+{
     SetLastError(ERROR_INVALID_PARAMETER);
     return false;
 }
 
-int WideCall(CodePage page, std::string_view text, char16_t* output, int capacity) {
-    return MultiByteToWideChar(Number(page), FlagsFor(page, MB_PRECOMPOSED), text.data(),
-                               static_cast<int>(text.size()), AsWide(output), capacity);
+int WideCall(CodePage page, std::string_view text, char16_t* output, int capacity)
+{
+    return MultiByteToWideChar(Number(page), FlagsFor(page, MB_PRECOMPOSED), text.data(), static_cast<int>(text.size()),
+                               AsWide(output), capacity);
 }
 
-int NarrowCall(CodePage page, std::u16string_view text, char* output, int capacity) {
+int NarrowCall(CodePage page, std::u16string_view text, char* output, int capacity)
+{
     return WideCharToMultiByte(Number(page), FlagsFor(page, WC_COMPOSITECHECK), AsWide(text.data()),
                                static_cast<int>(text.size()), output, capacity, nullptr, nullptr);
 }
 
 // One pass with a buffer that nearly always suffices; when it does not, the size is asked for first.
 template <class Text, class Output, class Call>
-bool Convert(CodePage page, Text text, Output& output, std::size_t guess, Call call) {
+bool Convert(CodePage page, Text text, Output& output, std::size_t guess, Call call)
+{
     output.resize(guess);
     int length = call(page, text, output.data(), static_cast<int>(guess));
     if (length == 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
@@ -51,25 +57,29 @@ bool Convert(CodePage page, Text text, Output& output, std::size_t guess, Call c
 
 }  // namespace
 
-void LowerInPlace(char16_t* text, std::size_t length) {
+void LowerInPlace(char16_t* text, std::size_t length)
+{
     for (; length > kLongest; text += kLongest, length -= kLongest) CharLowerBuffW(AsWide(text), INT_MAX);
     CharLowerBuffW(AsWide(text), static_cast<DWORD>(length));
 }
 
-bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
+bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
+{
     if (a.size() > kLongest || b.size() > kLongest) return false;
     return CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, AsWide(a.data()), static_cast<int>(a.size()),
                           AsWide(b.data()), static_cast<int>(b.size())) == CSTR_EQUAL;
 }
 
-bool ToWide(CodePage page, std::string_view text, std::u16string& wide) {
+bool ToWide(CodePage page, std::string_view text, std::u16string& wide)
+{
     wide.clear();
     if (text.empty()) return true;
     if (text.size() > kLongest) return TooLong();
     return Convert(page, text, wide, text.size(), WideCall);
 }
 
-bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow) {
+bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow)
+{
     narrow.clear();
     if (text.empty()) return true;
     if (text.size() > kLongest / kNarrowPerWide) return TooLong();

@@ -5,24 +5,29 @@
 namespace Platform {
 
 ThreadSlot::ThreadSlot(ThreadEnd threadEnd)
-    : threadEnd_(threadEnd), index_(TlsAlloc()), allocated_(index_ != TLS_OUT_OF_INDEXES) {}
+    : threadEnd_(threadEnd), index_(TlsAlloc()), allocated_(index_ != TLS_OUT_OF_INDEXES)
+{}
 
-void* ThreadSlot::Get() const {
+void* ThreadSlot::Get() const
+{
     return allocated_ ? TlsGetValue(index_) : nullptr;
 }
 
-bool ThreadSlot::Set(void* block) {
+bool ThreadSlot::Set(void* block)
+{
     return allocated_ && TlsSetValue(index_, block);
 }
 
-void ThreadSlot::ThreadEnded() {
+void ThreadSlot::ThreadEnded()
+{
     void* block = Get();
     if (!block) return;
     Set(nullptr);
     threadEnd_(block);
 }
 
-void ThreadSlot::Free() {
+void ThreadSlot::Free()
+{
     if (allocated_) TlsFree(index_);
     allocated_ = false;
 }

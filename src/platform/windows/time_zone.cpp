@@ -4,7 +4,8 @@
 
 namespace Platform {
 
-bool GetLocalTimeZone(TimeZone& zone) {
+bool GetLocalTimeZone(TimeZone& zone)
+{
     TIME_ZONE_INFORMATION information;
     if (GetTimeZoneInformation(&information) == TIME_ZONE_ID_INVALID) return false;
     zone.bias = information.Bias;

@@ -16,11 +16,13 @@ namespace Platform {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-inline wchar_t* AsWide(char16_t* text) {
+inline wchar_t* AsWide(char16_t* text)
+{
     return reinterpret_cast<wchar_t*>(text);
 }
 
-inline const wchar_t* AsWide(const char16_t* text) {
+inline const wchar_t* AsWide(const char16_t* text)
+{
     return reinterpret_cast<const wchar_t*>(text);
 }
 

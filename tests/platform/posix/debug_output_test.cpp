@@ -8,13 +8,15 @@
 namespace {
 
 // The variable is read once a process, so each case has a process of its own.
-[[noreturn]] void WriteUnder(const char* variable, const std::u16string& text) {
+[[noreturn]] void WriteUnder(const char* variable, const std::u16string& text)
+{
     setenv("ORV_DEBUG_OUTPUT", variable, 1);
     Platform::WriteDebug(text);
     std::exit(0);
 }
 
-TEST(PosixDebugOutputDeathTest, GoesToStandardErrorWhenAsked) {
+TEST(PosixDebugOutputDeathTest, GoesToStandardErrorWhenAsked)
+{
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const std::u16string longText = std::u16string(511, u'a') + u"\xD83D\xDE00 end";  // a pair across two writes
     EXPECT_EXIT(WriteUnder("1", longText), testing::ExitedWithCode(0), "^a{200,}\xF0\x9F\x98\x80 end\n$");

@@ -12,7 +12,8 @@
 
 namespace {
 
-TEST(PosixCalendar, RefusesTheLeapDayOfACommonYearAndTheYear30828) {
+TEST(PosixCalendar, RefusesTheLeapDayOfACommonYearAndTheYear30828)
+{
     const Platform::SystemTime cases[] = {
         {2023, 2, 0, 29, 0, 0, 0, 0}, {1900, 2, 0, 29, 0, 0, 0, 0}, {30828, 1, 0, 1, 0, 0, 0, 0}};
     for (const Platform::SystemTime& time : cases) {
@@ -23,19 +24,24 @@ TEST(PosixCalendar, RefusesTheLeapDayOfACommonYearAndTheYear30828) {
     }
 }
 
-TEST(PosixLowering, LeavesCapitalsOutsideTheBasicPlane) {
+TEST(PosixLowering, LeavesCapitalsOutsideTheBasicPlane)
+{
     std::u16string text = u"\xD801\xDC00 A";
     Platform::LowerInPlace(text.data(), text.size());
     EXPECT_EQ(text, u"\xD801\xDC00 a");
 }
 
 // Each byte that begins no sequence has a replacement of its own.
-TEST(PosixUtf8, ReplacesEachMaximalPart) {
+TEST(PosixUtf8, ReplacesEachMaximalPart)
+{
     struct Case {
         std::string_view narrow;
         std::size_t replacements;
     };
-    const Case cases[] = {{"\xED\xA0\x80", 3}, {"\xF4\x90\x80\x80", 4}, {"\xE0\x80\x80", 3}, {"\xF0\x80", 2},
+    const Case cases[] = {{"\xED\xA0\x80", 3},
+                          {"\xF4\x90\x80\x80", 4},
+                          {"\xE0\x80\x80", 3},
+                          {"\xF0\x80", 2},
                           {"\xE1\x80\xE2\xF0\x91\x92\xF1\xBF", 4}};
     for (const Case& test : cases) {
         char16_t wide[16] = {};
@@ -44,7 +50,8 @@ TEST(PosixUtf8, ReplacesEachMaximalPart) {
     }
 }
 
-TEST(PosixCodesets, ReplaceWhatDoesNotConvert) {
+TEST(PosixCodesets, ReplaceWhatDoesNotConvert)
+{
     struct Case {
         const char* codeset;
         std::string narrow;

@@ -7,7 +7,8 @@
 
 namespace {
 
-TEST(PosixSystemStrings, FollowTheOriginals) {
+TEST(PosixSystemStrings, FollowTheOriginals)
+{
     EXPECT_EQ(SysAllocString(nullptr), nullptr);
     OrvBStr text = SysAllocString(u"abc");
     EXPECT_EQ(SysStringLen(text), 3U);
@@ -31,14 +32,16 @@ TEST(PosixSystemStrings, FollowTheOriginals) {
     SysFreeString(nullptr);
 }
 
-TEST(PosixSystemStrings, RefuseHostileSizes) {
+TEST(PosixSystemStrings, RefuseHostileSizes)
+{
     EXPECT_EQ(SysAllocStringLen(nullptr, 0xFFFFFFFF), nullptr);
     EXPECT_EQ(SysAllocStringLen(nullptr, 0x80000000), nullptr);
     EXPECT_EQ(SysAllocStringLen(nullptr, 0x7FFFFFFF), nullptr);
     EXPECT_EQ(SysAllocStringByteLen(nullptr, 0xFFFFFFFF), nullptr);
 }
 
-TEST(PosixSystemStrings, TaskMemoryHoldsNothingToo) {
+TEST(PosixSystemStrings, TaskMemoryHoldsNothingToo)
+{
     void* block = CoTaskMemAlloc(0);
     EXPECT_NE(block, nullptr);
     CoTaskMemFree(block);

@@ -14,24 +14,27 @@ using Platform::ParsePosixRule;
 using Platform::SystemTime;
 using Platform::TimeZone;
 
-std::string Text(const SystemTime& date) {
+std::string Text(const SystemTime& date)
+{
     std::string text;
-    for (const unsigned field : {date.year, date.month, date.dayOfWeek, date.day, date.hour, date.minute, date.second,
-                                 date.milliseconds}) {
+    for (const unsigned field :
+         {date.year, date.month, date.dayOfWeek, date.day, date.hour, date.minute, date.second, date.milliseconds}) {
         text += std::to_string(field) + ' ';
     }
     return text;
 }
 
 // The record as "bias daylightBias | daylight date | standard date".
-std::string Text(const std::optional<TimeZone>& zone) {
+std::string Text(const std::optional<TimeZone>& zone)
+{
     if (!zone) return "none";
     std::string text = std::to_string(zone->bias) + ' ' + std::to_string(zone->daylightBias);
     if (zone->daylightDate.month == 0) return text;
     return text + " | " + Text(zone->daylightDate) + "| " + Text(zone->standardDate);
 }
 
-TEST(PosixRule, BecomesAZoneRecord) {
+TEST(PosixRule, BecomesAZoneRecord)
+{
     struct Case {
         const char* rule;
         const char* record;
@@ -57,11 +60,12 @@ TEST(PosixRule, BecomesAZoneRecord) {
               "180 -60 | 2024 3 5 1 0 0 0 0 | 2024 2 4 29 0 0 0 0 ");  // only the second form counts the leap day
 }
 
-TEST(PosixRule, RefusesWhatIsNone) {
-    for (const char* rule : {"", "UTC", "U0", "UTC25", "<+01", "CET-1CEST,M13.1.0,M10.5.0", "CET-1CEST,M3.6.0,M10.5.0",
-                             "CET-1CEST,M3.5.7,M10.5.0", "CET-1CEST,M3.5.0", "CET-1CEST,M3.5.0,M10.5.0/3x", "CET-1 ",
-                             "CET-1CEST,J0,J5", "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25",
-                             "CET-1CEST,M3.5.0/168,M10.5.0", "Europe/Nowhere"}) {
+TEST(PosixRule, RefusesWhatIsNone)
+{
+    for (const char* rule :
+         {"", "UTC", "U0", "UTC25", "<+01", "CET-1CEST,M13.1.0,M10.5.0", "CET-1CEST,M3.6.0,M10.5.0",
+          "CET-1CEST,M3.5.7,M10.5.0", "CET-1CEST,M3.5.0", "CET-1CEST,M3.5.0,M10.5.0/3x", "CET-1 ", "CET-1CEST,J0,J5",
+          "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25", "CET-1CEST,M3.5.0/168,M10.5.0", "Europe/Nowhere"}) {
         EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
     }
 }
@@ -70,7 +74,8 @@ class LocalTimeZone : public testing::Test {
 protected:
     ~LocalTimeZone() override { kept_ ? setenv("TZ", kept_->c_str(), 1) : unsetenv("TZ"); }
 
-    static std::string ZoneUnder(const std::string& variable) {
+    static std::string ZoneUnder(const std::string& variable)
+    {
         setenv("TZ", variable.c_str(), 1);
         TimeZone zone;
         EXPECT_TRUE(Platform::GetLocalTimeZone(zone));
@@ -78,7 +83,8 @@ protected:
     }
 
 private:
-    static std::optional<std::string> Current() {
+    static std::optional<std::string> Current()
+    {
         const char* value = std::getenv("TZ");
         return value ? std::optional<std::string>(value) : std::nullopt;
     }
@@ -86,7 +92,8 @@ private:
     const std::optional<std::string> kept_ = Current();
 };
 
-TEST_F(LocalTimeZone, FollowsTheVariable) {
+TEST_F(LocalTimeZone, FollowsTheVariable)
+{
     EXPECT_EQ(ZoneUnder("CET-1CEST,M3.5.0,M10.5.0/3"), Text(ParsePosixRule("CET-1CEST,M3.5.0,M10.5.0/3", 2026)));
     EXPECT_EQ(ZoneUnder(":UTC0"), "0 0");
     EXPECT_EQ(ZoneUnder(""), "0 0");
@@ -94,7 +101,8 @@ TEST_F(LocalTimeZone, FollowsTheVariable) {
     EXPECT_EQ(ZoneUnder("Nowhere/AtAll"), "0 0");
 }
 
-TEST_F(LocalTimeZone, ReadsTheLastLineOfAZoneFile) {
+TEST_F(LocalTimeZone, ReadsTheLastLineOfAZoneFile)
+{
     const std::string path = testing::TempDir() + "orv_zone_file";
     struct Case {
         std::string content;
