@@ -30,7 +30,7 @@ target_compile_options(orv_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion
 # GCC 12 sees overflows inside its own strings where it has inlined them.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(orv_flags INTERFACE
-        $<$<COMPILE_LANGUAGE:CXX>:-Wno-array-bounds;-Wno-stringop-overflow;-Wno-restrict>)
+        $<$<COMPILE_LANGUAGE:CXX>:-Wno-array-bounds;-Wno-stringop-overflow;-Wno-stringop-overread;-Wno-restrict>)
 endif()
 if(ORV_WERROR)
     target_compile_options(orv_flags INTERFACE -Werror)
