@@ -11,10 +11,8 @@
 
 #if defined(_WIN32)
 // The system's own; its header would bring all of its macros.
-extern "C" {
-OrvBStr SysAllocString(const OrvWChar* text);
-void SysFreeString(OrvBStr text);
-}
+extern "C" __declspec(dllimport) wchar_t* __stdcall SysAllocString(const wchar_t* text);
+extern "C" __declspec(dllimport) void __stdcall SysFreeString(wchar_t* text);
 #endif
 
 namespace OrvTest {
