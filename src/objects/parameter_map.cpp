@@ -36,16 +36,10 @@ std::size_t ParameterMap::DeclaredSlot(std::u16string_view name) const
     return position < slotCount_ ? position : kNotFound;
 }
 
-ParameterMap::Nodes::const_iterator ParameterMap::NodePlace(std::u16string_view key) const
+const TOrvParameter* ParameterMap::FindNode(std::u16string_view key) const
 {
-    const auto below = [](const std::unique_ptr<Node>& node, std::u16string_view wanted) { return node->key < wanted; };
-    return std::lower_bound(nodes_.begin(), nodes_.end(), key, below);
-}
-
-ParameterMap::Nodes::const_iterator ParameterMap::FindNode(std::u16string_view key) const
-{
-    const auto place = NodePlace(key);
-    return place != nodes_.end() && Ulmo::SameText((*place)->key, key) ? place : nodes_.end();
+    const auto node = nodes_.find(key);
+    return node == nodes_.end() ? nullptr : &node->second;
 }
 
 TOrvParameter* ParameterMap::Find(std::u16string_view name)
@@ -53,23 +47,20 @@ TOrvParameter* ParameterMap::Find(std::u16string_view name)
     const std::size_t position = DeclaredSlot(name);
     if (position != kNotFound) return Has(position) ? &Slot(position) : nullptr;
     if (nodes_.empty()) return nullptr;
-    const auto node = FindNode(Ulmo::LowerCase(name));
-    return node == nodes_.end() ? nullptr : &(*node)->value;
+    return const_cast<TOrvParameter*>(FindNode(Ulmo::LowerCase(name)));
 }
 
 TOrvParameter* ParameterMap::FindDeclared(std::size_t position)
 {
     if (position < slotCount_) return Has(position) ? &Slot(position) : nullptr;
-    const auto node = FindNode(entry_->Parameters[position].LowerName.view());
-    return node == nodes_.end() ? nullptr : &(*node)->value;
+    return const_cast<TOrvParameter*>(FindNode(entry_->Parameters[position].LowerName.view()));
 }
 
 const TOrvParameter* ParameterMap::FindKey(std::u16string_view key) const
 {
     const std::size_t position = DeclaredSlot(key);
     if (position != kNotFound) return Has(position) ? &Slot(position) : nullptr;
-    const auto node = FindNode(key);
-    return node == nodes_.end() ? nullptr : &(*node)->value;
+    return FindNode(key);
 }
 
 std::size_t ParameterMap::SlotToStore(std::u16string_view name)
@@ -104,13 +95,7 @@ void ParameterMap::Put(TOrvParameter value)
 
 void ParameterMap::StoreInNode(TOrvParameter value)
 {
-    std::u16string key = Ulmo::LowerCase(value.Name().view());
-    const auto place = NodePlace(key);
-    if (place != nodes_.end() && Ulmo::SameText((*place)->key, key)) {
-        (*place)->value = std::move(value);
-        return;
-    }
-    nodes_.insert(place, std::unique_ptr<Node>(new Node{std::move(key), std::move(value)}));
+    nodes_.insert_or_assign(Ulmo::LowerCase(value.Name().view()), std::move(value));
 }
 
 bool ParameterMap::Remove(std::u16string_view name)
@@ -122,10 +107,7 @@ bool ParameterMap::Remove(std::u16string_view name)
         present_ &= ~(std::uint64_t{1} << position);
         return true;
     }
-    const auto node = FindNode(Ulmo::LowerCase(name));
-    if (node == nodes_.end()) return false;
-    nodes_.erase(node);
-    return true;
+    return nodes_.erase(Ulmo::LowerCase(name)) != 0;
 }
 
 bool ParameterMap::SameContent(const ParameterMap& other) const
@@ -138,7 +120,7 @@ bool ParameterMap::SameContent(const ParameterMap& other) const
             if (!Slot(position).SameValue(other.Slot(position))) return false;
         }
         return std::equal(nodes_.begin(), nodes_.end(), other.nodes_.begin(), [](const auto& a, const auto& b) {
-            return Ulmo::SameText(a->key, b->key) && a->value.SameValue(b->value);
+            return Ulmo::SameText(a.first, b.first) && a.second.SameValue(b.second);
         });
     }
     if (Size() != other.Size()) return false;
@@ -161,8 +143,7 @@ void ParameterMap::CopyFrom(const ParameterMap& other)
         new (&Slot(position)) TOrvParameter(other.Slot(position));
         present_ |= std::uint64_t{1} << position;
     }
-    nodes_.reserve(other.nodes_.size());
-    for (const auto& node : other.nodes_) nodes_.push_back(std::make_unique<Node>(*node));
+    nodes_ = other.nodes_;
 }
 
 }  // namespace OrvPLC

@@ -3,17 +3,17 @@
 //
 // A parameter that the catalogue declares lives in a slot of its own, found by its position in the declaration, without
 // a key of its own. The slots are part of the action's one block of memory. Any other parameter is a node of its own
-// in a sorted index. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
+// in a tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
 #include <bit>
 #include <cstdint>
-#include <memory>
+#include <functional>
+#include <map>
 #include <new>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "catalogue/entries.h"
 #include "objects/parameter.h"
@@ -68,11 +68,8 @@ public:
     void CopyFrom(const ParameterMap& other);  // this map is empty
 
 private:
-    struct Node {
-        std::u16string key;
-        TOrvParameter value;
-    };
-    using Nodes = std::vector<std::unique_ptr<Node>>;
+    // A tree and no sorted array: texts and buffers from outside may bring any number of unknown names, in any order.
+    using Nodes = std::map<std::u16string, TOrvParameter, std::less<>>;
 
     TOrvParameter& Slot(std::size_t position) const { return slots_[position]; }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
@@ -84,16 +81,15 @@ private:
     template <class Fill>
     void StoreInSlot(std::size_t position, ParameterName name, Fill&& fill);
     void StoreInNode(TOrvParameter value);
-    Nodes::const_iterator NodePlace(std::u16string_view key) const;  // the first node that is not below the key
-    Nodes::const_iterator FindNode(std::u16string_view key) const;   // by lower-cased name; end() when absent
-    const TOrvParameter* FindKey(std::u16string_view key) const;     // by lower-cased name, wherever it lives
+    const TOrvParameter* FindNode(std::u16string_view key) const;  // by lower-cased name; null when absent
+    const TOrvParameter* FindKey(std::u16string_view key) const;   // by lower-cased name, wherever it lives
 
     const TOrvActionInternalInfo* entry_;
     TOrvParameter* slots_;
     std::size_t slotCount_;
     std::size_t nextStore_ = 0;
     std::uint64_t present_ = 0;  // a bit a slot
-    Nodes nodes_;                // sorted by key
+    Nodes nodes_;
 };
 
 template <class Fill>
@@ -145,9 +141,9 @@ bool ParameterMap::AllFit(const ParameterMap& other, Fits&& fits) const
             sameDeclaration ? &other.Slot(position) : other.FindKey(entry_->Parameters[position].LowerName.view());
         if (!counterpart || !fits(Slot(position), *counterpart)) return false;
     }
-    for (const auto& node : nodes_) {
-        const TOrvParameter* counterpart = other.FindKey(node->key);
-        if (!counterpart || !fits(node->value, *counterpart)) return false;
+    for (const auto& [key, value] : nodes_) {
+        const TOrvParameter* counterpart = other.FindKey(key);
+        if (!counterpart || !fits(value, *counterpart)) return false;
     }
     return true;
 }
@@ -160,11 +156,11 @@ void ParameterMap::ForEachByKey(Visit&& visit) const
         for (const std::uint16_t position : entry_->KeyOrder()) {
             if (position >= kMaximumSlots || !Has(position)) continue;
             const std::u16string_view key = entry_->Parameters[position].LowerName.view();
-            for (; node != nodes_.end() && (*node)->key < key; ++node) visit((*node)->key, (*node)->value);
+            for (; node != nodes_.end() && node->first < key; ++node) visit(node->first, node->second);
             visit(key, Slot(position));
         }
     }
-    for (; node != nodes_.end(); ++node) visit((*node)->key, (*node)->value);
+    for (; node != nodes_.end(); ++node) visit(node->first, node->second);
 }
 
 template <class Visit>
@@ -179,9 +175,9 @@ void ParameterMap::ForEachDeclaredFirst(Visit&& visit) const
     for (std::size_t position = slotCount_; position < declared; ++position) {
         if (const TOrvParameter* value = FindDeclared(position)) visit(*value, position);
     }
-    for (const auto& node : nodes_) {
-        if (entry_ && entry_->FindParameter(node->key) != kNotFound) continue;
-        visit(node->value, kNotFound);
+    for (const auto& [key, value] : nodes_) {
+        if (entry_ && entry_->FindParameter(key) != kNotFound) continue;
+        visit(value, kNotFound);
     }
 }
 
