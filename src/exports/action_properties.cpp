@@ -9,9 +9,10 @@ using namespace OrvPLC;
 namespace {
 
 template <class Work>
-OrvBool OnAction(TOrvHandle handle, Work&& work)
+OrvBool OnAction(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION)
 {
-    return OnObject(handle, [&](TOrvMessage&) { work(ActionOf(handle)); });
+    return OnObject(
+        handle, [&](TOrvMessage&) { work(ActionOf(handle)); }, function);
 }
 
 OrvBStr NewString(std::u16string_view text)
@@ -62,9 +63,8 @@ OrvBool OrvAct_SetProperty(TOrvHandle handle, const OrvWChar* key, const OrvWCha
 OrvBool OrvAct_GetWindowsClientInfo(TOrvHandle handle, const OrvWChar** host, const std::uint32_t** clientType,
                                     const OrvWChar** account)
 {
-    return Framed<OrvBool>(0, [&] {
-        ObjectOf(handle);
-        return OrvBool{ReadClientInfo(ActionOf(handle), host, clientType, account)};
+    return Framed<OrvBool>(0, [&, &object = ObjectOf(handle)] {
+        return OrvBool{ReadClientInfo(static_cast<TOrvAction&>(object), host, clientType, account)};
     });
 }
 

@@ -39,25 +39,26 @@ ObjectPtr<TOrvAction> PrunedClone(const TOrvMessage& object, bool prune, std::ui
     return clone;
 }
 
-bool HasEntry(TOrvHandle handle)
+bool HasEntry(const TOrvMessage& object)
 {
-    return static_cast<TOrvAction&>(ObjectOf(handle)).Entry() != nullptr;
+    return static_cast<const TOrvAction&>(object).Entry() != nullptr;
 }
 
 // The priority forms refuse an action without a catalogue entry outright, without a word in the last error. The wide
 // forms then store the action as it was given: pruning has no effect on them. Deliberate, callers know the difference.
-OrvBool StorePrunedWide(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain, std::uint32_t* required)
+OrvBool StorePrunedWide(const TOrvMessage& object, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
+                        std::uint32_t* required)
 {
-    if (!HasEntry(handle)) return 0;
-    return StoreText(buffer, size, required, [&] { return WideText(ObjectOf(handle), plain); });
+    if (!HasEntry(object)) return 0;
+    return StoreText(buffer, size, required, [&] { return WideText(object, plain); });
 }
 
-OrvBool StorePrunedNarrow(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8, bool prune,
-                          std::uint32_t limit, std::uint32_t* required)
+OrvBool StorePrunedNarrow(const TOrvMessage& object, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
+                          bool prune, std::uint32_t limit, std::uint32_t* required)
 {
-    if (!HasEntry(handle)) return 0;
+    if (!HasEntry(object)) return 0;
     return StoreText(buffer, size, required,
-                     [&] { return NarrowText(*PrunedClone(ObjectOf(handle), prune, limit), plain, utf8); });
+                     [&] { return NarrowText(*PrunedClone(object, prune, limit), plain, utf8); });
 }
 
 }  // namespace
@@ -94,7 +95,7 @@ ORV_EXPORT_TWIN(OrvBool, StoreToTextBufferW,
                 (handle, buffer, size, plain, spare, required))
 {
     static_cast<void>(spare);
-    return StoreText(buffer, size, required, [&] { return WideText(ObjectOf(handle), plain); });
+    return StoreText(buffer, size, required, [&, &object = ObjectOf(handle)] { return WideText(object, plain); });
 }
 
 ORV_EXPORT_TWIN(OrvBool, StoreToTextBufferA,
@@ -102,32 +103,33 @@ ORV_EXPORT_TWIN(OrvBool, StoreToTextBufferA,
                  std::uint32_t* required),
                 (handle, buffer, size, plain, utf8, required))
 {
-    return StoreText(buffer, size, required, [&] { return NarrowText(ObjectOf(handle), plain, utf8); });
+    return StoreText(buffer, size, required,
+                     [&, &object = ObjectOf(handle)] { return NarrowText(object, plain, utf8); });
 }
 
 extern "C" OrvBool OrvAct_StoreToTextBufferExW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
                                                OrvWord, std::uint8_t, std::uint32_t* required)
 {
-    return StorePrunedWide(handle, buffer, size, plain, required);
+    return StorePrunedWide(ObjectOf(handle), buffer, size, plain, required);
 }
 
 extern "C" OrvBool OrvAct_StoreToTextBufferExA(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain,
                                                OrvBool utf8, std::uint8_t options, std::uint32_t* required)
 {
     const bool prune = options & ORV_STORE_APPLY_PRIORITY_LEVEL;
-    return StorePrunedNarrow(handle, buffer, size, plain, utf8, prune, Settings::PriorityLevel, required);
+    return StorePrunedNarrow(ObjectOf(handle), buffer, size, plain, utf8, prune, Settings::PriorityLevel, required);
 }
 
 extern "C" OrvBool OrvAct_StoreToTextBufWithPriorityLimitW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size,
                                                            OrvBool plain, OrvWord, std::uint32_t,
                                                            std::uint32_t* required)
 {
-    return StorePrunedWide(handle, buffer, size, plain, required);
+    return StorePrunedWide(ObjectOf(handle), buffer, size, plain, required);
 }
 
 extern "C" OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char* buffer, std::uint32_t size,
                                                            OrvBool plain, OrvBool utf8, std::uint32_t limit,
                                                            std::uint32_t* required)
 {
-    return StorePrunedNarrow(handle, buffer, size, plain, utf8, true, limit, required);
+    return StorePrunedNarrow(ObjectOf(handle), buffer, size, plain, utf8, true, limit, required);
 }

@@ -193,9 +193,10 @@ TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgume
     });
 }
 
-OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_list<DecodeOutput> outputs) noexcept
+OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_list<DecodeOutput> outputs,
+                     const char* function) noexcept
 {
-    return OnObject(handle, [&](TOrvMessage&) {
+    const auto decode = [&](TOrvMessage&) {
         TOrvAction& object = ActionOf(handle);
         const TOrvActionInternalInfo& entry = EntryOf(action);
         // The code of a built-in action has one entry: codes of extensions begin above all of them.
@@ -206,7 +207,8 @@ OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_l
             Decode(parameters.FindDeclared(position), output, entry.Parameters[position]);
             ++position;
         }
-    });
+    };
+    return OnObject(handle, decode, function);
 }
 
 }  // namespace OrvPLC

@@ -9,6 +9,7 @@
 #include <initializer_list>
 
 #include "OrvActions/OrvTypes.h"
+#include "platform/calling_function.h"
 
 namespace OrvPLC {
 
@@ -85,6 +86,7 @@ private:
 TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgument> arguments) noexcept;
 
 // Reads the first parameters of an action. Any other action is refused before an output is written.
-OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_list<DecodeOutput> outputs) noexcept;
+OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_list<DecodeOutput> outputs,
+                     const char* function = ORV_CALLING_FUNCTION) noexcept;
 
 }  // namespace OrvPLC

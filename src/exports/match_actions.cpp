@@ -13,11 +13,12 @@ namespace {
 
 // Runs the work on a match action. An action that is none has no description to work on, which is no failure.
 template <class Work>
-OrvBool OnMatchAction(TOrvHandle handle, Work&& work)
+OrvBool OnMatchAction(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION)
 {
-    return OnObject(handle, [&](TOrvMessage& object) {
+    const auto onMatch = [&](TOrvMessage& object) {
         if (object.Kind() == ORV_MESSAGE_MATCH_ACTION) work(static_cast<TOrvMatchAction&>(object));
-    });
+    };
+    return OnObject(handle, onMatch, function);
 }
 
 }  // namespace

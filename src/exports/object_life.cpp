@@ -67,8 +67,7 @@ ORV_EXPORT_TWIN(OrvBool, GetReferenceCounter, (TOrvHandle handle, std::uint32_t*
 
 ORV_EXPORT_TWIN(OrvBool, Equal, (TOrvHandle first, TOrvHandle second, OrvBool* equal), (first, second, equal))
 {
-    return OnObject(first, [&](TOrvMessage& object) {
-        TOrvMessage& other = ObjectOf(second);
+    return OnObject(first, [&, &other = ObjectOf(second)](TOrvMessage& object) {
         *equal = object.GetMessageKind() == other.GetMessageKind() && object.Equals(other);
     });
 }

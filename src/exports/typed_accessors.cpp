@@ -156,8 +156,8 @@ OrvBool OrvAct_GetGenericInt32Parameter(TOrvHandle handle, std::int32_t* value)
 ORV_EXPORT_TALVEC_TWIN(OrvBool, GetParameterByName,
                        (TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value), (handle, name, value))
 {
-    return Framed<OrvBool>(0, [&] {
-        const auto& action = static_cast<const TOrvAction&>(ObjectOf(handle));
+    return Framed<OrvBool>(0, [&, &object = ObjectOf(handle)] {
+        const auto& action = static_cast<const TOrvAction&>(object);
         const TOrvParameter* found = action.Parameters().Find(TerminatedView(name));
         if (found) FillRecord(*value, *found);
         return OrvBool{found != nullptr};

@@ -10,7 +10,7 @@
 #include <string>
 #include <thread>
 
-#include "OrvActions/OrvObjects.h"
+#include "OrvActions.h"
 #include "objects/orv_plc_exception.h"
 
 namespace OrvPLC {
@@ -116,6 +116,9 @@ TEST(Frame, OneBufferProtocolForAllStores)
 TEST(FrameDeathTest, ANullHandleNamesItsFunction)
 {
     EXPECT_DEATH(OrvAct_CloneHandle(nullptr, nullptr), "null handle in .*CloneHandle");
+    EXPECT_DEATH(OrvAct_DecodePanStop(nullptr, nullptr), "null handle in OrvAct_DecodePanStop");
+    EXPECT_DEATH(OrvAct_StoreToTextBufferW(nullptr, nullptr, 0, 0, 0, nullptr), "null handle in StoreToTextBufferW");
+    EXPECT_DEATH(OrvAct_SetProperty(nullptr, nullptr, nullptr), "null handle in OrvAct_SetProperty");
 }
 #endif
 
