@@ -63,34 +63,26 @@ const TOrvParameter* ParameterMap::FindKey(std::u16string_view key) const
     return FindNode(key);
 }
 
-std::size_t ParameterMap::SlotToStore(std::u16string_view name)
+ParameterMap::Place ParameterMap::PlaceToStore(std::u16string_view name)
 {
-    std::size_t position = nextStore_;
-    if (position >= slotCount_ || !entry_->IsSpelt(position, name)) {
-        position = DeclaredSlot(name);
-        if (position == kNotFound) return kNotFound;
-    }
+    if (nextStore_ < slotCount_ && entry_->IsSpelt(nextStore_, name)) return {nextStore_++, true};
+    const std::size_t position = DeclaredSlot(name);
+    if (position == kNotFound) return {kNotFound, false};
     nextStore_ = position + 1;
-    return position;
-}
-
-ParameterName ParameterMap::NameAt(std::size_t position, std::u16string_view name) const
-{
-    const std::u16string_view declared = entry_->Parameters[position].NameW.view();
-    return Ulmo::SameText(name, declared) ? ParameterName::Shared(declared) : ParameterName::Copy(name);
+    return {position, entry_->IsSpelt(position, name)};
 }
 
 void ParameterMap::Put(TOrvParameter value)
 {
-    const std::size_t position = SlotToStore(value.Name().view());
-    if (position == kNotFound) return StoreInNode(std::move(value));
-    value.SetName(NameAt(position, value.Name().view()));
-    if (Has(position)) {
-        Slot(position) = std::move(value);
+    const Place place = PlaceToStore(value.Name().view());
+    if (place.position == kNotFound) return StoreInNode(std::move(value));
+    value.SetName(NameAt(place, value.Name().view()));
+    if (Has(place.position)) {
+        Slot(place.position) = std::move(value);
         return;
     }
-    new (&Slot(position)) TOrvParameter(std::move(value));
-    present_ |= std::uint64_t{1} << position;
+    new (&Slot(place.position)) TOrvParameter(std::move(value));
+    present_ |= std::uint64_t{1} << place.position;
 }
 
 void ParameterMap::StoreInNode(TOrvParameter value)

@@ -74,10 +74,18 @@ private:
     TOrvParameter& Slot(std::size_t position) const { return slots_[position]; }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
-    // The position of the slot that a name is stored in, or kNotFound. Callers mostly store in the order of the
-    // declaration, so the place behind the last one is looked at first.
-    std::size_t SlotToStore(std::u16string_view name);
-    ParameterName NameAt(std::size_t position, std::u16string_view name) const;
+    // The slot that a name is stored in, kNotFound for a node. Callers mostly store in the order of the declaration and
+    // in its spelling, so the place behind the last one is looked at first.
+    struct Place {
+        std::size_t position;
+        bool spelt;  // as in the catalogue
+    };
+    Place PlaceToStore(std::u16string_view name);
+    ParameterName NameAt(Place place, std::u16string_view name) const
+    {
+        return place.spelt ? ParameterName::Shared(entry_->Parameters[place.position].NameW.view())
+                           : ParameterName::Copy(name);
+    }
     template <class Fill>
     void StoreInSlot(std::size_t position, ParameterName name, Fill&& fill);
     void StoreInNode(TOrvParameter value);
@@ -95,8 +103,8 @@ private:
 template <class Fill>
 void ParameterMap::Store(std::u16string_view name, Fill&& fill)
 {
-    const std::size_t position = SlotToStore(name);
-    if (position != kNotFound) return StoreInSlot(position, NameAt(position, name), fill);
+    const Place place = PlaceToStore(name);
+    if (place.position != kNotFound) return StoreInSlot(place.position, NameAt(place, name), fill);
     TOrvParameter value(ParameterName::Copy(name));
     fill(value);
     StoreInNode(std::move(value));
