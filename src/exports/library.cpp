@@ -5,6 +5,7 @@
 #include "exports/last_error.h"
 #include "forms/text_patterns.h"
 #include "platform/library_events.h"
+#include "ulmo/buffer_pool.h"
 #include "ulmo/exception_history.h"
 
 namespace Platform::LibraryEvents {
@@ -30,6 +31,7 @@ void Ended(bool processEnds)
     OrvPLC::EndTextPatterns();
     OrvPLC::EndCatalogue();
     OrvPLC::LastError::End();
+    Ulmo::BufferPool::Clear();
     Ulmo::ExceptionHistory::End();
 }
 

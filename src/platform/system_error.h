@@ -14,6 +14,7 @@ inline constexpr std::uint32_t kInsufficientBuffer = 122;
 inline constexpr std::uint32_t kNoUnicodeTranslation = 1113;
 inline constexpr std::uint32_t kResultInsufficientBuffer = 0x8007007A;
 inline constexpr std::uint32_t kResultInvalidParameter = 0x80070057;
+inline constexpr std::uint32_t kResultEndOfFile = 0x80070026;
 
 std::uint32_t LastError();
 void SetLastError(std::uint32_t code);

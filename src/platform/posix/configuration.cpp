@@ -1,13 +1,11 @@
 #include "platform/configuration.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
 #include "platform/debug_output.h"
+#include "platform/file.h"
 #include "platform/posix/registry_text.h"
 #include "platform/text.h"
 
@@ -18,39 +16,15 @@ namespace {
 constexpr const char* kUsualFile = "/etc/tessarine/orv.reg";
 constexpr std::size_t kLargestFile = 1 << 20;
 
-class File {
-public:
-    // Does not wait for a pipe that nobody writes.
-    explicit File(const char* name) : descriptor_(open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File()
-    {
-        if (descriptor_ != -1) close(descriptor_);
-    }
-
-    bool IsOpen() const { return descriptor_ != -1; }
-    bool IsRegular() const
-    {
-        struct stat status;
-        return fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
-    }
-    // Up to one byte more than the largest file has.
-    std::string Read() const
-    {
-        std::string bytes(kLargestFile + 1, '\0');
-        std::size_t size = 0;
-        ssize_t got = 0;
-        while (size < bytes.size() && (got = read(descriptor_, &bytes[size], bytes.size() - size)) > 0) {
-            size += static_cast<std::size_t>(got);
-        }
-        bytes.resize(size);
-        return bytes;
-    }
-
-private:
-    int descriptor_;
-};
+// Up to one byte more than the largest file has.
+bool ReadStart(File& file, std::string& bytes)
+{
+    std::size_t got = 0;
+    bytes.resize(kLargestFile + 1);
+    const bool done = file.Read(bytes.data(), bytes.size(), got);
+    bytes.resize(got);
+    return done;
+}
 
 void Complain(std::string_view fileName, std::string_view what)
 {
@@ -79,16 +53,13 @@ RegistryValue Search(std::u16string_view key, std::u16string_view value)
 {
     const char* named = std::getenv("ORV_REGISTRY");
     const char* fileName = named ? named : kUsualFile;
-    const File file(fileName);
-    if (!file.IsOpen()) {
-        if (named) Complain(fileName, std::strerror(errno));  // having no configuration is usual
+    File file;
+    std::string bytes;
+    if (!file.Open(fileName, File::Use::Read) || !ReadStart(file, bytes)) {
+        const bool usual = !named && errno == ENOENT;  // having no configuration
+        if (!usual) Complain(fileName, std::strerror(errno));
         return {};
     }
-    if (!file.IsRegular()) {
-        Complain(fileName, "not a file");
-        return {};
-    }
-    const std::string bytes = file.Read();
     if (bytes.size() > kLargestFile) {
         Complain(fileName, "larger than a megabyte");
         return {};

@@ -17,12 +17,13 @@ struct OwnText {
 
 // These codes stand for failures of this library. They come in front of the errno values 87 and 122, which no call
 // that the library makes reports.
-constexpr std::array<OwnText, 5> kOwnTexts = {{
+constexpr std::array<OwnText, 6> kOwnTexts = {{
     {kInvalidParameter, u"The parameter is incorrect."},
     {kInsufficientBuffer, u"The data area passed to a system call is too small."},
     {kNoUnicodeTranslation, u"No mapping for the Unicode character exists in the target multi-byte code page."},
     {kResultInsufficientBuffer, u"The data area passed to a system call is too small."},
     {kResultInvalidParameter, u"The parameter is incorrect."},
+    {kResultEndOfFile, u"Reached the end of the file."},
 }};
 
 }  // namespace
