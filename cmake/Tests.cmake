@@ -18,7 +18,7 @@ foreach(floor platform ulmo catalogue objects forms match events bridge frame)
 endforeach()
 orv_test_program(orv_unit_tests ${unit_tests} $<TARGET_OBJECTS:orv_objects>)
 target_include_directories(orv_unit_tests PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR}
-    ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
+    ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/platform/${ORV_PLATFORM})
 target_precompile_headers(orv_unit_tests PRIVATE <gtest/gtest.h> <memory> <string> <string_view> <vector>)
 add_dependencies(orv_unit_tests orv_generated)
 target_link_libraries(orv_unit_tests PRIVATE Threads::Threads)

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "catalogue/queries.h"
-#include "platform/debug_output.h"
+#include "ulmo/debug_out.h"
 #include "ulmo/number_text.h"
 
 using namespace OrvPLC;
@@ -38,13 +38,12 @@ auto OfMap(const Range& range)
     };
 }
 
-// A caller compares the size of its own record with this line. It goes to the debug sink as it is, without a level or
-// a source in front.
+// A caller compares the size of its own record with this line.
 void TellRecordSize() noexcept
 try {
     std::u16string line = u"TTalvecActionClassPlainInfo ";
     Ulmo::AppendUnsigned(line, sizeof(TTalvecActionClassPlainInfo));
-    Platform::WriteDebug(line + u"\n");
+    Ulmo::DebugOut("XXX").Write(Ulmo::DebugLevelInfo, line);
 } catch (...) {
 }
 

@@ -6,6 +6,7 @@
 #include "forms/text_patterns.h"
 #include "platform/library_events.h"
 #include "ulmo/buffer_pool.h"
+#include "ulmo/debug_out.h"
 #include "ulmo/exception_history.h"
 
 namespace Platform::LibraryEvents {
@@ -32,6 +33,7 @@ void Ended(bool processEnds)
     OrvPLC::EndCatalogue();
     OrvPLC::LastError::End();
     Ulmo::BufferPool::Clear();
+    Ulmo::Diagnostics::End();
     Ulmo::ExceptionHistory::End();
 }
 

@@ -12,6 +12,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace Platform::Configuration {
 
@@ -19,5 +21,8 @@ namespace Platform::Configuration {
 // be read or are of another type. Each call looks again.
 std::optional<std::uint32_t> ReadNumber(std::u16string_view key, std::u16string_view value);
 std::optional<std::u16string> ReadText(std::u16string_view key, std::u16string_view value);
+
+// All values of a key that are numbers, with their names as they are written there; in no particular order.
+std::vector<std::pair<std::u16string, std::uint32_t>> ReadNumbers(std::u16string_view key);
 
 }  // namespace Platform::Configuration

@@ -82,7 +82,9 @@ using DateText = char16_t[kDateTextCapacity];
 // The texts of a value, written into the buffer; the view refers to it.
 std::u16string_view ToText(TUlmoDateTime value, DateText& buffer);        // 2026/11/15 03:10:43,123 GMT+01:00
 std::u16string_view ToIsoText(TUlmoDateTime value, DateText& buffer);     // 2026-11-15T03:10:43.123+01:00
-std::u16string_view ToLocaleText(TUlmoDateTime value, DateText& buffer);  // the user's language, without bias
+// In the user's language, without bias; the mode selects what is written.
+std::u16string_view ToLocaleText(TUlmoDateTime value, DateText& buffer,
+                                 TUlmoDateTimeStrMode mode = dtsmLocale | dtsmDateAndTime);
 
 TUlmoDateTime FromText(std::u16string_view text);
 TUlmoDateTime FromText(std::string_view ansi);

@@ -240,9 +240,9 @@ std::u16string_view ToIsoText(TUlmoDateTime value, DateText& buffer)
     return TextWithBias(value, buffer, dtsmIso, kIsoBiasPrefix);
 }
 
-std::u16string_view ToLocaleText(TUlmoDateTime value, DateText& buffer)
+std::u16string_view ToLocaleText(TUlmoDateTime value, DateText& buffer, TUlmoDateTimeStrMode mode)
 {
-    return {buffer, SystemTimeToStr(std::span<char16_t>(buffer), LocalTime(value), dtsmLocale | dtsmDateAndTime)};
+    return {buffer, SystemTimeToStr(std::span<char16_t>(buffer), LocalTime(value), mode)};
 }
 
 }  // namespace Ulmo

@@ -49,7 +49,7 @@ std::u16string Decode(std::string_view bytes)
     return text;
 }
 
-RegistryValue Search(std::u16string_view key, std::u16string_view value)
+std::vector<RegistryEntry> ValuesOf(std::u16string_view key)
 {
     const char* named = std::getenv("ORV_REGISTRY");
     const char* fileName = named ? named : kUsualFile;
@@ -64,15 +64,18 @@ RegistryValue Search(std::u16string_view key, std::u16string_view value)
         Complain(fileName, "larger than a megabyte");
         return {};
     }
-    return RegistrySearch(fileName, key, value).Run(Decode(bytes));
+    return RegistryReader(fileName, key).Run(Decode(bytes));
 }
 
 template <class Type>
 std::optional<Type> Read(std::u16string_view key, std::u16string_view value)
 {
-    RegistryValue found = Search(key, value);
-    Type* wanted = std::get_if<Type>(&found);
-    return wanted ? std::optional<Type>(std::move(*wanted)) : std::nullopt;
+    for (RegistryEntry& entry : ValuesOf(key)) {
+        if (!EqualIgnoringCase(entry.name, value)) continue;
+        Type* wanted = std::get_if<Type>(&entry.value);
+        return wanted ? std::optional<Type>(std::move(*wanted)) : std::nullopt;
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -85,6 +88,17 @@ std::optional<std::uint32_t> ReadNumber(std::u16string_view key, std::u16string_
 std::optional<std::u16string> ReadText(std::u16string_view key, std::u16string_view value)
 {
     return Read<std::u16string>(key, value);
+}
+
+std::vector<std::pair<std::u16string, std::uint32_t>> ReadNumbers(std::u16string_view key)
+{
+    std::vector<std::pair<std::u16string, std::uint32_t>> numbers;
+    for (RegistryEntry& entry : ValuesOf(key)) {
+        if (const auto* number = std::get_if<std::uint32_t>(&entry.value)) {
+            numbers.emplace_back(std::move(entry.name), *number);
+        }
+    }
+    return numbers;
 }
 
 }  // namespace Platform::Configuration

@@ -1,5 +1,7 @@
 #include "platform/posix/registry_text.h"
 
+#include <algorithm>
+
 #include "platform/debug_output.h"
 #include "platform/text.h"
 
@@ -40,7 +42,7 @@ bool ReadHex(std::u16string_view digits, std::uint32_t& number)
 
 }  // namespace
 
-RegistryValue RegistrySearch::Run(std::u16string_view text)
+std::vector<RegistryEntry> RegistryReader::Run(std::u16string_view text)
 {
     while (!text.empty()) {
         const std::size_t end = text.find(u'\n');
@@ -51,7 +53,7 @@ RegistryValue RegistrySearch::Run(std::u16string_view text)
     return std::move(found_);
 }
 
-void RegistrySearch::ReadLine(std::u16string_view line)
+void RegistryReader::ReadLine(std::u16string_view line)
 {
     if (continued_) {
         continued_ = line.ends_with(u'\\');
@@ -65,7 +67,7 @@ void RegistrySearch::ReadLine(std::u16string_view line)
     }
 }
 
-void RegistrySearch::ReadKey(std::u16string_view line)
+void RegistryReader::ReadKey(std::u16string_view line)
 {
     inKey_ = false;
     if (!line.ends_with(u']')) {
@@ -76,10 +78,10 @@ void RegistrySearch::ReadKey(std::u16string_view line)
     const bool removed = TakePrefix(key, u"-");
     const bool ours = TakePrefix(key, kRoot) && EqualIgnoringCase(key, key_);
     inKey_ = ours && !removed;
-    if (ours && removed) found_ = {};
+    if (ours && removed) found_.clear();
 }
 
-void RegistrySearch::ReadValue(std::u16string_view line)
+void RegistryReader::ReadValue(std::u16string_view line)
 {
     std::u16string name;
     if (!TakePrefix(line, u"@") && !ReadQuoted(line, name)) return;
@@ -89,11 +91,22 @@ void RegistrySearch::ReadValue(std::u16string_view line)
         return;
     }
     RegistryValue value;
-    if (ReadData(Trim(line), value) && inKey_ && EqualIgnoringCase(name, value_)) found_ = std::move(value);
+    if (ReadData(Trim(line), value) && inKey_) Keep(std::move(name), std::move(value));
+}
+
+void RegistryReader::Keep(std::u16string name, RegistryValue value)
+{
+    const auto sameName = [&name](const RegistryEntry& entry) { return EqualIgnoringCase(entry.name, name); };
+    const auto place = std::find_if(found_.begin(), found_.end(), sameName);
+    if (place != found_.end()) {
+        place->value = std::move(value);
+    } else {
+        found_.push_back({std::move(name), std::move(value)});
+    }
 }
 
 // Takes a quoted text off the line, in which a backslash stands in front of quotes and backslashes.
-bool RegistrySearch::ReadQuoted(std::u16string_view& line, std::u16string& text)
+bool RegistryReader::ReadQuoted(std::u16string_view& line, std::u16string& text)
 {
     for (std::size_t i = 1; i < line.size(); ++i) {
         if (line[i] == u'"') {
@@ -107,7 +120,7 @@ bool RegistrySearch::ReadQuoted(std::u16string_view& line, std::u16string& text)
 }
 
 // Types that nobody here asks for are passed over; their bytes may go on in the next lines.
-bool RegistrySearch::ReadData(std::u16string_view data, RegistryValue& value)
+bool RegistryReader::ReadData(std::u16string_view data, RegistryValue& value)
 {
     if (TakePrefix(data, u"dword:")) {
         std::uint32_t number = 0;
@@ -129,7 +142,7 @@ bool RegistrySearch::ReadData(std::u16string_view data, RegistryValue& value)
     return data == u"-" || Complain("expected dword:, hex: or a text in quotes");
 }
 
-bool RegistrySearch::Complain(std::string_view what) const
+bool RegistryReader::Complain(std::string_view what) const
 {
     std::string message(fileName_);
     message += ':';

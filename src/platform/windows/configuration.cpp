@@ -29,6 +29,13 @@ public:
                     : ERROR_FILE_NOT_FOUND;
     }
 
+    // The name and data of the value at an index. What is too large for either is answered with ERROR_MORE_DATA.
+    LSTATUS ReadAt(DWORD index, wchar_t* name, DWORD& length, DWORD& type, void* block, DWORD& size) const
+    {
+        return key_ ? RegEnumValueW(key_, index, name, &length, nullptr, &type, static_cast<BYTE*>(block), &size)
+                    : ERROR_NO_MORE_ITEMS;
+    }
+
 private:
     HKEY key_ = nullptr;
 };
@@ -58,6 +65,24 @@ std::optional<std::u16string> ReadText(std::u16string_view key, std::u16string_v
         return text;
     }
     return std::nullopt;
+}
+
+std::vector<std::pair<std::u16string, std::uint32_t>> ReadNumbers(std::u16string_view key)
+{
+    constexpr DWORD kLongestName = 16383;
+    const Key opened(key);
+    std::u16string name(kLongestName + 1, u'\0');
+    std::vector<std::pair<std::u16string, std::uint32_t>> numbers;
+    for (DWORD index = 0;; ++index) {
+        DWORD length = kLongestName + 1;
+        DWORD type = REG_NONE;
+        DWORD number = 0;
+        DWORD size = sizeof number;
+        const LSTATUS status = opened.ReadAt(index, AsWide(name.data()), length, type, &number, size);
+        if (status == ERROR_MORE_DATA) continue;  // too large for a number
+        if (status != ERROR_SUCCESS) return numbers;
+        if (type == REG_DWORD && size == sizeof number) numbers.emplace_back(name.substr(0, length), number);
+    }
 }
 
 }  // namespace Platform::Configuration

@@ -1,0 +1,154 @@
+#include "ulmo/debug_out.h"
+
+#include <algorithm>
+#include <array>
+#include <mutex>
+
+#include "platform/debug_output.h"
+#include "ulmo/debug_out_streamers.h"
+#include "ulmo/event_log.h"
+#include "ulmo/string_conversion.h"
+
+namespace Ulmo {
+
+namespace {
+
+constexpr std::array<std::u16string_view, 5> kLabels = {u"ERROR", u"SECTY", u"WARNG", u"INFO ", u"DEBUG"};
+
+constexpr std::size_t kStreamerKinds = 5;
+
+// Never destroyed but by End: threads may still write when the process ends.
+constinit std::atomic<const DebugOutSettings*> settings{nullptr};
+constinit DebugOutStreamer* common = nullptr;
+
+std::mutex& Section()
+{
+    static std::mutex& section = *new std::mutex;
+    return section;
+}
+
+void NeedSettings()
+{
+    if (settings.load(std::memory_order_acquire)) return;
+    const std::lock_guard<std::mutex> guard(Section());
+    if (!settings.load(std::memory_order_relaxed)) {
+        settings.store(new DebugOutSettings(DebugOutSettings::Read()), std::memory_order_release);
+    }
+}
+
+std::uint32_t NextNumber()
+{
+    static constinit std::atomic<std::uint32_t> last{0};
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+CountedPtr<IDebugOutStreamerObject> MakeStreamer(std::uint32_t kind)
+{
+    const auto counted = [](auto* streamer) { return CountedPtr<IDebugOutStreamerObject>(streamer); };
+    switch (kind) {
+    case DebugStreamerConsole: return counted(new ConsoleOutputStreamer);
+    case DebugStreamerDebugWindow: return counted(new DebugWindowOutputStreamer);
+    case DebugStreamerFile: return counted(new FileOutputStreamer);
+    case DebugStreamerEventLog: return counted(new EventlogOutputStreamer);
+    default: return counted(new OutputHistoryStreamer);
+    }
+}
+
+}  // namespace
+
+std::u16string_view DebugLevelLabel(std::uint32_t level)
+{
+    return level < kLabels.size() ? kLabels[level] : u"UNKNOWN";
+}
+
+CountedPtr<DebugOutStreamer> DebugOutStreamer::Common()
+{
+    const std::lock_guard<std::mutex> guard(Section());
+    if (!common) {
+        auto streamer = MakeCounted<DebugOutStreamer>();
+        streamer->Enable(DebugStreamerDebugWindow);
+        streamer->AddRef();  // the reference of the global pointer
+        common = streamer.get();
+    }
+    return CountedPtr<DebugOutStreamer>(common);
+}
+
+void DebugOutStreamer::Enable(std::uint32_t kinds, bool addOnly)
+{
+    const CriticalSectionGuard guard(section_);
+    for (std::size_t bit = 0; bit < kStreamerKinds; ++bit) {
+        const std::uint32_t kind = 1u << bit;
+        const auto place = std::find(active_.begin(), active_.end(), kind);
+        if (kinds & kind) {
+            if (place != active_.end()) continue;
+            active_.push_back(kind);
+            streamers_[kind] = MakeStreamer(kind);
+        } else if (!addOnly && place != active_.end()) {
+            active_.erase(place);
+            streamers_[kind]->Close();
+            streamers_.erase(kind);
+        }
+    }
+}
+
+CountedPtr<IDebugOutStreamerObject> DebugOutStreamer::Find(std::uint32_t kind)
+{
+    const CriticalSectionGuard guard(section_);
+    const auto found = streamers_.find(kind);
+    return found != streamers_.end() ? found->second : CountedPtr<IDebugOutStreamerObject>();
+}
+
+// The section is held while the set is read and not while the outputs work.
+bool DebugOutStreamer::Write(const DebugOutMessage& message, std::u16string_view source, std::u16string_view text)
+{
+    std::array<CountedPtr<IDebugOutStreamerObject>, kStreamerKinds> outputs;
+    std::size_t count = 0;
+    {
+        const CriticalSectionGuard guard(section_);
+        for (const std::uint32_t kind : active_) outputs[count++] = streamers_.at(kind);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        try {
+            outputs[i]->Write(message, source, text);
+        } catch (...) {  // a failing output is not a fault of the application
+        }
+    }
+    return count != 0;
+}
+
+DebugOut::DebugOut(const char* source, CountedPtr<DebugOutStreamer> streamer)
+    : streamer_(std::move(streamer)), source_(source ? source : "")
+{
+    NeedSettings();
+}
+
+bool DebugOut::IsEnabled(std::uint32_t level) const noexcept
+{
+    if (!enabled_.load(std::memory_order_relaxed)) return false;
+    const DebugOutSettings* const present = Diagnostics::Settings();
+    return present ? present->IsEnabled(source_, level) : level < DebugOutSettings::kDefaultLimit;
+}
+
+void DebugOut::Write(std::uint32_t level, std::u16string_view text) noexcept
+try {
+    if (!IsEnabled(level)) return;
+    const DebugOutMessage message{NextNumber(), source_.data(), level};
+    const bool written = streamer_ && streamer_->Write(message, WideFromAnsi(source_), text);
+    if (!written && !Diagnostics::Settings()) Platform::WriteDebug(std::u16string(u"STATOUT: ").append(text));
+} catch (...) {  // likewise: no memory, or a source that the system cannot widen
+}
+
+const DebugOutSettings* Diagnostics::Settings() noexcept
+{
+    return settings.load(std::memory_order_acquire);
+}
+
+void Diagnostics::End() noexcept
+{
+    const std::lock_guard<std::mutex> guard(Section());
+    delete settings.exchange(nullptr);
+    if (common) std::exchange(common, nullptr)->Release();
+    EventLog::End();
+}
+
+}  // namespace Ulmo

@@ -1,0 +1,50 @@
+// What reaches the debug sink and the machine's log, which only a process of its own can watch.
+#include <gtest/gtest.h>
+#include <syslog.h>
+
+#include <cstdlib>
+
+#include "OrvActions/OrvSinks.h"
+#include "ulmo/debug_out.h"
+
+namespace {
+
+using namespace Ulmo;
+
+template <class Act>
+[[noreturn]] void Watched(Act&& act)
+{
+    setenv("ORV_DEBUG_OUTPUT", "1", 1);
+    act();
+    std::exit(0);
+}
+
+TEST(DebugSinkDeathTest, ShowsTheModuleInFrontOfTheLine)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(Watched([] { Talvec_Action_EnumerateActionClassesInterface(nullptr); }), testing::ExitedWithCode(0),
+                "^orv_unit_tests_exe INFO  \\[XXX,1\\] TTalvecActionClassPlainInfo 88\r\n$");
+    EXPECT_EXIT(Watched([] {
+                    DebugOut out("s", {});
+                    out.Write(0, u"nobody");
+                    Diagnostics::End();
+                    out.Write(0, u"late");
+                    out.Write(4, u"hidden");
+                }),
+                testing::ExitedWithCode(0), "^STATOUT: late\n$");
+}
+
+TEST(DebugSinkDeathTest, TheMachinesLogGetsTheLine)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(Watched([] {
+                    openlog("orv", LOG_PERROR, LOG_USER);
+                    auto streamer = MakeCounted<DebugOutStreamer>();
+                    streamer->Enable(DebugStreamerEventLog);
+                    DebugOut("s", streamer).Write(DebugLevelWarning, u"100% \u00C4");
+                }),
+                testing::ExitedWithCode(0),
+                "^Check for EventLogOutput dll\nLoad EventLogOutput result: 0\norv: WARNG \\[s,1\\] 100% \u00C4\n$");
+}
+
+}  // namespace
