@@ -50,6 +50,13 @@ target_link_libraries(plain_host PRIVATE ${CMAKE_DL_LIBS})
 add_dependencies(plain_host orv_generated OrvActions)
 add_test(NAME plain_host COMMAND plain_host $<TARGET_FILE:OrvActions>)
 
+# A host that crashes. The sanitizers have an opinion of their own on that.
+if(NOT ORV_SANITIZE)
+    add_executable(crashing_host ${CMAKE_SOURCE_DIR}/tests/crash/crashing_host.c)
+    target_link_libraries(crashing_host PRIVATE ${CMAKE_DL_LIBS})
+    orv_python_test(crash tests/crash/test_crash.py)
+endif()
+
 # The public header alone, in every language it promises.
 set(header_probe ${CMAKE_BINARY_DIR}/header_probe)
 foreach(language c cpp)

@@ -4,6 +4,7 @@
 #include "events/event_settings.h"
 #include "exports/last_error.h"
 #include "forms/text_patterns.h"
+#include "platform/crash_handler.h"
 #include "platform/library_events.h"
 #include "ulmo/buffer_pool.h"
 #include "ulmo/debug_out.h"
@@ -13,6 +14,7 @@ namespace Platform::LibraryEvents {
 
 void Started()
 {
+    Platform::InstallCrashHandler();
     Ulmo::ExceptionHistory::Start();
     OrvPLC::LastError::Start();
     OrvPLC::StartCatalogue();
@@ -29,6 +31,7 @@ void ThreadEnded()
 void Ended(bool processEnds)
 {
     if (processEnds) return;
+    Platform::RemoveCrashHandler();
     OrvPLC::EndTextPatterns();
     OrvPLC::EndCatalogue();
     OrvPLC::LastError::End();

@@ -1,0 +1,79 @@
+/* A host that loads the library and crashes.
+ *
+ *     crashing_host LIBRARY access|stack|abort [previous]
+ *
+ * With "previous" it installs a handler of its own first, which ends the process with code 42.
+ */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#if defined(_WIN32)
+#include <windows.h>
+
+static LONG WINAPI Previous(EXCEPTION_POINTERS* exception)
+{
+    (void)exception;
+    ExitProcess(42);
+}
+
+static void Prepare(int previous)
+{
+    /* No box and no debugger of the system behind us. */
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    if (previous) SetUnhandledExceptionFilter(Previous);
+}
+
+static int Load(const char* path)
+{
+    return LoadLibraryA(path) != NULL;
+}
+#else
+#include <dlfcn.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+static void Previous(int signal)
+{
+    (void)signal;
+    _exit(42);
+}
+
+static void Prepare(int previous)
+{
+    const struct rlimit none = {0, 0};
+    setrlimit(RLIMIT_CORE, &none);
+    if (previous) {
+        signal(SIGSEGV, Previous);
+        signal(SIGABRT, Previous);
+    }
+}
+
+static int Load(const char* path)
+{
+    return dlopen(path, RTLD_NOW) != NULL;
+}
+#endif
+
+static int Recurse(volatile char* above)
+{
+    volatile char block[4096];
+    block[0] = *above;
+    return Recurse(block) + block[0];
+}
+
+int main(int count, char** arguments)
+{
+    volatile char start = 0;
+    if (count < 3) return 1;
+    Prepare(count > 3 && strcmp(arguments[3], "previous") == 0);
+    if (!Load(arguments[1])) {
+        fprintf(stderr, "cannot load %s\n", arguments[1]);
+        return 1;
+    }
+    if (strcmp(arguments[2], "access") == 0) *(volatile int*)0 = 1;
+    if (strcmp(arguments[2], "stack") == 0) return Recurse(&start);
+    if (strcmp(arguments[2], "abort") == 0) abort();
+    return 1;
+}
