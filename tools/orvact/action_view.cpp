@@ -1,22 +1,17 @@
 #include "action_view.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "console.h"
 #include "text.h"
 
 namespace {
 
-struct Stored {
-    std::u16string name;
-    std::uint32_t kind;
-    std::uint32_t enumType;
-};
-
 // Lives on the stack of the call that it serves, so it needs no count.
 class Collector final : public ITalvecParameterEnumerator {
 public:
-    std::vector<Stored> found;
+    std::vector<HeldParameter> found;
 
     std::int32_t ORV_CALL QueryInterface(const TOrvGuid&, void**) override { return -1; }
     std::uint32_t ORV_CALL AddRef() override { return 1; }
@@ -64,36 +59,13 @@ std::string ResourceText(const Action& action, const OrvWChar* name)
 {
     TOrvResourceValue resource{};
     action->GetResource(name, &resource);
-    char guid[40];
-    const TOrvGuid& g = resource.guid;
-    std::snprintf(guid, sizeof guid, "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x", static_cast<unsigned>(g.Data1),
-                  g.Data2, g.Data3, g.Data4[0], g.Data4[1], g.Data4[2], g.Data4[3], g.Data4[4], g.Data4[5], g.Data4[6],
-                  g.Data4[7]);
-    const bool named = std::string_view(guid).find_first_not_of("0-") == std::string_view::npos;
+    const std::string guid = GuidText(resource.guid);
+    const bool named = guid.find_first_not_of("0-") == std::string::npos;
     const std::string text = Quoted(Utf8FromWide(resource.name));
-    return named ? text : std::string(guid) + ", " + text;
+    return named ? text : guid + ", " + text;
 }
 
-std::string ValueText(const Action& action, const Stored& stored)
-{
-    const OrvWChar* name = Boundary(stored.name.c_str());
-    switch (stored.kind) {
-    case ORV_KIND_String: return Quoted(StringOf(action, name));
-    case ORV_KIND_EventType: return EventTypeText(action, name);
-    case ORV_KIND_MediaChannel: return ChannelText(action, name);
-    case ORV_KIND_Resource: return ResourceText(action, name);
-    default: break;
-    }
-    const std::string text = StringOf(action, name);
-    if (stored.kind != ORV_KIND_Boolean && stored.kind != ORV_KIND_Numeric32Bit) return Visible(text);
-    std::int32_t number = 0;
-    action->GetInt32(name, &number);
-    const std::uint32_t enumType = stored.kind == ORV_KIND_Boolean ? 1 : stored.enumType;
-    const std::string word = enumType ? ValueName(enumType, static_cast<std::uint32_t>(number)) : std::string();
-    return word.empty() ? text : text + " " + word;
-}
-
-StoredParameter Describe(const Action& action, const ActionView* declared, const Stored& stored)
+StoredParameter Describe(const Action& action, const ActionView* declared, const HeldParameter& stored)
 {
     StoredParameter parameter;
     const std::string name = Utf8FromWide(stored.name);
@@ -112,7 +84,7 @@ StoredParameter Describe(const Action& action, const ActionView* declared, const
 }
 
 // The position among the declared parameters; others keep their order behind them.
-std::size_t Place(const ActionView* declared, const Stored& stored)
+std::size_t Place(const ActionView* declared, const HeldParameter& stored)
 {
     const ParameterView* own = declared ? declared->Find(Utf8FromWide(stored.name)) : nullptr;
     return own ? static_cast<std::size_t>(own - declared->parameters.data()) : static_cast<std::size_t>(-1);
@@ -168,14 +140,70 @@ void SetSample(const Action& action, const ParameterView& parameter)
 
 }  // namespace
 
-std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView* declared)
+std::string ValueText(const Action& action, const HeldParameter& held)
+{
+    const OrvWChar* name = held.Name();
+    switch (held.kind) {
+    case ORV_KIND_String: return Quoted(StringOf(action, name));
+    case ORV_KIND_EventType: return EventTypeText(action, name);
+    case ORV_KIND_MediaChannel: return ChannelText(action, name);
+    case ORV_KIND_Resource: return ResourceText(action, name);
+    default: break;
+    }
+    const std::string text = StringOf(action, name);
+    if (held.kind != ORV_KIND_Boolean && held.kind != ORV_KIND_Numeric32Bit) return Visible(text);
+    std::int32_t number = 0;
+    action->GetInt32(name, &number);
+    const std::uint32_t enumType = held.kind == ORV_KIND_Boolean ? 1 : held.enumType;
+    const std::string word = enumType ? ValueName(enumType, static_cast<std::uint32_t>(number)) : std::string();
+    return word.empty() ? text : text + " " + word;
+}
+
+std::string GuidText(const TOrvGuid& g)
+{
+    char guid[40];
+    std::snprintf(guid, sizeof guid, "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x", static_cast<unsigned>(g.Data1),
+                  g.Data2, g.Data3, g.Data4[0], g.Data4[1], g.Data4[2], g.Data4[3], g.Data4[4], g.Data4[5], g.Data4[6],
+                  g.Data4[7]);
+    return guid;
+}
+
+std::string DateText(TUlmoDateTime date)
+{
+    const OrvWChar* name = Boundary(u"date");
+    const Action carrier(Talvec_Action_CreateActionByName(name));
+    carrier->SetDateTime(name, &date);
+    const std::string text = StringOf(carrier, name);
+    return text.empty() ? "no date" : text;
+}
+
+std::string RealText(double number)
+{
+    char text[40];
+    return std::string(text, std::to_chars(text, text + sizeof text, number).ptr);
+}
+
+bool SameAction(const Action& a, const Action& b)
+{
+    OrvBool equal = 0;
+    return OrvAct_Equal(a.get(), b.get(), &equal) && equal;
+}
+
+std::vector<HeldParameter> HeldParameters(const Action& action)
 {
     Collector collector;
     action->EnumerateParameters(&collector);
-    std::stable_sort(collector.found.begin(), collector.found.end(),
-                     [&](const Stored& a, const Stored& b) { return Place(declared, a) < Place(declared, b); });
+    return std::move(collector.found);
+}
+
+std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView* declared)
+{
+    std::vector<HeldParameter> held = HeldParameters(action);
+    std::stable_sort(held.begin(), held.end(), [&](const HeldParameter& a, const HeldParameter& b) {
+        return Place(declared, a) < Place(declared, b);
+    });
     std::vector<StoredParameter> parameters;
-    for (const Stored& stored : collector.found) parameters.push_back(Describe(action, declared, stored));
+    for (const HeldParameter& stored : held) parameters.push_back(Describe(action, declared, stored));
     return parameters;
 }
 
@@ -212,6 +240,5 @@ std::string ExampleText(const ActionView& view)
     const std::u16string text = TextOf(action, false);
     std::uint32_t consumed = 0;
     const Action read(ReadText(text, consumed));
-    OrvBool equal = 0;
-    return read && OrvAct_Equal(action.get(), read.get(), &equal) && equal ? Utf8FromWide(text) : std::string();
+    return read && SameAction(action, read) ? Utf8FromWide(text) : std::string();
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue_view.h"
@@ -13,8 +14,12 @@
 class Action {
 public:
     explicit Action(TOrvHandle handle) : handle_(handle) {}
-    Action(const Action&) = delete;
-    Action& operator=(const Action&) = delete;
+    Action(Action&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    Action& operator=(Action&& other) noexcept
+    {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
     ~Action() { OrvAct_CloseHandle(handle_); }
 
     explicit operator bool() const { return handle_ != nullptr; }
@@ -35,6 +40,23 @@ struct StoredParameter {
 // The parameters in the order of the technical text: those that the catalogue declares as declared, then the others by
 // name.
 std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView* declared);
+
+// A parameter as the object holds it, in order of the lower-cased names.
+struct HeldParameter {
+    std::u16string name;
+    std::uint32_t kind;
+    std::uint32_t enumType;
+
+    const OrvWChar* Name() const { return reinterpret_cast<const OrvWChar*>(name.c_str()); }
+};
+std::vector<HeldParameter> HeldParameters(const Action& action);
+std::string ValueText(const Action& action, const HeldParameter& held);
+
+std::string GuidText(const TOrvGuid& guid);
+std::string DateText(TUlmoDateTime date);
+std::string RealText(double number);  // as many digits as tell it from every other
+
+bool SameAction(const Action& a, const Action& b);
 
 std::u16string TextOf(const Action& action, bool plain);
 std::string MatchDescription(const Action& matchAction);

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "text.h"
+
 namespace {
 
 bool UseColours()
@@ -13,6 +15,8 @@ bool UseColours()
     return use;
 }
 
+std::size_t passingWidth = 0;
+
 }  // namespace
 
 void Print(std::string_view text)
@@ -23,7 +27,20 @@ void Print(std::string_view text)
 void PrintError(std::string_view text)
 {
     std::fflush(stdout);
+    PrintPassing("");
     System::Write(stderr, text);
+}
+
+void PrintPassing(std::string_view line)
+{
+    static const bool terminal = System::ErrorIsTerminal();
+    if (!terminal || (line.empty() && passingWidth == 0)) return;
+    const std::size_t width = DisplayWidth(line);
+    std::string shown = "\r" + Padded(line, passingWidth);
+    if (line.empty()) shown += '\r';
+    passingWidth = width;
+    System::Write(stderr, shown);
+    std::fflush(stderr);
 }
 
 bool FlushOutput()

@@ -6,11 +6,14 @@
 #include <oleauto.h>
 
 #include <algorithm>
+#include <atomic>
 #include <iterator>
 
 #include "console.h"
 
 namespace {
+
+std::atomic<bool> interrupted = false;  // the handler runs on a thread of its own
 
 std::string Narrow(const wchar_t* text, int length)
 {
@@ -62,18 +65,45 @@ std::FILE* OpenFile(const std::string& path)
     return _wfopen(Wide(path).c_str(), L"rb");
 }
 
-std::size_t ReadBytes(std::FILE* file, char* buffer, std::size_t size)
+std::size_t ReadBytes(std::FILE* file, char* buffer, std::size_t size, bool& failed)
 {
     if (file == stdin) {
         if (const HANDLE console = ConsoleOf(file)) return ReadConsoleBytes(console, buffer, size);
         _setmode(_fileno(file), _O_BINARY);
     }
-    return std::fread(buffer, 1, size, file);
+    const int count = _read(_fileno(file), buffer, static_cast<unsigned>(std::min<std::size_t>(size, 1 << 20)));
+    if (count >= 0) return static_cast<std::size_t>(count);
+    failed = !Interrupted();
+    return 0;
+}
+
+std::uint64_t SizeOnDisk(std::FILE* file)
+{
+    const HANDLE handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+    LARGE_INTEGER size;
+    const bool known = GetFileType(handle) == FILE_TYPE_DISK && GetFileSizeEx(handle, &size);
+    return known ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+}
+
+void CatchInterrupts()
+{
+    SetConsoleCtrlHandler([](DWORD event) -> BOOL { return event == CTRL_C_EVENT && !interrupted.exchange(true); },
+                          TRUE);
+}
+
+bool Interrupted()
+{
+    return interrupted;
 }
 
 OrvBStr NewSystemString(const OrvWChar* text)
 {
     return SysAllocString(text);
+}
+
+std::size_t SystemStringLength(OrvBStr text)
+{
+    return SysStringLen(text);
 }
 
 void FreeSystemString(OrvBStr text)
@@ -87,6 +117,11 @@ bool System::OutputIsTerminal()
     DWORD mode = 0;
     return console && GetConsoleMode(console, &mode) &&
            SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
+bool System::ErrorIsTerminal()
+{
+    return ConsoleOf(stderr) != nullptr;
 }
 
 void System::Write(std::FILE* stream, std::string_view text)

@@ -1,22 +1,27 @@
-// orvact: shows, lists and describes actions. It uses the public interface of the library only.
+// orvact: shows, converts, matches and stores actions. It uses the public interface of the library only.
 #include <OrvActions.h>
 #include <CLI/CLI.hpp>
 
 #include "commands.h"
 #include "console.h"
+#include "help.h"
 
 namespace {
 
 struct CommandLine {
-    CLI::App app{"Shows what action texts say and what the catalogue holds.", "orvact"};
+    CLI::App app{"Shows, converts, matches and stores actions, and lists what the catalogue holds.", "orvact"};
     ShowOptions show;
     ListOptions list;
     std::string described;
+    ConvertOptions convert;
+    DumpOptions dump;
 
     CommandLine();
     void AddShow();
     void AddList();
     void AddDescribe();
+    void AddConvert();
+    void AddDump();
 };
 
 CommandLine::CommandLine()
@@ -26,13 +31,12 @@ CommandLine::CommandLine()
     const std::string version =
         "orvact, interface " + std::to_string(OrvAct_InterfaceVersion()) + " of " + OrvAct_InterfaceDate();
     app.set_version_flag("--version", version)->description("The version of the interface and its date");
-    app.footer(
-        "Exit codes: 0 all is well, 2 wrong usage, unreadable input or an unknown name, 3 some text is no\n"
-        "action. Results go to standard output, everything else to standard error; both are UTF-8.\n"
-        "Colours appear on a terminal, and never when NO_COLOR is set.");
+    app.footer(kHelpFooter);
     AddShow();
     AddList();
     AddDescribe();
+    AddConvert();
+    AddDump();
 }
 
 void CommandLine::AddShow()
@@ -45,13 +49,7 @@ void CommandLine::AddShow()
     command->add_option("--file", show.files, "A file with an action a line; may be given several times")
         ->type_name("FILE")
         ->allow_extra_args(false);
-    command->footer(
-        "Arguments are always texts, never file names. In files and standard input blank lines and lines\n"
-        "that begin with # are skipped. A text that is no action is reported with line:column and a caret\n"
-        "where reading stopped, and the others are shown all the same.\n\n"
-        "  orvact show 'PanLeft (Camera: 7, Speed: 3)'\n"
-        "  orvact show --file examples/site.actions\n"
-        "  orvact show - < actions.log");
+    command->footer(kShowFooter);
 }
 
 void CommandLine::AddList()
@@ -62,18 +60,49 @@ void CommandLine::AddList()
         ->check(CLI::IsMember({"classes", "actions", "enums"}));
     command->add_option("--class", list.className, "Actions of this class only")->type_name("NAME");
     command->add_flag("--json", list.json, "As JSON, with all that is known");
+    command->footer(kListFooter);
 }
 
 void CommandLine::AddDescribe()
 {
     CLI::App* command = app.add_subcommand("describe", "A page about one action: parameters, values and an example");
     command->add_option("ACTION", described, "Its name in any case, or its code")->required();
+    command->footer(kDescribeFooter);
+}
+
+void AddFrom(CLI::App* command, std::string& form)
+{
+    command->add_option("--from", form, "The form of the input; found out when not given")->type_name("FORM");
+}
+
+void AddFile(CLI::App* command, std::string& file)
+{
+    command->add_option("FILE", file, "The input; standard input when not given or -")->type_name("");
+}
+
+void CommandLine::AddConvert()
+{
+    CLI::App* command = app.add_subcommand("convert", "Reads actions in one form and writes them in another");
+    AddFrom(command, convert.from);
+    command->add_option("--to", convert.to, "The form of the output")->type_name("FORM")->required();
+    AddFile(command, convert.file);
+    command->footer(FormsHelp() + kConvertFooter);
+}
+
+void CommandLine::AddDump()
+{
+    CLI::App* command = app.add_subcommand("dump", "Shows the binary form byte by byte, also of damaged input");
+    AddFrom(command, dump.from);
+    AddFile(command, dump.file);
+    command->footer(kDumpFooter);
 }
 
 int Perform(const CommandLine& line)
 {
     if (line.app.got_subcommand("list")) return List(line.list);
     if (line.app.got_subcommand("describe")) return Describe(line.described);
+    if (line.app.got_subcommand("convert")) return Convert(line.convert);
+    if (line.app.got_subcommand("dump")) return Dump(line.dump);
     if (!line.show.texts.empty() || !line.show.files.empty()) return Show(line.show);
     PrintError("orvact: show what? Give a TEXT, - or --file; see orvact show --help\n");
     return kUsage;
@@ -90,7 +119,9 @@ int Answer(const CLI::App& app, const CLI::ParseError& answer)
         Print(std::string(answer.what()) + "\n");
         return kDone;
     }
-    PrintError("orvact: " + std::string(answer.what()) + "\nSee orvact --help.\n");
+    const auto commands = app.get_subcommands();
+    PrintError("orvact: " + std::string(answer.what()) + "\nSee orvact " +
+               (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help.\n");
     return kUsage;
 }
 

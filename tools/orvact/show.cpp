@@ -1,13 +1,11 @@
 // Reads action texts and tells what they are.
-#include <cerrno>
-#include <cstring>
-
+#include "action_page.h"
 #include "action_view.h"
 #include "commands.h"
 #include "console.h"
 #include "fault.h"
 #include "lines.h"
-#include "table.h"
+#include "report.h"
 #include "text.h"
 
 namespace {
@@ -18,50 +16,6 @@ struct Totals {
     bool inputFailed = false;
 };
 
-struct Place {
-    std::string source;  // "" for an argument
-    std::size_t line;
-};
-
-void Indented(const char* label, const std::string& text)
-{
-    Print("    " + Painted(Tone::Quiet, label) + text + "\n");
-}
-
-// The catalogue's name, or the own name of an action that it does not know.
-std::string Identity(const Action& action, const ActionView* known)
-{
-    const bool match = action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION;
-    const std::string name = Visible(Utf8FromWide(action->GetActionName()));
-    const std::string kind = match ? "match action" : "action";
-    if (!known) return Painted(Tone::Name, name) + ", " + kind + " unknown to the catalogue";
-    return Painted(Tone::Name, name) + ", " + kind + " " + std::to_string(known->code) + " of class " +
-           known->className;
-}
-
-void ShowAction(const Action& action, std::size_t line)
-{
-    const ActionView* known = FindAction(action->GetActionCode());
-    Print(Painted(Tone::Quiet, std::to_string(line)) + "  " + Identity(action, known) + "\n");
-    if (action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION) {
-        const std::string description = MatchDescription(action);
-        if (!description.empty()) Indented("description: ", Visible(description));
-    }
-    Table table(6);
-    for (const StoredParameter& parameter : ParametersOf(action, known)) {
-        table.Row({parameter.name, parameter.type, parameter.view, parameter.value});
-    }
-    table.Write();
-    Indented("text:  ", Visible(Utf8FromWide(TextOf(action, false))));
-    Indented("plain: ", Visible(Utf8FromWide(TextOf(action, true))));
-}
-
-void Report(const Place& place, std::size_t column, const std::string& reason)
-{
-    PrintError((place.source.empty() ? "" : place.source + ":") + std::to_string(place.line) + ":" +
-               std::to_string(column) + ": " + reason + "\n");
-}
-
 void ShowText(const std::string& bytes, const Place& place, Totals& totals)
 {
     bool clean = true;
@@ -70,21 +24,14 @@ void ShowText(const std::string& bytes, const Place& place, Totals& totals)
     const Action action(ReadText(text, consumed));
     if (!action) {
         ++totals.unreadable;
-        Report(place, ColumnOf(text, consumed), ReasonFor(text, consumed));
-        PrintError(WithCaret(text, consumed));
+        ReportAt(place, ColumnOf(text, consumed), ReasonFor(text, consumed), WithCaret(text, consumed));
         return;
     }
     if (totals.read++ > 0) Print("\n");
-    ShowAction(action, place.line);
+    PrintAction(action, std::to_string(place.line));
     if (!clean) Indented("note:  ", "the text is not UTF-8 everywhere; what is not became U+FFFD");
     const std::string rest = Utf8FromWide(std::u16string_view(text).substr(consumed));
     if (rest.find_first_not_of(" \t") != std::string::npos) Indented("rest:  ", Shortened(Visible(rest), 80));
-}
-
-bool IsSkipped(const std::string& line)
-{
-    const std::size_t first = line.find_first_not_of(" \t");
-    return first == std::string::npos || line[first] == '#';
 }
 
 void ShowLines(std::FILE* file, const std::string& source, Totals& totals)
@@ -95,14 +42,14 @@ void ShowLines(std::FILE* file, const std::string& source, Totals& totals)
     for (Place place{source, 1}; reader.Next(line, tooLong); ++place.line) {
         if (tooLong) {
             ++totals.unreadable;
-            Report(place, 1, "the line is longer than " + std::to_string(LineReader::kLongest) + " bytes");
+            ReportAt(place, 1, "the line is longer than " + std::to_string(LineReader::kLongest) + " bytes");
         } else if (!IsSkipped(line)) {
             ShowText(line, place, totals);
         }
     }
     if (!reader.failed()) return;
     totals.inputFailed = true;
-    PrintError("orvact: " + source + ": " + std::strerror(errno) + "\n");
+    ReportFile(source);
 }
 
 void ShowFile(const std::string& path, Totals& totals)
@@ -110,7 +57,7 @@ void ShowFile(const std::string& path, Totals& totals)
     std::FILE* file = OpenFile(path);
     if (!file) {
         totals.inputFailed = true;
-        PrintError("orvact: " + path + ": " + std::strerror(errno) + "\n");
+        ReportFile(path);
         return;
     }
     ShowLines(file, path, totals);

@@ -1,0 +1,111 @@
+// The binary form as annotated bytes, as far as it is sound.
+#include "action_reader.h"
+#include "binary_walk.h"
+#include "bytes.h"
+#include "commands.h"
+#include "console.h"
+
+namespace {
+
+constexpr std::size_t kBytesInRow = 8;
+
+void PrintBytes(std::string_view bytes, std::uint64_t offset, const std::string& meaning)
+{
+    std::size_t at = 0;
+    do {
+        std::string line = Painted(Tone::Quiet, Hex(offset + at, 8)) + "  ";
+        const std::string_view row = bytes.substr(at, kBytesInRow);
+        for (const char byte : row) {
+            AppendHex(line, static_cast<unsigned char>(byte));
+            line += ' ';
+        }
+        if (at == 0 && !meaning.empty()) line += std::string(3 * (kBytesInRow - row.size()) + 1, ' ') + meaning;
+        line.erase(line.find_last_not_of(' ') + 1);
+        Print(line + "\n");
+        at += row.size();
+    } while (at < bytes.size());
+}
+
+// What the library makes of the bytes, sound or not.
+void PrintReading(const std::string& bytes)
+{
+    std::uint32_t consumed = 0;
+    const Action action(
+        OrvAct_CreateFromBinBuffer(bytes.data(), static_cast<std::uint32_t>(bytes.size()), ORV_EXPECT_ANY, &consumed));
+    if (!action) return Print(Painted(Tone::Quiet, "reads as nothing\n"));
+    const Encoded text = WriteTechnical(action);
+    Print(Painted(Tone::Quiet, "reads as ") + (text.problem.empty() ? text.record : "an action that " + text.problem) +
+          "\n");
+}
+
+bool DumpAction(const ActionReader& reader, const Record& record, const std::string& bytes, std::uint64_t offset)
+{
+    const BinaryWalk walk = WalkBinary(bytes, true);
+    for (const BinaryField& field : walk.fields) {
+        if (field.opensRecord) Print("\n");
+        PrintBytes(std::string_view(bytes).substr(field.offset, field.size), offset + field.offset, field.meaning);
+    }
+    const std::string_view rest = std::string_view(bytes).substr(walk.sibling ? 4 : walk.end);
+    if (!rest.empty()) {
+        const std::uint64_t at = offset + bytes.size() - rest.size();
+        PrintBytes(rest, at, walk.sibling ? "known to its library only" : "not read");
+    }
+    PrintReading(bytes);
+    std::string problem = walk.problem;
+    if (problem.empty() && !rest.empty() && !walk.sibling) problem = "the action is complete, and more bytes follow";
+    if (!problem.empty()) reader.Report(record, "stops at " + Hex(offset + walk.end, 8) + ": " + problem);
+    return problem.empty();
+}
+
+// The binary form of a record; what cannot be turned into it is reported.
+bool BytesOf(const ActionReader& reader, const Record& record, std::string& bytes)
+{
+    const Form& form = reader.form();
+    if (form.image && form.image(record.bytes, bytes)) return true;
+    const Decoded decoded = form.read(record.bytes);
+    if (decoded.action)
+        bytes = WriteBinary(decoded.action).record;
+    else
+        reader.Report(record, decoded.problem, decoded.column, decoded.context);
+    return static_cast<bool>(decoded.action);
+}
+
+bool DumpRecord(const ActionReader& reader, const Record& record, bool first)
+{
+    // Only binary input has the bytes in place; those of digits and texts are counted from 0.
+    const Layout layout = reader.form().layout;
+    const bool inPlace = layout == Layout::Frames || layout == Layout::EndToEnd;
+    Print((first ? "" : "\n") + Painted(Tone::Name, reader.Place(record)) + "\n");
+    if (!record.head.empty()) {
+        PrintBytes(
+            record.head, record.offset - record.head.size(),
+            record.head.size() < 4 ? "not read" : "a frame of " + std::to_string(Word32At(record.head, 0)) + " bytes");
+    }
+    bool sound = record.problem.empty();
+    std::string bytes;
+    if (sound || !record.bytes.empty()) {
+        if (layout == Layout::Lines && !sound)
+            bytes.clear();  // a line that is too long
+        else if (!BytesOf(reader, record, bytes))
+            return false;
+        else
+            sound = DumpAction(reader, record, bytes, inPlace ? record.offset : 0) && sound;
+    }
+    if (!record.problem.empty()) reader.Report(record, record.problem);
+    return sound;
+}
+
+}  // namespace
+
+int Dump(const DumpOptions& options)
+{
+    bool sound = true;
+    const Form* source = SourceForm(options.from, sound);
+    ActionReader reader;
+    if (!sound || !reader.Open(options.file, source)) return kUsage;
+    std::size_t unsound = 0;
+    bool first = true;
+    for (Record record; reader.NextRecord(record); first = false) unsound += !DumpRecord(reader, record, first);
+    if (reader.failed()) return kUsage;
+    return unsound > 0 ? kUnreadable : kDone;
+}

@@ -1,0 +1,125 @@
+#include "forms.h"
+
+#include <algorithm>
+
+#include "bytes.h"
+#include "commands.h"
+#include "console.h"
+#include "text.h"
+
+namespace {
+
+// The first line that says something.
+std::string_view FirstLine(std::string_view head)
+{
+    if (head.substr(0, 3) == "\xEF\xBB\xBF") head.remove_prefix(3);
+    while (!head.empty()) {
+        std::string_view line = head.substr(0, head.find('\n'));
+        head.remove_prefix(std::min(head.size(), line.size() + 1));
+        const std::size_t first = line.find_first_not_of(" \t\r");
+        if (first != std::string_view::npos && line[first] != '#') return line.substr(first);
+    }
+    return {};
+}
+
+bool LooksLikeJson(std::string_view head)
+{
+    const std::string_view line = FirstLine(head);
+    return line.starts_with("{\"") || line.starts_with("\"action\":");
+}
+
+bool LooksLikeProperties(std::string_view head)
+{
+    return FirstLine(head).starts_with("<properties");
+}
+
+bool LooksLikeFlatXml(std::string_view head)
+{
+    return FirstLine(head).starts_with("<action");
+}
+
+bool LooksLikeHexLine(std::string_view head)
+{
+    return LooksLikeHex(FirstLine(head));
+}
+
+std::string Names(bool readable)
+{
+    std::string names;
+    for (const Form& form : Forms()) {
+        if (readable ? form.read != nullptr : form.write != nullptr)
+            names += (names.empty() ? "" : ", ") + std::string(form.name);
+    }
+    return names;
+}
+
+const Form* Wanted(const std::string& name, bool readable, bool& sound)
+{
+    const Form* form = FindForm(name);
+    sound = form && (readable ? form->read != nullptr : form->write != nullptr);
+    if (sound) return form;
+    const std::string what = form ? (readable ? " is only written" : " is only read") : " is no form";
+    PrintError("orvact: '" + Visible(name) + "'" + what + "; choose from " + Names(readable) + "\n");
+    return nullptr;
+}
+
+}  // namespace
+
+const std::vector<Form>& Forms()
+{
+    // The order is that of the help and of guessing.
+    static const std::vector<Form> forms = {
+        {"technical", "action text, which the library reads back", Layout::Lines, false, nullptr, ReadTechnical,
+         WriteTechnical, nullptr},
+        {"plain", "text for people", Layout::Lines, false, nullptr, nullptr, WritePlain, nullptr},
+        {"binary", "the binary form in frames", Layout::Frames, true, LooksLikeFrames, ReadBinary, WriteBinary,
+         BytesOfBinary},
+        {"raw", "the binary form, end to end", Layout::EndToEnd, true, LooksLikeBinary, ReadBinary, WriteBinary,
+         BytesOfBinary},
+        {"hex", "the binary form as hexadecimal digits", Layout::Lines, true, LooksLikeHexLine, ReadHex, WriteHex,
+         BytesOfHex},
+        {"json", "the JSON form, without a limit", Layout::Lines, false, LooksLikeJson, nullptr, WriteJson, nullptr},
+        {"properties", "names and values as XML", Layout::Blocks, false, LooksLikeProperties, nullptr, WriteProperties,
+         nullptr},
+        {"xml", "the flat list <action ...> <property ...>", Layout::Lines, false, LooksLikeFlatXml, nullptr,
+         WriteFlatXml, nullptr},
+    };
+    return forms;
+}
+
+const Form* FindForm(std::string_view name)
+{
+    const std::string lower = LowerCaseAscii(name);
+    for (const Form& form : Forms()) {
+        if (form.name == lower) return &form;
+    }
+    return nullptr;
+}
+
+const Form& GuessForm(std::string_view head)
+{
+    for (const Form& form : Forms()) {
+        if (form.looksLike && form.looksLike(head)) return form;
+    }
+    return Forms().front();
+}
+
+const Form* SourceForm(const std::string& name, bool& sound)
+{
+    sound = true;
+    return name.empty() ? nullptr : Wanted(name, true, sound);
+}
+
+const Form* TargetForm(const std::string& name, bool& sound)
+{
+    return Wanted(name, false, sound);
+}
+
+std::string Delimited(const Form& form, const std::string& record)
+{
+    switch (form.layout) {
+    case Layout::Frames: return LittleEndian(static_cast<std::uint32_t>(record.size())) + record;
+    case Layout::EndToEnd: return record;
+    default: return record + "\n";
+    }
+}

@@ -1,0 +1,74 @@
+// The forms in which actions come and go. A form is one row of the table in forms.cpp and the functions that the row
+// names; every command that reads or writes actions finds it there.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "action_view.h"
+
+// How the actions of a form stand one behind the other.
+enum class Layout {
+    Lines,     // one a line; blank lines and lines that begin with # are skipped
+    Blocks,    // texts of several lines that tell their own ends
+    Frames,    // each behind its size in bytes, 32 bits little-endian
+    EndToEnd,  // nothing between them; the action tells its own end
+};
+
+// What reading one record gave: an action, or what is wrong with it and where.
+struct Decoded {
+    Action action{nullptr};
+    std::string problem;
+    std::string note;        // what the reader should know though the action was read
+    std::size_t column = 0;  // of the problem or the note, from 1; 0 for none
+    std::string context;     // lines that show the place
+};
+
+// The result of writing, or why the action has no such form.
+struct Encoded {
+    std::string record;
+    std::string problem;
+};
+
+struct Form {
+    const char* name;
+    const char* help;
+    Layout layout;
+    bool faithful;  // what is written reads back as the same action; where that is not sure, convert looks
+    bool (*looksLike)(std::string_view head);                      // null: is never guessed
+    Decoded (*read)(const std::string& record);                    // null: is only written
+    Encoded (*write)(const Action& action);                        // null: is only read
+    bool (*image)(const std::string& record, std::string& bytes);  // the binary form in it, for dump; null: none
+};
+
+const std::vector<Form>& Forms();
+const Form* FindForm(std::string_view name);  // null when there is none
+// The form of an input by its first bytes; technical text is what nothing else claims.
+const Form& GuessForm(std::string_view head);
+
+// Reports and gives null when there is no such form or it cannot be read or written. "" as the name of a source gives
+// null without a report: it is to be guessed.
+const Form* SourceForm(const std::string& name, bool& sound);
+const Form* TargetForm(const std::string& name, bool& sound);
+
+// What stands in front of a record and behind it in an output.
+std::string Delimited(const Form& form, const std::string& record);
+
+// The rows' functions: text_forms.cpp and binary_forms.cpp.
+Decoded ReadTechnical(const std::string& record);
+Encoded WriteTechnical(const Action& action);
+Encoded WritePlain(const Action& action);
+Encoded WriteJson(const Action& action);
+Encoded WriteProperties(const Action& action);
+Encoded WriteFlatXml(const Action& action);
+Decoded ReadBinary(const std::string& record);
+Encoded WriteBinary(const Action& action);
+Decoded ReadHex(const std::string& record);
+Encoded WriteHex(const Action& action);
+bool BytesOfBinary(const std::string& record, std::string& bytes);
+bool BytesOfHex(const std::string& record, std::string& bytes);
+bool LooksLikeFrames(std::string_view head);
+bool LooksLikeBinary(std::string_view head);
+bool LooksLikeHex(std::string_view head);

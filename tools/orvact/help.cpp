@@ -1,0 +1,56 @@
+#include "help.h"
+
+#include "forms.h"
+#include "text.h"
+
+const char* const kHelpFooter =
+    "Exit codes: 0 all is well, 1 nothing fits (match, events list), 2 wrong usage, an unknown name, input\n"
+    "that cannot be opened or output that cannot be written, 3 some of the input is no action, 130\n"
+    "interrupted. Results go to standard output, everything else to standard error; both are UTF-8.\n"
+    "Colours appear on a terminal, and never when NO_COLOR is set.";
+
+const char* const kShowFooter =
+    "Arguments are always texts, never file names. In files and standard input blank lines and lines\n"
+    "that begin with # are skipped. A text that is no action is reported with line:column and a caret\n"
+    "where reading stopped, and the others are shown all the same.\n\n"
+    "  orvact show 'PanLeft (Camera: 7, Speed: 3)'\n"
+    "  orvact show --file examples/site.actions\n"
+    "  orvact show - < actions.log";
+
+const char* const kListFooter =
+    "  orvact list actions --class CameraControl\n"
+    "  orvact list enums --json";
+
+const char* const kDescribeFooter =
+    "  orvact describe LenelAccessEvent\n"
+    "  orvact describe 1102";
+
+const char* const kConvertFooter =
+    "\nWithout --from the form is found out from the first bytes, or the first line that says something. An\n"
+    "input that is no action is reported with its line, or with its number in a binary stream, and left\n"
+    "out; so is an action that the form cannot hold, such as a line break in a line. Exit code 3 then.\n\n"
+    "  orvact convert --to binary examples/site.actions > site.bin\n"
+    "  orvact convert --to technical site.bin\n"
+    "  echo 'PanLeft (Camera: 7)' | orvact convert --to json";
+
+const char* const kDumpFooter =
+    "Each field with its offset, its bytes and what they mean, and at the end what the library reads.\n"
+    "Damaged input is shown as far as it is sound; where and why it stops is told on standard error, with\n"
+    "exit code 3. Offsets count from the start of a binary input, else from the start of the action.\n"
+    "Input in another form is turned into the binary form first.\n\n"
+    "  orvact dump site.bin\n"
+    "  echo 'PanLeft (Camera: 7)' | orvact dump\n"
+    "  echo '03000000 02000000 41000000 01000000' | orvact dump";
+
+std::string FormsHelp()
+{
+    std::string help = "Forms:\n";
+    for (const Form& form : Forms()) {
+        const char* layout = form.layout == Layout::Lines    ? ", one action a line"
+                             : form.layout == Layout::Frames ? ", each action behind its size (32 bits, little-endian)"
+                                                             : "";
+        help += "  " + Padded(form.name, 12) + form.help + layout + (form.read ? "" : "; only written") +
+                (form.write ? "" : "; only read") + "\n";
+    }
+    return help;
+}

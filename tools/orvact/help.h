@@ -1,0 +1,14 @@
+// What stands below the options on the help pages: rules, exit codes and examples.
+#pragma once
+
+#include <string>
+
+extern const char* const kHelpFooter;
+extern const char* const kShowFooter;
+extern const char* const kListFooter;
+extern const char* const kDescribeFooter;
+extern const char* const kConvertFooter;
+extern const char* const kDumpFooter;
+
+// The forms as a list, with what each is for.
+std::string FormsHelp();
