@@ -3,13 +3,16 @@
 #include <iterator>
 
 #include "events/columns.h"
-#include "events/sibling_image.h"
 #include "forms/binary_reader.h"
+#include "forms/sibling.h"
 #include "forms/text_reader.h"
 
 namespace OrvPLC {
 
 namespace {
+
+// The codes of this library's actions begin here; a record with a lower one is the sibling's.
+constexpr std::uint32_t kFirstOwnEventCode = 1001;
 
 std::uint32_t ImageSize(const TOrvEventData& record)
 {
@@ -26,7 +29,7 @@ TOrvAction* ReadSiblingImage(const TOrvEventData& record, std::uint32_t expected
 {
     std::u16string text;
     if (record.code >= kFirstOwnEventCode || ImageSize(record) == 0) return nullptr;
-    if (!SiblingImage().Convert(record, text) || text.empty()) return nullptr;
+    if (!Sibling().ConvertEvent(record, text) || text.empty()) return nullptr;
     return ReadActionText(text, expectedKind, false).object;
 }
 

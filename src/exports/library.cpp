@@ -1,5 +1,6 @@
 // The start and the end of the library. There is no initialisation call: a host may call every export as soon as the
 // library is loaded.
+#include "bridge/bridge.h"
 #include "catalogue/catalogue.h"
 #include "events/event_settings.h"
 #include "exports/last_error.h"
@@ -19,6 +20,7 @@ void Started()
     OrvPLC::LastError::Start();
     OrvPLC::StartCatalogue();
     OrvPLC::StartTextPatterns();
+    HeskPLC::StartBridge();
     OrvPLC::EventSettings::Read();
 }
 
@@ -32,6 +34,7 @@ void Ended(bool processEnds)
 {
     if (processEnds) return;
     Platform::RemoveCrashHandler();
+    HeskPLC::EndBridge();
     OrvPLC::EndTextPatterns();
     OrvPLC::EndCatalogue();
     OrvPLC::LastError::End();

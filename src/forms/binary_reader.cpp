@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "forms/expected_kind.h"
-#include "forms/sibling_text.h"
+#include "forms/sibling.h"
 #include "forms/text_parser.h"
 #include "objects/match_action.h"
 #include "ulmo/string_conversion.h"
@@ -156,7 +156,7 @@ ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, View name)
 BinaryReadResult ReadSibling(std::span<const std::byte> buffer, std::uint32_t kind, std::uint32_t consumed)
 {
     std::u16string text;
-    if (SiblingText().ConvertBinary(buffer, kind, text) != SiblingAnswer::Converted) return {nullptr, consumed};
+    if (!Sibling().ConvertBinary(buffer, kind, text)) return {nullptr, consumed};
     ParsedText parsed = ParseActionText(text, ORV_MESSAGE_ACTION);
     return {parsed.object.release(), parsed.consumed};
 }

@@ -64,7 +64,7 @@ struct BinaryReadResult {
 };
 
 // A buffer that ends too early gives the object with the records that were whole. One of the sibling product goes
-// through SiblingText() and what comes back is read instead; `consumed` then counts its characters. Null bytes are an
+// through Sibling() and what comes back is read instead; `consumed` then counts its characters. Null bytes are an
 // empty buffer. Raises std::bad_alloc, and what the text reader raises for a rewritten text.
 BinaryReadResult ReadActionBinary(const void* bytes, std::uint32_t size, std::uint32_t expectedKind);
 

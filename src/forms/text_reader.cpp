@@ -1,6 +1,6 @@
 #include "forms/text_reader.h"
 
-#include "forms/sibling_text.h"
+#include "forms/sibling.h"
 #include "forms/text_parser.h"
 #include "ulmo/string_conversion.h"
 
@@ -21,11 +21,11 @@ bool LooksLikeSiblingText(TOrvAction& action)
     return action.Parameters().Size() == 0;
 }
 
-SiblingAnswer AskSibling(std::u16string_view text, bool narrow, std::u16string& converted)
+bool AskSibling(std::u16string_view text, bool narrow, std::u16string& converted)
 {
-    if (!narrow) return SiblingText().Convert(text, converted);
+    if (!narrow) return Sibling().ConvertText(text, converted);
     // Units that are no text (a lone surrogate) become replacement characters on this way. Deliberate.
-    return SiblingText().Convert(Ulmo::WideFromUtf8(Ulmo::Utf8FromWide(text)), converted);
+    return Sibling().ConvertNarrowText(Ulmo::Utf8FromWide(text), converted);
 }
 
 // The rewritten text is taken as it comes: it gets no second check.
@@ -45,7 +45,7 @@ TextReadResult ReadActionText(std::u16string_view text, std::uint32_t expectedKi
     if (!parsed.object || !LooksLikeSiblingText(*parsed.object)) return {parsed.object.release(), parsed.consumed};
     parsed.object.reset();
     std::u16string rewritten;
-    if (AskSibling(text, narrow, rewritten) != SiblingAnswer::Converted) return {nullptr, parsed.consumed};
+    if (!AskSibling(text, narrow, rewritten)) return {nullptr, parsed.consumed};
     return ReadRewritten(rewritten, expectedKind);
 }
 

@@ -17,7 +17,7 @@ struct TextReadResult {
 // SystemException for a literal with an impossible value, std::runtime_error for a text that the pattern engine
 // cannot get through, std::bad_alloc.
 //
-// What looks like text of the sibling product goes through SiblingText() and what comes back is read instead;
+// What looks like text of the sibling product goes through Sibling() and what comes back is read instead;
 // `consumed` then counts its characters. `narrow`: the caller's text was narrow, and the sibling sees it through UTF-8.
 TextReadResult ReadActionText(std::u16string_view text, std::uint32_t expectedKind, bool narrow);
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,8 @@ void LowerInPlace(char16_t* text, std::size_t length);
 
 // Compares without regard to case, as names of catalogue tables are compared.
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
+// The same by the rules of the user's language. Nothing when the system refuses; the reason is in LastError().
+std::optional<bool> EqualForUser(std::u16string_view a, std::u16string_view b);
 
 enum class CodePage : std::uint32_t {
     Ansi = 0,  // the system's; on Linux the codeset of the user's locale, UTF-8 when that is C or POSIX

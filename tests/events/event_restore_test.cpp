@@ -5,9 +5,9 @@
 #include <stdexcept>
 
 #include "events/describe_record.h"
-#include "events/sibling_image.h"
 #include "forms/binary_writer.h"
 #include "forms/describe.h"
+#include "forms/fake_sibling.h"
 #include "forms/sample_action.h"
 #include "forms/text_reader.h"
 
@@ -228,26 +228,6 @@ TEST(EventRestore, AnUnknownActionComesBackFromItsImage)
     EXPECT_EQ(Restored(RestoreAction(record)), "3 NobodyKnows; x i32 1");
 }
 
-class FakeSibling final : public SiblingImageConverter {
-public:
-    explicit FakeSibling(const char16_t* answer) : answer_(answer) { SetSiblingImage(this); }
-    FakeSibling(const FakeSibling&) = delete;
-    FakeSibling& operator=(const FakeSibling&) = delete;
-    ~FakeSibling() { SetSiblingImage(nullptr); }
-
-    bool Convert(const TOrvEventData& record, std::u16string& text) override
-    {
-        seen = record.code;
-        if (answer_) text = answer_;
-        return answer_ != nullptr;
-    }
-
-    std::uint32_t seen = 0;
-
-private:
-    const char16_t* answer_;
-};
-
 TEST(EventRestore, ImagesOfTheSibling)
 {
     const struct {
@@ -265,13 +245,13 @@ TEST(EventRestore, ImagesOfTheSibling)
     };
     const std::vector<std::byte> image(40, std::byte{0xAB});
     for (const auto& [code, answer, asked, action, described] : cases) {
-        FakeSibling sibling(answer);
+        FakeSibling sibling(answer ? std::optional<std::u16string>(answer) : std::nullopt);
         Columned filled(code, 0);
         EXPECT_EQ(Restored(RestoreForDescription(filled.record)), asked ? "3 GeneralEventInfo" : action);
-        EXPECT_EQ(sibling.seen, 0u);  // without an image there is nothing to ask for
+        EXPECT_EQ(sibling.seenCode, 0u);  // without an image there is nothing to ask for
         SetImage(filled.record, image);
         EXPECT_EQ(Restored(RestoreAction(filled.record)), action);
-        EXPECT_EQ(sibling.seen, asked ? code : 0);
+        EXPECT_EQ(sibling.seenCode, asked ? code : 0);
         EXPECT_EQ(Restored(RestoreForDescription(filled.record)), described);
     }
 }

@@ -4,8 +4,8 @@
 
 #include "forms/binary_form.h"
 #include "forms/describe.h"
+#include "forms/fake_sibling.h"
 #include "forms/sample_action.h"
-#include "forms/sibling_text.h"
 
 namespace OrvPLC {
 namespace {
@@ -146,38 +146,16 @@ TEST(BinaryReader, AnyAlignment)
     }
 }
 
-class FakeSibling final : public SiblingTextConverter {
-public:
-    explicit FakeSibling(std::u16string rewritten) : rewritten_(std::move(rewritten)) { SetSiblingText(this); }
-    ~FakeSibling() { SetSiblingText(nullptr); }
-
-    SiblingAnswer Convert(std::u16string_view, std::u16string&) override { return SiblingAnswer::Refused; }
-    SiblingAnswer ConvertBinary(std::span<const std::byte> buffer, std::uint32_t kind, std::u16string& text) override
-    {
-        seen = {buffer.begin(), buffer.end()};
-        seenKind = kind;
-        text = rewritten_;
-        return SiblingAnswer::Converted;
-    }
-
-    std::vector<std::byte> seen;
-    std::uint32_t seenKind = 0;
-
-private:
-    std::u16string rewritten_;
-};
-
 // The sibling gets the whole buffer, and its text makes an action whatever was expected, or nothing.
 TEST(BinaryReader, SiblingBuffers)
 {
     const struct {
-        const char16_t* rewritten;
+        std::optional<std::u16string> rewritten;
         const char* object;
         std::uint32_t consumed;
     } rows[] = {
-        {u"PanLeft (Camera: 7) tail", "3 PanLeft; Camera chan 0 7 ''", 19},
-        {u"Foo ()", "3 Foo", 6},
-        {u"@ PanLeft ()", "none", 11},
+        {std::nullopt, "none", 1}, {u"PanLeft (Camera: 7) tail", "3 PanLeft; Camera chan 0 7 ''", 19},
+        {u"Foo ()", "3 Foo", 6},   {u"@ PanLeft ()", "none", 11},
         {u"", "none", 0},
     };
     for (const std::uint32_t kind : {1u, 2u}) {
@@ -187,7 +165,7 @@ TEST(BinaryReader, SiblingBuffers)
             const BinaryReading read = ReadBytes(bytes.Get(), ORV_MESSAGE_MATCH_ACTION);
             EXPECT_EQ(read.object ? Describe(*read.object) : "none", row.object);
             EXPECT_EQ(read.consumed, row.consumed) << row.object;
-            EXPECT_EQ(sibling.seen, bytes.Get());
+            EXPECT_EQ(sibling.seenBuffer, bytes.Get());
             EXPECT_EQ(sibling.seenKind, kind);
         }
     }

@@ -67,6 +67,7 @@ name = "PanStop"
 code = 11
 parameters = []
 """,
+    "sibling_text.toml": "",
     "exports.list": "OrvAct_CloseHandle [T]\n",
 }
 

@@ -50,6 +50,27 @@ REPLACED = [
     ("exports.list", "\n", "\nTalvec_Action_CloseHandle", "exports.list:2: 'Talvec_Action_CloseHandle' stands already in the list"),
 ]
 
+SIBLING = """\
+[[text]]
+actions = ["PanLeft"]
+fields = ["Camera", "+Speed=Rate/Int64"]
+
+[[text]]
+actions = ["PanLeftEx"]
+creates = "PanLeft"
+fields = ["Camera"]
+"""
+SIBLING_REPLACED = [
+    ('"PanLeft"]', '"PanRight"]', "sibling_text.toml:2: unknown action 'PanRight'"),
+    ('creates = "PanLeft"', 'creates = "Pan"', "sibling_text.toml:7: unknown action 'Pan'"),
+    ('"PanLeftEx"', '"panleft"', "sibling_text.toml:6: sibling text 'panleft' stands already in sibling_text.toml:2"),
+    ('["Camera", "', '["Kamera", "', "sibling_text.toml:3: PanLeft has no parameter 'Kamera', so the field needs a type"),
+    ("/Int64", "/Moode", "sibling_text.toml:3: unknown type or enum 'Moode'"),
+    ("+Speed", "Speed", "sibling_text.toml:3: 'Speed=Rate/Int64' is no field: Name, +Name or +Name=Key, and /Type behind it"),
+    ('"+Speed=Rate/Int64"', '"Camera"', "sibling_text.toml:2: field of PanLeft 'camera' stands already in sibling_text.toml:2"),
+    ('"+Speed=Rate/Int64"', "3", "sibling_text.toml:3: 'fields' must hold texts only"),
+]
+
 MANY_PARAMETERS = "parameters = [" + ", ".join(f'{{ name = "P{at}", type = "Bool" }}' for at in range(256)) + "]"
 EXTENDED = SOUND[ACTIONS].replace("code = 10\n", "code = 10\nexport_ex = 1\n").replace("PanStop", "PanLeftEx")
 SECOND_ENUM = SOUND["enums.toml"] + '[[enum]]\nname = "Moods"\nid = 4096\nvalues = []\n'
@@ -75,6 +96,13 @@ class BadRows(unittest.TestCase):
             with self.subTest(line):
                 self.assertIn(old, SOUND[file])
                 self.assertEqual(problems_of({file: SOUND[file].replace(old, new, 1)}), [line])
+
+    def test_text_of_the_sibling(self) -> None:
+        self.assertEqual(problems_of({"sibling_text.toml": SIBLING}), [])
+        for old, new, line in SIBLING_REPLACED:
+            with self.subTest(line):
+                self.assertIn(old, SIBLING)
+                self.assertEqual(problems_of({"sibling_text.toml": SIBLING.replace(old, new, 1)}), [line])
 
     def test_files_as_a_whole(self) -> None:
         for changes, lines in WHOLE_FILES:

@@ -49,6 +49,13 @@ class Output(unittest.TestCase):
             rows,
         )
 
+    def test_fields_of_the_sibling_product(self) -> None:
+        rows = self.files["src/sibling_rows.cpp"]
+        self.assertIn('    {u"Group", u"AlarmGroup", 2, 0},\n', rows)
+        self.assertIn('    {u"SubType", u"SubType", 2, 0},\n', rows)  # an enum in the catalogue
+        self.assertIn('{u"CameraAreaZoom", u"cameraareazoom", u"InfoEvent", CameraAreaZoomFields, false},', rows)
+        self.assertIn("332 texts can be read and 328 of them written", self.files["docs/reference/sibling_text.md"])
+
     def test_header_names_are_unique(self) -> None:
         names = re.findall(r"^    (\w+) = ", self.files["include/OrvActions/OrvEnums.h"], re.MULTILINE)
         self.assertEqual(len(names), 23 + 429 + 82 + 620)

@@ -52,6 +52,11 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
     return true;
 }
 
+std::optional<bool> EqualForUser(std::u16string_view a, std::u16string_view b)
+{
+    return EqualIgnoringCase(a, b);
+}
+
 bool ToWide(CodePage page, std::string_view text, std::u16string& wide)
 {
     wide.clear();

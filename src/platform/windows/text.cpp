@@ -40,6 +40,12 @@ int NarrowCall(CodePage page, std::u16string_view text, char* output, int capaci
                                static_cast<int>(text.size()), output, capacity, nullptr, nullptr);
 }
 
+int Compare(LCID language, std::u16string_view a, std::u16string_view b)
+{
+    return CompareStringW(language, NORM_IGNORECASE, AsWide(a.data()), static_cast<int>(a.size()), AsWide(b.data()),
+                          static_cast<int>(b.size()));
+}
+
 // One pass with a buffer that nearly always suffices; when it does not, the size is asked for first.
 template <class Text, class Output, class Call>
 bool Convert(CodePage page, Text text, Output& output, std::size_t guess, Call call)
@@ -66,8 +72,14 @@ void LowerInPlace(char16_t* text, std::size_t length)
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
 {
     if (a.size() > kLongest || b.size() > kLongest) return false;
-    return CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, AsWide(a.data()), static_cast<int>(a.size()),
-                          AsWide(b.data()), static_cast<int>(b.size())) == CSTR_EQUAL;
+    return Compare(LOCALE_SYSTEM_DEFAULT, a, b) == CSTR_EQUAL;
+}
+
+std::optional<bool> EqualForUser(std::u16string_view a, std::u16string_view b)
+{
+    if (a.empty() || b.empty()) return a.empty() && b.empty();
+    const int order = a.size() > kLongest || b.size() > kLongest ? TooLong() : Compare(LOCALE_USER_DEFAULT, a, b);
+    return order == 0 ? std::nullopt : std::optional<bool>(order == CSTR_EQUAL);
 }
 
 bool ToWide(CodePage page, std::string_view text, std::u16string& wide)

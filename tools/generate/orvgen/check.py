@@ -24,6 +24,7 @@ def check(catalogue: Catalogue, report: Report) -> None:
     _check_actions(catalogue, report)
     _check_parameters(catalogue.general_parameters, "general parameter", report)
     _check_enums(catalogue, report)
+    _check_sibling_texts(catalogue, report)
 
 
 def _check_classes(catalogue: Catalogue, report: Report) -> None:
@@ -95,6 +96,13 @@ def _check_values(enum: Enum, report: Report) -> None:
     for value in enum.values:
         if not 0 <= value.value < 1 << 31:
             report.add(value.place, f"{what} {value.value} is no positive 32-bit number")
+
+
+def _check_sibling_texts(catalogue: Catalogue, report: Report) -> None:
+    _check_names(catalogue.sibling_texts, "sibling text", report)
+    for text in catalogue.sibling_texts:
+        what = f"field of {text.name}"
+        _check_unique(((text.place, field.name.lower()) for field in text.fields), what, report)
 
 
 def _check_names(rows: Iterable[_Named], what: str, report: Report, pattern: re.Pattern[str] = _NAME) -> None:

@@ -7,6 +7,7 @@ import re
 from pathlib import Path
 
 from . import vocabulary
+from .load_sibling import load_sibling
 from .load_texts import load_wording
 from .model import Action, ActionClass, Catalogue, Enum, EnumValue, Parameter, Texts
 from .positions import TablePosition
@@ -57,7 +58,9 @@ class _Loader:
         general = self._general(self._open("general_parameters.toml"))
         event = self._event(self._open("event_fields.toml"))
         self._load_actions(classes)
-        return Catalogue(classes, event, general, boolean, enums)
+        catalogue = Catalogue(classes, event, general, boolean, enums)
+        catalogue.sibling_texts = load_sibling(self._open("sibling_text.toml"), catalogue)
+        return catalogue
 
     def _open(self, name: str) -> DataFile:
         return DataFile(self._report, self._data / name)

@@ -74,6 +74,26 @@ class Enum:
     values: list[EnumValue]
 
 
+@dataclass(frozen=True)
+class SiblingField:
+    """A field of the sibling product's text; without a key it is positional."""
+
+    name: str
+    key: str
+    type_name: str
+    type: int
+    enum_id: int
+
+
+@dataclass
+class SiblingText:
+    place: Place
+    name: str
+    creates: str
+    fields: list[SiblingField]
+    written: bool
+
+
 @dataclass
 class Catalogue:
     classes: list[ActionClass]
@@ -81,6 +101,7 @@ class Catalogue:
     general_parameters: list[Parameter]
     boolean: Enum
     enums: list[Enum]
+    sibling_texts: list[SiblingText] = field(default_factory=list)
 
     def actions(self) -> list[Action]:
         return [action for row in self.classes for action in row.actions]

@@ -2,7 +2,7 @@
 
 from pathlib import Path
 
-from . import check, emit_create_decode, emit_header, emit_reference, emit_rows, exports, load
+from . import check, emit_create_decode, emit_header, emit_reference, emit_rows, emit_sibling, exports, load
 from .report import Report
 
 
@@ -20,6 +20,7 @@ def generate(data: Path, export_list: Path) -> tuple[dict[str, str], Report]:
         emit_header.emit(catalogue),
         emit_create_decode.emit(catalogue),
         emit_reference.emit(catalogue),
+        emit_sibling.emit(catalogue),
         exports.emit(exports.with_generated(names, emit_create_decode.names(catalogue))),
     ):
         files.update(emitted)

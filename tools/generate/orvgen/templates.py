@@ -182,6 +182,39 @@ EXPORTS
 $names
 """)
 
+SIBLING_FILE = Template("""\
+// The fields of the sibling product's text. Generated from src/catalogue/data/sibling_text.toml; change that, not this.
+#include "bridge/converters.h"
+
+namespace HeskPLC {
+
+namespace {
+
+// parameter, key, kind, enum
+$arrays
+// name, lower-cased name, what reading creates, fields, written
+constexpr Converter Rows[] = {
+$rows};
+
+}  // namespace
+
+std::span<const Converter> Converters() { return Rows; }
+
+}  // namespace HeskPLC
+""")
+
+REFERENCE_SIBLING = Template("""\
+# Text of the sibling product
+
+$read texts can be read and $written of them written. The fields stand in the order of the text; a field with a colon is
+keyed by the word in front of it and may be missing.
+
+| Text | Fields | |
+|---|---|---|
+$rows
+Actions without a counterpart: $missing.
+""")
+
 REFERENCE_INDEX = Template("""\
 # Reference of the built-in catalogue
 
@@ -191,7 +224,7 @@ $action_count actions in $class_count classes, $enum_count enums. These pages ar
 |---|---|---|---|---|
 $classes
 See also the [enums](enums.md), the [general parameters](general_parameters.md) that any action may carry, and the
-[event fields](event_fields.md).
+[event fields](event_fields.md). [Text of the sibling product](sibling_text.md) lists what converts to it and from it.
 """)
 
 REFERENCE_CLASS = Template("""\

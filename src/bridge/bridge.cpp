@@ -1,0 +1,49 @@
+#include "bridge/bridge.h"
+
+#include "bridge/hesk_actions_wrapper.h"
+#include "bridge/hesk_patterns.h"
+#include "forms/sibling.h"
+
+namespace HeskPLC {
+
+namespace {
+
+class Bridge final : public OrvPLC::SiblingConverter {
+public:
+    bool ConvertText(std::u16string_view text, std::u16string& converted) override
+    {
+        return GetHeskActionsWrapper().ConvertTextBuffer(text, ORV_MESSAGE_SIBLING_ACTION, false, converted);
+    }
+    bool ConvertNarrowText(std::string_view utf8, std::u16string& converted) override
+    {
+        return GetHeskActionsWrapper().ConvertTextBufferA(utf8, ORV_MESSAGE_SIBLING_ACTION, false, converted);
+    }
+    bool ConvertBinary(std::span<const std::byte> buffer, std::uint32_t kind, std::u16string& converted) override
+    {
+        return GetHeskActionsWrapper().ConvertBinBuffer(buffer, kind, false, converted);
+    }
+    bool ConvertEvent(const TOrvEventData& record, std::u16string& converted) override
+    {
+        return GetHeskActionsWrapper().ConvertEventData(record, converted);
+    }
+};
+
+Bridge bridge;
+
+}  // namespace
+
+void StartBridge()
+{
+    StartHeskPatterns();
+    StartHeskActionsWrapper();
+    OrvPLC::SetSibling(&bridge);
+}
+
+void EndBridge()
+{
+    OrvPLC::SetSibling(nullptr);
+    EndHeskActionsWrapper();
+    EndHeskPatterns();
+}
+
+}  // namespace HeskPLC

@@ -1,0 +1,206 @@
+#include "bridge/hesk_actions_wrapper.h"
+
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <utility>
+
+#include "bridge/hesk_functions.h"
+#include "bridge/hesk_text.h"
+#include "platform/debug_output.h"
+#include "ulmo/string_conversion.h"
+
+namespace HeskPLC {
+
+namespace {
+
+constexpr std::u16string_view kLibrary = u"HeskActions";
+constexpr std::uint32_t kMostAttempts = 10;
+constexpr std::uint32_t kUsualText = 2047;          // characters that the first call has room for
+constexpr std::uint32_t kLongestText = 0x100'0000;  // what claims to be longer is no action
+
+constexpr std::u16string_view kTextFault = u"#### HeskActionsWrapper >>>> Exception _HeskAct_StoreToTextBuffer >>>> ";
+// Two operations share these words. Deliberate: whoever watches the debug output knows them.
+constexpr std::u16string_view kBufferFault = u"#### HeskActionsWrapper >>>> Error FHeskAct_CreateFromBinBuffer >>>> ";
+constexpr std::u16string_view kEventFault =
+    u"#### HeskActionsWrapper >>>> Error FStoreHeskEventDataRecordToTextBuffer >>>> ";
+
+// The state of loading outlives the wrapper, as the library itself does.
+std::atomic<bool> ready{false};
+std::uint32_t failedAttempts = 0;
+HeskFunctions functions;
+
+template <class Function>
+bool Resolve(const Ulmo::SecureModuleHandle& library, const char* name, Function& function)
+{
+    function = reinterpret_cast<Function>(library.Find(name));
+    return function != nullptr;
+}
+
+bool ResolveAll(const Ulmo::SecureModuleHandle& library)
+{
+    return Resolve(library, "HeskAct_CreateFromBinBuffer", functions.createFromBinBuffer) &&
+           Resolve(library, "HeskAct_StoreToTextBufferW", functions.storeToTextBuffer) &&
+           Resolve(library, "HeskAct_CreateFromTextBufferW", functions.createFromTextBuffer) &&
+           Resolve(library, "HeskAct_CloseHandle", functions.closeHandle) &&
+           Resolve(library, "HeskAct_RestoreActionFromEventData", functions.restoreFromEventData);
+}
+
+void FetchLongText(HeskHandle action, std::u16string& output)
+{
+    std::uint32_t length = 0;
+    functions.storeToTextBuffer(action, nullptr, 0, 0, 0, &length);
+    if (length == 0 || length > kLongestText) return;
+    std::u16string text(length, u'\0');
+    std::uint32_t stored = length;
+    // The third call tells a capacity of 0 and yet gets the buffer: the library fills it by the length. Deliberate.
+    functions.storeToTextBuffer(action, text.data(), 0, 0, 0, &stored);
+    if (stored == 0) return;
+    text.resize(std::min(stored, length));
+    output = std::move(text);
+}
+
+// The text of an action. A failure leaves the output empty.
+void FetchText(HeskHandle action, std::u16string& output)
+{
+    output.clear();
+    if (!action) return;
+    try {
+        char16_t buffer[kUsualText + 1] = {};
+        std::uint32_t length = 0;
+        if (functions.storeToTextBuffer(action, buffer, kUsualText, 0, 0, &length)) {
+            output.assign(buffer, std::min(length, kUsualText));
+        } else {
+            FetchLongText(action, output);
+        }
+    } catch (...) {
+        Platform::WriteDebug(kTextFault);
+    }
+}
+
+// Takes the action, which may be null, and gives its text in our own form. False when there is none.
+bool TakeText(HeskHandle action, std::u16string& output)
+{
+    if (!action) return false;
+    FetchText(action, output);
+    functions.closeHandle(action);
+    ConvertHeskTextToOrvText(output);
+    return !output.empty();
+}
+
+template <class Work>
+bool Guarded(std::u16string_view fault, Work&& work)
+{
+    try {
+        return work();
+    } catch (...) {
+        Platform::WriteDebug(fault);
+        return false;
+    }
+}
+
+Ulmo::CriticalSection* guard = nullptr;  // neither is an object with a destructor: the library decides when it ends
+HeskActionsWrapper* wrapper = nullptr;
+
+}  // namespace
+
+HeskActionsWrapper::~HeskActionsWrapper()
+{
+    Unload();
+}
+
+bool HeskActionsWrapper::Load()
+{
+    const std::u16string fileName = Platform::ModuleFileName(kLibrary);
+    if (!ready && !Platform::StandsBesideExecutable(fileName)) return false;
+    // The flag is true while the functions are still being looked for, so whether it holds is seen inside only.
+    const Ulmo::CriticalSectionGuard inside(section_);
+    if (ready) return true;
+    if (failedAttempts >= kMostAttempts) return false;
+    if (!Open(fileName)) {
+        ++failedAttempts;
+        return false;
+    }
+    ready = true;
+    if (!ResolveAll(*this)) ready = false;  // no failed attempt: the next call looks again
+    return ready;
+}
+
+bool HeskActionsWrapper::ConvertTextBuffer(std::u16string_view text, std::uint32_t version, bool flag,
+                                           std::u16string& output)
+{
+    return Guarded(kBufferFault, [&] {
+        if (!Load() || text.empty()) return false;
+        const HeskHandle action =
+            functions.createFromTextBuffer(text.data(), static_cast<std::uint32_t>(text.size()), version, 0, flag);
+        output.clear();
+        if (!action) return false;
+        // The library only says whether the text is valid: it is converted as it was given.
+        output = text;
+        functions.closeHandle(action);
+        ConvertHeskTextToOrvText(output);
+        return true;
+    });
+}
+
+bool HeskActionsWrapper::ConvertTextBufferA(std::string_view utf8, std::uint32_t version, bool flag,
+                                            std::u16string& output)
+{
+    return Guarded(kBufferFault,
+                   [&] { return Load() && ConvertTextBuffer(Ulmo::WideFromUtf8(utf8), version, flag, output); });
+}
+
+bool HeskActionsWrapper::ConvertBinBuffer(std::span<const std::byte> buffer, std::uint32_t version, bool flag,
+                                          std::u16string& output)
+{
+    static_cast<void>(flag);
+    return Guarded(kBufferFault, [&] {
+        if (!Load() || buffer.empty()) return false;
+        return TakeText(
+            functions.createFromBinBuffer(buffer.data(), static_cast<std::uint32_t>(buffer.size()), version, 0),
+            output);
+    });
+}
+
+bool HeskActionsWrapper::ConvertEventData(const TOrvEventData& record, std::u16string& output)
+{
+    return Guarded(kEventFault, [&] {
+        if (!Load() || !record.image || record.imageSize == 0) return false;
+        HeskEventData image{};
+        image.size = sizeof image;
+        image.code = record.code;
+        image.imageSize = record.imageSize;
+        image.image = record.image;
+        return TakeText(functions.restoreFromEventData(&image), output);
+    });
+}
+
+void HeskActionsWrapper::Unload()
+{
+    GiveBack();
+    ready = false;
+    failedAttempts = 0;
+}
+
+HeskActionsWrapper& GetHeskActionsWrapper()
+{
+    const Ulmo::CriticalSectionGuard inside(*guard);
+    if (!wrapper) {
+        wrapper = new HeskActionsWrapper;
+        wrapper->AddRef();
+    }
+    return *wrapper;
+}
+
+void StartHeskActionsWrapper()
+{
+    guard = new Ulmo::CriticalSection;
+}
+
+void EndHeskActionsWrapper()
+{
+    if (wrapper) std::exchange(wrapper, nullptr)->Release();
+    delete std::exchange(guard, nullptr);
+}
+
+}  // namespace HeskPLC

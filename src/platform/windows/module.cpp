@@ -1,0 +1,51 @@
+#include "platform/module.h"
+
+#include "platform/windows/windows_api.h"
+
+namespace Platform {
+
+namespace {
+
+constexpr DWORD kLongestPath = 1024;
+
+HMODULE AsModule(ModuleHandle module)
+{
+    return static_cast<HMODULE>(module);
+}
+
+}  // namespace
+
+std::u16string ModuleFileName(std::u16string_view library)
+{
+    return std::u16string(library).append(u".dll");
+}
+
+bool StandsBesideExecutable(std::u16string_view fileName)
+{
+    char16_t path[kLongestPath];
+    const DWORD length = GetModuleFileNameW(nullptr, AsWide(path), kLongestPath);
+    if (length == 0 || length == kLongestPath) return false;
+    std::u16string wanted(path, length);
+    wanted.resize(wanted.find_last_of(u"\\/") + 1);
+    wanted += fileName;
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    return GetFileAttributesExW(AsWide(wanted.c_str()), GetFileExInfoStandard, &data) &&
+           !(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+ModuleHandle LoadModule(std::u16string_view fileName)
+{
+    return LoadLibraryExW(AsWide(std::u16string(fileName).c_str()), nullptr, 0);
+}
+
+void* FindFunction(ModuleHandle module, const char* name)
+{
+    return reinterpret_cast<void*>(GetProcAddress(AsModule(module), name));
+}
+
+void FreeModule(ModuleHandle module)
+{
+    FreeLibrary(AsModule(module));
+}
+
+}  // namespace Platform
