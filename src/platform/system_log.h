@@ -19,8 +19,8 @@ public:
     bool Write(std::uint16_t type, const std::u16string& line);
 
 private:
-    void* source_ = nullptr;  // of the system
-    void* owner_ = nullptr;   // the identity of the user whom the entries belong to
+    [[maybe_unused]] void* source_ = nullptr;  // of the system
+    [[maybe_unused]] void* owner_ = nullptr;   // the identity of the user whom the entries belong to
 };
 
 // Loads the library that holds the texts of the event log's entries, so that they stay readable. Its handle, null when
