@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 namespace Ulmo {
 
@@ -17,19 +18,7 @@ protected:
 // Raises SystemException with Platform::kResultEndOfFile when the stream ends before.
 void ReadExactly(IByteStream& stream, void* buffer, std::size_t count);
 
-// Appends that many bytes to a container of bytes. The count may come from outside: memory is taken only as bytes
-// arrive, in pieces.
-template <class Bytes>
-void ReadAppending(IByteStream& stream, Bytes& bytes, std::size_t count)
-{
-    constexpr std::size_t kPiece = 65536;
-    while (count != 0) {
-        const std::size_t piece = count < kPiece ? count : kPiece;
-        const std::size_t before = bytes.size();
-        bytes.resize(before + piece);
-        ReadExactly(stream, bytes.data() + before, piece);
-        count -= piece;
-    }
-}
+// That many bytes. The count may come from outside: memory is taken only as bytes arrive.
+std::string ReadBytes(IByteStream& stream, std::size_t count);
 
 }  // namespace Ulmo

@@ -13,6 +13,7 @@ namespace {
 constexpr int kSignificantDigits = 15;
 
 constexpr std::size_t kLongestNumber = 32;
+constexpr std::size_t kLongestGeneral = 349;
 
 // Widened in a buffer of its own: appending by iterators of another type makes a temporary string.
 void AppendWidened(std::u16string& output, std::string_view narrow)
@@ -21,26 +22,43 @@ void AppendWidened(std::u16string& output, std::string_view narrow)
     output.append(wide, std::copy(narrow.begin(), narrow.end(), wide));
 }
 
-template <class Integer>
-void AppendInteger(std::u16string& output, Integer value)
+void AppendWidened(std::string& output, std::string_view narrow)
+{
+    output.append(narrow);
+}
+
+template <class Text, class Integer>
+void AppendInteger(Text& output, Integer value)
 {
     char text[kLongestNumber];
     const char* end = std::to_chars(text, text + sizeof text, value).ptr;
     AppendWidened(output, {text, end});
 }
 
-std::u16string_view WithoutLeadingSpace(std::u16string_view text)
+char16_t Unit(char c)
+{
+    return static_cast<unsigned char>(c);
+}
+
+char16_t Unit(char16_t c)
+{
+    return c;
+}
+
+template <class Char>
+std::basic_string_view<Char> WithoutLeadingSpace(std::basic_string_view<Char> text)
 {
     const auto first =
-        std::find_if_not(text.begin(), text.end(), [](char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); });
+        std::find_if_not(text.begin(), text.end(), [](Char c) { return c == ' ' || (c >= '\t' && c <= '\r'); });
     text.remove_prefix(static_cast<std::size_t>(first - text.begin()));
     return text;
 }
 
-bool TakeSign(std::u16string_view& text)
+template <class Char>
+bool TakeSign(std::basic_string_view<Char>& text)
 {
-    const bool negative = !text.empty() && text.front() == u'-';
-    if (negative || (!text.empty() && text.front() == u'+')) text.remove_prefix(1);
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
     return negative;
 }
 
@@ -52,15 +70,15 @@ unsigned DigitValue(char16_t c)
 }
 
 // The digits of a base as a value of the type, which stops at its limits.
-template <class Integer>
-Integer ReadDigits(std::u16string_view digits, unsigned base, bool negative, bool& inRange)
+template <class Integer, class Char>
+Integer ReadDigits(std::basic_string_view<Char> digits, unsigned base, bool negative, bool& inRange)
 {
     using Limits = std::numeric_limits<Integer>;
     const auto most = static_cast<std::uint64_t>(Limits::max()) + (negative ? 1 : 0);
     std::uint64_t value = 0;
     inRange = true;
-    for (const char16_t c : digits) {
-        const unsigned digit = DigitValue(c);
+    for (const Char c : digits) {
+        const unsigned digit = DigitValue(Unit(c));
         if (digit >= base) break;
         inRange = inRange && value <= (most - digit) / base;
         if (inRange) value = value * base + digit;
@@ -69,8 +87,8 @@ Integer ReadDigits(std::u16string_view digits, unsigned base, bool negative, boo
     return static_cast<Integer>(negative ? 0 - value : value);
 }
 
-template <class Integer>
-Integer Scan(std::u16string_view text)
+template <class Integer, class Char>
+Integer Scan(std::basic_string_view<Char> text)
 {
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
@@ -96,13 +114,13 @@ Integer Detect(std::u16string_view text, bool& inRange)
 }
 
 // The part of a text that can belong to a number, narrow.
-std::string NumberPart(std::u16string_view text)
+template <class Char>
+std::string NumberPart(std::basic_string_view<Char> text)
 {
-    const auto end = std::find_if_not(text.begin(), text.end(), [](char16_t c) {
-        return DigitValue(c) != 99 || c == u'.' || c == u'+' || c == u'-';
-    });
+    const auto end = std::find_if_not(
+        text.begin(), text.end(), [](Char c) { return DigitValue(Unit(c)) != 99 || c == '.' || c == '+' || c == '-'; });
     std::string narrow(static_cast<std::size_t>(end - text.begin()), '\0');
-    std::transform(text.begin(), end, narrow.begin(), [](char16_t c) { return static_cast<char>(c); });
+    std::transform(text.begin(), end, narrow.begin(), [](Char c) { return static_cast<char>(c); });
     return narrow;
 }
 
@@ -114,10 +132,35 @@ bool IsTooLarge(std::string_view number)
     const std::string_view mantissa = number.substr(0, exponentMark);
     const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
     const std::size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
-    const std::string_view exponentText = number.substr(std::min(exponentMark + 1, number.size()));
-    const std::u16string exponent(exponentText.begin(), exponentText.end());
+    const std::string_view exponent = number.substr(std::min(exponentMark + 1, number.size()));
     const std::int64_t place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
     return place + ScanInt32(exponent) > 0;
+}
+
+template <class Char>
+double ScanReal(std::basic_string_view<Char> text)
+{
+    text = WithoutLeadingSpace(text);
+    const bool negative = TakeSign(text);
+    const std::string number = NumberPart(text);
+    if (number.empty() || number.front() == '-') return 0;
+    double value = 0;
+    const std::from_chars_result result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec == std::errc::result_out_of_range) {
+        const std::string_view taken(number.data(), static_cast<std::size_t>(result.ptr - number.data()));
+        value = IsTooLarge(taken) ? std::numeric_limits<double>::infinity() : 0;
+    }
+    return negative ? -value : value;
+}
+
+// The power of ten of a finite number's first digit, 0 for 0.
+int DecimalExponent(double value)
+{
+    constexpr int kEnoughDigits = 20;  // so that no 9.99... is rounded up to the next power
+    char text[kLongestNumber];
+    const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, kEnoughDigits).ptr;
+    const std::string_view number(text, end);
+    return ScanInt32(number.substr(number.find('e') + 1));
 }
 
 }  // namespace
@@ -127,7 +170,17 @@ void AppendDecimal(std::u16string& output, std::int64_t value)
     AppendInteger(output, value);
 }
 
+void AppendDecimal(std::string& output, std::int64_t value)
+{
+    AppendInteger(output, value);
+}
+
 void AppendUnsigned(std::u16string& output, std::uint64_t value)
+{
+    AppendInteger(output, value);
+}
+
+void AppendUnsigned(std::string& output, std::uint64_t value)
 {
     AppendInteger(output, value);
 }
@@ -143,7 +196,29 @@ void AppendDouble(std::u16string& output, double value, TrailingPoint mode)
     if (whole && mode == TrailingPoint::Keep) output.append(u".0");
 }
 
+void AppendGeneral(std::string& output, double value, int digits)
+{
+    char text[kLongestGeneral];
+    const int exponent = std::isfinite(value) ? DecimalExponent(value) : 0;
+    const bool fixed = exponent >= -1 && exponent < digits;
+    const std::to_chars_result result =
+        fixed ? std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, digits - 1 - exponent)
+              : std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, digits - 1);
+    if (result.ec != std::errc()) return;
+    const std::string_view number(text, result.ptr);
+    const std::size_t point = std::min(number.find('.'), number.size());
+    const std::size_t mantissaEnd = std::min(number.find('e', point), number.size());
+    const std::size_t lastKept = number.substr(0, mantissaEnd).find_last_not_of('0');
+    const bool hasPlaces = point != number.size();
+    output.append(number.substr(0, hasPlaces ? lastKept + 1 : mantissaEnd)).append(number.substr(mantissaEnd));
+}
+
 std::int32_t ScanInt32(std::u16string_view text)
+{
+    return Scan<std::int32_t>(text);
+}
+
+std::int32_t ScanInt32(std::string_view text)
 {
     return Scan<std::int32_t>(text);
 }
@@ -153,19 +228,19 @@ std::int64_t ScanInt64(std::u16string_view text)
     return Scan<std::int64_t>(text);
 }
 
+std::int64_t ScanInt64(std::string_view text)
+{
+    return Scan<std::int64_t>(text);
+}
+
 double ScanDouble(std::u16string_view text)
 {
-    text = WithoutLeadingSpace(text);
-    const bool negative = TakeSign(text);
-    const std::string number = NumberPart(text);
-    if (number.empty() || number.front() == '-') return 0;
-    double value = 0;
-    const std::from_chars_result result = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (result.ec == std::errc::result_out_of_range) {
-        const std::string_view taken(number.data(), static_cast<std::size_t>(result.ptr - number.data()));
-        value = IsTooLarge(taken) ? std::numeric_limits<double>::infinity() : 0;
-    }
-    return negative ? -value : value;
+    return ScanReal(text);
+}
+
+double ScanDouble(std::string_view text)
+{
+    return ScanReal(text);
 }
 
 std::int32_t DetectInt32(std::u16string_view text, bool& inRange)

@@ -52,6 +52,33 @@ TEST(NumberText, WritesDoublesWithFifteenDigits)
     }
 }
 
+TEST(NumberText, WritesTheGeneralFormOfWindows)
+{
+    const struct {
+        double value;
+        int digits;
+        const char* text;
+    } cases[] = {
+        {0, 6, "0."},
+        {-0.0, 6, "-0."},
+        {0.1, 6, "0.1"},
+        {0.01, 6, "1.e-02"},
+        {100, 6, "100."},
+        {123456, 6, "123456"},
+        {1234567, 6, "1.23457e+06"},
+        {999999.5, 6, "1000000"},
+        {1e15, 15, "1.e+15"},
+        {0.1 + 0.2, 15, "0.3"},
+        {1e300, 15, "1.e+300"},
+        {-1.0 / 3, 6, "-0.333333"},
+    };
+    for (const auto& [value, digits, text] : cases) {
+        std::string written;
+        Ulmo::AppendGeneral(written, value, digits);
+        EXPECT_EQ(written, text);
+    }
+}
+
 TEST(NumberText, ScansDecimals)
 {
     struct Case {
