@@ -37,7 +37,7 @@ public:
         operations_->CopyConstruct(area_, &value);
     }
     Variant(std::string_view text) : Variant(std::string(text)) {}
-    Variant(const char* text) : Variant(std::string(text)) {}
+    Variant(const char* text) : Variant(std::string(text ? text : "")) {}
     Variant(const Variant& other) : operations_(other.operations_) { operations_->CopyConstruct(area_, other.area_); }
     // When there is no memory for the copy this holds an empty text.
     Variant& operator=(const Variant& other);

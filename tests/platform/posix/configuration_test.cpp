@@ -7,6 +7,7 @@
 #include <string>
 
 #include "events/event_settings.h"
+#include "platform/configuration_cases.h"
 
 namespace {
 
@@ -72,6 +73,17 @@ TEST(PosixConfiguration, ReadsTheFormatOfTheRegistry)
     EXPECT_EQ(ReadText(key, u"Number"), std::nullopt);
     EXPECT_EQ(ReadNumber(u"SOFTWARE\\Removed", u"Number"), std::nullopt);
     EXPECT_EQ(ReadNumber(u"SOFTWARE", u"Number"), std::nullopt);
+}
+
+TEST(PosixConfiguration, ReadsWhatAdministratorsSet)
+{
+    std::string content = "[HKEY_LOCAL_MACHINE\\SOFTWARE\\OrvConfigurationCases]\n";
+    for (const ConfigurationCase& test : kConfigurationCases) {
+        const std::string name(test.name);
+        content.append(name.empty() ? "@" : '"' + name + '"').append("=").append(test.fileData).append("\n");
+    }
+    const RegistryFile file(content);
+    ExpectConfigurationCases(u"SOFTWARE\\OrvConfigurationCases");
 }
 
 TEST(PosixConfiguration, Utf16AsTheRegistryExportsIt)

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "events/event_settings.h"
+#include "platform/configuration_cases.h"
 #include "platform/windows/windows_api.h"
 
 namespace {
@@ -55,6 +57,27 @@ TEST(WindowsConfiguration, ReadsTheRegistry)
     EXPECT_EQ(ReadNumber(key, u"Long"), std::nullopt);
     EXPECT_EQ(ReadNumber(key, u"None"), std::nullopt);
     EXPECT_EQ(ReadNumber(u"SOFTWARE\\OrvNoSuchKey", u"Number"), std::nullopt);
+}
+
+int RunReg(const std::string& arguments)
+{
+    return std::system(("reg " + arguments + " /f >nul").c_str());
+}
+
+// In the 64-bit view; what a 32-bit program has set is in the other one and is not seen.
+TEST(WindowsConfiguration, ReadsWhatAdministratorsSet)
+{
+    const std::string key = "HKLM\\SOFTWARE\\OrvConfigurationCases";
+    for (const ConfigurationCase& test : kConfigurationCases) {
+        const std::string name(test.name);
+        const std::string value = name.empty() ? "/ve" : "/v \"" + name + '"';
+        const std::string typed = std::string(" /t ").append(test.type).append(" /d \"").append(test.data).append("\"");
+        EXPECT_EQ(RunReg("add " + key + ' ' + value + typed + " /reg:64"), 0) << name;
+    }
+    EXPECT_EQ(RunReg("add " + key + " /v Other /t REG_DWORD /d 1 /reg:32"), 0);
+    ExpectConfigurationCases(u"SOFTWARE\\OrvConfigurationCases");
+    EXPECT_EQ(ReadNumber(u"SOFTWARE\\OrvConfigurationCases", u"Other"), std::nullopt);
+    for (const char* view : {" /reg:64", " /reg:32"}) EXPECT_EQ(RunReg("delete " + key + view), 0);
 }
 
 TEST(WindowsConfiguration, RulesGenericParametersOfEvents)
