@@ -1,6 +1,7 @@
 // The commands of the tool. Each prints and returns an exit code.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,39 @@ struct DumpOptions {
     std::string file;
 };
 int Dump(const DumpOptions& options);
+
+struct MatchOptions {
+    std::string patterns;  // a match action, when it begins with @, else a file of them
+    std::string from;
+    std::string to = "technical";
+    std::string file;
+    bool explain = false;
+};
+int Match(const MatchOptions& options);
+
+struct EventsStoreOptions {
+    std::string database;
+    std::string from;
+    std::string file;
+};
+int StoreEvents(const EventsStoreOptions& options);
+
+struct EventsListOptions {
+    std::string database;
+    std::vector<std::string> codes;    // codes or names
+    std::vector<std::string> classes;  // names
+    std::string since;                 // a time in UTC or an age
+    std::string pattern;               // as MatchOptions::patterns; "" for any
+    std::size_t limit = 0;             // the newest so many; 0 for all
+    std::string to;                    // the name of a form, "" for a list
+};
+int ListEvents(const EventsListOptions& options);
+
+struct EventsShowOptions {
+    std::string database;
+    std::int64_t id = 0;
+};
+int ShowEvent(const EventsShowOptions& options);
 
 // Reports a name that does not exist, with names that may have been meant; returns the exit code.
 int ReportUnknown(const std::string& what, const std::string& name, const std::vector<std::string>& names);

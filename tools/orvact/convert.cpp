@@ -1,6 +1,4 @@
 // Reads actions in one form and writes them in another.
-#include <cerrno>
-
 #include "action_reader.h"
 #include "commands.h"
 #include "console.h"
@@ -24,6 +22,7 @@ int Convert(const ConvertOptions& options)
             continue;
         }
         Print(Delimited(*target, encoded.record));
+        if (reader.MayWait()) FlushOutput();
         if (target->read && !target->faithful) {
             const Decoded again = target->read(encoded.record);
             if (!again.action || !SameAction(action, again.action)) {

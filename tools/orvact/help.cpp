@@ -42,6 +42,37 @@ const char* const kDumpFooter =
     "  echo 'PanLeft (Camera: 7)' | orvact dump\n"
     "  echo '03000000 02000000 41000000 01000000' | orvact dump";
 
+const char* const kMatchFooter =
+    "Forms are those of orvact convert. Exit code 1 when no action matches. A pattern that does not read\n"
+    "ends the command: without it the answer would be another.\n\n"
+    "  orvact match '@ PanLeft (Camera: 7)' examples/site.actions\n"
+    "  orvact match rules.actions site.bin --to json\n"
+    "  orvact match --explain '@ CameraOn (Camera: 8)' examples/site.actions";
+
+const char* const kEventsFooter =
+    "The database is an SQLite file with the table Events: Id, Stored (UTC), Name, Code, a column for each of\n"
+    "the event record, and the binary form of the action, Image. See docs/event-records.md.\n\n"
+    "  orvact events store site.db examples/site.actions\n"
+    "  orvact events list site.db --class CameraControl\n"
+    "  orvact events show site.db 3";
+
+const char* const kEventsStoreFooter =
+    "What is no action, and what is a match action, is reported with its place and left out, with exit code\n"
+    "3. Events are stored in transactions of up to 1000; from a pipe they are in the database as soon as\n"
+    "the pipe is empty. Ctrl+C stores what was read and ends with exit code 130; whatever else interrupts\n"
+    "loses the open transaction at most.\n\n"
+    "  orvact events store site.db examples/site.actions\n"
+    "  server-log | orvact events store site.db";
+
+const char* const kEventsListFooter =
+    "An event is listed when it fits all of --code, --class, --since and --match. Exit code 1 when none does.\n\n"
+    "  orvact events list site.db --since 2h --limit 20\n"
+    "  orvact events list site.db --code PanLeft --code 1100\n"
+    "  orvact events list site.db --match '@ LogNPRRecognition (PlateNo: \"KA-OR 143\")'\n"
+    "  orvact events list site.db --to technical > site.actions";
+
+const char* const kEventsShowFooter = "  orvact events show site.db 3";
+
 std::string FormsHelp()
 {
     std::string help = "Forms:\n";

@@ -9,6 +9,11 @@ extern const char* const kListFooter;
 extern const char* const kDescribeFooter;
 extern const char* const kConvertFooter;
 extern const char* const kDumpFooter;
+extern const char* const kMatchFooter;
+extern const char* const kEventsFooter;
+extern const char* const kEventsStoreFooter;
+extern const char* const kEventsListFooter;
+extern const char* const kEventsShowFooter;
 
 // The forms as a list, with what each is for.
 std::string FormsHelp();

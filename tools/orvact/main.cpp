@@ -15,6 +15,10 @@ struct CommandLine {
     std::string described;
     ConvertOptions convert;
     DumpOptions dump;
+    MatchOptions match;
+    EventsStoreOptions store;
+    EventsListOptions events;
+    EventsShowOptions event;
 
     CommandLine();
     void AddShow();
@@ -22,6 +26,8 @@ struct CommandLine {
     void AddDescribe();
     void AddConvert();
     void AddDump();
+    void AddMatch();
+    void AddEvents();
 };
 
 CommandLine::CommandLine()
@@ -37,6 +43,8 @@ CommandLine::CommandLine()
     AddDescribe();
     AddConvert();
     AddDump();
+    AddMatch();
+    AddEvents();
 }
 
 void CommandLine::AddShow()
@@ -97,12 +105,75 @@ void CommandLine::AddDump()
     command->footer(kDumpFooter);
 }
 
+void CommandLine::AddMatch()
+{
+    CLI::App* command = app.add_subcommand("match", "Prints the actions that any of the match actions matches");
+    command
+        ->add_option("PATTERNS", match.patterns,
+                     "A file of match actions, - for standard input, or the text of one, beginning with @")
+        ->type_name("")
+        ->required();
+    AddFile(command, match.file);
+    AddFrom(command, match.from);
+    command->add_option("--to", match.to, "The form of the output; technical when not given")->type_name("FORM");
+    command->add_flag("--explain", match.explain, "Tell why each of the others is refused, on standard error");
+    command->footer(kMatchFooter);
+}
+
+void CommandLine::AddEvents()
+{
+    CLI::App* command = app.add_subcommand("events", "Stores actions in an event database and reads them back");
+    command->require_subcommand(1);
+    command->footer(kEventsFooter);
+    const auto addDatabase = [](CLI::App* to, std::string& database) {
+        to->add_option("DB", database, "The database, a file")->type_name("")->required();
+    };
+
+    CLI::App* storing = command->add_subcommand("store", "Stores actions; makes the database when there is none");
+    addDatabase(storing, store.database);
+    AddFile(storing, store.file);
+    AddFrom(storing, store.from);
+    storing->footer(kEventsStoreFooter);
+
+    CLI::App* listing = command->add_subcommand("list", "Lists events, oldest first");
+    addDatabase(listing, events.database);
+    listing->add_option("--code", events.codes, "Actions of this code or name; may be given several times")
+        ->type_name("CODE")
+        ->allow_extra_args(false);
+    listing->add_option("--class", events.classes, "Actions of this class; may be given several times")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    listing->add_option("--since", events.since, "Stored at this time or later: 2026-11-21T07:30 (UTC), or 15m ago")
+        ->type_name("TIME");
+    listing->add_option("--match", events.pattern, "Actions that match: a match action, or a file of them")
+        ->type_name("PATTERN");
+    listing->add_option("--limit", events.limit, "The newest N of them only")
+        ->type_name("N")
+        ->check(CLI::PositiveNumber);
+    listing->add_option("--to", events.to, "The actions in a form, instead of a list")->type_name("FORM");
+    listing->footer(kEventsListFooter);
+
+    CLI::App* showing = command->add_subcommand("show", "Shows one event: the action, its columns and description");
+    addDatabase(showing, event.database);
+    showing->add_option("ID", event.id, "The number of the event")->type_name("")->required();
+    showing->footer(kEventsShowFooter);
+}
+
+int PerformEvents(const CommandLine& line)
+{
+    const CLI::App* command = line.app.get_subcommand("events");
+    if (command->got_subcommand("store")) return StoreEvents(line.store);
+    return command->got_subcommand("list") ? ListEvents(line.events) : ShowEvent(line.event);
+}
+
 int Perform(const CommandLine& line)
 {
     if (line.app.got_subcommand("list")) return List(line.list);
     if (line.app.got_subcommand("describe")) return Describe(line.described);
     if (line.app.got_subcommand("convert")) return Convert(line.convert);
     if (line.app.got_subcommand("dump")) return Dump(line.dump);
+    if (line.app.got_subcommand("match")) return Match(line.match);
+    if (line.app.got_subcommand("events")) return PerformEvents(line);
     if (!line.show.texts.empty() || !line.show.files.empty()) return Show(line.show);
     PrintError("orvact: show what? Give a TEXT, - or --file; see orvact show --help\n");
     return kUsage;
@@ -119,9 +190,11 @@ int Answer(const CLI::App& app, const CLI::ParseError& answer)
         Print(std::string(answer.what()) + "\n");
         return kDone;
     }
-    const auto commands = app.get_subcommands();
-    PrintError("orvact: " + std::string(answer.what()) + "\nSee orvact " +
-               (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help.\n");
+    std::string commands;
+    for (auto chosen = app.get_subcommands(); !chosen.empty(); chosen = chosen.front()->get_subcommands()) {
+        commands += chosen.front()->get_name() + " ";
+    }
+    PrintError("orvact: " + std::string(answer.what()) + "\nSee orvact " + commands + "--help.\n");
     return kUsage;
 }
 

@@ -1,0 +1,262 @@
+#include "event_filter.h"
+
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+
+#include "catalogue_view.h"
+#include "console.h"
+#include "text.h"
+
+namespace {
+
+std::string Marks(std::size_t count)
+{
+    std::string marks;
+    for (std::size_t i = 0; i < count; ++i) marks += i == 0 ? "?" : ", ?";
+    return marks;
+}
+
+bool ParseNumber(std::string_view text, std::uint32_t& number)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return !text.empty() && error == std::errc() && end == text.data() + text.size();
+}
+
+bool AddCodes(const std::vector<std::string>& wanted, RowFilter& filter)
+{
+    std::vector<SqlValue> codes;
+    for (const std::string& text : wanted) {
+        std::uint32_t code = 0;
+        if (!ParseNumber(text, code)) code = ActionCode(text);
+        if (code == 0 && text != "0") {
+            std::vector<std::string> names;
+            for (const ActionView& action : Actions()) names.push_back(action.name);
+            ReportUnknown("action", text, names);
+            return false;
+        }
+        codes.emplace_back(std::int64_t{code});
+    }
+    if (!codes.empty()) filter.Add("Code in (" + Marks(codes.size()) + ")", codes);
+    return true;
+}
+
+bool AddClasses(const std::vector<std::string>& wanted, RowFilter& filter)
+{
+    if (wanted.empty()) return true;
+    const std::vector<ActionView> actions = Actions();
+    std::vector<SqlValue> codes;
+    for (const std::string& name : wanted) {
+        const std::size_t before = codes.size();
+        for (const ActionView& action : actions) {
+            if (LowerCaseAscii(action.className) == LowerCaseAscii(name)) codes.emplace_back(std::int64_t{action.code});
+        }
+        if (codes.size() > before) continue;
+        std::vector<std::string> names;
+        for (const ClassView& view : Classes()) names.push_back(view.name);
+        ReportUnknown("class", name, names);
+        return false;
+    }
+    filter.Add("Code in (" + Marks(codes.size()) + ")", codes);
+    return true;
+}
+
+// An age: a number and s, m, h, d or w.
+bool ParseAge(std::string_view text, std::int64_t& milliseconds)
+{
+    constexpr std::string_view kUnits = "smhdw";
+    constexpr std::int64_t kLengths[] = {1000, 60'000, 3'600'000, 86'400'000, 604'800'000};
+    const std::size_t unit = text.empty() ? std::string_view::npos : kUnits.find(text.back());
+    std::uint32_t number = 0;
+    if (unit == std::string_view::npos || !ParseNumber(text.substr(0, text.size() - 1), number)) return false;
+    milliseconds = number * kLengths[unit];
+    return true;
+}
+
+// A date, and behind a T or a blank the hour, with minutes, seconds and milliseconds as far as they are given.
+bool ParseTime(const std::string& text, std::string& stored)
+{
+    int year = 0;
+    unsigned month = 0;
+    unsigned day = 0;
+    unsigned clock[4] = {};
+    int end = 0;
+    if (std::sscanf(text.c_str(), "%4d-%2u-%2u%n", &year, &month, &day, &end) != 3) return false;
+    std::string_view rest = std::string_view(text).substr(static_cast<std::size_t>(end));
+    if (rest.ends_with('Z') || rest.ends_with('z')) rest.remove_suffix(1);
+    const char separators[] = {'T', ':', ':', '.'};
+    for (int i = 0; i < 4 && !rest.empty(); ++i) {
+        const std::string_view digits = rest.substr(1, i == 3 ? 3 : 2);
+        const bool separated = rest[0] == separators[i] || (i == 0 && (rest[0] == ' ' || rest[0] == 't'));
+        if (!separated || digits.size() != (i == 3 ? 3u : 2u) || !ParseNumber(digits, clock[i])) return false;
+        rest.remove_prefix(1 + digits.size());
+    }
+    const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month), std::chrono::day(day)};
+    if (!rest.empty() || !date.ok() || clock[0] > 23 || clock[1] > 59 || clock[2] > 59) return false;
+    const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
+    stored = StoredTime((((days * 24 + clock[0]) * 60 + clock[1]) * 60 + clock[2]) * 1000 + clock[3]);
+    return true;
+}
+
+bool AddSince(const std::string& since, RowFilter& filter)
+{
+    if (since.empty()) return true;
+    std::string stored;
+    std::int64_t age = 0;
+    if (ParseAge(since, age)) {
+        stored = StoredTime(Now() - age);
+    } else if (!ParseTime(since, stored)) {
+        PrintError("orvact: '" + Visible(since) +
+                   "' is no time; give a date such as 2026-11-21 or 2026-11-21T07:30 (UTC), or an age such as 90s, "
+                   "15m, 2h, 3d or 1w\n");
+        return false;
+    }
+    filter.Add("Stored >= ?", {stored});
+    return true;
+}
+
+bool IsAscii(std::u16string_view text)
+{
+    for (const char16_t unit : text) {
+        if (unit < 0x20 || unit > 0x7E) return false;
+    }
+    return true;
+}
+
+// The library compares in any case by rules for all scripts, the database for ASCII only. A text beyond ASCII may fit
+// all the same, so it passes.
+void AddText(const std::string& column, std::u16string_view wanted, RowFilter& filter)
+{
+    if (wanted.empty() || !IsAscii(wanted)) return;
+    filter.Add("(" + column + " = ? collate nocase or " + column + " glob '*[^ -~]*')", {std::u16string(wanted)});
+}
+
+class NecessaryColumns {
+public:
+    NecessaryColumns(const Action& pattern, const ParameterView& parameter, RowFilter& filter)
+        : pattern_(pattern), parameter_(parameter), filter_(filter)
+    {
+        bool clean = true;
+        wide_ = WideFromUtf8(parameter.name, clean);
+        name_ = Boundary(wide_.c_str());
+    }
+
+    void Add()
+    {
+        switch (parameter_.type) {
+        case ORV_KIND_Boolean:
+        case ORV_KIND_Numeric32Bit: {
+            std::int32_t number = 0;
+            pattern_->GetInt32(name_, &number);
+            return AddFirst(ColumnSort::Int32, std::int64_t{number});
+        }
+        case ORV_KIND_Numeric64Bit: {
+            std::int64_t number = 0;
+            pattern_->GetInt64(name_, &number);
+            return AddFirst(ColumnSort::Int64, number);
+        }
+        case ORV_KIND_NumericDouble: {
+            double number = 0;
+            pattern_->GetDouble(name_, &number);
+            return AddFirst(ColumnSort::Double, number);
+        }
+        case ORV_KIND_DateTime: {
+            TUlmoDateTime date{};
+            pattern_->GetDateTime(name_, &date);
+            return AddFirst(ColumnSort::Date, static_cast<std::int64_t>(date.value));
+        }
+        case ORV_KIND_String: {
+            OrvBStr text = nullptr;
+            pattern_->GetString(name_, &text);
+            const std::u16string wanted(reinterpret_cast<const char16_t*>(text), SystemStringLength(text));
+            FreeSystemString(text);
+            const EventColumn* column = First();
+            if (column && column->sort == ColumnSort::String) AddText(column->name, wanted, filter_);
+            return;
+        }
+        case ORV_KIND_EventType: {
+            TOrvEventTypeValue type{};
+            pattern_->GetEventType(name_, &type);
+            return AddIdentity(type.id, 0, type.name);
+        }
+        case ORV_KIND_MediaChannel: {
+            TOrvChannelValue channel{};
+            pattern_->GetMediaChannel(name_, &channel);
+            return AddIdentity(channel.id, channel.number, channel.name);
+        }
+        default: return;  // halves of guids and whatever else the columns show badly
+        }
+    }
+
+private:
+    // The first column of a plain parameter is the one that it fills.
+    const EventColumn* First() const
+    {
+        for (const EventColumn& column : kEventColumns) {
+            const std::uint32_t lower = column.bit - 1;
+            if ((parameter_.columns & column.bit) && !(parameter_.columns & lower)) return &column;
+        }
+        return nullptr;
+    }
+
+    const EventColumn* FirstOf(ColumnSort sort) const
+    {
+        for (const EventColumn& column : kEventColumns) {
+            if ((parameter_.columns & column.bit) && column.sort == sort && column.index < 4) return &column;
+        }
+        return nullptr;
+    }
+
+    void AddFirst(ColumnSort sort, const SqlValue& value)
+    {
+        const EventColumn* column = First();
+        if (column && column->sort == sort) filter_.Add(std::string(column->name) + " = ?", {value});
+    }
+
+    // The first field that the pattern fills decides alone, as in the library.
+    void AddIdentity(std::uint64_t id, std::uint32_t number, const OrvWChar* text)
+    {
+        const EventColumn* column = FirstOf(id != 0       ? ColumnSort::Int64
+                                            : number != 0 ? ColumnSort::Int32
+                                                          : ColumnSort::String);
+        if (!column) return;
+        if (id != 0) return filter_.Add(std::string(column->name) + " = ?", {static_cast<std::int64_t>(id)});
+        if (number != 0) {
+            return filter_.Add(std::string(column->name) + " = ?", {std::int64_t{static_cast<std::int32_t>(number)}});
+        }
+        if (text) AddText(column->name, reinterpret_cast<const char16_t*>(text), filter_);
+    }
+
+    const Action& pattern_;
+    const ParameterView& parameter_;
+    RowFilter& filter_;
+    std::u16string wide_;
+    const OrvWChar* name_ = nullptr;
+};
+
+}  // namespace
+
+bool AddConditions(const EventsListOptions& options, RowFilter& filter)
+{
+    return AddCodes(options.codes, filter) && AddClasses(options.classes, filter) && AddSince(options.since, filter);
+}
+
+void AddNecessary(const Action& pattern, RowFilter& filter)
+{
+    const ActionView* declared = FindAction(pattern->GetActionCode());
+    filter.Add("Code = ?", {std::int64_t{declared ? declared->code : 0}});
+    if (!declared) {
+        AddText("Name", reinterpret_cast<const char16_t*>(pattern->GetActionName()), filter);
+        return;
+    }
+    std::uint32_t taken = 0;
+    for (const ParameterView& parameter : declared->parameters) {
+        bool clean = true;
+        const std::u16string name = WideFromUtf8(parameter.name, clean);
+        // An earlier parameter may have taken the column, and a value of another kind is converted for it.
+        const bool sure = parameter.columns != 0 && (parameter.columns & taken) == 0 &&
+                          pattern->GetParameterType(Boundary(name.c_str())) == parameter.type;
+        taken |= parameter.columns;
+        if (sure) NecessaryColumns(pattern, parameter, filter).Add();
+    }
+}

@@ -1,0 +1,69 @@
+// Prints the actions that match one of the patterns.
+#include "action_reader.h"
+#include "commands.h"
+#include "console.h"
+#include "patterns.h"
+#include "text.h"
+
+namespace {
+
+// Of the patterns that name the action each says what it misses; of the others it is enough how many there are.
+std::string Explanation(const std::vector<Pattern>& patterns, const Action& action)
+{
+    constexpr std::size_t kWidest = 100;
+    std::string lines;
+    std::size_t others = 0;
+    for (const Pattern& pattern : patterns) {
+        const std::vector<std::string> reasons = Refusals(pattern, action);
+        others += reasons.empty();
+        if (reasons.empty()) continue;
+        lines += "    " + (pattern.place.empty() ? "" : pattern.place + "  ") + Shortened(pattern.text, kWidest) + "\n";
+        for (const std::string& reason : reasons) lines += "        " + reason + "\n";
+    }
+    if (others > 0) {
+        lines +=
+            "    " + std::to_string(others) + (others == 1 ? " pattern is" : " patterns are") + " for other actions\n";
+    }
+    return lines;
+}
+
+}  // namespace
+
+int Match(const MatchOptions& options)
+{
+    bool soundSource = true;
+    bool soundTarget = true;
+    const Form* source = SourceForm(options.from, soundSource);
+    const Form* target = TargetForm(options.to, soundTarget);
+    std::vector<Pattern> patterns;
+    if (!soundSource || !soundTarget) return kUsage;
+    if (options.patterns == "-" && (options.file.empty() || options.file == "-")) {
+        PrintError("orvact: patterns and actions cannot both come from standard input\n");
+        return kUsage;
+    }
+    ActionReader reader;
+    if (!ReadPatterns(options.patterns, patterns) || !reader.Open(options.file, source)) return kUsage;
+
+    std::size_t matched = 0;
+    std::size_t unwritten = 0;
+    Action action{nullptr};
+    for (Record record; reader.Next(action, record);) {
+        if (MatchesAny(patterns, action)) {
+            ++matched;
+            const Encoded encoded = target->write(action);
+            if (encoded.problem.empty()) {
+                Print(Delimited(*target, encoded.record));
+            } else {
+                ++unwritten;
+                reader.Report(record, encoded.problem);
+            }
+            if (reader.MayWait()) FlushOutput();
+        } else if (options.explain) {
+            const std::string text = Visible(Utf8FromWide(TextOf(action, false)));
+            reader.Report(record, "refused  " + text, 0, Explanation(patterns, action));
+        }
+    }
+    if (reader.failed()) return kUsage;
+    if (reader.unreadable() + unwritten > 0) return kUnreadable;
+    return matched > 0 ? kDone : kNoMatch;
+}

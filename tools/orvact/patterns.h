@@ -1,0 +1,22 @@
+// Match actions, against which a command holds actions.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "action_view.h"
+
+struct Pattern {
+    Action action{nullptr};
+    std::string place;  // "patterns:3", or "" for one given as an argument
+    std::string text;
+};
+
+// The match actions of an argument: of its text when it begins with '@', else of the file that it names. What is none
+// is reported and gives false: a missing pattern would change the answer.
+bool ReadPatterns(const std::string& argument, std::vector<Pattern>& patterns);
+
+bool MatchesAny(const std::vector<Pattern>& patterns, const Action& action);
+
+// Why the pattern refuses the action, a line for each parameter that does not fit; empty when it has another name.
+std::vector<std::string> Refusals(const Pattern& pattern, const Action& action);

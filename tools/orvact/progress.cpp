@@ -1,0 +1,26 @@
+#include "progress.h"
+
+#include <algorithm>
+
+#include "console.h"
+
+Progress::~Progress()
+{
+    PrintPassing("");
+}
+
+void Progress::Show(std::uint64_t taken, std::uint64_t events)
+{
+    constexpr std::uint64_t kWidth = 30;
+    const Clock::time_point now = Clock::now();
+    if (now < next_) return;
+    next_ = now + std::chrono::milliseconds(100);
+    std::string line = std::to_string(events) + " events";
+    if (size_ > 0) {
+        const std::uint64_t done = std::min(taken, size_);
+        const auto full = static_cast<std::size_t>(done * kWidth / size_);
+        line = "[" + std::string(full, '#') + std::string(kWidth - full, '.') + "] " +
+               std::to_string(done * 100 / size_) + " %  " + line;
+    }
+    PrintPassing(line);
+}

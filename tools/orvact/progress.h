@@ -1,0 +1,22 @@
+// A bar on the terminal of standard error for work that takes a while.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+class Progress {
+public:
+    explicit Progress(std::uint64_t size) : size_(size) {}  // in bytes, 0 when not known
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress();  // takes the bar away
+
+    void Show(std::uint64_t taken, std::uint64_t events);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    std::uint64_t size_;
+    Clock::time_point next_ = Clock::now() + std::chrono::milliseconds(500);
+};

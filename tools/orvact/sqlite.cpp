@@ -1,0 +1,115 @@
+#include "sqlite.h"
+
+namespace {
+
+constexpr int kPatience = 5000;  // milliseconds to wait for another program that writes
+
+[[noreturn]] void Fail(sqlite3* database)
+{
+    throw DatabaseError(database ? sqlite3_errmsg(database) : "no memory");
+}
+
+}  // namespace
+
+Statement::Statement(sqlite3* database, const std::string& sql) : database_(database)
+{
+    sqlite3_stmt* statement = nullptr;
+    const int result = sqlite3_prepare_v2(database, sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
+    statement_.reset(statement);
+    Check(result);
+}
+
+void Statement::Check(int result) const
+{
+    if (result != SQLITE_OK) Fail(database_);
+}
+
+void Statement::Bind(int parameter, const SqlValue& value)
+{
+    struct Binder {
+        sqlite3_stmt* statement;
+        int parameter;
+
+        int operator()(std::int64_t number) const { return sqlite3_bind_int64(statement, parameter, number); }
+        int operator()(double number) const { return sqlite3_bind_double(statement, parameter, number); }
+        int operator()(const std::string& text) const
+        {
+            return sqlite3_bind_text64(statement, parameter, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        }
+        int operator()(const std::u16string& text) const
+        {
+            return sqlite3_bind_text64(statement, parameter, reinterpret_cast<const char*>(text.data()),
+                                       2 * text.size(), SQLITE_TRANSIENT, SQLITE_UTF16);
+        }
+    };
+    Check(std::visit(Binder{get(), parameter}, value));
+}
+
+void Statement::BindText(int parameter, const OrvWChar* text, std::uint64_t units)
+{
+    if (!text) return BindNull(parameter);
+    Check(sqlite3_bind_text64(get(), parameter, reinterpret_cast<const char*>(text), 2 * units, SQLITE_STATIC,
+                              SQLITE_UTF16));
+}
+
+void Statement::BindBytes(int parameter, std::string_view bytes)
+{
+    Check(sqlite3_bind_blob64(get(), parameter, bytes.data(), bytes.size(), SQLITE_STATIC));
+}
+
+void Statement::BindNull(int parameter)
+{
+    Check(sqlite3_bind_null(get(), parameter));
+}
+
+bool Statement::Step()
+{
+    const int result = sqlite3_step(get());
+    if (result != SQLITE_ROW && result != SQLITE_DONE) Fail(database_);
+    return result == SQLITE_ROW;
+}
+
+void Statement::Reset()
+{
+    sqlite3_reset(get());
+}
+
+std::string Statement::Text(int column) const
+{
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(get(), column));
+    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(get(), column))) : std::string();
+}
+
+std::u16string Statement::Wide(int column) const
+{
+    const auto* text = static_cast<const char16_t*>(sqlite3_column_text16(get(), column));
+    const auto units = static_cast<std::size_t>(sqlite3_column_bytes16(get(), column)) / 2;
+    return text ? std::u16string(text, units) : std::u16string();
+}
+
+std::string Statement::Bytes(int column) const
+{
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(get(), column));
+    return bytes ? std::string(bytes, static_cast<std::size_t>(sqlite3_column_bytes(get(), column))) : std::string();
+}
+
+Database::Database(const std::string& path, bool write)
+{
+    sqlite3* database = nullptr;
+    const int flags = write ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY;
+    const int result = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
+    database_.reset(database);
+    if (result != SQLITE_OK) Fail(database);
+    sqlite3_busy_timeout(database, kPatience);
+}
+
+void Database::Run(const char* sql)
+{
+    if (sqlite3_exec(get(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) Fail(get());
+}
+
+std::int64_t Database::Number(const std::string& sql)
+{
+    Statement statement(get(), sql);
+    return statement.Step() ? statement.Integer(0) : 0;
+}

@@ -1,0 +1,68 @@
+// The database engine's handles, which close themselves, and its faults as exceptions.
+#pragma once
+
+#include <OrvActions.h>
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+class DatabaseError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// A value of a prepared statement.
+using SqlValue = std::variant<std::int64_t, double, std::string, std::u16string>;
+
+class Statement {
+public:
+    Statement(sqlite3* database, const std::string& sql);
+
+    void Bind(int parameter, const SqlValue& value);
+    // Borrowed until the next step; null binds nothing.
+    void BindText(int parameter, const OrvWChar* text, std::uint64_t units);
+    void BindBytes(int parameter, std::string_view bytes);
+    void BindNull(int parameter);
+
+    bool Step();  // true while there is a row
+    void Reset();
+
+    bool IsNull(int column) const { return sqlite3_column_type(get(), column) == SQLITE_NULL; }
+    std::int64_t Integer(int column) const { return sqlite3_column_int64(get(), column); }
+    double Real(int column) const { return sqlite3_column_double(get(), column); }
+    std::string Text(int column) const;
+    std::u16string Wide(int column) const;
+    std::string Bytes(int column) const;
+
+private:
+    sqlite3_stmt* get() const { return statement_.get(); }
+    void Check(int result) const;
+
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+    };
+    sqlite3* database_;
+    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+};
+
+class Database {
+public:
+    // Reads only, or makes the file when there is none.
+    Database(const std::string& path, bool write);
+
+    sqlite3* get() const { return database_.get(); }
+    void Run(const char* sql);
+    std::int64_t Number(const std::string& sql);  // the first value of the first row
+
+private:
+    struct Close {
+        void operator()(sqlite3* database) const { sqlite3_close(database); }
+    };
+    std::unique_ptr<sqlite3, Close> database_;
+};
