@@ -28,6 +28,7 @@ file(GLOB interface_tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/exports/*_
 orv_test_program(orv_interface_tests ${interface_tests})
 target_link_libraries(orv_interface_tests PRIVATE OrvActions)
 target_include_directories(orv_interface_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${CMAKE_SOURCE_DIR}/tests/golden")
 
 function(orv_python_test name)
     add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
@@ -40,7 +41,7 @@ if(NOT CMAKE_CROSSCOMPILING)
 endif()
 orv_python_test(exported_symbols tests/exports/test_exported_symbols.py)
 if(ORV_TOOLS)
-    orv_python_test(orvact tests/orvact/test_orvact.py)
+    orv_python_test(orvact -m unittest discover -s tests/orvact)
 endif()
 
 # A host that links nothing of ours.

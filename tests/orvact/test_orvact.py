@@ -1,7 +1,4 @@
-"""The command-line tool and the examples, run as a user runs them.
-
-ORVACT names the tool; ORVACT_RUNNER, when set, a program that starts it (Wine for the Windows build).
-"""
+"""The program as a whole, show, list and describe, and the examples."""
 
 import json
 import os
@@ -12,28 +9,7 @@ import unicodedata
 import unittest
 from pathlib import Path
 
-TOOL = Path(os.environ["ORVACT"])
-RUNNER = os.environ.get("ORVACT_RUNNER", "").split()
-ROOT = Path(__file__).resolve().parents[2]
-SITE = ROOT / "examples" / "site.actions"
-
-
-def environment(**extra):
-    names = {name: value for name, value in os.environ.items() if name not in ("NO_COLOR", "TERM")}
-    return names | {"TERM": "xterm", "WINEDEBUG": "-all"} | extra
-
-
-def start(program, *arguments, data=b""):
-    return subprocess.run([*RUNNER, str(program), *arguments], input=data, capture_output=True, cwd=ROOT,
-                          env=environment(), timeout=120, check=False)
-
-
-class Run:
-    def __init__(self, *arguments, data=b""):
-        done = start(TOOL, *arguments, data=data)
-        self.code = done.returncode
-        self.out = done.stdout.decode("utf-8")
-        self.err = done.stderr.decode("utf-8")
+from support import ROOT, RUNNER, SITE, TOOL, Run, environment, start
 
 
 def width(text):
@@ -203,123 +179,6 @@ class Catalogue(unittest.TestCase):
         for part in ("DigitalInput\n", "DigitalContacts (4)", "InputContact", "Int32_A|Int64_A|String_A",
                      "0 Low, 1 Middle, 2 High", "    DigitalInput (Contact: 1, State: 0)\n"):
             self.assertIn(part, by_name.out)
-
-
-class Convert(unittest.TestCase):
-    def test_the_road_there_and_back(self):
-        first = Run("convert", "--to", "technical", "examples/site.actions")
-        self.assertEqual(first.code, 3)
-        self.assertEqual(len(first.out.splitlines()), 70)
-        data = first.out.encode()
-        for form in ("hex", "raw", "binary", "technical"):
-            done = start(TOOL, "convert", "--to", form, data=data)
-            self.assertEqual((done.returncode, done.stderr), (0, b""))
-            data = done.stdout
-        self.assertEqual(data.decode(), first.out)
-
-    def test_each_form(self):
-        text = '@ CrossingLine (Comment: "a", Channel: { 5, 7, "Süd" }, Extra: "x\ty")'
-        binary = start(TOOL, "convert", "--to", "raw", data=text.encode()).stdout
-        self.assertEqual(binary[:8], bytes([4, 0, 0, 0, 13, 0, 0, 0]))
-        framed = start(TOOL, "convert", "--to", "binary", data=text.encode()).stdout
-        self.assertEqual(framed, len(binary).to_bytes(4, "little") + binary)
-        self.assertEqual(Run("convert", "--to", "hex", data=text.encode()).out, binary.hex() + "\n")
-        action = json.loads(Run("convert", "--to", "json", data=text.encode()).out)["action"]
-        self.assertEqual(action["params"]["extra"], "x\ty")
-        self.assertIn("<value>7</value>", Run("convert", "--to", "properties", data=text.encode()).out)
-        self.assertIn('<property channel="Süd">', Run("convert", "--to", "xml", data=text.encode()).out)
-        self.assertIn("Süd", Run("convert", "--to", "plain", data=text.encode()).out)
-        spaced = " ".join(f"{byte:02X}" for byte in binary)
-        self.assertEqual(Run("convert", "--to", "technical", data=f"# digits\n\n{spaced}\n".encode()).out, text + "\n")
-
-    def test_what_is_left_out_is_told(self):
-        one = bytes.fromhex(Run("convert", "--to", "hex", data=b"A (x: 5)").out)
-        frame = len(one).to_bytes(4, "little") + one
-        cases = [
-            (b"A (x: 5)\nbroken\nB (x: 6)", "stdin:2:1: no action", 2),
-            (b"A (x: 5) tail", "stdin:1:10: note: left out", 1),
-            (one.hex().encode() + b"\n030000zz", "stdin:2:7: no hexadecimal digit", 1),
-            (one.hex().encode() + b"\n0", "stdin:2:2: half a byte", 1),
-            (one + one[:-1], "stdin:action 2: damaged at byte 32: the value of record 1 of 1 takes 4 bytes", 1),
-            (frame + frame[:-1], "stdin:action 2: the frame has 36 bytes, and 35 are left", 1),
-            (frame + b"\x01", "stdin:action 2: the input ends inside", 1),
-            (frame + b"\xff\xff\xff\xff" + frame, "no frame has 4294967295 bytes", 1),
-            ((40).to_bytes(4, "little") + one + b"junk" + frame, "note: left out the 4 bytes behind", 2),
-        ]
-        for data, expected, count in cases:
-            with self.subTest(expected):
-                run = Run("convert", "--to", "technical", data=data)
-                self.assertEqual(run.code, 0 if "note" in expected else 3)
-                self.assertIn(expected, run.err)
-                self.assertEqual(len(run.out.splitlines()), count)
-
-    def test_what_a_form_cannot_hold_is_told(self):
-        one = bytes.fromhex(Run("convert", "--to", "hex", data=b'A (x: "yy")').out)
-        for unit, reason, code in ((b"\n\0", "a line break", 3), (b"\x00\xd8", "half a character", 3),
-                                   (b'"\0', "note: what was written in form technical does not read back", 0)):
-            run = Run("convert", "--to", "technical", data=one.replace(b"y\0y\0", b"y\0" + unit))
-            self.assertEqual(run.code, code)
-            self.assertIn(reason, run.err)
-        broken = one.replace(b"y\0y\0", b"y\0\n\0")
-        self.assertEqual(len(Run("convert", "--to", "json", data=broken).out.splitlines()), 1)
-        self.assertEqual(bytes.fromhex(Run("convert", "--to", "hex", data=broken).out), broken)
-
-    def test_faults_of_use(self):
-        for arguments, data, expected in (
-                (["--to", "yaml"], b"", "'yaml' is no form; choose from technical,"),
-                (["--to", "hex", "--from", "json"], b"", "'json' is only written"),
-                (["--to", "hex"], b'{"action":{}}', "looks like json, which is only written"),
-                (["--to", "hex", "examples/none"], b"", "examples/none: No such file"), ([], b"", "--to is required")):
-            run = Run("convert", *arguments, data=data)
-            self.assertEqual((run.code, run.out), (2, ""))
-            self.assertIn(expected, run.err)
-
-
-class Dump(unittest.TestCase):
-    def test_field_by_field(self):
-        run = Run("dump", data=b"A (x: 5)")
-        self.assertEqual((run.code, run.err), (0, ""))
-        self.assertEqual(run.out.splitlines(), [
-            "stdin:1",
-            "00000000  03 00 00 00              kind 3: an action",
-            "00000004  02 00 00 00              2 units with the end",
-            '00000008  41 00 00 00              name "A"',
-            "0000000c  01 00 00 00              1 record",
-            "",
-            "00000010  02 00 00 00              2 units with the end",
-            '00000014  78 00 00 00              name "x"',
-            "00000018  02 00 00 00              kind 2, Numeric32Bit",
-            "0000001c  00 00 00 00              no enum",
-            "00000020  05 00 00 00              5",
-            "reads as A (x: 5)"])
-
-    def test_every_kind_of_value(self):
-        actions = json.loads(Run("list", "actions", "--json").out)
-        run = Run("dump", data="\n".join(row["example"] for row in actions if row["example"]).encode())
-        self.assertEqual((run.code, run.err), (0, ""))
-        for part in ("kind 1, Boolean", "1 True", "1.5\n", "2022/10/20", "guid 0f8fad5b-d9cb", "number 1\n", "id 1\n",
-                     "top 10, left 20, bottom 110, right 220", '"1 2 3 4 5 \'item\'"', "DigitalInputState"):
-            self.assertIn(part, run.out)
-
-    def test_damaged_input_as_far_as_it_is_sound(self):
-        whole = bytes.fromhex(Run("convert", "--to", "hex", data=b'@ A (x: { 7, 5, "n" })').out)
-        fields = Run("dump", data=whole).out.splitlines()
-        for cut in (1, 4, 7, 12, 20, 37, len(whole) - 5, len(whole) - 1):
-            run = Run("dump", "--from", "raw", data=whole[:cut])
-            self.assertEqual(run.code, 3)
-            shown = [line for line in run.out.splitlines()[1:] if line in fields]
-            self.assertEqual(shown, fields[1:len(shown) + 1])
-            self.assertRegex(run.err, r"^stdin:action 1: stops at [0-9a-f]{8}: the .* takes \d+ bytes?, and ")
-        cases = [
-            (whole[:12] + b"\xff\xff\xff\xff" + whole[16:], "record 3 of 4294967295 takes"),
-            (whole[:4] + b"\xff\xff\xff\x7f" + whole[8:], "the name takes 4294967294 bytes"),
-            (b"\x09" + whole[1:], "a message of kind 9 is neither"),
-            (whole + b"tail", "and more bytes follow"),
-        ]
-        for data, expected in cases:
-            run = Run("dump", data=data.hex().encode(), *(["--from", "hex"]))
-            self.assertEqual(run.code, 3)
-            self.assertIn(expected, run.err)
 
 
 class Program(unittest.TestCase):

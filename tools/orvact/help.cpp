@@ -67,7 +67,7 @@ const char* const kEventsStoreFooter =
 const char* const kEventsListFooter =
     "An event is listed when it fits all of --code, --class, --since and --match. Exit code 1 when none does.\n\n"
     "  orvact events list site.db --since 2h --limit 20\n"
-    "  orvact events list site.db --code PanLeft --code 1100\n"
+    "  orvact events list site.db --code PanLeft --code 1122\n"
     "  orvact events list site.db --match '@ LogNPRRecognition (PlateNo: \"KA-OR 143\")'\n"
     "  orvact events list site.db --to technical > site.actions";
 

@@ -1,0 +1,31 @@
+"""Runs the command-line tool as a user runs it.
+
+ORVACT names the tool; ORVACT_RUNNER, when set, a program that starts it (Wine for the Windows build).
+"""
+
+import os
+import subprocess
+from pathlib import Path
+
+TOOL = Path(os.environ["ORVACT"])
+RUNNER = os.environ.get("ORVACT_RUNNER", "").split()
+ROOT = Path(__file__).resolve().parents[2]
+SITE = ROOT / "examples" / "site.actions"
+
+
+def environment(**extra):
+    names = {name: value for name, value in os.environ.items() if name not in ("NO_COLOR", "TERM")}
+    return names | {"TERM": "xterm", "WINEDEBUG": "-all"} | extra
+
+
+def start(program, *arguments, data=b""):
+    return subprocess.run([*RUNNER, str(program), *arguments], input=data, capture_output=True, cwd=ROOT,
+                          env=environment(), timeout=120, check=False)
+
+
+class Run:
+    def __init__(self, *arguments, data=b""):
+        done = start(TOOL, *arguments, data=data)
+        self.code = done.returncode
+        self.out = done.stdout.decode("utf-8")
+        self.err = done.stderr.decode("utf-8")

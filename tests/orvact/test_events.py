@@ -1,0 +1,201 @@
+"""events: a real database, filled and read back."""
+
+import os
+import signal
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+from support import ROOT, RUNNER, TOOL, Run, environment, start
+
+
+class Events(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(dir=os.environ.get("ORV_BIN"))
+        self.addCleanup(folder.cleanup)
+        self.path = Path(folder.name) / "Tür 東京.db"
+        self.name = os.path.relpath(self.path, ROOT)
+
+    def store(self, text):
+        return Run("events", "store", self.name, data=text.encode())
+
+    def rows(self, sql, *values):
+        database = sqlite3.connect(self.path)
+        try:
+            return database.execute(sql, values).fetchall()
+        finally:
+            database.close()
+
+    def test_the_page_there_and_back(self):
+        run = Run("events", "store", self.name, "examples/site.actions")
+        self.assertEqual((run.code, run.out), (3, f"65 events stored in {self.name}, 10 left out\n"))
+        self.assertIn("examples/site.actions:95:21: neither", run.err)
+        self.assertIn("examples/site.actions:83: a match action is a pattern", run.err)
+        texts = Run("convert", "--to", "technical", "examples/site.actions").out.splitlines(keepends=True)
+        back = Run("events", "list", self.name, "--to", "technical")
+        self.assertEqual((back.code, back.err), (0, ""))
+        self.assertEqual(back.out, "".join(text for text in texts if not text.startswith("@")))
+
+    def test_columns_and_image(self):
+        self.assertEqual(self.store('PanLeft (Camera: { 12, 7, "Süd" }, Speed: -3, User1: "ann")\n'
+                                    'SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")\n'
+                                    "Site (x: 0.5)").code, 0)
+        names = [row[1] for row in self.rows("pragma table_info(Events)")]
+        self.assertEqual(names[:5] + names[-1:], ["Id", "Stored", "Name", "Code", "Int32FieldA", "Image"])
+        self.assertEqual(len(names), 25)
+        rows = self.rows("select Code, Int32FieldA, Int32FieldB, Int64FieldA, StringFieldA, StringFieldFirstUser,"
+                         " StringFieldB, Name from Events order by Id")
+        self.assertEqual(rows[0], (1102, 7, -3, 12, "Süd", "ann", None, "PanLeft"))
+        self.assertEqual(rows[2], (0,) + (None,) * 6 + ("Site",))
+        date = self.rows("select datetime((DateFieldA & 0xFFFFFFFFFFFF) / 1000 - 11644473600, 'unixepoch') from Events"
+                         " where Id = 2")
+        self.assertEqual(date, [("2022-10-20 03:58:12",)])
+        image = self.rows("select Image from Events where Id = 3")[0][0]
+        self.assertEqual(image.hex() + "\n", Run("convert", "--to", "hex", data=b"Site (x: 0.5)").out)
+
+    def test_without_an_image_the_columns_restore(self):
+        self.store('PanLeft (Camera: { 12, 7, "Süd" }, Speed: 3, Extra: 1, User1: "ann")')
+        database = sqlite3.connect(self.path)
+        database.execute("update Events set Image = x''")
+        database.commit()
+        database.close()
+        self.assertEqual(Run("events", "list", self.name, "--to", "technical").out,
+                         'PanLeft (Camera: { 12, 7, "Süd" }, Speed: 3, User1: "ann")\n')
+
+    def test_filters(self):
+        texts = ["PanLeft (Camera: 7, Speed: 3)", 'PanLeft (Camera: { 5, 8, "Gate" })', "PanRight (Camera: 7)",
+                 "CameraOn (Camera: 7)", 'LogNPRRecognition (PlateNo: "ka-or 143")',
+                 'LogNPRRecognition (PlateNo: "\u212aA-OR 143")', 'Türen (x: "a")', "POSData (Price: 2.5)",
+                 'PanLeft (Speed: "3")', "ATMTransaction (Account: 12345678901)",
+                 'SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")', "SystemSettingsChanged (SetupChanged: 1)"]
+        self.store("\n".join(texts))
+        patterns = ["@ PanLeft ()", "@ panleft (CAMERA: 7)", '@ PanLeft (Camera: { 5, 1, "x" })',
+                    '@ PanLeft (Camera: "GATE")', "@ PanLeft (Speed: 3)", '@ LogNPRRecognition (PlateNo: "KA-OR 143")',
+                    '@ "türen" (x: "A")', "@ POSData (Price: 2.5)", "@ POSData (Price: 2)", "@ TiltUp ()",
+                    "@ ATMTransaction (Account: 12345678901)", "@ SystemSettingsChanged (SetupChanged: 1)",
+                    '@ SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")']
+        for pattern in patterns:  # the database's filter must not change the library's answer
+            with self.subTest(pattern):
+                listed = Run("events", "list", self.name, "--to", "technical", "--match", pattern)
+                matched = Run("match", pattern, data="\n".join(texts).encode())
+                self.assertEqual((listed.code, listed.out), (matched.code, matched.out))
+        cases = [
+            (["--code", "panleft"], [1, 2, 9]), (["--code", "PanRight", "--code", "1122"], [3, 4]),
+            (["--code", "0"], [7]), (["--class", "cameracontrol", "--class", "POS"], [1, 2, 3, 4, 8, 9]),
+            (["--limit", "2"], [11, 12]), (["--limit", "99"], list(range(1, 13))),
+            (["--match", "@ PanLeft ()", "--limit", "1"], [9]), (["--since", "1h", "--limit", "1"], [12]),
+            (["--since", "2000-01-01T07:30", "--code", "PanRight"], [3]), (["--since", "2999-12-31"], []),
+        ]
+        for arguments, numbers in cases:
+            with self.subTest(arguments):
+                run = Run("events", "list", self.name, *arguments)
+                self.assertEqual([int(line.split()[0]) for line in run.out.splitlines()], numbers, run.err)
+                self.assertEqual(run.code, 0 if numbers else 1)
+
+    def test_since_counts_in_utc(self):
+        self.store("CaseOpened ()")
+        stored = Run("events", "list", self.name).out.split()[1]
+        self.assertLess(abs(time.time() - time.mktime(time.strptime(stored[:19], "%Y-%m-%dT%H:%M:%S")) + time.timezone), 60)
+        self.assertEqual(Run("events", "list", self.name, "--since", stored).code, 0)
+        self.assertEqual(Run("events", "list", self.name, "--since", stored[:-2] + "9Z").code, int(stored[-2] != "9"))
+
+    def test_one_event_in_full(self):
+        self.store("PanLeft (Speed: 3)")
+        self.store('PanLeft (Camera: { 12, 7, "Süd" }, Speed: 3)')
+        run = Run("events", "show", self.name, "2")
+        self.assertEqual((run.code, run.err), (0, ""))
+        for part in ("event 2  PanLeft, action 1102", "      PTZ head  Süd (7)\n", "      Int64FieldA   12\n",
+                     "    image: 106 bytes\n", "    stored: 20"):
+            self.assertIn(part, run.out)
+
+    def test_faults_of_use(self):
+        self.store("CaseOpened ()")
+        text = Path(str(self.path) + ".txt")
+        text.write_text("no database " * 100)
+        other = Path(str(self.path) + ".other")
+        database = sqlite3.connect(other)
+        database.execute("create table T (x)")
+        database.close()
+        cases = [
+            (["show", self.name, "7"], "no event 7; the last one is 1"),
+            (["list", self.name, "--code", "PanLeff"], "did you mean PanLeft"),
+            (["list", self.name, "--class", "Vido"], "Video"),
+            (["list", self.name, "--since", "2026-13-01"], "'2026-13-01' is no time; give a date such as"),
+            (["list", self.name, "--since", "1y"], "'1y' is no time"),
+            (["list", self.name, "--match", "@ broken"], "no action here"),
+            (["list", self.name, "--limit", "0"], "--limit"),
+            (["list", self.name + ".none"], "unable to open database file"),
+            (["list", self.name + ".txt"], "file is not a database"),
+            (["store", self.name + ".other", "examples/site.actions"], "not one of events"),
+            (["store", self.name, "examples/none"], "No such file"),
+            ([], "A subcommand is required"),
+        ]
+        for arguments, expected in cases:
+            with self.subTest(arguments):
+                run = Run("events", *arguments)
+                self.assertEqual((run.code, run.out), (2, ""))
+                self.assertIn(expected, run.err)
+        self.assertEqual(self.rows("select count(*) from Events"), [(1,)])
+
+    def test_a_pipe_that_pauses_keeps_nothing_back(self):
+        with self.storing() as process:
+            process.stdin.write(b"CaseOpened ()\nPanLeft (Camera: 7)\n")
+            process.stdin.flush()
+            self.assertTrue(self.until(lambda: self.path.exists() and self.count() == 2))
+            process.kill()
+        self.assertEqual(self.count(), 2)
+
+    @unittest.skipIf(RUNNER or sys.platform == "win32", "sends a signal")
+    def test_an_interrupt_ends_in_good_order(self):
+        with self.storing() as process:
+            process.stdin.write(b"CaseOpened ()\nPanLeft (Cam")
+            process.stdin.flush()
+            self.assertTrue(self.until(lambda: self.path.exists() and self.count() == 1))
+            process.send_signal(signal.SIGINT)
+            out, err = process.communicate(timeout=30)
+        self.assertEqual(process.returncode, 130)
+        self.assertIn(b"1 event stored", out)
+        self.assertNotIn(b"stdin:2", err)
+
+    @unittest.skipIf(RUNNER or sys.platform == "win32", "a pseudo terminal is POSIX's")
+    def test_a_bar_for_long_input(self):
+        import pty
+        page = Path(str(self.path) + ".actions")
+        page.write_text("PanLeft (Camera: 7, Speed: 3)\n" * 60000)
+        outer, inner = pty.openpty()
+        done = subprocess.run([str(TOOL), "events", "store", str(self.path), str(page)], stderr=inner,
+                              stdout=subprocess.PIPE, env=environment(), timeout=120, check=False)
+        os.set_blocking(outer, False)
+        shown = os.read(outer, 65536)
+        os.close(inner)
+        os.close(outer)
+        self.assertEqual(done.returncode, 0)
+        self.assertRegex(shown, rb"\r\[#*\.*\] \d+ %  \d+ events")
+        self.assertTrue(shown.endswith(b" \r"))
+        self.assertEqual(self.count(), 60000)
+
+    def storing(self):
+        return subprocess.Popen([*RUNNER, str(TOOL), "events", "store", self.name], stdin=subprocess.PIPE, cwd=ROOT,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment())
+
+    def count(self):
+        try:
+            return self.rows("select count(*) from Events")[0][0]
+        except sqlite3.OperationalError:  # not made yet
+            return 0
+
+    @staticmethod
+    def until(condition):
+        for _ in range(300):
+            if condition():
+                return True
+            time.sleep(0.1)
+        return False
+
+
+if __name__ == "__main__":
+    unittest.main()
