@@ -30,6 +30,40 @@ target_link_libraries(orv_interface_tests PRIVATE OrvActions)
 target_include_directories(orv_interface_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${CMAKE_SOURCE_DIR}/tests/golden")
 
+# The bridge to the sibling product with replacements of its library, each in a folder of its own: the program puts the
+# one it wants beside itself, and does so in a folder where no other test sees it. What was loaded stays in a process,
+# so each suite gets one.
+set(sibling_bin ${CMAKE_BINARY_DIR}/bin/sibling)
+foreach(variant whole lacking)
+    add_library(sibling_${variant} MODULE ${CMAKE_SOURCE_DIR}/tests/sibling/replacement_library.cpp)
+    set_target_properties(sibling_${variant} PROPERTIES OUTPUT_NAME HeskActions CXX_VISIBILITY_PRESET default
+        LIBRARY_OUTPUT_DIRECTORY ${sibling_bin}/${variant})
+    target_link_libraries(sibling_${variant} PRIVATE orv_flags)
+    if(WIN32)
+        set_target_properties(sibling_${variant} PROPERTIES PREFIX "")
+        target_link_options(sibling_${variant} PRIVATE -static)
+    endif()
+endforeach()
+target_compile_definitions(sibling_lacking PRIVATE LACKS_EVENTS)
+
+add_executable(orv_sibling_tests ${CMAKE_SOURCE_DIR}/tests/sibling/wrapper_test.cpp $<TARGET_OBJECTS:orv_objects>)
+set_target_properties(orv_sibling_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${sibling_bin})
+target_include_directories(orv_sibling_tests PRIVATE
+    $<TARGET_PROPERTY:orv_unit_tests,INCLUDE_DIRECTORIES>)
+target_link_libraries(orv_sibling_tests PRIVATE orv_flags gtest_main Threads::Threads)
+add_dependencies(orv_sibling_tests orv_generated sibling_whole sibling_lacking)
+if(WIN32)
+    target_link_options(orv_sibling_tests PRIVATE -static)
+    target_link_libraries(orv_sibling_tests PRIVATE ${ORV_SYSTEM_LIBRARIES})
+endif()
+foreach(suite Loading GivingUp Lacking Whole)
+    add_test(NAME orv_sibling_tests_${suite} COMMAND orv_sibling_tests --gtest_brief=1 --gtest_filter=${suite}.*)
+    set_tests_properties(orv_sibling_tests_${suite} PROPERTIES RESOURCE_LOCK sibling_library)
+    if(NOT WIN32)
+        set_tests_properties(orv_sibling_tests_${suite} PROPERTIES ENVIRONMENT ORV_DEBUG_OUTPUT=1)
+    endif()
+endforeach()
+
 function(orv_python_test name)
     add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT

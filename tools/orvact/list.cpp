@@ -5,6 +5,7 @@
 #include "action_view.h"
 #include "commands.h"
 #include "console.h"
+#include "sibling_forms.h"
 #include "table.h"
 #include "text.h"
 
@@ -107,6 +108,59 @@ int ListActions(const std::string& className, bool json)
     return kDone;
 }
 
+std::string Direction(bool read, bool written)
+{
+    if (read && written) return "both";
+    return read ? "from" : written ? "to" : "none";
+}
+
+// An action, or a name that only the sibling has, and what becomes of it there and here.
+struct SiblingRow {
+    std::string name;
+    std::string code;     // "" for a name that only the sibling has
+    std::string gives;    // the action that the sibling's text of this name gives, "" for none
+    std::string written;  // an example of the text for the sibling, "" for none
+    std::string Remark() const { return gives.empty() || gives == name ? written : "gives " + gives; }
+};
+
+std::vector<SiblingRow> SiblingRows(const ActionView& view)
+{
+    const std::string example = ExampleText(view);
+    bool clean = true;
+    std::uint32_t consumed = 0;
+    std::string reason;
+    const Action action(ReadText(WideFromUtf8(example.empty() ? view.name + " ()" : example, clean), consumed));
+    std::vector<SiblingRow> rows = {{view.name, std::to_string(view.code), ActionFromSibling(view.name),
+                                     action ? Utf8FromWide(SiblingTextOf(action, reason)) : std::string()}};
+    // Some actions have a second text there, under a name that is none here.
+    const std::string second = view.name + "Ex";
+    const std::string gives = ActionCode(second) == 0 ? ActionFromSibling(second) : std::string();
+    if (!gives.empty()) rows.push_back({second, "", gives, ""});
+    return rows;
+}
+
+int ListSibling(const std::string& className, bool json)
+{
+    std::string wanted;
+    if (const int code = FindClass(className, wanted)) return code;
+    Json rows = Json::array();
+    Table table;
+    table.NumbersIn(0);
+    table.Heading({"Code", "Name", "Converts", "As"});
+    for (const ActionView& view : Actions()) {
+        if (!wanted.empty() && view.className != wanted) continue;
+        for (const SiblingRow& row : SiblingRows(view)) {
+            const bool read = !row.gives.empty(), written = !row.written.empty();
+            rows.push_back({{"name", row.name}, {"fromHesk", read}, {"toHesk", written}});
+            if (read) rows.back()["gives"] = row.gives;
+            if (written) rows.back()["example"] = row.written;
+            table.Row({row.code, row.name, Direction(read, written), row.Remark()});
+        }
+    }
+    json ? PrintJson(rows) : table.Write(kScreen);
+    return kDone;
+}
+
 std::string ValueNames(const EnumView& view)
 {
     std::string names;
@@ -149,9 +203,12 @@ int ListEnums(bool json)
 
 int List(const ListOptions& options)
 {
-    if (options.what == "actions") return ListActions(options.className, options.json);
-    if (!options.className.empty()) {
-        PrintError("orvact: --class goes with actions only\n");
+    if (options.what == "actions") {
+        return options.hesk ? ListSibling(options.className, options.json)
+                            : ListActions(options.className, options.json);
+    }
+    if (options.hesk || !options.className.empty()) {
+        PrintError("orvact: --class and --hesk go with actions only\n");
         return kUsage;
     }
     return options.what == "classes" ? ListClasses(options.json) : ListEnums(options.json);

@@ -67,6 +67,7 @@ void CommandLine::AddList()
         ->required()
         ->check(CLI::IsMember({"classes", "actions", "enums"}));
     command->add_option("--class", list.className, "Actions of this class only")->type_name("NAME");
+    command->add_flag("--hesk", list.hesk, "Which actions convert from and to the sibling product's text, and how");
     command->add_flag("--json", list.json, "As JSON, with all that is known");
     command->footer(kListFooter);
 }

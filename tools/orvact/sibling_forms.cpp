@@ -1,0 +1,84 @@
+#include "sibling_forms.h"
+
+#include <algorithm>
+
+#include "console.h"
+#include "text.h"
+
+namespace {
+
+using Conversion = OrvBool (*)(const OrvWChar* text, OrvBStr* converted);
+
+bool Convert(Conversion conversion, const std::u16string& text, std::u16string& converted)
+{
+    OrvBStr answer = nullptr;
+    if (!conversion(Boundary(text.c_str()), &answer)) return false;
+    converted.assign(reinterpret_cast<const char16_t*>(answer));
+    FreeSystemString(answer);
+    return true;
+}
+
+bool FromSibling(const std::u16string& text, std::u16string& converted)
+{
+    return Convert(Talvec_Action_ConvertHeskActionTextToOrvActionText, text, converted);
+}
+
+// What a failed conversion left, unless it is the plain answer that there is no counterpart.
+std::string OtherFailure()
+{
+    TOrvLastErrorInfo info{};
+    if (!OrvAct_GetLastError(&info) || info.code == ORV_ERROR) return {};
+    return info.messageW ? Utf8FromWide(info.messageW) : info.message;
+}
+
+std::string WithoutLeadingSpace(const std::string& text)
+{
+    return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+}
+
+std::string WhyNotRead(const std::u16string& wide)
+{
+    const std::string failure = OtherFailure();
+    if (!failure.empty()) return failure;
+    const std::string text = WithoutLeadingSpace(Utf8FromWide(wide));
+    if (text.empty() || text.find('(') == std::string::npos) return "no name with an opening bracket";
+    if (text.find_first_of("@!?") == 0) return std::string("texts with the prefix ") + text[0] + " are not converted";
+    const std::string name = text.substr(0, text.find_first_of(" \t("));
+    if (ActionFromSibling(name).empty()) return "no action of ours is called " + Visible(name) + " there";
+    return "some field cannot be read, or the closing bracket is missing";
+}
+
+}  // namespace
+
+TOrvHandle ReadSiblingText(const std::u16string& text, std::string& reason)
+{
+    std::u16string converted;
+    if (!FromSibling(text, converted)) {
+        reason = WhyNotRead(text);
+        return nullptr;
+    }
+    std::uint32_t consumed = 0;
+    const TOrvHandle handle = ReadText(converted, consumed);
+    if (!handle) reason = "what it gives cannot be read: " + Visible(Utf8FromWide(converted));
+    return handle;
+}
+
+std::u16string SiblingTextOf(const Action& action, std::string& reason)
+{
+    std::u16string converted;
+    if (Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, TextOf(action, false), converted)) return converted;
+    reason = OtherFailure();
+    if (!reason.empty()) return {};
+    const bool match = action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION;
+    reason = match ? "match actions have no counterpart there"
+                   : "the sibling product has no action " + Visible(Utf8FromWide(action->GetActionName()));
+    return {};
+}
+
+std::string ActionFromSibling(const std::string& name)
+{
+    bool clean = true;
+    std::u16string converted;
+    if (!FromSibling(WideFromUtf8(name + " ()", clean), converted)) return {};
+    return Utf8FromWide(std::u16string_view(converted).substr(0, converted.find(u' ')));
+}
