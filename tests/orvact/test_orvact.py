@@ -113,6 +113,7 @@ class Show(unittest.TestCase):
     def test_faults_of_use(self):
         cases = [
             [], ["show"], ["show", "--nonsense"], ["list", "everything"], ["list", "classes", "--class", "Video"],
+            ["list", "enums", "--hesk"],
             ["list", "actions", "--class", "Vido"], ["describe", "PanLeff"], ["describe", "4"],
             ["describe", "99999999999"], ["show", "--file", "examples/no such file"], ["show", "--file", "examples"],
         ]
@@ -171,6 +172,19 @@ class Catalogue(unittest.TestCase):
         self.assertEqual(len(lines), 5)
         self.assertEqual({line.index("  Audio") + 2 for line in lines[1:]}, {lines[0].index("Class")})
         self.assertEqual(len(Run("list", "enums").out.splitlines()), 84)
+
+    def test_what_the_sibling_product_has(self):
+        rows = {row["name"]: row for row in json.loads(Run("list", "actions", "--hesk", "--json").out)}
+        self.assertEqual(len(rows), 431)
+        self.assertEqual(sum(row["toHesk"] for row in rows.values()), 328)
+        self.assertEqual(sum(row["fromHesk"] for row in rows.values()), 332)
+        table = Run("list", "actions", "--hesk", "--class", "CameraControl").out
+        for line in ("1102  PanLeft                          both      PanLeft (1, 1)\n",
+                     '1164  CameraPushAF                     both      CameraRAWOutput (1, "FocusPushAF")\n',
+                     "      MoveToAbsolutePositionEx         from      gives MoveToAbsolutePosition\n",
+                     "2120  CameraAreaZoom                   from      gives InfoEvent\n",
+                     "1602  CameraTourPause                  none\n"):
+            self.assertIn(line, table)
 
     def test_a_page(self):
         by_name, by_code = Run("describe", "DIGITALinput"), Run("describe", "1030")
