@@ -45,6 +45,7 @@ class Convert(unittest.TestCase):
         frame = len(one).to_bytes(4, "little") + one
         cases = [
             (b"A (x: 5)\nbroken\nB (x: 6)", "stdin:2:1: no action", 2),
+            (b'A (x: 5)\nSetClock (Date: "2022/13/20 05:58:12,041 GMT+02:00")', "stdin:2:1: Invalid month", 1),
             (b"A (x: 5) tail", "stdin:1:10: note: left out", 1),
             (one.hex().encode() + b"\n030000zz", "stdin:2:7: no hexadecimal digit", 1),
             (one.hex().encode() + b"\n0", "stdin:2:2: half a byte", 1),

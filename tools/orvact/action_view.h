@@ -20,7 +20,10 @@ public:
         std::swap(handle_, other.handle_);
         return *this;
     }
-    ~Action() { OrvAct_CloseHandle(handle_); }
+    ~Action()
+    {
+        if (handle_) OrvAct_CloseHandle(handle_);  // a close, even of nothing, clears the last error
+    }
 
     explicit operator bool() const { return handle_ != nullptr; }
     TOrvHandle get() const { return handle_; }
