@@ -78,6 +78,7 @@ class Convert(unittest.TestCase):
                 (["--to", "yaml"], b"", "'yaml' is no form; choose from technical,"),
                 (["--to", "hex", "--from", "json"], b"", "'json' is only written"),
                 (["--to", "hex"], b'{"action":{}}', "looks like json, which is only written"),
+                (["--to", "hex"], "PanLeft ()".encode("utf-16"), "stdin: is UTF-16"),
                 (["--to", "hex", "examples/none"], b"", "examples/none: No such file"), ([], b"", "--to is required")):
             run = Run("convert", *arguments, data=data)
             self.assertEqual((run.code, run.out), (2, ""))

@@ -31,13 +31,19 @@ bool ActionReader::Open(const std::string& path, const Form* form)
     }
     lines_ = std::make_unique<LineReader>(file_);
     size_ = SizeOnDisk(file_);
-    form_ = form ? form : &GuessForm(lines_->Head(kHead));
+    const std::string_view head = lines_->Head(kHead);
+    form_ = form ? form : &GuessForm(head);
     if (lines_->failed()) {
         ReportFile(source_);
         return false;
     }
-    if (form_->read) return true;
-    PrintError("orvact: " + source_ + ": looks like " + form_->name + ", which is only written\n");
+    // What some shells make of every text that passes them.
+    const bool utf16 = form_->layout == Layout::Lines && (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF"));
+    if (form_->read && !utf16) return true;
+    PrintError("orvact: " + source_ + ": " +
+               (utf16 ? "is UTF-16; texts are read in UTF-8"
+                      : std::string("looks like ") + form_->name + ", which is only written") +
+               "\n");
     return false;
 }
 
