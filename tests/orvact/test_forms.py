@@ -40,6 +40,28 @@ class Convert(unittest.TestCase):
                 done = start(TOOL, "convert", "--to", form, f"tests/golden/sensor_alarm.{source}")
                 self.assertEqual(done.stdout, (golden / f"sensor_alarm.{form}").read_bytes())
 
+    def test_the_sibling_product(self):
+        there = 'CameraOn (5)\nSystemError (3, 12, WindowsError: 5, Description: "dïsk")\n'
+        here = Run("convert", "--from", "hesk", "--to", "technical", data=there.encode())
+        self.assertEqual((here.code, here.err), (0, ""))
+        self.assertEqual(here.out.splitlines()[0], "CameraOn (Camera: 5)")
+        back = Run("convert", "--to", "hesk", data=here.out.encode())
+        self.assertEqual((back.code, back.err, back.out), (0, "", there))
+        cases = [
+            ("hesk", "technical", "@ CameraOn (5)", "the prefix @", 3),
+            ("hesk", "technical", "Foo (1)", "no action of ours is called Foo", 3),
+            ("hesk", "technical", "CameraOn (5", "the closing bracket", 3),
+            ("hesk", "technical", 'SetClock ("xx")', "Invalid year", 3),
+            ("technical", "hesk", "Counter (Count: 5)", "has no action Counter", 3),
+            ("technical", "hesk", "@ CameraOn (Camera: 5)", "match actions have no counterpart", 3),
+            ("technical", "hesk", "CameraPushAF (Camera: 5)", "does not read back as the same action", 0),
+        ]
+        for source, target, text, expected, code in cases:
+            with self.subTest(text):
+                run = Run("convert", "--from", source, "--to", target, data=text.encode())
+                self.assertIn(expected, run.err)
+                self.assertEqual(run.code, code)
+
     def test_what_is_left_out_is_told(self):
         one = bytes.fromhex(Run("convert", "--to", "hex", data=b"A (x: 5)").out)
         frame = len(one).to_bytes(4, "little") + one

@@ -83,6 +83,7 @@ const std::vector<Form>& Forms()
          nullptr},
         {"xml", "the flat list <action ...> <property ...>", Layout::Lines, false, LooksLikeFlatXml, nullptr,
          WriteFlatXml, nullptr},
+        {"hesk", "text of the sibling product", Layout::Lines, false, nullptr, ReadHesk, WriteHesk, nullptr},
     };
     return forms;
 }

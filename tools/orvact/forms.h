@@ -56,7 +56,7 @@ const Form* TargetForm(const std::string& name, bool& sound);
 // What stands in front of a record and behind it in an output.
 std::string Delimited(const Form& form, const std::string& record);
 
-// The rows' functions: text_forms.cpp and binary_forms.cpp.
+// The rows' functions: text_forms.cpp, binary_forms.cpp and sibling_forms.cpp.
 Decoded ReadTechnical(const std::string& record);
 Encoded WriteTechnical(const Action& action);
 Encoded WritePlain(const Action& action);
@@ -67,6 +67,8 @@ Decoded ReadBinary(const std::string& record);
 Encoded WriteBinary(const Action& action);
 Decoded ReadHex(const std::string& record);
 Encoded WriteHex(const Action& action);
+Decoded ReadHesk(const std::string& record);
+Encoded WriteHesk(const Action& action);
 bool BytesOfBinary(const std::string& record, std::string& bytes);
 bool BytesOfHex(const std::string& record, std::string& bytes);
 bool LooksLikeFrames(std::string_view head);

@@ -5,6 +5,7 @@
 #include "action_view.h"
 #include "commands.h"
 #include "console.h"
+#include "forms.h"
 #include "sibling_forms.h"
 #include "table.h"
 #include "text.h"
@@ -128,10 +129,9 @@ std::vector<SiblingRow> SiblingRows(const ActionView& view)
     const std::string example = ExampleText(view);
     bool clean = true;
     std::uint32_t consumed = 0;
-    std::string reason;
     const Action action(ReadText(WideFromUtf8(example.empty() ? view.name + " ()" : example, clean), consumed));
     std::vector<SiblingRow> rows = {{view.name, std::to_string(view.code), ActionFromSibling(view.name),
-                                     action ? Utf8FromWide(SiblingTextOf(action, reason)) : std::string()}};
+                                     action ? WriteHesk(action).record : std::string()}};
     // Some actions have a second text there, under a name that is none here.
     const std::string second = view.name + "Ex";
     const std::string gives = ActionCode(second) == 0 ? ActionFromSibling(second) : std::string();

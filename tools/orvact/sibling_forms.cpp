@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "console.h"
+#include "forms.h"
 #include "text.h"
 
 namespace {
@@ -50,29 +51,38 @@ std::string WhyNotRead(const std::u16string& wide)
 
 }  // namespace
 
-TOrvHandle ReadSiblingText(const std::u16string& text, std::string& reason)
+Decoded ReadHesk(const std::string& record)
 {
+    Decoded decoded;
+    bool clean = true;
+    const std::u16string text = WideFromUtf8(record, clean);
     std::u16string converted;
     if (!FromSibling(text, converted)) {
-        reason = WhyNotRead(text);
-        return nullptr;
+        decoded.problem = WhyNotRead(text);
+        return decoded;
     }
     std::uint32_t consumed = 0;
-    const TOrvHandle handle = ReadText(converted, consumed);
-    if (!handle) reason = "what it gives cannot be read: " + Visible(Utf8FromWide(converted));
-    return handle;
+    decoded.action = Action(ReadText(converted, consumed));
+    if (!decoded.action) {
+        decoded.problem = "what it gives cannot be read: " + Visible(Utf8FromWide(converted));
+    } else if (!clean) {
+        decoded.note = "not UTF-8 everywhere; what is not became U+FFFD";
+    }
+    return decoded;
 }
 
-std::u16string SiblingTextOf(const Action& action, std::string& reason)
+Encoded WriteHesk(const Action& action)
 {
     std::u16string converted;
-    if (Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, TextOf(action, false), converted)) return converted;
-    reason = OtherFailure();
-    if (!reason.empty()) return {};
+    if (Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, TextOf(action, false), converted)) {
+        return {Utf8FromWide(converted), {}};
+    }
+    const std::string failure = OtherFailure();
+    if (!failure.empty()) return {{}, failure};
     const bool match = action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION;
-    reason = match ? "match actions have no counterpart there"
-                   : "the sibling product has no action " + Visible(Utf8FromWide(action->GetActionName()));
-    return {};
+    return {{},
+            match ? "match actions have no counterpart there"
+                  : "the sibling product has no action " + Visible(Utf8FromWide(action->GetActionName()))};
 }
 
 std::string ActionFromSibling(const std::string& name)
