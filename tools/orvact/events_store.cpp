@@ -1,4 +1,6 @@
 // Stores actions in an event database.
+#include <optional>
+
 #include "action_reader.h"
 #include "commands.h"
 #include "console.h"
@@ -10,25 +12,36 @@ namespace {
 
 constexpr std::uint64_t kEventsInTransaction = 1000;
 
-// Gives what could not be stored because it is no event.
-std::size_t StoreAll(ActionReader& reader, EventDatabase& database)
+struct Stored {
+    std::string place;        // of the last event that is in the database for good
+    std::size_t refused = 0;  // patterns, which are no events
+};
+
+void Commit(EventDatabase& database, Stored& stored, const std::string& place)
+{
+    if (database.uncommitted() == 0) return;
+    database.Commit();
+    stored.place = place;
+}
+
+void StoreAll(ActionReader& reader, EventDatabase& database, Stored& stored)
 {
     Progress progress(reader.size());
-    std::size_t refused = 0;
     Action action{nullptr};
+    std::string place;
     for (Record record; reader.Next(action, record);) {
         if (action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION) {
-            ++refused;
+            ++stored.refused;
             reader.Report(record, "a match action is a pattern, not an event");
         } else {
             database.Store(action);
+            place = reader.Place(record);
         }
         // What waits for more keeps nothing back and locks nobody out.
-        if (database.uncommitted() >= kEventsInTransaction || reader.MayWait()) database.Commit();
+        if (database.uncommitted() >= kEventsInTransaction || reader.MayWait()) Commit(database, stored, place);
         progress.Show(reader.taken(), database.committed() + database.uncommitted());
     }
-    database.Commit();
-    return refused;
+    Commit(database, stored, place);
 }
 
 std::string Events(std::uint64_t count)
@@ -44,29 +57,28 @@ int StoreEvents(const EventsStoreOptions& options)
     const Form* source = SourceForm(options.from, sound);
     ActionReader reader;
     if (!sound || !reader.Open(options.file, source)) return kUsage;
-    std::uint64_t committed = 0;
+    std::optional<EventDatabase> database;
+    Stored stored;
+    const auto sayWhereToGoOn = [&] {
+        if (!stored.place.empty()) PrintError("orvact: the last event stored is that of " + stored.place + "\n");
+    };
     try {
-        EventDatabase database(options.database, EventDatabase::Use::Write);
+        database.emplace(options.database, EventDatabase::Use::Write);
         CatchInterrupts();
-        std::size_t refused = 0;
-        try {
-            refused = StoreAll(reader, database);
-        } catch (const DatabaseError&) {
-            committed = database.committed();
-            throw;
-        }
-        const std::size_t left = refused + reader.unreadable();
-        Print(Events(database.committed()) + " stored in " + options.database +
-              (left > 0 ? ", " + std::to_string(left) + " left out" : "") + "\n");
-        if (Interrupted()) {
-            PrintError("orvact: interrupted in front of the end of the input\n");
-            return kInterrupted;
-        }
-        if (reader.failed()) return kUsage;
-        return left > 0 ? kUnreadable : kDone;
+        StoreAll(reader, *database, stored);
     } catch (const DatabaseError& error) {
         PrintError("orvact: " + options.database + ": " + error.what() + "\n");
-        if (committed > 0) PrintError("orvact: " + Events(committed) + " stored before that\n");
+        sayWhereToGoOn();
         return kUsage;
     }
+    const std::size_t left = stored.refused + reader.unreadable();
+    Print(Events(database->committed()) + " stored in " + options.database +
+          (left > 0 ? ", " + std::to_string(left) + " left out" : "") + "\n");
+    if (Interrupted()) {
+        PrintError("orvact: interrupted before the end of the input\n");
+        sayWhereToGoOn();
+        return kInterrupted;
+    }
+    if (reader.failed()) return kUsage;
+    return left > 0 ? kUnreadable : kDone;
 }
