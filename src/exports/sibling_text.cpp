@@ -1,5 +1,6 @@
 #include <string>
 
+#include "OrvActions/OrvErrors.h"
 #include "OrvActions/OrvText.h"
 #include "bridge/action_text_parser.h"
 #include "bridge/action_text_writer.h"
@@ -13,8 +14,6 @@ using namespace OrvPLC;
 
 namespace {
 
-constexpr std::uint32_t kNoCounterpart = 3;
-
 void HandOut(const std::u16string& text, OrvBStr* output)
 {
     if (output) *output = reinterpret_cast<OrvBStr>(Platform::NewSystemString(text));
@@ -23,7 +22,7 @@ void HandOut(const std::u16string& text, OrvBStr* output)
 std::u16string OrvText(std::u16string_view heskText)
 {
     const ObjectPtr<TOrvAction> action = HeskPLC::ActionTextParser(heskText).Parse();
-    if (!action) throw OrvPLCException(u"Action doesn't exist in ORV", kNoCounterpart);
+    if (!action) throw OrvPLCException(u"Action doesn't exist in ORV", ORV_SUBERROR_NO_COUNTERPART);
     return TechnicalText(*action);
 }
 
@@ -34,7 +33,7 @@ std::u16string HeskText(const OrvWChar* orvText)
         OrvAct_CreateFromTextBufferW(orvText, ORV_LENGTH_TERMINATED, ORV_MESSAGE_SIBLING_ACTION, 1, nullptr);
     const ObjectPtr<TOrvAction> action(handle ? &ActionOf(handle) : nullptr);
     if (!action || !HeskPLC::FindWritingConverter(TerminatedView(action->GetActionName()))) {
-        throw OrvPLCException(u"Action doesn't exist in HESK", kNoCounterpart);
+        throw OrvPLCException(u"Action doesn't exist in HESK", ORV_SUBERROR_NO_COUNTERPART);
     }
     return HeskPLC::ActionTextWriter().Write(*action);
 }
