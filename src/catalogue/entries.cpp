@@ -1,6 +1,7 @@
 #include "catalogue/entries.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "catalogue/settings.h"
 #include "ulmo/string_conversion.h"
@@ -34,6 +35,16 @@ TOrvBaseNameInfo::TOrvBaseNameInfo(std::u16string_view name)
     }
 }
 
+TOrvBaseNameInfo::TOrvBaseNameInfo(TOrvBaseNameInfo&& other) noexcept
+    : VirtualReferenceCountBaseClass(),
+      NameA(std::move(other.NameA)),
+      NameW(std::move(other.NameW)),
+      LowerName(std::move(other.LowerName)),
+      NativePlain(std::move(other.NativePlain)),
+      NeutralPlain(std::move(other.NeutralPlain)),
+      Description(std::move(other.Description))
+{}
+
 TOrvBaseNameInfo::TOrvBaseNameInfo(const Builtin::Name& name, const Builtin::Text& plain,
                                    const Builtin::Text& description)
 {
@@ -53,6 +64,15 @@ const DisplayText& TOrvBaseNameInfo::Plain() const noexcept
 void TOrvBaseNameInfo::WriteTexts(std::u16string_view plain, std::u16string_view description)
 {
     if (!plain.empty()) (Settings::NativeTranslation ? NativePlain : NeutralPlain).Write(plain);
+    if (!description.empty()) Description.Write(description);
+}
+
+void TOrvBaseNameInfo::WriteTextsOfBothSets(std::u16string_view plain, std::u16string_view description)
+{
+    if (!plain.empty()) {
+        NativePlain.Write(plain);
+        NeutralPlain = NativePlain;
+    }
     if (!description.empty()) Description.Write(description);
 }
 
@@ -89,6 +109,15 @@ TOrvParameterInternalInfo::TOrvParameterInternalInfo(const TOrvParameterInternal
     Description = other.Description;
 }
 
+TOrvParameterInternalInfo::TOrvParameterInternalInfo(TOrvParameterInternalInfo&& other) noexcept
+    : TOrvBaseNameInfo(std::move(other)),
+      Type(other.Type),
+      View(other.View),
+      Priority(other.Priority),
+      EnumType(other.EnumType),
+      DbField(other.DbField)
+{}
+
 TOrvActionInternalInfo::TOrvActionInternalInfo(std::u16string_view name, std::uint32_t code, std::uint32_t priority,
                                                std::uint32_t flags)
     : TOrvBaseNameInfo(name), Code(code), Priority(priority), Flags(flags)
@@ -111,7 +140,9 @@ TOrvActionInternalInfo::TOrvActionInternalInfo(const Builtin::ActionRow& row)
 
 std::size_t TOrvActionInternalInfo::FindParameter(std::u16string_view name) const
 {
+    constexpr std::size_t kFew = 64;
     const std::size_t count = searchNames_.size();
+    if (count > kFew || hasRepeatedNames_) return FindByKey(Ulmo::LowerCase(name));
     // Callers mostly use the catalogue's spelling, and lengths tell most names apart.
     for (std::size_t i = 0; i < count; ++i) {
         if (Ulmo::SameText(searchNames_[i].name, name)) return i;
@@ -123,22 +154,34 @@ std::size_t TOrvActionInternalInfo::FindParameter(std::u16string_view name) cons
     return kNotFound;
 }
 
-void TOrvActionInternalInfo::AddParameter(const TOrvParameterInternalInfo& parameter)
+std::size_t TOrvActionInternalInfo::FindByKey(std::u16string_view lower) const
 {
-    Parameters.push_back(parameter);
-    viewBits_.push_back(ViewBit(parameter.View));
-    allViews_ |= viewBits_.back();
-    const std::size_t position = Parameters.size() - 1;
-    // The vector may have moved its entries, whose constants stay where they are but whose own texts are theirs.
+    const auto found = std::lower_bound(
+        keyOrder_.begin(), keyOrder_.end(), lower,
+        [this](std::uint32_t position, std::u16string_view key) { return searchNames_[position].lower < key; });
+    return found != keyOrder_.end() && searchNames_[*found].lower == lower ? *found : kNotFound;
+}
+
+void TOrvActionInternalInfo::SetParameters(std::vector<TOrvParameterInternalInfo> parameters)
+{
+    Parameters.swap(parameters);
     searchNames_.clear();
+    viewBits_.clear();
+    keyOrder_.clear();
+    allViews_ = 0;
     for (const TOrvParameterInternalInfo& entry : Parameters) {
+        keyOrder_.push_back(static_cast<std::uint32_t>(searchNames_.size()));
         searchNames_.push_back({entry.NameW.view(), entry.LowerName.view()});
+        viewBits_.push_back(ViewBit(entry.View));
+        allViews_ |= viewBits_.back();
     }
-    const auto byKey = [this](std::uint16_t a, std::uint16_t b) {
+    std::stable_sort(keyOrder_.begin(), keyOrder_.end(), [this](std::uint32_t a, std::uint32_t b) {
         return searchNames_[a].lower < searchNames_[b].lower;
+    });
+    const auto sameKey = [this](std::uint32_t a, std::uint32_t b) {
+        return searchNames_[a].lower == searchNames_[b].lower;
     };
-    const auto place = static_cast<std::uint16_t>(position);
-    keyOrder_.insert(std::upper_bound(keyOrder_.begin(), keyOrder_.end(), place, byKey), place);
+    hasRepeatedNames_ = std::adjacent_find(keyOrder_.begin(), keyOrder_.end(), sameKey) != keyOrder_.end();
 }
 
 TOrvEnumInternalInfo::TOrvEnumInternalInfo(std::u16string_view name, std::uint32_t enumId, std::uint32_t value)

@@ -44,8 +44,11 @@ public:
     // Writes the plain name into the selected set and the description; an empty text means "keep". `entry` has the
     // given texts from then on for the life of the process.
     void WriteTexts(std::u16string_view plain, std::u16string_view description);
+    // The plain name into both sets, whatever the switch says.
+    void WriteTextsOfBothSets(std::u16string_view plain, std::u16string_view description);
 
 protected:
+    TOrvBaseNameInfo(TOrvBaseNameInfo&& other) noexcept;  // texts keep their addresses; the count starts anew
     explicit TOrvBaseNameInfo(std::u16string_view name);  // the name is also the first text of all sets
     TOrvBaseNameInfo(const Builtin::Name& name, const Builtin::Text& plain, const Builtin::Text& description);
 };
@@ -68,6 +71,7 @@ public:
     explicit TOrvParameterInternalInfo(const Builtin::ParameterRow& row);
     // A vector of parameters owns its entries; their counts are not used and a copy starts with a fresh one.
     TOrvParameterInternalInfo(const TOrvParameterInternalInfo& other);
+    TOrvParameterInternalInfo(TOrvParameterInternalInfo&& other) noexcept;
     TOrvParameterInternalInfo& operator=(const TOrvParameterInternalInfo&) = delete;
 
     std::uint32_t Type;  // ORV_KIND_...
@@ -102,11 +106,13 @@ public:
     {
         return Ulmo::SameText(searchNames_[position].name, name);
     }
-    // Before registration only. At most 65,535 parameters.
-    void AddParameter(const TOrvParameterInternalInfo& parameter);
+    // Before registration only. Any number of parameters, and one name may come several times: all stand in the list,
+    // and lookups by name give the first.
+    void SetParameters(std::vector<TOrvParameterInternalInfo> parameters);
+    bool HasRepeatedNames() const noexcept { return hasRepeatedNames_; }
 
-    // Positions of the parameters, ordered by lower-cased name.
-    const std::vector<std::uint16_t>& KeyOrder() const noexcept { return keyOrder_; }
+    // Positions of the parameters, ordered by lower-cased name and then by position.
+    const std::vector<std::uint32_t>& KeyOrder() const noexcept { return keyOrder_; }
 
     std::uint32_t Code;
     std::uint32_t Priority;
@@ -116,6 +122,8 @@ public:
     std::vector<TOrvParameterInternalInfo> Parameters;    // in declaration order, which is part of the contract
 
 private:
+    std::size_t FindByKey(std::u16string_view lower) const;
+
     // The names once more, side by side: a search touches a few cache lines instead of one a parameter.
     struct SearchName {
         std::u16string_view name;
@@ -124,7 +132,8 @@ private:
     std::vector<SearchName> searchNames_;
     std::vector<std::uint32_t> viewBits_;  // side by side for the same reason
     std::uint32_t allViews_ = 0;
-    std::vector<std::uint16_t> keyOrder_;
+    std::vector<std::uint32_t> keyOrder_;
+    bool hasRepeatedNames_ = false;
 };
 
 class TOrvEnumInternalInfo final : public TOrvBaseNameInfo {

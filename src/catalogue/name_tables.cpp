@@ -52,35 +52,53 @@ constexpr NamedNumber kViews[] = {ORV_FOR_EACH_VIEW(ORV_NAMED_NUMBER)};
 constexpr NamedNumber kColumns[] = {ORV_FOR_EACH_COLUMN(ORV_NAMED_NUMBER)};
 #undef ORV_NAMED_NUMBER
 
-// "Unavailable" and "None" are no columns, so they need no row.
-std::uint32_t Find(std::span<const NamedNumber> table, std::u16string_view name, std::uint32_t otherwise)
+constexpr NamedNumber kNoColumns[] = {{u"Unavailable", 0}, {u"None", 0}};
+
+std::optional<std::uint32_t> Find(std::span<const NamedNumber> table, std::u16string_view name)
 {
+    if (name.empty()) return std::nullopt;
     for (const NamedNumber& row : table) {
         if (Platform::EqualIgnoringCase(row.name, name)) return row.number;
     }
-    return otherwise;
+    return std::nullopt;
 }
 
 }  // namespace
 
+std::optional<std::uint32_t> FindParameterType(std::u16string_view name)
+{
+    return Find(kTypes, name);
+}
+
+std::optional<std::uint32_t> FindView(std::u16string_view name)
+{
+    return Find(kViews, name);
+}
+
+std::optional<std::uint32_t> FindColumn(std::u16string_view name)
+{
+    const std::optional<std::uint32_t> column = Find(kColumns, name);
+    return column ? column : Find(kNoColumns, name);
+}
+
 std::uint32_t ParameterTypeFromName(std::u16string_view name)
 {
-    return Find(kTypes, name, ORV_KIND_Numeric32Bit);
+    return FindParameterType(name).value_or(ORV_KIND_Numeric32Bit);
 }
 
 std::uint32_t ViewFromName(std::u16string_view name)
 {
-    return Find(kViews, name, ORV_VIEW_Unavailable);
+    return FindView(name).value_or(ORV_VIEW_Unavailable);
 }
 
 std::uint32_t ColumnsFromText(std::u16string_view text)
 {
-    std::uint32_t mask = Find(kColumns, text, 0);
+    std::uint32_t mask = Find(kColumns, text).value_or(0);
     if (mask != 0) return mask;
     std::size_t survivors = 0;
     for (std::size_t begin = 0; begin <= text.size();) {
         const std::size_t end = std::min(text.find(u'|', begin), text.size());
-        const std::uint32_t bit = Find(kColumns, text.substr(begin, end - begin), 0);
+        const std::uint32_t bit = Find(kColumns, text.substr(begin, end - begin)).value_or(0);
         survivors += bit != 0;
         mask |= bit;
         begin = end + 1;

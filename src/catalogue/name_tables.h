@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,10 @@ namespace OrvPLC {
 inline constexpr std::uint32_t kEnumIdBit = 0x1000;
 inline constexpr std::uint32_t kBooleanEnum = 1;
 inline constexpr std::uint32_t kPublicTypeUnknown = 0x7fffffff;
+
+std::optional<std::uint32_t> FindParameterType(std::u16string_view name);
+std::optional<std::uint32_t> FindView(std::u16string_view name);
+std::optional<std::uint32_t> FindColumn(std::u16string_view name);  // one bit; 0 for the words that mean "no column"
 
 // A parameter type by any of its names; every other word, a misspelt one included, is a 32-bit number. Deliberate:
 // that is how the name of an enum comes to stand for a type.

@@ -2,6 +2,7 @@
 // library is loaded.
 #include "bridge/bridge.h"
 #include "catalogue/catalogue.h"
+#include "catalogue/extensions.h"
 #include "events/event_settings.h"
 #include "exports/last_error.h"
 #include "forms/text_patterns.h"
@@ -22,6 +23,7 @@ void Started()
     OrvPLC::StartTextPatterns();
     HeskPLC::StartBridge();
     OrvPLC::EventSettings::Read();
+    OrvPLC::LoadXMLExtensions();
 }
 
 void ThreadEnded()

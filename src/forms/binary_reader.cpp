@@ -106,6 +106,7 @@ public:
         if (next_ < order.size() && entry_->IsSpelt(order[next_], name)) return order[next_++];
         const std::size_t position = entry_->FindParameter(name);
         if (position == ParameterMap::kNotFound || !entry_->IsSpelt(position, name)) return ParameterMap::kNotFound;
+        if (order.size() > ParameterMap::kMaximumSlots) return position;  // the walk would cost more than it saves
         next_ = 0;
         while (order[next_++] != position) continue;
         return position;

@@ -10,7 +10,7 @@ namespace OrvPLC {
 
 std::size_t ParameterMap::SlotCount(const TOrvActionInternalInfo* entry)
 {
-    return entry ? std::min(entry->Parameters.size(), kMaximumSlots) : 0;
+    return entry && !entry->HasRepeatedNames() ? std::min(entry->Parameters.size(), kMaximumSlots) : 0;
 }
 
 ParameterMap::ParameterMap(const TOrvActionInternalInfo* entry, void* slots)

@@ -22,7 +22,8 @@ namespace OrvPLC {
 
 class ParameterMap {
 public:
-    // Declared parameters behind this position live in nodes; no built-in action has as many.
+    // Declared parameters behind this position live in nodes; no built-in action has as many. Where a declaration
+    // repeats a name all live in nodes, since a name has one value.
     static constexpr std::size_t kMaximumSlots = 64;
     static constexpr std::size_t kNotFound = TOrvActionInternalInfo::kNotFound;
     static std::size_t SlotCount(const TOrvActionInternalInfo* entry);
@@ -161,7 +162,7 @@ void ParameterMap::ForEachByKey(Visit&& visit) const
 {
     auto node = nodes_.begin();
     if (present_ != 0) {
-        for (const std::uint16_t position : entry_->KeyOrder()) {
+        for (const std::uint32_t position : entry_->KeyOrder()) {
             if (position >= kMaximumSlots || !Has(position)) continue;
             const std::u16string_view key = entry_->Parameters[position].LowerName.view();
             for (; node != nodes_.end() && node->first < key; ++node) visit(node->first, node->second);

@@ -82,10 +82,11 @@ TEST(Catalogue, ManyNamesKeepApart)
 TEST(Catalogue, ParametersAreFoundAndWalkedInBothOrders)
 {
     const ActionPtr action = NewAction(u"Ordered", 10001);
-    for (const auto* name : {u"Zeta", u"alpha", u"Mid"}) {
-        action->AddParameter(TOrvParameterInternalInfo(name, 5, 0, 5, 0, 0));
-    }
-    EXPECT_EQ(action->KeyOrder(), (std::vector<std::uint16_t>{1, 2, 0}));
+    std::vector<TOrvParameterInternalInfo> parameters;
+    for (const auto* name : {u"Zeta", u"alpha", u"Mid"}) parameters.emplace_back(name, 5u, 0u, 5u, 0u, 0u);
+    action->SetParameters(std::move(parameters));
+    EXPECT_EQ(action->KeyOrder(), (std::vector<std::uint32_t>{1, 2, 0}));
+    EXPECT_FALSE(action->HasRepeatedNames());
     EXPECT_EQ(action->FindParameter(u"ZETA"), 0u);
     EXPECT_EQ(action->FindParameter(u"Alpha"), 1u);
     EXPECT_EQ(action->FindParameter(u"Zet"), TOrvActionInternalInfo::kNotFound);

@@ -114,7 +114,9 @@ TEST(ParameterMap, ManyDeclaredParameters)
 {
     const auto entry = Ulmo::MakeCounted<TOrvActionInternalInfo>(u"Huge", 10001u, 5u, 0u);
     const auto nameAt = [](int i) { return u"P" + std::u16string(1, static_cast<char16_t>(u'\u4e63' - i)); };
-    for (int i = 0; i < 100; ++i) entry->AddParameter(TOrvParameterInternalInfo(nameAt(i), 2, 0, 5, 0, 0));
+    std::vector<TOrvParameterInternalInfo> parameters;
+    for (int i = 0; i < 100; ++i) parameters.emplace_back(nameAt(i), 2u, 0u, 5u, 0u, 0u);
+    entry->SetParameters(std::move(parameters));
     const auto memory = std::make_unique<TOrvParameter[]>(ParameterMap::SlotCount(entry.get()));
     std::vector<std::u16string> declared;
     {

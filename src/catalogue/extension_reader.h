@@ -1,0 +1,97 @@
+// Reads extension documents into a catalogue, by the rules of docs/extensions.md.
+//
+// What breaks a rule is passed over in silence; a listener is told what and why. So the check of a document before it
+// is deployed and its loading follow one set of rules.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "catalogue/catalogue.h"
+#include "ulmo/xml_tree.h"
+
+namespace OrvPLC {
+
+class ExtensionListener {
+public:
+    enum class Severity {
+        Warning,  // read, but not as it looks
+        Error,    // not read: something of the document is missing in the catalogue
+    };
+    // The position is that of the element or attribute, in bytes of the document; the text is UTF-8.
+    virtual void OnRemark(Severity severity, std::size_t position, const std::string& text) = 0;
+
+protected:
+    ~ExtensionListener() = default;
+};
+
+class ExtensionReader {
+public:
+    explicit ExtensionReader(TOrvActionCatalogue& catalogue, ExtensionListener* listener = nullptr)
+        : catalogue_(catalogue), listener_(listener)
+    {}
+
+    // Raises XMLNodeParsingException for a document that is no XML, of which nothing is registered then. Any other
+    // failure leaves what was registered up to it. One reader may read several documents, one after the other.
+    void Read(const char* document);
+
+private:
+    using Node = Ulmo::XMLNode;
+    using Attribute = Ulmo::XMLNode::Attribute;
+    using Severity = ExtensionListener::Severity;
+    using Words = std::initializer_list<std::string_view>;
+    struct Form;  // what an element of the grammar holds
+
+    void ReadSection(const Node& root, std::string_view name, const Form& form,
+                     void (ExtensionReader::*read)(const Node& row));
+    void ReadEnum(const Node& row);
+    void ReadValue(const Node& row, std::uint32_t enumId);
+    void ReadClass(const Node& row);
+    void ReadAction(const Node& row);
+    const TOrvActionClassInternalInfo* ReadClassOfAction(const Node& row) const;
+    void ReadParameters(const Node& row, TOrvActionInternalInfo& action) const;
+    TOrvParameterInternalInfo ReadParameter(const Node& row, const std::u16string& name) const;
+
+    template <class ReadRow>
+    void ForEachRow(const Node& list, const Form& form, ReadRow&& readRow) const;
+    bool IsRow(const Node& node, const Form& form) const;
+    // Name style, attribute style and child style.
+    std::u16string ReadName(const Node& row, std::string_view item) const;
+    std::string_view ReadAttribute(const Node& row, std::string_view item) const;
+    std::int32_t ReadNumber(const Node& row, std::string_view item, std::int32_t otherwise) const;
+    std::u16string ReadChild(const Node& row, std::string_view item, std::u16string_view otherwise) const;
+    void ReadTexts(const Node& row, TOrvBaseNameInfo& entry) const;
+    bool IsAcceptable(const Node& row, std::u16string_view name, std::int32_t code, std::int32_t least) const;
+
+    // For the listener alone.
+    void Tell(Severity severity, std::size_t position, Words pieces) const;
+    void TellWithoutEffect(const Node& node, const Form& form) const;
+    void TellChildWithoutEffect(const Node& node, const Node& child, const Form& form) const;
+    void TellNumber(const Attribute& attribute, std::int32_t number) const;
+    void TellClass(const Node& row, std::u16string_view name, bool byNumber, bool known) const;
+    void TellCollision(const Node& row, const TOrvBaseNameInfo* ofName, const TOrvBaseNameInfo* ofCode) const;
+    void TellEnum(const Node& row, std::u16string_view name, std::uint32_t id);
+    void TellType(const Node& row, std::u16string_view type, std::uint32_t enumType) const;
+    void TellView(const Node& row, std::u16string_view view) const;
+    void TellColumns(const Node& row, std::u16string_view columns, std::uint32_t mask) const;
+    void TellRepeated(const Node& list, const TOrvActionInternalInfo& action) const;
+
+    TOrvActionCatalogue& catalogue_;
+    ExtensionListener* listener_;
+    std::map<std::uint32_t, std::u16string> enumNames_;  // by id, of the enums that were read; for the listener
+};
+
+// An element with what counts in it; the rest of a list is empty.
+struct ExtensionReader::Form {
+    std::string_view element;
+    std::string_view required[3];  // the row counts only with an attribute or a child element of each of these names
+    std::string_view attributes[6];
+    std::string_view children[6];
+    bool onlyAttributes = false;  // a child element does not stand in for a required attribute
+};
+
+}  // namespace OrvPLC

@@ -1,0 +1,211 @@
+// What the reader of extensions tells its listener. Nothing here decides what is read.
+#include <algorithm>
+#include <set>
+
+#include "catalogue/extension_reader.h"
+#include "catalogue/name_tables.h"
+#include "ulmo/number_text.h"
+#include "ulmo/string_conversion.h"
+
+namespace OrvPLC {
+
+namespace {
+
+using Ulmo::Utf8FromWide;
+
+template <std::size_t Size>
+bool Holds(const std::string_view (&words)[Size], std::string_view word)
+{
+    return std::find(std::begin(words), std::end(words), word) != std::end(words);
+}
+
+// The word of the list that differs in case alone, empty when there is none.
+template <std::size_t Size>
+std::string_view OtherCase(const std::string_view (&words)[Size], std::string_view word)
+{
+    const std::u16string lower = Ulmo::LowerCase(Ulmo::WideFromUtf8(word));
+    for (const std::string_view candidate : words) {
+        if (!candidate.empty() && Ulmo::WideFromUtf8(candidate) == lower) return candidate;
+    }
+    return {};
+}
+
+std::size_t PlaceOf(const Ulmo::XMLNode& node, std::string_view item)
+{
+    const Ulmo::XMLNode::Attribute* attribute = node.FindAttribute(item);
+    return attribute ? attribute->position : node.Position();
+}
+
+// The name that a row goes by, for whoever reads the remark.
+std::string TitleOf(const Ulmo::XMLNode& row)
+{
+    const Ulmo::XMLNode::Attribute* attribute = row.FindAttribute("name");
+    const Ulmo::XMLNode* child = row.FindChild("name");
+    const std::string name = attribute ? attribute->value : child ? child->GetValue() : std::string();
+    return "the " + row.GetName() + " '" + name + "'";
+}
+
+bool IsNumber(std::string_view text)
+{
+    if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+}  // namespace
+
+void ExtensionReader::Tell(Severity severity, std::size_t position, Words pieces) const
+{
+    if (!listener_) return;
+    std::string text;
+    for (const std::string_view piece : pieces) text += piece;
+    listener_->OnRemark(severity, position, text);
+}
+
+void ExtensionReader::TellWithoutEffect(const Node& node, const Form& form) const
+{
+    if (!listener_) return;
+    for (const Attribute& attribute : node.Attributes()) {
+        if (Holds(form.attributes, attribute.name) || form.attributes[0].empty()) continue;
+        const std::string_view meant = OtherCase(form.attributes, attribute.name);
+        Tell(Severity::Warning, attribute.position,
+             {"the attribute '", attribute.name, "' has no effect", meant.empty() ? "" : ": it is written '", meant,
+              meant.empty() ? "" : "'"});
+    }
+    for (const Node* child = node.FirstChild(); child; child = child->NextSibling()) {
+        TellChildWithoutEffect(node, *child, form);
+    }
+}
+
+void ExtensionReader::TellChildWithoutEffect(const Node& node, const Node& child, const Form& form) const
+{
+    const std::string& name = child.GetName();
+    const bool known = Holds(form.children, name);
+    const std::string_view meant = known ? std::string_view() : OtherCase(form.children, name);
+    if (known && node.FindChild(name) != &child) {
+        Tell(Severity::Error, child.Position(), {"<", name, "> is not read: only the first of that name counts"});
+    } else if (known && node.HasAttribute(name)) {
+        Tell(Severity::Warning, child.Position(), {"<", name, "> is not read: the attribute comes first"});
+    } else if (name == "params" && known && node.FindChild("parameters")) {
+        Tell(Severity::Error, child.Position(), {"<params> is not read: <parameters> comes first"});
+    } else if (!meant.empty()) {
+        Tell(Severity::Error, child.Position(), {"<", name, "> is not read: it is written <", meant, ">"});
+    } else if (!known && Holds(form.attributes, name)) {
+        Tell(Severity::Warning, child.Position(), {"<", name, "> is not read: only the attribute counts"});
+    } else if (!known) {
+        Tell(Severity::Warning, child.Position(), {"<", name, "> has no effect"});
+    }
+}
+
+void ExtensionReader::TellNumber(const Attribute& attribute, std::int32_t number) const
+{
+    if (!listener_) return;
+    std::u16string digits;
+    Ulmo::AppendDecimal(digits, number);
+    const std::string read = Utf8FromWide(digits);
+    const bool whole = IsNumber(attribute.value);
+    const bool inRange = Ulmo::ScanInt64(Ulmo::WideFromUtf8(attribute.value)) == number;
+    if (whole && inRange) return;
+    Tell(Severity::Warning, attribute.position,
+         {"'", attribute.value, "' is ", whole ? "out of range" : "no decimal number", ": it is read as ", read});
+}
+
+void ExtensionReader::TellClass(const Node& row, std::u16string_view name, bool byNumber, bool known) const
+{
+    if (!listener_) return;
+    const std::string text = Utf8FromWide(name);
+    const std::size_t place = PlaceOf(row, "class");
+    const bool number = IsNumber(text);
+    if (byNumber && !number) {
+        Tell(Severity::Warning, place, {"the class '", text, "' is read as the number in front"});
+    }
+    if (byNumber && !known) {
+        Tell(Severity::Warning, place, {TitleOf(row), " has no class: no class has the number ", text});
+    } else if (!byNumber && !known && !(number && row.HasAttribute("class"))) {
+        Tell(Severity::Warning, place,
+             {TitleOf(row), " goes to the class System: there is no class '", text, "' so far"});
+    }
+}
+
+void ExtensionReader::TellCollision(const Node& row, const TOrvBaseNameInfo* ofName,
+                                    const TOrvBaseNameInfo* ofCode) const
+{
+    if (!listener_) return;
+    const bool isValue = !ofName && row.FindAttribute("value") && !row.FindAttribute("code");
+    if (ofName) {
+        Tell(Severity::Error, PlaceOf(row, "name"), {TitleOf(row), " is dropped: the name is taken already"});
+    } else if (ofCode && isValue) {
+        Tell(Severity::Error, PlaceOf(row, "value"),
+             {TitleOf(row), " is dropped: its number is that of '", Utf8FromWide(ofCode->NameW.view()), "'"});
+    } else if (ofCode) {
+        Tell(Severity::Warning, PlaceOf(row, "code"),
+             {TitleOf(row), " takes its code over from '", Utf8FromWide(ofCode->NameW.view()),
+              "', which is then found by its name alone"});
+    }
+}
+
+void ExtensionReader::TellEnum(const Node& row, std::u16string_view name, std::uint32_t id)
+{
+    if (!listener_) return;
+    const std::uint32_t taken = catalogue_.FindEnumTypeId(name);
+    const auto [place, isNew] = enumNames_.try_emplace(id, name);
+    if (taken != 0 && taken != id) {
+        Tell(Severity::Error, PlaceOf(row, "name"),
+             {TitleOf(row), " gets no name: it is that of an enum with another code; its values are read"});
+    } else if (!isNew) {
+        Tell(Severity::Warning, PlaceOf(row, "code"),
+             {TitleOf(row), " adds its values to the enum '", Utf8FromWide(place->second), "', which has its code"});
+    }
+    if (FindParameterType(name)) {
+        Tell(Severity::Warning, PlaceOf(row, "name"),
+             {TitleOf(row), " has the name of a type: a parameter of that type keeps the type's kind"});
+    }
+}
+
+void ExtensionReader::TellType(const Node& row, std::u16string_view type, std::uint32_t enumType) const
+{
+    if (enumType != 0 || FindParameterType(type)) return;
+    const std::string why = !row.HasAttribute("type") ? std::string(", since its type is no attribute")
+                            : type.empty()            ? std::string(", since its type is empty")
+                                                      : ": '" + Utf8FromWide(type) + "' is no type, and no enum so far";
+    Tell(Severity::Warning, PlaceOf(row, "type"), {TitleOf(row), " becomes a plain 32-bit number", why});
+}
+
+void ExtensionReader::TellView(const Node& row, std::u16string_view view) const
+{
+    if (view.empty() || FindView(view)) return;
+    Tell(Severity::Warning, PlaceOf(row, "view"),
+         {TitleOf(row), " gets no view: there is no view '", Utf8FromWide(view), "'"});
+}
+
+void ExtensionReader::TellColumns(const Node& row, std::u16string_view columns, std::uint32_t mask) const
+{
+    if (columns.empty() || FindColumn(columns)) return;
+    const std::size_t place = PlaceOf(row, "dbfield");
+    for (std::size_t begin = 0; begin <= columns.size();) {
+        const std::size_t end = std::min(columns.find(u'|', begin), columns.size());
+        const std::u16string_view piece = columns.substr(begin, end - begin);
+        if (!FindColumn(piece)) {
+            Tell(Severity::Warning, place, {TitleOf(row), ": there is no column '", Utf8FromWide(piece), "'"});
+        }
+        begin = end + 1;
+    }
+    if (mask != 0) return;
+    Tell(Severity::Warning, place,
+         {TitleOf(row), " gets no column at all",
+          columns.find(u'|') == std::u16string_view::npos ? "" : ": beside a bar at least two must be good"});
+}
+
+// The list of rows and that of entries need not go side by side: rows may have been skipped.
+void ExtensionReader::TellRepeated(const Node& list, const TOrvActionInternalInfo& action) const
+{
+    if (!listener_ || !action.HasRepeatedNames()) return;
+    std::set<std::u16string> names;
+    for (const Node* row = list.FirstChild(); row; row = row->NextSibling()) {
+        const std::u16string name = ReadName(*row, "name");
+        if (name.empty() || names.insert(Ulmo::LowerCase(name)).second) continue;
+        Tell(Severity::Warning, PlaceOf(*row, "name"),
+             {TitleOf(*row), " stands in the list more than once: all of them show the same value"});
+    }
+}
+
+}  // namespace OrvPLC
