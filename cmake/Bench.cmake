@@ -5,7 +5,8 @@ file(GLOB bench_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/*.cpp)
 add_executable(orv_bench ${bench_sources} ${CMAKE_SOURCE_DIR}/src/forms/expression.cpp
     ${CMAKE_SOURCE_DIR}/src/forms/text_patterns.cpp ${CMAKE_SOURCE_DIR}/src/platform/posix/expression_locale.cpp)
 target_include_directories(orv_bench PRIVATE ${CMAKE_SOURCE_DIR}/src)
-target_link_libraries(orv_bench PRIVATE orv_flags OrvActions benchmark::benchmark_main orv_boost)
+target_link_libraries(orv_bench PRIVATE orv_flags OrvActions orv_inside benchmark::benchmark_main
+    orv_boost)
 
 add_executable(orv_load_time ${CMAKE_SOURCE_DIR}/bench/load_time.c)
 target_link_libraries(orv_load_time PRIVATE orv_flags ${CMAKE_DL_LIBS})

@@ -21,6 +21,11 @@ target_link_libraries(orv_objects PRIVATE orv_flags orv_boost PUBLIC Threads::Th
 target_precompile_headers(orv_objects PRIVATE
     <cstdint> <cstring> <map> <memory> <optional> <span> <string> <string_view> <vector>)
 
+# For programs of ours that need floors that the library does not export: the linker takes out of the archive what they
+# call, and nothing else, so none of the exported functions stands in them a second time.
+add_library(orv_inside STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:orv_objects>)
+target_link_libraries(orv_inside PUBLIC Threads::Threads)
+
 add_library(OrvActions SHARED $<TARGET_OBJECTS:orv_objects>)
 target_include_directories(OrvActions INTERFACE
     $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/include> $<BUILD_INTERFACE:${ORV_GENERATED_INCLUDE_DIR}>

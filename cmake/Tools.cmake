@@ -1,4 +1,5 @@
-# The command-line tool and the example programs. They see the public header only.
+# The command-line tool and the example programs. They see the public header only, but for lint.cpp: it reads extension
+# files by the library's own rules.
 if(NOT EXISTS ${CMAKE_SOURCE_DIR}/tools/orvact/main.cpp)
     return()
 endif()
@@ -10,7 +11,9 @@ else()
 endif()
 include(Sqlite)
 add_executable(orvact ${orvact_sources})
-target_link_libraries(orvact PRIVATE orv_flags OrvActions orv_CLI orv_nlohmann orv_sqlite)
+set_source_files_properties(${CMAKE_SOURCE_DIR}/tools/orvact/lint.cpp PROPERTIES
+    INCLUDE_DIRECTORIES ${CMAKE_SOURCE_DIR}/src)
+target_link_libraries(orvact PRIVATE orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite)
 if(WIN32)
     target_link_options(orvact PRIVATE -static -municode)
     target_link_libraries(orvact PRIVATE oleaut32 ole32)

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "catalogue/name_tables.h"
+#include "ulmo/ascii_words.h"
 #include "ulmo/number_text.h"
 #include "ulmo/string_conversion.h"
 
@@ -132,7 +133,12 @@ std::u16string ExtensionReader::ReadChild(const Node& row, std::string_view item
 void ExtensionReader::ReadTexts(const Node& row, TOrvBaseNameInfo& entry) const
 {
     const std::u16string_view name = entry.NameW.view();
-    entry.WriteTextsOfBothSets(ReadChild(row, "plain", name), ReadChild(row, "description", name));
+    std::u16string plain = ReadChild(row, "plain", name);
+    std::u16string description = ReadChild(row, "description", name);
+    // A new entry shows its name already. Written again, a name outside ASCII becomes UTF-8 where that is asked for.
+    if (plain == name && Ulmo::IsAscii(plain)) plain.clear();
+    if (description == name && Ulmo::IsAscii(description)) description.clear();
+    entry.WriteTextsOfBothSets(plain, description);
 }
 
 bool ExtensionReader::IsAcceptable(const Node& row, std::u16string_view name, std::int32_t code,
