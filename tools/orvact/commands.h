@@ -20,9 +20,10 @@ struct ShowOptions {
 int Show(const ShowOptions& options);
 
 struct ListOptions {
-    std::string what;       // "classes", "actions" or "enums"
-    std::string className;  // actions of this class only; "" for all
-    bool hesk = false;      // what converts from and to the sibling product's text
+    std::string what;        // "classes", "actions" or "enums"
+    std::string className;   // actions of this class only; "" for all
+    bool hesk = false;       // what converts from and to the sibling product's text
+    bool extension = false;  // only what is not built in
     bool json = false;
 };
 int List(const ListOptions& options);

@@ -16,6 +16,11 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::size_t kScreen = 120;
 
+// Codes of extensions begin above those of the built-in content.
+constexpr std::uint32_t kLeastActionCode = 10000;
+constexpr std::uint32_t kLeastClassCode = 1000;
+constexpr std::uint32_t kLeastEnumId = 0x1000 | 1000;
+
 void PrintJson(const Json& json)
 {
     Print(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
@@ -27,7 +32,7 @@ std::size_t ActionsOf(const std::vector<ActionView>& actions, std::uint32_t clas
         actions.begin(), actions.end(), [&](const ActionView& action) { return action.classCode == classCode; }));
 }
 
-int ListClasses(bool json)
+int ListClasses(bool extension, bool json)
 {
     const std::vector<ActionView> actions = Actions();
     Json rows = Json::array();
@@ -35,6 +40,7 @@ int ListClasses(bool json)
     table.NumbersIn(0);
     table.Heading({"Code", "Name", "Priority", "Actions", "Plain name"});
     for (const ClassView& view : Classes()) {
+        if (extension && view.code < kLeastClassCode) continue;
         const std::size_t count = ActionsOf(actions, view.code);
         rows.push_back({{"code", view.code},
                         {"name", view.name},
@@ -89,7 +95,7 @@ int FindClass(const std::string& name, std::string& found)
     return kDone;
 }
 
-int ListActions(const std::string& className, bool json)
+int ListActions(const std::string& className, bool extension, bool json)
 {
     std::string wanted;
     if (const int code = FindClass(className, wanted)) return code;
@@ -99,6 +105,7 @@ int ListActions(const std::string& className, bool json)
     table.Heading({"Code", "Name", "Class", "Parameters"});
     for (const ActionView& action : Actions()) {
         if (!wanted.empty() && action.className != wanted) continue;
+        if (extension && action.code < kLeastActionCode) continue;
         if (json) {
             rows.push_back(ToJson(action));
         } else {
@@ -182,13 +189,14 @@ Json ToJson(const EnumView& view)
     return {{"id", view.id}, {"name", view.name}, {"values", values}};
 }
 
-int ListEnums(bool json)
+int ListEnums(bool extension, bool json)
 {
     Json rows = Json::array();
     Table table;
     table.NumbersIn(0);
     table.Heading({"Id", "Name", "Values"});
     for (const EnumView& view : Enums()) {
+        if (extension && view.id < kLeastEnumId) continue;
         if (json) {
             rows.push_back(ToJson(view));
         } else {
@@ -205,13 +213,15 @@ int List(const ListOptions& options)
 {
     if (options.what == "actions") {
         return options.hesk ? ListSibling(options.className, options.json)
-                            : ListActions(options.className, options.json);
+                            : ListActions(options.className, options.extension, options.json);
     }
     if (options.hesk || !options.className.empty()) {
-        PrintError("orvact: --class and --hesk go with actions only\n");
+        PrintError("orvact: --class and --hesk go with actions only
+");
         return kUsage;
     }
-    return options.what == "classes" ? ListClasses(options.json) : ListEnums(options.json);
+    return options.what == "classes" ? ListClasses(options.extension, options.json)
+                                     : ListEnums(options.extension, options.json);
 }
 
 int ReportUnknown(const std::string& what, const std::string& name, const std::vector<std::string>& names)

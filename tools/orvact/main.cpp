@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "console.h"
 #include "help.h"
+#include "lint.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ struct CommandLine {
     EventsStoreOptions store;
     EventsListOptions events;
     EventsShowOptions event;
+    LintOptions lint;
 
     CommandLine();
     void AddShow();
@@ -45,6 +47,7 @@ CommandLine::CommandLine()
     AddDump();
     AddMatch();
     AddEvents();
+    AddLint(app, lint);
 }
 
 void CommandLine::AddShow()
@@ -68,6 +71,7 @@ void CommandLine::AddList()
         ->check(CLI::IsMember({"classes", "actions", "enums"}));
     command->add_option("--class", list.className, "Actions of this class only")->type_name("NAME");
     command->add_flag("--hesk", list.hesk, "Which actions convert from and to the sibling product's text, and how");
+    command->add_flag("--extension", list.extension, "Only what extension files beside this program have added");
     command->add_flag("--json", list.json, "As JSON, with all that is known");
     command->footer(kListFooter);
 }
@@ -169,6 +173,7 @@ int PerformEvents(const CommandLine& line)
 
 int Perform(const CommandLine& line)
 {
+    if (line.app.got_subcommand("lint")) return Lint(line.lint);
     if (line.app.got_subcommand("list")) return List(line.list);
     if (line.app.got_subcommand("describe")) return Describe(line.described);
     if (line.app.got_subcommand("convert")) return Convert(line.convert);
