@@ -63,11 +63,12 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
 bool ReadFile(const std::string& path, std::string& bytes)
 {
     std::FILE* file = OpenFile(path);
+    bool failed = !file;
     if (file) {
         char piece[65536];
-        while (const std::size_t got = ReadBytes(file, piece, sizeof piece)) bytes.append(piece, got);
+        while (const std::size_t got = ReadBytes(file, piece, sizeof piece, failed)) bytes.append(piece, got);
     }
-    const bool read = file && !std::ferror(file);
+    const bool read = !failed;
     if (!read) PrintError("orvact: " + path + ": " + std::strerror(errno) + "\n");
     if (file) std::fclose(file);
     return read;

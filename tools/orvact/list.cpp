@@ -216,8 +216,7 @@ int List(const ListOptions& options)
                             : ListActions(options.className, options.extension, options.json);
     }
     if (options.hesk || !options.className.empty()) {
-        PrintError("orvact: --class and --hesk go with actions only
-");
+        PrintError("orvact: --class and --hesk go with actions only\n");
         return kUsage;
     }
     return options.what == "classes" ? ListClasses(options.extension, options.json)
