@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::string_view kWord = "binarydata";
 
-// What a text may declare beyond the bytes that it brings.
-constexpr std::size_t kMostMissing = 16 << 20;
+// What a text may declare beyond the bytes that it brings: a short one must not become megabytes in every later copy.
+constexpr std::size_t kMostMissing = 1 << 20;
 
 }  // namespace
 
