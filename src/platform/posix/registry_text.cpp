@@ -9,6 +9,7 @@ namespace Platform {
 
 namespace {
 
+constexpr std::u16string_view kAnyRoot = u"HKEY_";
 constexpr std::u16string_view kRoot = u"HKEY_LOCAL_MACHINE\\";
 
 std::u16string_view Trim(std::u16string_view text)
@@ -25,6 +26,12 @@ bool TakePrefix(std::u16string_view& text, std::u16string_view prefix)
     if (!EqualIgnoringCase(text.substr(0, prefix.size()), prefix)) return false;
     text.remove_prefix(prefix.size());
     return true;
+}
+
+// What a line holds in front of a comment; not for data in quotes.
+std::u16string_view WithoutComment(std::u16string_view text)
+{
+    return Trim(text.substr(0, text.find(u';')));
 }
 
 bool ReadHex(std::u16string_view digits, std::uint32_t& number)
@@ -70,12 +77,22 @@ void RegistryReader::ReadLine(std::u16string_view line)
 void RegistryReader::ReadKey(std::u16string_view line)
 {
     inKey_ = false;
-    if (!line.ends_with(u']')) {
+    seenKey_ = true;
+    // A key may have brackets in its name, so the closing one is that with nothing but a comment behind it.
+    std::size_t end = line.find(u']');
+    while (end != std::u16string_view::npos && !WithoutComment(line.substr(end + 1)).empty()) {
+        end = line.find(u']', end + 1);
+    }
+    if (end == std::u16string_view::npos) {
         Complain("the key has no closing bracket");
         return;
     }
-    std::u16string_view key = line.substr(1, line.size() - 2);
+    std::u16string_view key = line.substr(1, end - 1);
     const bool removed = TakePrefix(key, u"-");
+    if (!EqualIgnoringCase(key.substr(0, kAnyRoot.size()), kAnyRoot)) {
+        Complain("the key does not begin with a root such as HKEY_LOCAL_MACHINE");
+        return;
+    }
     const bool ours = TakePrefix(key, kRoot) && EqualIgnoringCase(key, key_);
     inKey_ = ours && !removed;
     if (ours && removed) found_.clear();
@@ -83,6 +100,10 @@ void RegistryReader::ReadKey(std::u16string_view line)
 
 void RegistryReader::ReadValue(std::u16string_view line)
 {
+    if (!seenKey_) {
+        Complain("a value in front of the first [key]");
+        return;
+    }
     std::u16string name;
     if (!TakePrefix(line, u"@") && !ReadQuoted(line, name)) return;
     line = Trim(line);
@@ -124,7 +145,7 @@ bool RegistryReader::ReadData(std::u16string_view data, RegistryValue& value)
 {
     if (TakePrefix(data, u"dword:")) {
         std::uint32_t number = 0;
-        if (!ReadHex(data, number)) return Complain("a dword has one to eight hexadecimal digits");
+        if (!ReadHex(WithoutComment(data), number)) return Complain("a dword has one to eight hexadecimal digits");
         value = number;
         return true;
     }
@@ -139,7 +160,7 @@ bool RegistryReader::ReadData(std::u16string_view data, RegistryValue& value)
         continued_ = data.ends_with(u'\\');
         return true;
     }
-    return data == u"-" || Complain("expected dword:, hex: or a text in quotes");
+    return WithoutComment(data) == u"-" || Complain("expected dword:, hex: or a text in quotes");
 }
 
 bool RegistryReader::Complain(std::string_view what) const

@@ -38,6 +38,7 @@ private:
     std::string_view fileName_;
     std::u16string_view key_;
     std::size_t lineNumber_ = 0;
+    bool seenKey_ = false;
     bool inKey_ = false;
     bool continued_ = false;  // the next line belongs to a value that is left out
     std::vector<RegistryEntry> found_;

@@ -46,9 +46,12 @@ constexpr std::string_view kFile = R"(Windows Registry Editor Version 5.00
   03,04,\
   05
 "Behind"="yes" ; said twice
+"Commented"=dword:11 ; [or more]
 @="default"
 [hkey_local_machine\software\orv]
 "twice"=dword:2
+[HKEY_LOCAL_MACHINE\SOFTWARE\Odd]k] ; see [1]
+"Number"=dword:6
 [HKEY_LOCAL_MACHINE\SOFTWARE\Orv\Below]
 "Number"=dword:3
 [HKEY_CURRENT_USER\SOFTWARE\Orv]
@@ -68,6 +71,9 @@ TEST(PosixConfiguration, ReadsTheFormatOfTheRegistry)
     EXPECT_EQ(ReadNumber(u"SOFTWARE\\Orv\\Below", u"Number"), 3u);
     EXPECT_EQ(ReadText(key, u"Text"), u"C:\\folder \"x\" u00e4");
     EXPECT_EQ(ReadText(key, u"Behind"), u"yes");
+    EXPECT_EQ(ReadNumber(key, u"Commented"), 17u);
+    EXPECT_EQ(ReadNumber(u"SOFTWARE\\Odd] ;k", u"Number"), std::nullopt);
+    EXPECT_EQ(ReadNumber(u"SOFTWARE\\Odd]k", u"Number"), 6u);
     EXPECT_EQ(ReadText(key, u""), u"default");
     for (const auto* missing : {u"Gone", u"Bytes", u"Text", u"None"}) EXPECT_EQ(ReadNumber(key, missing), std::nullopt);
     EXPECT_EQ(ReadText(key, u"Number"), std::nullopt);
@@ -120,6 +126,9 @@ TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
         {"\"x\" dword:1", "expected = behind the name"},
         {"\"x\"=qword:1", "expected dword:, hex: or a text in quotes"},
         {"[HKEY_LOCAL_MACHINE", "the key has no closing bracket"},
+        {"[HKEY_LOCAL_MACHINE\\K] x", "the key has no closing bracket"},
+        {"[HKLM\\SOFTWARE\\Orv]", "the key does not begin with a root such as HKEY_LOCAL_MACHINE"},
+        {"\"x\"=dword:1 2 ; two", "a dword has one to eight hexadecimal digits"},
         {"x=1", "expected a .key., a \"name\"=value or a comment"},
     };
     for (const auto& [line, message] : cases) {
