@@ -1,6 +1,6 @@
 #include "platform/posix/registry_text.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "platform/debug_output.h"
 #include "platform/text.h"
@@ -95,7 +95,9 @@ void RegistryReader::ReadKey(std::u16string_view line)
     }
     const bool ours = TakePrefix(key, kRoot) && EqualIgnoringCase(key, key_);
     inKey_ = ours && !removed;
-    if (ours && removed) found_.clear();
+    if (!ours || !removed) return;
+    found_.clear();
+    places_.clear();
 }
 
 void RegistryReader::ReadValue(std::u16string_view line)
@@ -117,12 +119,13 @@ void RegistryReader::ReadValue(std::u16string_view line)
 
 void RegistryReader::Keep(std::u16string name, RegistryValue value)
 {
-    const auto sameName = [&name](const RegistryEntry& entry) { return EqualIgnoringCase(entry.name, name); };
-    const auto place = std::find_if(found_.begin(), found_.end(), sameName);
-    if (place != found_.end()) {
-        place->value = std::move(value);
-    } else {
+    std::u16string lower = name;
+    LowerInPlace(lower.data(), lower.size());
+    const auto [place, isNew] = places_.try_emplace(std::move(lower), found_.size());
+    if (isNew) {
         found_.push_back({std::move(name), std::move(value)});
+    } else {
+        found_[place->second].value = std::move(value);
     }
 }
 

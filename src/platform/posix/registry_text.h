@@ -1,7 +1,9 @@
 // A text in the format that the registry exports: keys in brackets, below each its values.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -42,6 +44,7 @@ private:
     bool inKey_ = false;
     bool continued_ = false;  // the next line belongs to a value that is left out
     std::vector<RegistryEntry> found_;
+    std::map<std::u16string, std::size_t> places_;  // among what was found, by lower-cased name
 };
 
 }  // namespace Platform

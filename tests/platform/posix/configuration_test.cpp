@@ -132,7 +132,7 @@ TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
         {"x=1", "expected a .key., a \"name\"=value or a comment"},
     };
     for (const auto& [line, message] : cases) {
-        const auto run = [line] {
+        const auto run = [line = line] {
             setenv("ORV_DEBUG_OUTPUT", "1", 1);
             const RegistryFile file("[HKEY_LOCAL_MACHINE\\K]\n\"n\"=dword:7\n" + std::string(line) + "\n");
             std::exit(ReadNumber(u"K", u"n") == 7u ? 0 : 1);
