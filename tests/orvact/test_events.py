@@ -83,6 +83,10 @@ class Events(unittest.TestCase):
                 listed = Run("events", "list", self.name, "--to", "technical", "--match", pattern)
                 matched = Run("match", pattern, data="\n".join(texts).encode())
                 self.assertEqual((listed.code, listed.out), (matched.code, matched.out))
+        rules = Path(str(self.path) + ".rules")
+        rules.write_text("@ CameraOn (Camera: 7)\n@ PanLeft (Speed: 3)\n@ TiltUp ()\n")
+        self.assertEqual(Run("events", "list", self.name, "--to", "technical", "--match", self.name + ".rules").out,
+                         "PanLeft (Camera: 7, Speed: 3)\nCameraOn (Camera: 7)\n")
         cases = [
             (["--code", "panleft"], [1, 2, 9]), (["--code", "PanRight", "--code", "1122"], [3, 4]),
             (["--code", "0"], [7]), (["--class", "cameracontrol", "--class", "POS"], [1, 2, 3, 4, 8, 9]),

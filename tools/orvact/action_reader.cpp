@@ -136,6 +136,14 @@ bool ActionReader::Next(Action& action, Record& record)
     return false;
 }
 
+bool ActionReader::MayWait() const
+{
+    const std::string_view waiting = lines_->Waiting();
+    if (size_ > 0 || form_->layout == Layout::EndToEnd) return false;
+    if (form_->layout == Layout::Lines) return waiting.find('\n') == std::string_view::npos;
+    return waiting.size() < 4 || waiting.size() - 4 < Word32At(waiting, 0);
+}
+
 std::string ActionReader::Place(const Record& record) const
 {
     return source_ + (form_->layout == Layout::Lines ? ":" : ":action ") + std::to_string(record.number);

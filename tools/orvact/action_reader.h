@@ -44,7 +44,7 @@ public:
     std::uint64_t size() const { return size_; }  // in bytes, 0 when not known
     std::uint64_t taken() const { return lines_->taken(); }
     // Whether the next action may have to be waited for.
-    bool MayWait() const { return size_ == 0 && !lines_->LineIsThere(); }
+    bool MayWait() const;
 
 private:
     bool NextLine(Record& record);

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
+#include <set>
 
 #include "catalogue_view.h"
 #include "console.h"
@@ -234,21 +235,10 @@ private:
     const OrvWChar* name_ = nullptr;
 };
 
-}  // namespace
-
-bool AddConditions(const EventsListOptions& options, RowFilter& filter)
-{
-    return AddCodes(options.codes, filter) && AddClasses(options.classes, filter) && AddSince(options.since, filter);
-}
-
-void AddNecessary(const Action& pattern, RowFilter& filter)
+void AddParameters(const Action& pattern, RowFilter& filter)
 {
     const ActionView* declared = FindAction(pattern->GetActionCode());
-    filter.Add("Code = ?", {std::int64_t{declared ? declared->code : 0}});
-    if (!declared) {
-        AddText("Name", reinterpret_cast<const char16_t*>(pattern->GetActionName()), filter);
-        return;
-    }
+    if (!declared) return AddText("Name", reinterpret_cast<const char16_t*>(pattern->GetActionName()), filter);
     std::uint32_t taken = 0;
     for (const ParameterView& parameter : declared->parameters) {
         bool clean = true;
@@ -259,4 +249,19 @@ void AddNecessary(const Action& pattern, RowFilter& filter)
         taken |= parameter.columns;
         if (sure) NecessaryColumns(pattern, parameter, filter).Add();
     }
+}
+
+}  // namespace
+
+bool AddConditions(const EventsListOptions& options, RowFilter& filter)
+{
+    return AddCodes(options.codes, filter) && AddClasses(options.classes, filter) && AddSince(options.since, filter);
+}
+
+void AddNecessary(const std::vector<Pattern>& patterns, RowFilter& filter)
+{
+    std::set<std::int64_t> codes;
+    for (const Pattern& pattern : patterns) codes.insert(std::int64_t{pattern.action->GetActionCode()});
+    filter.Add("Code in (" + Marks(codes.size()) + ")", std::vector<SqlValue>(codes.begin(), codes.end()));
+    if (patterns.size() == 1) AddParameters(patterns.front().action, filter);
 }

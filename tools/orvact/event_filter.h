@@ -5,11 +5,12 @@
 
 #include "commands.h"
 #include "event_database.h"
+#include "patterns.h"
 
 // Adds the conditions of --code, --class and --since. Reports what is no code, class or time and gives false.
 bool AddConditions(const EventsListOptions& options, RowFilter& filter);
 
-// Adds what every row must have that the pattern matches, as far as the columns tell it. The library decides: what the
-// columns do not show (a parameter without a column, text beyond ASCII, a column that two parameters share) is left to
-// it.
-void AddNecessary(const Action& pattern, RowFilter& filter);
+// Adds what every row must have that one of the patterns matches, as far as the columns tell it. The library decides:
+// what the columns do not show (a parameter without a column, text beyond ASCII, a column that two parameters share) is
+// left to it.
+void AddNecessary(const std::vector<Pattern>& patterns, RowFilter& filter);

@@ -50,7 +50,7 @@ int ListRows(const EventsListOptions& options, const Form* target)
     EventDatabase database(options.database, EventDatabase::Use::Read);
     if (!options.pattern.empty() && !ReadPatterns(options.pattern, patterns)) return kUsage;
     if (!AddConditions(options, filter)) return kUsage;
-    if (patterns.size() == 1) AddNecessary(patterns.front().action, filter);
+    if (!patterns.empty()) AddNecessary(patterns, filter);
 
     Listing listing(target, database.LastId());
     std::vector<std::string> newest;  // in front, when there is a limit

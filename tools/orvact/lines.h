@@ -23,8 +23,8 @@ public:
     // What the input begins with, without taking it: up to a whole line, or `count` bytes, or all there is.
     std::string_view Head(std::size_t count);
 
-    std::uint64_t taken() const { return before_ + position_; }                              // bytes from the start
-    bool LineIsThere() const { return buffer_.find('\n', position_) != std::string::npos; }  // without waiting for it
+    std::uint64_t taken() const { return before_ + position_; }                               // bytes from the start
+    std::string_view Waiting() const { return std::string_view(buffer_).substr(position_); }  // has been read already
     bool failed() const { return failed_; }
 
 private:
