@@ -148,7 +148,7 @@ void CommandLine::AddEvents()
     listing->add_option("--class", events.classes, "Actions of this class; may be given several times")
         ->type_name("NAME")
         ->allow_extra_args(false);
-    listing->add_option("--since", events.since, "Stored at this time or later: 2026-11-21T07:30 (UTC), or 15m ago")
+    listing->add_option("--since", events.since, "Stored at this time or later: 2026-11-21T07:30 (UTC), or an age: 15m")
         ->type_name("TIME");
     listing->add_option("--match", events.pattern, "Actions that match: a match action, or a file of them")
         ->type_name("PATTERN");
