@@ -35,7 +35,8 @@ target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${CMAKE_S
 # so each suite gets one.
 set(sibling_bin ${CMAKE_BINARY_DIR}/bin/sibling)
 foreach(variant whole lacking)
-    add_library(sibling_${variant} MODULE ${CMAKE_SOURCE_DIR}/tests/sibling/replacement_library.cpp)
+    add_library(sibling_${variant} MODULE ${CMAKE_SOURCE_DIR}/tests/sibling/replacement_library.cpp
+        ${CMAKE_SOURCE_DIR}/tests/sibling/${ORV_PLATFORM}/foreign_exception.cpp)
     set_target_properties(sibling_${variant} PROPERTIES OUTPUT_NAME HeskActions CXX_VISIBILITY_PRESET default
         LIBRARY_OUTPUT_DIRECTORY ${sibling_bin}/${variant})
     target_link_libraries(sibling_${variant} PRIVATE orv_flags)

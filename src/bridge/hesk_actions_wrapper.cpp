@@ -8,6 +8,7 @@
 #include "bridge/hesk_functions.h"
 #include "bridge/hesk_text.h"
 #include "platform/debug_output.h"
+#include "platform/foreign_call.h"
 #include "ulmo/string_conversion.h"
 
 namespace HeskPLC {
@@ -46,15 +47,38 @@ bool ResolveAll(const Ulmo::SecureModuleHandle& library)
            Resolve(library, "HeskAct_RestoreActionFromEventData", functions.restoreFromEventData);
 }
 
+struct ForeignException {};
+
+// Calls an imported function. What it raises arrives here as something that can be caught, whoever has built it.
+template <class Result, class... Parameters, class... Arguments>
+Result Call(Result (*function)(Parameters...), Arguments... arguments)
+{
+    Result result{};
+    auto work = [&] { result = function(arguments...); };
+    if (!Platform::RunForeign(work)) throw ForeignException();
+    return result;
+}
+
+void Close(HeskHandle action)
+{
+    auto work = [action] { functions.closeHandle(action); };
+    if (!Platform::RunForeign(work)) throw ForeignException();
+}
+
+bool StoreText(HeskHandle action, char16_t* buffer, std::uint32_t capacity, std::uint32_t& length)
+{
+    return Call(functions.storeToTextBuffer, action, buffer, capacity, 0U, 0U, &length) != 0;
+}
+
 void FetchLongText(HeskHandle action, std::u16string& output)
 {
     std::uint32_t length = 0;
-    functions.storeToTextBuffer(action, nullptr, 0, 0, 0, &length);
+    StoreText(action, nullptr, 0, length);
     if (length == 0 || length > kLongestText) return;
     std::u16string text(length, u'\0');
     std::uint32_t stored = length;
     // The third call tells a capacity of 0 and yet gets the buffer: the library fills it by the length. Deliberate.
-    functions.storeToTextBuffer(action, text.data(), 0, 0, 0, &stored);
+    StoreText(action, text.data(), 0, stored);
     if (stored == 0) return;
     text.resize(std::min(stored, length));
     output = std::move(text);
@@ -68,7 +92,7 @@ void FetchText(HeskHandle action, std::u16string& output)
     try {
         char16_t buffer[kUsualText + 1] = {};
         std::uint32_t length = 0;
-        if (functions.storeToTextBuffer(action, buffer, kUsualText, 0, 0, &length)) {
+        if (StoreText(action, buffer, kUsualText, length)) {
             output.assign(buffer, std::min(length, kUsualText));
         } else {
             FetchLongText(action, output);
@@ -83,7 +107,7 @@ bool TakeText(HeskHandle action, std::u16string& output)
 {
     if (!action) return false;
     FetchText(action, output);
-    functions.closeHandle(action);
+    Close(action);
     ConvertHeskTextToOrvText(output);
     return !output.empty();
 }
@@ -131,13 +155,13 @@ bool HeskActionsWrapper::ConvertTextBuffer(std::u16string_view text, std::uint32
 {
     return Guarded(kBufferFault, [&] {
         if (!Load() || text.empty()) return false;
-        const HeskHandle action =
-            functions.createFromTextBuffer(text.data(), static_cast<std::uint32_t>(text.size()), version, 0, flag);
+        const HeskHandle action = Call(functions.createFromTextBuffer, text.data(),
+                                       static_cast<std::uint32_t>(text.size()), version, 0U, flag);
         output.clear();
         if (!action) return false;
         // The library only says whether the text is valid: it is converted as it was given.
         output = text;
-        functions.closeHandle(action);
+        Close(action);
         ConvertHeskTextToOrvText(output);
         return true;
     });
@@ -156,9 +180,8 @@ bool HeskActionsWrapper::ConvertBinBuffer(std::span<const std::byte> buffer, std
     static_cast<void>(flag);
     return Guarded(kBufferFault, [&] {
         if (!Load() || buffer.empty()) return false;
-        return TakeText(
-            functions.createFromBinBuffer(buffer.data(), static_cast<std::uint32_t>(buffer.size()), version, 0),
-            output);
+        const auto size = static_cast<std::uint32_t>(buffer.size());
+        return TakeText(Call(functions.createFromBinBuffer, buffer.data(), size, version, 0U), output);
     });
 }
 
@@ -171,7 +194,7 @@ bool HeskActionsWrapper::ConvertEventData(const TOrvEventData& record, std::u16s
         image.code = record.code;
         image.imageSize = record.imageSize;
         image.image = record.image;
-        return TakeText(functions.restoreFromEventData(&image), output);
+        return TakeText(Call(functions.restoreFromEventData, &image), output);
     });
 }
 

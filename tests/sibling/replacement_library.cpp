@@ -2,6 +2,7 @@
 //
 //   a text that begins with Refuse    is not understood
 //   Throw, ThrowStore, ThrowClose     raises there and then, while the text is stored, while the handle is closed
+//   Foreign                           raises what another compiler's code would
 //   Silent                            has a text of length 0
 //   Huge                              claims to need more than there is memory
 //
@@ -11,6 +12,8 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+
+[[noreturn]] void RaiseForeign();  // in a file of the platform
 
 namespace {
 
@@ -29,6 +32,7 @@ void* Create(std::u16string_view text)
 {
     if (text.starts_with(u"Refuse")) return nullptr;
     if (text.starts_with(u"Throw (")) throw 1;
+    if (text.starts_with(u"Foreign")) RaiseForeign();
     return new Action{std::u16string(text)};
 }
 

@@ -213,6 +213,8 @@ TEST_F(Whole, NothingIsRaised)
     attempt(buffer, [&] { return wrapper.ConvertTextBuffer(u"Throw ()", 1, false, text); });
     attempt(buffer, [&] { return wrapper.ConvertTextBuffer(u"ThrowClose ()", 1, false, text); });
     attempt(buffer, [&] { return wrapper.ConvertTextBuffer(badDate, 1, false, text); });
+    attempt(buffer, [&] { return wrapper.ConvertTextBuffer(u"Foreign ()", 1, false, text); });
+    attempt(buffer, [&] { return wrapper.ConvertBinBuffer(Buffer(u"Foreign ()"), 1, false, text); });
     attempt(buffer, [&] { return wrapper.ConvertTextBufferA("Throw ()", 1, false, text); });
     attempt(buffer, [&] { return wrapper.ConvertBinBuffer(Buffer(u"Throw ()"), 1, false, text); });
     attempt(storing, [&] { return wrapper.ConvertBinBuffer(Buffer(u"ThrowStore ()"), 1, false, text); });

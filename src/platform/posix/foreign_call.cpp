@@ -1,0 +1,12 @@
+#include "platform/foreign_call.h"
+
+namespace Platform {
+
+// All compilers share one form of exceptions here.
+bool RunForeign(void (*work)(void* context), void* context)
+{
+    work(context);
+    return true;
+}
+
+}  // namespace Platform
