@@ -93,6 +93,16 @@ if(NOT ORV_SANITIZE)
     orv_python_test(crash tests/crash/test_crash.py)
 endif()
 
+# A host that is copied into folders of its own, with extension files beside it.
+add_executable(extension_host ${CMAKE_SOURCE_DIR}/tests/host/extension_host.cpp)
+target_link_libraries(extension_host PRIVATE orv_flags OrvActions)
+if(WIN32)
+    target_link_options(extension_host PRIVATE -static)
+endif()
+if(ORV_TOOLS)
+    orv_python_test(extensions tests/host/test_extensions.py)
+endif()
+
 # The public header alone, in every language it promises.
 set(header_probe ${CMAKE_BINARY_DIR}/header_probe)
 foreach(language c cpp)
