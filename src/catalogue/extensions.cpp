@@ -1,22 +1,21 @@
 #include "catalogue/extensions.h"
 
-#include <fstream>
 #include <initializer_list>
-#include <iterator>
+#include <optional>
 
 #include "catalogue/extension_reader.h"
 #include "platform/debug_output.h"
 #include "platform/host_files.h"
 #include "ulmo/exceptions.h"
-#include "ulmo/string_conversion.h"
+#include "ulmo/huge_stream.h"
 
 namespace OrvPLC {
 
 namespace {
 
-enum class Level { Debug, Error };
-
-void TellDiagnostic(Level, std::initializer_list<std::u16string_view> pieces) noexcept
+// Straight to the debug sink and without a level: these very texts are what an administrator looks for there, whatever
+// the filter of the diagnostics holds back.
+void Tell(std::initializer_list<std::u16string_view> pieces) noexcept
 try {
     std::u16string text;
     for (const std::u16string_view piece : pieces) text += piece;
@@ -25,26 +24,23 @@ try {
     // Nobody is left to tell.
 }
 
-// A name that is no text shows replacement characters.
-std::u16string TextOf(const std::filesystem::path& path)
-{
-    const std::u8string name = path.u8string();
-    return Ulmo::WideFromUtf8({reinterpret_cast<const char*>(name.data()), name.size()});
-}
-
-// False when the file cannot be opened.
+// False when the file cannot be opened; a file that opens and cannot be read is a failure.
 bool ReadWholeFile(const std::filesystem::path& path, std::string& bytes)
 {
-    std::filebuf file;
-    if (!file.open(path, std::ios::in | std::ios::binary)) return false;
-    bytes.assign(std::istreambuf_iterator<char>(&file), std::istreambuf_iterator<char>());
+    std::optional<Ulmo::THugeFileStream> file;
+    try {
+        file.emplace(path);
+    } catch (const Ulmo::SystemException&) {
+        return false;
+    }
+    bytes = file->ReadToEnd();
     return true;
 }
 
 void LoadFile(TOrvActionCatalogue& catalogue, const std::filesystem::path& path, std::u16string& name)
 {
-    name = TextOf(path);
-    TellDiagnostic(Level::Debug, {u"++++: ", name});
+    name = Platform::FileNameText(path);
+    Tell({u"++++: ", name});
     std::string document;
     if (ReadWholeFile(path, document)) ExtensionReader(catalogue).Read(document.c_str());
 }
@@ -66,7 +62,7 @@ void LoadXMLExtension(TOrvActionCatalogue& catalogue, const std::filesystem::pat
     try {
         LoadFile(catalogue, path, name);
     } catch (...) {
-        TellDiagnostic(Level::Error, {u"OrvPLC::LoadXMLExtension(\"", name, u"\") failed!"});
+        Tell({u"OrvPLC::LoadXMLExtension(\"", name, u"\") failed!"});
     }
 }
 
@@ -74,7 +70,7 @@ void LoadXMLExtensions() noexcept
 try {
     LoadAll();
 } catch (...) {
-    TellDiagnostic(Level::Error, {u"OrvPLC::LoadXMLExtensions() failed!"});
+    Tell({u"OrvPLC::LoadXMLExtensions() failed!"});
 }
 
 }  // namespace OrvPLC

@@ -68,10 +68,9 @@ bool ReadFile(const std::string& path, std::string& bytes)
         char piece[65536];
         while (const std::size_t got = ReadBytes(file, piece, sizeof piece, failed)) bytes.append(piece, got);
     }
-    const bool read = !failed;
-    if (!read) PrintError("orvact: " + path + ": " + std::strerror(errno) + "\n");
+    if (failed) PrintError("orvact: " + path + ": " + std::strerror(errno) + "\n");
     if (file) std::fclose(file);
-    return read;
+    return !failed;
 }
 
 std::string Advice(std::string_view document)
