@@ -144,18 +144,18 @@ const XMLNode::Attribute* XMLNode::FindAttribute(std::string_view name) const no
     return nullptr;
 }
 
-const std::string& XMLNode::FindAttributeVariant(std::string_view name) const
+Variant XMLNode::FindAttributeVariant(std::string_view name) const
 {
-    if (const Attribute* attribute = FindAttribute(name)) return attribute->value;
+    if (const Attribute* attribute = FindAttribute(name)) return Variant(attribute->value);
     throw XMLNodeException("XMLNode::FindAttributeVariant(string) - attribute not found");
 }
 
-void XMLNode::AddAttribute(std::string name, std::string value)
+void XMLNode::AddAttribute(std::string name, const Variant& value)
 {
     if (HasAttribute(name)) {
         throw XMLNodeException("XMLNode::AddAttribute(string) - attribute already assigned");
     }
-    attributes_.push_back({std::move(name), std::move(value), 0});
+    attributes_.push_back({std::move(name), value.ToString(), 0});
 }
 
 void XMLNode::CheckJoins(const XMLNode* node) const

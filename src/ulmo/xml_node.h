@@ -14,6 +14,7 @@
 
 #include "ulmo/exceptions.h"
 #include "ulmo/reference_count.h"
+#include "ulmo/variant.h"
 
 namespace Ulmo {
 
@@ -29,7 +30,8 @@ public:
 
 class XMLNode : public VirtualReferenceCountBaseClass {
 public:
-    // All values are UTF-8 text. Positions are those of the document that the node was read from, in bytes, and 0 for
+    // All values are UTF-8 text and kept as such: half of what a document takes is values, and a Variant of one is
+    // made where one is asked for. Positions are those of the document that the node was read from, in bytes, and 0 for
     // what was not read.
     struct Attribute {
         std::string name;
@@ -46,6 +48,7 @@ public:
     const std::string& GetName() const noexcept { return name_; }
     void SetName(std::string name);
     const std::string& GetValue() const noexcept { return value_; }
+    Variant GetValueVariant() const { return Variant(value_); }
     void SetValue(std::string value) { value_ = std::move(value); }
     std::size_t Position() const noexcept { return position_; }  // of the "<" of its start tag
 
@@ -53,15 +56,9 @@ public:
     const std::vector<Attribute>& Attributes() const noexcept { return attributes_; }
     const Attribute* FindAttribute(std::string_view name) const noexcept;  // null when there is none
     bool HasAttribute(std::string_view name) const noexcept { return FindAttribute(name) != nullptr; }
-    const std::string& FindAttributeVariant(std::string_view name) const;  // raises XMLNodeException
-    void AddAttribute(std::string name, std::string value);                // raises XMLNodeException for a second one
-    // For any value that can tell itself as text.
-    template <class Value>
-    requires requires(const Value& value) { std::string(value.ToString()); }
-    void AddAttribute(std::string name, const Value& value)
-    {
-        AddAttribute(std::move(name), std::string(value.ToString()));
-    }
+    Variant FindAttributeVariant(std::string_view name) const;  // a copy; raises XMLNodeException
+    // Held as text, whatever the kind. Raises XMLNodeException for a second one of the name.
+    void AddAttribute(std::string name, const Variant& value);
 
     // Adds a node that has no parent and no siblings as the last child. A "/" in its name makes the name a path: what
     // stands before the last "/" is looked up from here, and made where it is absent, and the node goes there under the

@@ -27,13 +27,10 @@ std::string Below(const XMLNode& node)
 
 TEST(XmlNode, AttributesAreUniqueAndExact)
 {
-    struct Number {
-        std::string ToString() const { return "7"; }
-    };
     const NodePtr node = NewNode("a");
     node->AddAttribute("b", "1");
-    node->AddAttribute("B", Number());
-    EXPECT_EQ(node->FindAttributeVariant("B"), "7");
+    node->AddAttribute("B", 7);
+    EXPECT_EQ(node->FindAttributeVariant("B").As<int>(), 7);
     EXPECT_FALSE(node->HasAttribute("c"));
     for (const auto& [call, message] :
          {std::pair<void (*)(XMLNode&), const char*>{[](XMLNode& n) { n.FindAttributeVariant("c"); },
@@ -119,7 +116,7 @@ TEST(XmlNode, CopiesWithAndWithoutSiblings)
     const NodePtr alone = a.Copy();
     const NodePtr all = a.Copy(true);
     EXPECT_EQ(Below(*alone), "c(d) e");
-    EXPECT_EQ(alone->FindAttributeVariant("b") + alone->GetValue(), "1t");
+    EXPECT_EQ(alone->FindAttributeVariant("b").ToString() + alone->GetValueVariant().ToString(), "1t");
     EXPECT_EQ(alone->NextSibling(), nullptr);
     EXPECT_EQ(Below(*all->NextSibling()), "g");
 }

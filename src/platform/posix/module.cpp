@@ -2,26 +2,22 @@
 
 #include <dlfcn.h>
 #include <sys/stat.h>
-#include <unistd.h>
+#include <filesystem>
 
+#include "platform/host_files.h"
 #include "platform/text.h"
 
 namespace Platform {
 
 namespace {
 
-constexpr std::size_t kLongestPath = 1024;
-
 // Empty when the executable cannot be told or its path is too long.
 std::string PathBesideExecutable(std::u16string_view fileName)
 {
-    char path[kLongestPath];
-    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
-    if (length <= 0 || static_cast<std::size_t>(length) == sizeof path) return {};
-    const std::string_view executable(path, static_cast<std::size_t>(length));
+    std::filesystem::path folder;
     std::string name;
-    if (!ToNarrow(CodePage::Utf8, fileName, name)) return {};
-    return std::string(executable.substr(0, executable.rfind('/') + 1)) + name;
+    if (!GetHostFolder(folder) || !ToNarrow(CodePage::Utf8, fileName, name)) return {};
+    return folder / name;
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 #include "platform/module.h"
 
+#include "platform/host_files.h"
 #include "platform/windows/windows_api.h"
 
 namespace Platform {
 
 namespace {
-
-constexpr DWORD kLongestPath = 1024;
 
 HMODULE AsModule(ModuleHandle module)
 {
@@ -22,14 +21,11 @@ std::u16string ModuleFileName(std::u16string_view library)
 
 bool StandsBesideExecutable(std::u16string_view fileName)
 {
-    char16_t path[kLongestPath];
-    const DWORD length = GetModuleFileNameW(nullptr, AsWide(path), kLongestPath);
-    if (length == 0 || length == kLongestPath) return false;
-    std::u16string wanted(path, length);
-    wanted.resize(wanted.find_last_of(u"\\/") + 1);
-    wanted += fileName;
+    std::filesystem::path path;
+    if (!GetHostFolder(path)) return false;
+    path /= fileName;
     WIN32_FILE_ATTRIBUTE_DATA data;
-    return GetFileAttributesExW(AsWide(wanted.c_str()), GetFileExInfoStandard, &data) &&
+    return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) &&
            !(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
