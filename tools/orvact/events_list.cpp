@@ -25,7 +25,7 @@ public:
             const std::string text = action ? Visible(Utf8FromWide(TextOf(action, false)))
                                             : Visible(event.name) + ", which cannot be restored";
             return Painted(Tone::Quiet,
-                           std::string(width_ - std::min(width_, id.size()), ' ') + id + "  " + event.stored) +
+                           std::string(width_ - std::min(width_, id.size()), ' ') + id + "  " + Visible(event.stored)) +
                    "  " + text + "\n";
         }
         const Encoded encoded = action ? target_->write(action) : Encoded{"", "cannot be restored"};
@@ -109,7 +109,7 @@ int ShowRow(const EventsShowOptions& options)
         Indented("described:", "");
         description.Write();
         ShowColumns(event);
-        Indented("stored: ", event.stored);
+        Indented("stored: ", Visible(event.stored));
         return false;
     });
     if (!found) {
