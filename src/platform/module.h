@@ -19,6 +19,6 @@ bool StandsBesideExecutable(std::u16string_view fileName);
 // in the folder of the executable. Elsewhere it is the file in that folder and no other.
 ModuleHandle LoadModule(std::u16string_view fileName);
 void* FindFunction(ModuleHandle module, const char* name);  // null when the library has none of it
-void FreeModule(ModuleHandle module);
+void UnloadModule(ModuleHandle module);
 
 }  // namespace Platform

@@ -16,7 +16,7 @@ bool SecureModuleHandle::Open(std::u16string_view fileName)
 void SecureModuleHandle::GiveBack()
 {
     if (!path_.empty() && !returnable_) return;
-    if (handle_) Platform::FreeModule(handle_);
+    if (handle_) Platform::UnloadModule(handle_);
     handle_ = nullptr;
 }
 

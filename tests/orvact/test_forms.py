@@ -52,8 +52,8 @@ class Convert(unittest.TestCase):
             ("hesk", "technical", "Foo (1)", "no action of ours is called Foo", 3),
             ("hesk", "technical", "CameraOn (5", "the closing bracket", 3),
             ("hesk", "technical", 'SetClock ("xx")', "Invalid year", 3),
-            ("technical", "hesk", "Counter (Count: 5)", "has no action Counter", 3),
-            ("technical", "hesk", "@ CameraOn (Camera: 5)", "match actions have no counterpart", 3),
+            ("technical", "hesk", "Counter (Count: 5)", "Counter has no counterpart", 3),
+            ("technical", "hesk", "@ CameraOn (Camera: 5)", "a match action has no counterpart", 3),
             ("technical", "hesk", "CameraPushAF (Camera: 5)", "does not read back as the same action", 0),
         ]
         for source, target, text, expected, code in cases:

@@ -24,6 +24,11 @@ bool FromSibling(const std::u16string& text, std::u16string& converted)
     return Convert(Talvec_Action_ConvertHeskActionTextToOrvActionText, text, converted);
 }
 
+bool ToSibling(const std::u16string& text, std::u16string& converted)
+{
+    return Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, text, converted);
+}
+
 // What a failed conversion left, unless it is the plain answer that there is no counterpart.
 std::string OtherFailure()
 {
@@ -42,11 +47,23 @@ std::string WhyNotRead(const std::u16string& wide)
     const std::string failure = OtherFailure();
     if (!failure.empty()) return failure;
     const std::string text = WithoutLeadingSpace(Utf8FromWide(wide));
-    if (text.empty() || text.find('(') == std::string::npos) return "no name with an opening bracket";
+    if (text.find('(') == std::string::npos || text.front() == '(') return "no name with an opening bracket";
     if (text.find_first_of("@!?") == 0) return std::string("texts with the prefix ") + text[0] + " are not converted";
     const std::string name = text.substr(0, text.find_first_of(" \t("));
     if (ActionFromSibling(name).empty()) return "no action of ours is called " + Visible(name) + " there";
     return "some field cannot be read, or the closing bracket is missing";
+}
+
+std::string WhyNotWritten(const Action& action)
+{
+    const std::string failure = OtherFailure();
+    if (!failure.empty()) return failure;
+    if (action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION) return "a match action has no counterpart there";
+    const std::string name = Utf8FromWide(action->GetActionName());
+    bool clean = true;
+    std::u16string converted;
+    if (!ToSibling(WideFromUtf8(name + " ()", clean), converted)) return Visible(name) + " has no counterpart there";
+    return "its technical text does not read back; a double quote in a string does that";
 }
 
 }  // namespace
@@ -74,15 +91,8 @@ Decoded ReadHesk(const std::string& record)
 Encoded WriteHesk(const Action& action)
 {
     std::u16string converted;
-    if (Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, TextOf(action, false), converted)) {
-        return {Utf8FromWide(converted), {}};
-    }
-    const std::string failure = OtherFailure();
-    if (!failure.empty()) return {{}, failure};
-    const bool match = action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION;
-    return {{},
-            match ? "match actions have no counterpart there"
-                  : "the sibling product has no action " + Visible(Utf8FromWide(action->GetActionName()))};
+    if (ToSibling(TextOf(action, false), converted)) return {Utf8FromWide(converted), {}};
+    return {{}, WhyNotWritten(action)};
 }
 
 std::string ActionFromSibling(const std::string& name)

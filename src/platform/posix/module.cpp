@@ -45,7 +45,7 @@ void* FindFunction(ModuleHandle module, const char* name)
     return dlsym(module, name);
 }
 
-void FreeModule(ModuleHandle module)
+void UnloadModule(ModuleHandle module)
 {
     dlclose(module);
 }

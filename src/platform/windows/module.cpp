@@ -39,7 +39,7 @@ void* FindFunction(ModuleHandle module, const char* name)
     return reinterpret_cast<void*>(GetProcAddress(AsModule(module), name));
 }
 
-void FreeModule(ModuleHandle module)
+void UnloadModule(ModuleHandle module)
 {
     FreeLibrary(AsModule(module));
 }
