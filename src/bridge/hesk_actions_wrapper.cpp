@@ -188,11 +188,12 @@ bool HeskActionsWrapper::ConvertBinBuffer(std::span<const std::byte> buffer, std
 bool HeskActionsWrapper::ConvertEventData(const TOrvEventData& record, std::u16string& output)
 {
     return Guarded(kEventFault, [&] {
-        if (!Load() || !record.image || record.imageSize == 0) return false;
+        const auto size = static_cast<std::uint32_t>(record.imageSize);  // the rest of the word is not ours to trust
+        if (!Load() || !record.image || size == 0) return false;
         HeskEventData image{};
         image.size = sizeof image;
         image.code = record.code;
-        image.imageSize = record.imageSize;
+        image.imageSize = size;
         image.image = record.image;
         return TakeText(Call(functions.restoreFromEventData, &image), output);
     });

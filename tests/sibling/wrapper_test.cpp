@@ -187,7 +187,7 @@ TEST_F(Whole, Events)
     TOrvEventData record{};
     record.code = 7;
     EXPECT_FALSE(wrapper.ConvertEventData(record, text));
-    record.imageSize = image.size();
+    record.imageSize = image.size() | 0x1'0000'0000;  // only the low half counts
     EXPECT_FALSE(wrapper.ConvertEventData(record, text));
     record.image = image.data();
     EXPECT_TRUE(wrapper.ConvertEventData(record, text));
