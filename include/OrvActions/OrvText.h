@@ -61,14 +61,14 @@ ORV_API OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char*
  * converts and what is lost on the way is told in docs/sibling-text.md; neither direction needs the sibling's library.
  *   text       zero-ended, not a match action; null reads as ""
  *   converted  out, may be null: a system string that the caller frees; left alone on failure
- * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in ORV"), for a text
- * that is no action or whose action this library does not have. A text that is no date where one belongs, and a text
- * that costs too much to search, fail with an error of their own. */
+ * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in ORV"), for a
+ * text that is no action or whose action this library does not have. A text that is no date where one belongs, and a
+ * text that costs too much to search, fail with an error of their own. */
 ORV_API OrvBool Talvec_Action_ConvertHeskActionTextToOrvActionText(const OrvWChar* text, OrvBStr* converted);
 
 /* The other way, for technical text of an action that the sibling product has. Arguments as above.
- * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in HESK"), for a text
- * that does not read as an action and for an action that the sibling does not have. */
+ * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in HESK"), for a
+ * text that does not read as an action and for an action that the sibling does not have. */
 ORV_API OrvBool Talvec_Action_ConvertOrvActionTextToHeskActionText(const OrvWChar* text, OrvBStr* converted);
 
 #if defined(__cplusplus)
