@@ -44,13 +44,13 @@ constexpr std::array<WideConverter, 21> kWideConverters = {
 
 Variant& Variant::operator=(const Variant& other)
 {
-    if (this == &other) return *this;
+    const Variant copy(other);  // the other may live in an object that only this value holds
     operations_->Destroy(area_);
     try {
-        other.operations_->CopyConstruct(area_, other.area_);
-        operations_ = other.operations_;
+        copy.operations_->CopyConstruct(area_, copy.area_);
+        operations_ = copy.operations_;
     } catch (...) {
-        new (area_) std::string;  // the copy may have begun
+        new (area_) std::string;  // the failed one may have left its traces
         operations_ = &OperationsOf<std::string>();
         throw;
     }

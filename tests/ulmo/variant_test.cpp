@@ -247,6 +247,18 @@ TEST(Variant, CopiesShareOnlyWhatIsCounted)
     EXPECT_EQ(object->Count(), 1U);
 }
 
+struct Holder : Object {
+    Variant inner = std::string(100, 'i');
+};
+
+TEST(Variant, TakesAValueFromTheObjectThatItHolds)
+{
+    Holder* const holder = new Holder;
+    Variant value{VariantReferencePointer(holder)};
+    value = holder->inner;
+    EXPECT_EQ(value.ToString(), std::string(100, 'i'));
+}
+
 // Each case: what a value stores into buffers of different sizes, and what another of its kind loads from them.
 TEST(Variant, BuffersOfAnySize)
 {
