@@ -101,7 +101,7 @@ std::u16string ExtensionReader::ReadName(const Node& row, std::string_view item)
 {
     if (const Attribute* attribute = row.FindAttribute(item)) return Ulmo::WideFromUtf8(attribute->value);
     const Node* child = row.FindChild(item);
-    return child ? Ulmo::WideFromUtf8(child->GetValue()) : std::u16string();
+    return child ? Ulmo::WideFromUtf8(child->Text()) : std::u16string();
 }
 
 std::string_view ExtensionReader::ReadAttribute(const Node& row, std::string_view item) const
@@ -122,7 +122,7 @@ std::int32_t ExtensionReader::ReadNumber(const Node& row, std::string_view item,
 std::u16string ExtensionReader::ReadChild(const Node& row, std::string_view item, std::u16string_view otherwise) const
 {
     const Node* child = row.FindChild(item);
-    if (child && !child->GetValue().empty()) return Ulmo::WideFromUtf8(child->GetValue());
+    if (child && !child->Text().empty()) return Ulmo::WideFromUtf8(child->Text());
     if (child) {
         Tell(Severity::Warning, child->Position(),
              {"<", item, "> has no text that counts (CDATA does not): the name is used"});

@@ -41,7 +41,7 @@ std::string TitleOf(const Ulmo::XMLNode& row)
 {
     const Ulmo::XMLNode::Attribute* attribute = row.FindAttribute("name");
     const Ulmo::XMLNode* child = row.FindChild("name");
-    const std::string name = attribute ? attribute->value : child ? child->GetValue() : std::string();
+    const std::string name = attribute ? attribute->value : child ? child->Text() : std::string();
     return "the " + row.GetName() + " '" + name + "'";
 }
 

@@ -30,9 +30,8 @@ public:
 
 class XMLNode : public VirtualReferenceCountBaseClass {
 public:
-    // All values are UTF-8 text and kept as such: half of what a document takes is values, and a Variant of one is
-    // made where one is asked for. Positions are those of the document that the node was read from, in bytes, and 0 for
-    // what was not read.
+    // All values are UTF-8 text and held as such; a Variant is made of one where it is asked for. Positions are those
+    // of the document that the node was read from, in bytes, and 0 for what was not read.
     struct Attribute {
         std::string name;
         std::string value;
@@ -47,8 +46,8 @@ public:
 
     const std::string& GetName() const noexcept { return name_; }
     void SetName(std::string name);
-    const std::string& GetValue() const noexcept { return value_; }
-    Variant GetValueVariant() const { return Variant(value_); }
+    Variant GetValue() const { return value_; }
+    const std::string& Text() const noexcept { return value_; }  // the value as the node holds it
     void SetValue(std::string value) { value_ = std::move(value); }
     std::size_t Position() const noexcept { return position_; }  // of the "<" of its start tag
 
@@ -56,8 +55,8 @@ public:
     const std::vector<Attribute>& Attributes() const noexcept { return attributes_; }
     const Attribute* FindAttribute(std::string_view name) const noexcept;  // null when there is none
     bool HasAttribute(std::string_view name) const noexcept { return FindAttribute(name) != nullptr; }
-    Variant FindAttributeVariant(std::string_view name) const;  // a copy; raises XMLNodeException
-    // Held as text, whatever the kind. Raises XMLNodeException for a second one of the name.
+    Variant FindAttributeVariant(std::string_view name) const;  // raises XMLNodeException
+    // The text of the value. Raises XMLNodeException for a second attribute of a name.
     void AddAttribute(std::string name, const Variant& value);
 
     // Adds a node that has no parent and no siblings as the last child. A "/" in its name makes the name a path: what

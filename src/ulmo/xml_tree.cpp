@@ -156,15 +156,15 @@ void OpenNode(std::string& document, const XMLNode& node)
         AppendText(document, attribute.value, std::string_view("\0", 1));
         document += '\'';
     }
-    const bool empty = !node.FirstChild() && node.GetValue().empty();
+    const bool empty = !node.FirstChild() && node.Text().empty();
     document += empty ? "/>\n" : ">";
-    AppendValue(document, node.GetValue());
-    if (!empty && node.GetValue().empty()) document += '\n';
+    AppendValue(document, node.Text());
+    if (!empty && node.Text().empty()) document += '\n';
 }
 
 void CloseNode(std::string& document, const XMLNode& node)
 {
-    if (!node.FirstChild() && node.GetValue().empty()) return;
+    if (!node.FirstChild() && node.Text().empty()) return;
     document += "</";
     AppendName(document, node.GetName());
     document += ">\n";

@@ -17,7 +17,7 @@ std::string Shape(const XMLNode& node)
     for (const XMLNode::Attribute& attribute : node.Attributes()) {
         shape += "[" + attribute.name + "=" + attribute.value + "]";
     }
-    if (!node.GetValue().empty()) shape += "{" + node.GetValue() + "}";
+    if (!node.Text().empty()) shape += "{" + node.Text() + "}";
     if (!node.FirstChild()) return shape;
     shape += "(";
     for (const XMLNode* child = node.FirstChild(); child; child = child->NextSibling()) shape += Shape(*child) + ";";

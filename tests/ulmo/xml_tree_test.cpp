@@ -31,6 +31,8 @@ TEST(XmlNode, AttributesAreUniqueAndExact)
     node->AddAttribute("b", "1");
     node->AddAttribute("B", 7);
     EXPECT_EQ(node->FindAttributeVariant("B").As<int>(), 7);
+    EXPECT_EQ(node->FindAttributeVariant("B").GetKind(), Variant("").GetKind());
+    EXPECT_EQ(node->GetValue().ToString(), "");
     EXPECT_FALSE(node->HasAttribute("c"));
     for (const auto& [call, message] :
          {std::pair<void (*)(XMLNode&), const char*>{[](XMLNode& n) { n.FindAttributeVariant("c"); },
@@ -105,7 +107,7 @@ TEST(XmlNode, HeldNodesOutliveTheirTree)
     EXPECT_EQ(Below(*middle), "x(y)");
     middle = {};
     EXPECT_EQ(deep->Parent(), nullptr);
-    EXPECT_EQ(deep->GetValue(), "text");
+    EXPECT_EQ(deep->Text(), "text");
 }
 
 TEST(XmlNode, CopiesWithAndWithoutSiblings)
@@ -116,7 +118,7 @@ TEST(XmlNode, CopiesWithAndWithoutSiblings)
     const NodePtr alone = a.Copy();
     const NodePtr all = a.Copy(true);
     EXPECT_EQ(Below(*alone), "c(d) e");
-    EXPECT_EQ(alone->FindAttributeVariant("b").ToString() + alone->GetValueVariant().ToString(), "1t");
+    EXPECT_EQ(alone->FindAttributeVariant("b").ToString() + alone->Text(), "1t");
     EXPECT_EQ(alone->NextSibling(), nullptr);
     EXPECT_EQ(Below(*all->NextSibling()), "g");
 }
@@ -124,7 +126,7 @@ TEST(XmlNode, CopiesWithAndWithoutSiblings)
 TEST(XmlTree, FindsByPath)
 {
     struct WithValue : XMLNodeFilter {
-        bool Accepts(const XMLNode& node) override { return !node.GetValue().empty(); }
+        bool Accepts(const XMLNode& node) override { return !node.Text().empty(); }
     } withValue;
     XMLTree tree;
     tree.Parse("<r><a1><x/><x>2</x><y>3</y></a1><a2><x>4<z/></x></a2><b><x/></b></r>");
@@ -154,7 +156,7 @@ TEST(XmlTree, SerializedTextReadsBackTheSame)
     XMLTree again;
     again.Parse(text.c_str());
     EXPECT_EQ(Serialize(again), text);
-    EXPECT_EQ(again.GetRoot()->FindChild("c")->GetValue(), std::string("\0[CDATA[! ", 10));
+    EXPECT_EQ(again.GetRoot()->FindChild("c")->Text(), std::string("\0[CDATA[! ", 10));
     tree.GetRoot()->SetName("");
     EXPECT_THROW(Serialize(tree), XMLNodeException);
     EXPECT_EQ(Serialize(XMLTree()), "<?xml version='1.0' encoding='utf-8' ?>\n");

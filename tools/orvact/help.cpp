@@ -4,10 +4,10 @@
 #include "text.h"
 
 const char* const kHelpFooter =
-    "Exit codes: 0 all is well, 1 nothing fits (match, events list), 2 wrong usage, an unknown name, input\n"
-    "that cannot be opened or output that cannot be written, 3 some of the input is no action, 130\n"
-    "interrupted. Results go to standard output, everything else to standard error; both are UTF-8.\n"
-    "Colours appear on a terminal, and never when NO_COLOR is set.";
+    "Exit codes: 0 all is well, 1 nothing fits (match, events list) or there is something to say (lint), 2\n"
+    "wrong usage, an unknown name, input that cannot be opened or output that cannot be written, 3 some of\n"
+    "the input is no action, 130 interrupted. Results go to standard output, everything else to standard\n"
+    "error; both are UTF-8. Colours appear on a terminal, and never when NO_COLOR is set.";
 
 const char* const kShowFooter =
     "Arguments are always texts, never file names. In files and standard input blank lines and lines\n"
@@ -19,6 +19,7 @@ const char* const kShowFooter =
 
 const char* const kListFooter =
     "  orvact list actions --class CameraControl\n"
+    "  orvact list actions --extension\n"
     "  orvact list enums --json";
 
 const char* const kDescribeFooter =

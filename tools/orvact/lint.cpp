@@ -43,6 +43,7 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
 {
     std::stable_sort(remarks_.begin(), remarks_.end(),
                      [](const Remark& a, const Remark& b) { return a.position < b.position; });
+    constexpr std::size_t kLongest = 400;  // what a remark quotes may be of any length
     std::size_t lines = 0;
     std::size_t lineStart = 0;
     for (const Remark& remark : remarks_) {
@@ -55,7 +56,7 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
         const bool error = remark.severity == ExtensionListener::Severity::Error;
         ++(error ? errors : warnings);
         Print(file + ":" + std::to_string(lines + place.line) + ":" + std::to_string(place.column) +
-              (error ? ": error: " : ": warning: ") + Visible(remark.text) + "\n");
+              (error ? ": error: " : ": warning: ") + Shortened(Visible(remark.text), kLongest) + "\n");
     }
     remarks_.clear();
 }
