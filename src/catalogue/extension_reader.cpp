@@ -152,8 +152,8 @@ bool ExtensionReader::IsAcceptable(const Node& row, std::u16string_view name, st
     if (listener_) {
         const Attribute* attribute = row.FindAttribute("code");
         Tell(Severity::Error, attribute ? attribute->position : row.Position(),
-             {"the ", row.GetName(), " '", Ulmo::Utf8FromWide(name), "' is skipped: its code is ", std::to_string(code),
-              ", codes begin at ", std::to_string(least)});
+             {"the ", row.GetName(), " '", Ulmo::Utf8FromWide(name.substr(0, 100)), "' is skipped: its code is ",
+              std::to_string(code), ", codes begin at ", std::to_string(least)});
     }
     return false;
 }

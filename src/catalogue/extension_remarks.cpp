@@ -11,7 +11,14 @@ namespace OrvPLC {
 
 namespace {
 
-using Ulmo::Utf8FromWide;
+// Names may be of any length, and one may be quoted for each of many rows.
+constexpr std::size_t kLongestQuote = 100;
+
+std::string Quoted(std::u16string_view name)
+{
+    const bool whole = name.size() <= kLongestQuote;
+    return Ulmo::Utf8FromWide(name.substr(0, kLongestQuote)) + (whole ? "" : "...");
+}
 
 template <std::size_t Size>
 bool Holds(const std::string_view (&words)[Size], std::string_view word)
@@ -42,7 +49,7 @@ std::string TitleOf(const Ulmo::XMLNode& row)
     const Ulmo::XMLNode::Attribute* attribute = row.FindAttribute("name");
     const Ulmo::XMLNode* child = row.FindChild("name");
     const std::string name = attribute ? attribute->value : child ? child->Text() : std::string();
-    return "the " + row.GetName() + " '" + name + "'";
+    return "the " + row.GetName() + " '" + Quoted(Ulmo::WideFromUtf8(name)) + "'";
 }
 
 bool IsNumber(std::string_view text)
@@ -101,7 +108,7 @@ void ExtensionReader::TellNumber(const Attribute& attribute, std::int32_t number
     if (!listener_) return;
     std::u16string digits;
     Ulmo::AppendDecimal(digits, number);
-    const std::string read = Utf8FromWide(digits);
+    const std::string read = Quoted(digits);
     const bool whole = IsNumber(attribute.value);
     const bool inRange = Ulmo::ScanInt64(Ulmo::WideFromUtf8(attribute.value)) == number;
     if (whole && inRange) return;
@@ -112,9 +119,9 @@ void ExtensionReader::TellNumber(const Attribute& attribute, std::int32_t number
 void ExtensionReader::TellClass(const Node& row, std::u16string_view name, bool byNumber, bool known) const
 {
     if (!listener_) return;
-    const std::string text = Utf8FromWide(name);
+    const std::string text = Quoted(name);
     const std::size_t place = PlaceOf(row, "class");
-    const bool number = IsNumber(text);
+    const bool number = IsNumber(Ulmo::Utf8FromWide(name));
     if (byNumber && !number) {
         Tell(Severity::Warning, place, {"the class '", text, "' is read as the number in front"});
     }
@@ -135,10 +142,10 @@ void ExtensionReader::TellCollision(const Node& row, const TOrvBaseNameInfo* ofN
         Tell(Severity::Error, PlaceOf(row, "name"), {TitleOf(row), " is dropped: the name is taken already"});
     } else if (ofCode && isValue) {
         Tell(Severity::Error, PlaceOf(row, "value"),
-             {TitleOf(row), " is dropped: its number is that of '", Utf8FromWide(ofCode->NameW.view()), "'"});
+             {TitleOf(row), " is dropped: its number is that of '", Quoted(ofCode->NameW.view()), "'"});
     } else if (ofCode) {
         Tell(Severity::Warning, PlaceOf(row, "code"),
-             {TitleOf(row), " takes its code over from '", Utf8FromWide(ofCode->NameW.view()),
+             {TitleOf(row), " takes its code over from '", Quoted(ofCode->NameW.view()),
               "', which is then found by its name alone"});
     }
 }
@@ -153,7 +160,7 @@ void ExtensionReader::TellEnum(const Node& row, std::u16string_view name, std::u
              {TitleOf(row), " gets no name: it is that of an enum with another code; its values are read"});
     } else if (!isNew) {
         Tell(Severity::Warning, PlaceOf(row, "code"),
-             {TitleOf(row), " adds its values to the enum '", Utf8FromWide(place->second), "', which has its code"});
+             {TitleOf(row), " adds its values to the enum '", Quoted(place->second), "', which has its code"});
     }
     if (FindParameterType(name)) {
         Tell(Severity::Warning, PlaceOf(row, "name"),
@@ -166,7 +173,7 @@ void ExtensionReader::TellType(const Node& row, std::u16string_view type, std::u
     if (enumType != 0 || FindParameterType(type)) return;
     const std::string why = !row.HasAttribute("type") ? std::string(", since its type is no attribute")
                             : type.empty()            ? std::string(", since its type is empty")
-                                                      : ": '" + Utf8FromWide(type) + "' is no type, and no enum so far";
+                                                      : ": '" + Quoted(type) + "' is no type, and no enum so far";
     Tell(Severity::Warning, PlaceOf(row, "type"), {TitleOf(row), " becomes a plain 32-bit number", why});
 }
 
@@ -174,20 +181,25 @@ void ExtensionReader::TellView(const Node& row, std::u16string_view view) const
 {
     if (view.empty() || FindView(view)) return;
     Tell(Severity::Warning, PlaceOf(row, "view"),
-         {TitleOf(row), " gets no view: there is no view '", Utf8FromWide(view), "'"});
+         {TitleOf(row), " gets no view: there is no view '", Quoted(view), "'"});
 }
 
 void ExtensionReader::TellColumns(const Node& row, std::u16string_view columns, std::uint32_t mask) const
 {
     if (columns.empty() || FindColumn(columns)) return;
     const std::size_t place = PlaceOf(row, "dbfield");
+    std::u16string_view first;
+    std::size_t unknown = 0;
     for (std::size_t begin = 0; begin <= columns.size();) {
         const std::size_t end = std::min(columns.find(u'|', begin), columns.size());
         const std::u16string_view piece = columns.substr(begin, end - begin);
-        if (!FindColumn(piece)) {
-            Tell(Severity::Warning, place, {TitleOf(row), ": there is no column '", Utf8FromWide(piece), "'"});
-        }
+        if (!FindColumn(piece) && unknown++ == 0) first = piece;
         begin = end + 1;
+    }
+    if (unknown != 0) {
+        Tell(Severity::Warning, place,
+             {TitleOf(row), ": there is no column '", Quoted(first), "'",
+              unknown > 1 ? ", nor are " + std::to_string(unknown - 1) + " other pieces columns" : std::string()});
     }
     if (mask != 0) return;
     Tell(Severity::Warning, place,

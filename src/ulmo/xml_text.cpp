@@ -143,13 +143,13 @@ bool MatchesWildcards(std::string_view pattern, std::string_view name)
     return pattern.find_first_not_of('*', p) == kNone;
 }
 
-TextPlace PlaceOf(std::string_view utf8, std::size_t position)
+TextPlace PlaceOf(std::string_view utf8, std::size_t position, TextPlace from)
 {
     const std::string_view before = utf8.substr(0, position);
     const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
     const std::string_view line = before.substr(before.rfind('\n') + 1);
     const auto continued = static_cast<std::size_t>(std::count_if(line.begin(), line.end(), IsContinuation));
-    return {lines + 1, line.size() - continued + 1};
+    return {from.line + lines, (lines == 0 ? from.column : 1) + line.size() - continued};
 }
 
 bool IsXmlNameCharacter(char c)

@@ -20,10 +20,11 @@ bool MatchesWildcards(std::string_view pattern, std::string_view name);
 
 // Where a position of a document is on a screen: both from 1, columns counted in characters.
 struct TextPlace {
-    std::size_t line;
-    std::size_t column;
+    std::size_t line = 1;
+    std::size_t column = 1;
 };
-TextPlace PlaceOf(std::string_view utf8, std::size_t position);
+// `from` is the place of the text's own start, for who goes from place to place.
+TextPlace PlaceOf(std::string_view utf8, std::size_t position, TextPlace from = {});
 
 // Whether a byte can be part of a name: an ASCII letter or digit, or one of ":_.-".
 bool IsXmlNameCharacter(char c);

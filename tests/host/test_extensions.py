@@ -195,8 +195,11 @@ class Lint(Folder):
         self.assertIn("plcmissing.xml", self.err)
 
     def test_many_remarks_take_no_square_of_the_time(self):
-        rows = "<action name='a' code='1' class='1'/>\n" * 50_000
-        self.assertEqual(len(self.lint(self.write("plcm.xml", f"<PLC><actions>\n{rows}</actions></PLC>"))), 50_000)
+        rows = f"<value name='{'x' * 300_000}' value='1'/>" + "<value name='ä' value='1'/>" * 30_000
+        lines = self.lint(self.write("plcm.xml", f"<PLC><enums><enum name='e' code='1000'><values>{rows}</values></enum>"
+                                     "</enums></PLC>"))
+        self.assertEqual(len(lines), 30_000)
+        self.assertEqual([line.split(":")[2] for line in lines[:2]], ["300090", "300117"])
 
 
 if __name__ == "__main__":

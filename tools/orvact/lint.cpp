@@ -44,18 +44,14 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
     std::stable_sort(remarks_.begin(), remarks_.end(),
                      [](const Remark& a, const Remark& b) { return a.position < b.position; });
     constexpr std::size_t kLongest = 400;  // what a remark quotes may be of any length
-    std::size_t lines = 0;
-    std::size_t lineStart = 0;
+    std::size_t at = 0;
+    Ulmo::TextPlace place;
     for (const Remark& remark : remarks_) {
-        for (std::size_t end = document.find('\n', lineStart); end < remark.position;
-             end = document.find('\n', lineStart)) {
-            ++lines;
-            lineStart = end + 1;
-        }
-        const Ulmo::TextPlace place = Ulmo::PlaceOf(document.substr(lineStart), remark.position - lineStart);
+        place = Ulmo::PlaceOf(document.substr(at), remark.position - at, place);
+        at = remark.position;
         const bool error = remark.severity == ExtensionListener::Severity::Error;
         ++(error ? errors : warnings);
-        Print(file + ":" + std::to_string(lines + place.line) + ":" + std::to_string(place.column) +
+        Print(file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
               (error ? ": error: " : ": warning: ") + Shortened(Visible(remark.text), kLongest) + "\n");
     }
     remarks_.clear();
