@@ -1,9 +1,5 @@
-// Writes seeds for extension_fuzz into a directory: a document with every item of the grammar, and odd rows.
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <string_view>
+// Seeds for the extension loader: a document with every item of the grammar, and odd rows.
+#include "seeds.h"
 
 namespace {
 
@@ -22,21 +18,17 @@ constexpr std::string_view kRows[] = {
     "<Actions/><actions><action Name='a' code='1' class='1'/></actions><actions/>",
 };
 
+void Make(const SeedFolder& folder)
+{
+    int number = 0;
+    for (const std::string_view rows : kRows) {
+        folder.Write("extension" + std::to_string(number++), std::string("<PLC>").append(rows).append("</PLC>"));
+    }
+}
+
 }  // namespace
 
 int main(int count, char** arguments)
 {
-    if (count != 2) {
-        std::fputs("usage: make_extension_seeds <directory>\n", stderr);
-        return 2;
-    }
-    const std::filesystem::path directory = arguments[1];
-    std::filesystem::create_directories(directory);
-    int number = 0;
-    for (const std::string_view rows : kRows) {
-        std::ofstream stream(directory / ("extension" + std::to_string(number++)), std::ios::binary);
-        stream << "<PLC>" << rows << "</PLC>";
-        if (!stream.flush()) return 1;
-    }
-    return 0;
+    return MakeSeeds(count, arguments, Make);
 }

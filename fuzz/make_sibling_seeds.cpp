@@ -1,12 +1,8 @@
-// Writes seeds for both sibling fuzz targets into a directory: each text that converts, in both grammars.
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <string>
-
+// Seeds for both sibling targets: each text that converts, in both grammars.
 #include "bridge/action_text_parser.h"
 #include "bridge/action_text_writer.h"
 #include "forms/technical_text_writer.h"
+#include "seeds.h"
 #include "ulmo/string_conversion.h"
 
 using namespace OrvPLC;
@@ -39,32 +35,22 @@ std::u16string HeskText(const HeskPLC::Converter& converter)
     return writer.Finish();
 }
 
-bool WriteSeed(const std::filesystem::path& file, const std::u16string& text)
+void Make(const SeedFolder& folder)
 {
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(reinterpret_cast<const char*>(text.data()),
-                 static_cast<std::streamsize>(text.size() * sizeof(char16_t)));
-    return stream.good();
+    for (const HeskPLC::Converter& converter : HeskPLC::Converters()) {
+        const std::u16string text = HeskText(converter);
+        const ObjectPtr<TOrvAction> action = HeskPLC::ActionTextParser(text).Parse();
+        const std::string name = Ulmo::Utf8FromWide(converter.name);
+        if (!action) throw std::runtime_error(name + " does not read");
+        folder.Write(name + ".hesk", text);
+        folder.Write(name + ".orv", TechnicalText(*action));
+    }
+    folder.Write("number", std::u16string_view(u"VantikVMXAlarm (1, SterileZoneNumber: 2, VirtualFenceNumber: 3)"));
 }
 
 }  // namespace
 
 int main(int count, char** arguments)
 {
-    if (count != 2) {
-        std::fputs("usage: make_sibling_seeds <directory>\n", stderr);
-        return 2;
-    }
-    const std::filesystem::path directory = arguments[1];
-    std::filesystem::create_directories(directory);
-    for (const HeskPLC::Converter& converter : HeskPLC::Converters()) {
-        const std::u16string text = HeskText(converter);
-        const ObjectPtr<TOrvAction> action = HeskPLC::ActionTextParser(text).Parse();
-        const std::string name = Ulmo::Utf8FromWide(converter.name);
-        if (!action || !WriteSeed(directory / (name + ".hesk"), text) ||
-            !WriteSeed(directory / (name + ".orv"), TechnicalText(*action))) {
-            return 1;
-        }
-    }
-    return WriteSeed(directory / "number", u"VantikVMXAlarm (1, SterileZoneNumber: 2, VirtualFenceNumber: 3)") ? 0 : 1;
+    return MakeSeeds(count, arguments, Make);
 }
