@@ -34,7 +34,6 @@ Bridge bridge;
 
 void StartBridge()
 {
-    StartHeskPatterns();
     StartHeskActionsWrapper();
     OrvPLC::SetSibling(&bridge);
 }

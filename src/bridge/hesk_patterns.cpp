@@ -1,7 +1,8 @@
 #include "bridge/hesk_patterns.h"
 
+#include <atomic>
+#include <mutex>
 #include <string>
-#include <utility>
 
 namespace HeskPLC {
 
@@ -36,23 +37,29 @@ HeskPatterns Compile(const Pieces& pieces)
     };
 }
 
-const HeskPatterns* patterns = nullptr;  // not an object with a destructor: the library decides when it ends
+constinit std::atomic<const HeskPatterns*> patterns{nullptr};
+
+std::mutex& Section()
+{
+    static std::mutex& section = *new std::mutex;  // never destroyed: threads may outlive the library's end
+    return section;
+}
 
 }  // namespace
 
 const HeskPatterns& Patterns()
 {
-    return *patterns;
-}
-
-void StartHeskPatterns()
-{
-    patterns = new HeskPatterns(Compile({}));
+    if (const HeskPatterns* present = patterns.load(std::memory_order_acquire)) return *present;
+    const std::lock_guard<std::mutex> guard(Section());
+    if (!patterns.load(std::memory_order_relaxed)) {
+        patterns.store(new HeskPatterns(Compile({})), std::memory_order_release);
+    }
+    return *patterns.load(std::memory_order_relaxed);
 }
 
 void EndHeskPatterns()
 {
-    delete std::exchange(patterns, nullptr);
+    delete patterns.exchange(nullptr);
 }
 
 }  // namespace HeskPLC

@@ -30,9 +30,9 @@ enum class TokenPart : std::size_t {
     Count
 };
 
-// Compiled between the start and the end of the library, once.
+// Compiled for the first who needs them, by any thread: most hosts never meet such a text, and loading the library
+// would cost them half a millisecond more.
 const HeskPatterns& Patterns();
-void StartHeskPatterns();
-void EndHeskPatterns();
+void EndHeskPatterns();  // gives them back when the library is unloaded
 
 }  // namespace HeskPLC

@@ -27,13 +27,14 @@ std::mutex& Section()
     return section;
 }
 
-void NeedSettings()
+const DebugOutSettings& NeedSettings()
 {
-    if (settings.load(std::memory_order_acquire)) return;
+    if (const DebugOutSettings* present = settings.load(std::memory_order_acquire)) return *present;
     const std::lock_guard<std::mutex> guard(Section());
     if (!settings.load(std::memory_order_relaxed)) {
         settings.store(new DebugOutSettings(DebugOutSettings::Read()), std::memory_order_release);
     }
+    return *settings.load(std::memory_order_relaxed);
 }
 
 std::uint32_t NextNumber()
@@ -63,6 +64,7 @@ std::u16string_view DebugLevelLabel(std::uint32_t level)
 
 CountedPtr<DebugOutStreamer> DebugOutStreamer::Common()
 {
+    NeedSettings();
     const std::lock_guard<std::mutex> guard(Section());
     if (!common) {
         auto streamer = MakeCounted<DebugOutStreamer>();
@@ -75,6 +77,7 @@ CountedPtr<DebugOutStreamer> DebugOutStreamer::Common()
 
 void DebugOutStreamer::Enable(std::uint32_t kinds, bool addOnly)
 {
+    NeedSettings();  // which outputs look at when they are made
     const CriticalSectionGuard guard(section_);
     for (std::size_t bit = 0; bit < kStreamerKinds; ++bit) {
         const std::uint32_t kind = 1u << bit;
@@ -117,21 +120,11 @@ bool DebugOutStreamer::Write(const DebugOutMessage& message, std::u16string_view
 }
 
 DebugOut::DebugOut(const char* source, CountedPtr<DebugOutStreamer> streamer)
-    : streamer_(std::move(streamer)), source_(source ? source : "")
-{
-    NeedSettings();
-}
+    : streamer_(std::move(streamer)), source_(source ? source : ""), limit_(NeedSettings().LimitOf(source_))
+{}
 
-bool DebugOut::IsEnabled(std::uint32_t level) const noexcept
-{
-    if (!enabled_.load(std::memory_order_relaxed)) return false;
-    const DebugOutSettings* const present = Diagnostics::Settings();
-    return present ? present->IsEnabled(source_, level) : level < DebugOutSettings::kDefaultLimit;
-}
-
-void DebugOut::Write(std::uint32_t level, std::u16string_view text) noexcept
+void DebugOut::Send(std::uint32_t level, std::u16string_view text) noexcept
 try {
-    if (!IsEnabled(level)) return;
     const DebugOutMessage message{NextNumber(), source_.data(), level};
     const bool written = streamer_ && streamer_->Write(message, WideFromAnsi(source_), text);
     if (!written && !Diagnostics::Settings()) Platform::WriteDebug(std::u16string(u"STATOUT: ").append(text));

@@ -89,12 +89,21 @@ public:
 
     void SetEnabled(bool enabled) noexcept { enabled_.store(enabled, std::memory_order_relaxed); }
     // For producers whose text takes work to make.
-    bool IsEnabled(std::uint32_t level) const noexcept;
-    void Write(std::uint32_t level, std::u16string_view text) noexcept;
+    bool IsEnabled(std::uint32_t level) const noexcept
+    {
+        return level < limit_ && enabled_.load(std::memory_order_relaxed);
+    }
+    void Write(std::uint32_t level, std::u16string_view text) noexcept
+    {
+        if (IsEnabled(level)) Send(level, text);
+    }
 
 private:
+    void Send(std::uint32_t level, std::u16string_view text) noexcept;
+
     CountedPtr<DebugOutStreamer> streamer_;
     std::string_view source_;
+    std::uint32_t limit_;  // of the source; the settings never change
     std::atomic<bool> enabled_{true};
 };
 

@@ -36,13 +36,6 @@ DebugOutSettings DebugOutSettings::Read()
     return settings;
 }
 
-bool DebugOutSettings::IsEnabled(std::string_view source, std::uint32_t level) const noexcept
-{
-    return level < LimitOf(source);
-}
-
-// Compares letter by letter without an upper-case copy, so that a message that is not shown costs no allocation; the
-// filters of an installation are few.
 std::uint32_t DebugOutSettings::LimitOf(std::string_view source) const noexcept
 {
     if (source.empty()) return defaultLimit_;

@@ -19,16 +19,15 @@ public:
 
     static DebugOutSettings Read();
 
-    // Whether a message may be shown: its level lies below the limit of its source, or the default limit when the
-    // source has none or is empty. A limit of 4 shows levels 0 to 3. Names of sources in any case of a to z.
-    bool IsEnabled(std::string_view source, std::uint32_t level) const noexcept;
+    // Messages of a source are shown when their level lies below its limit: a limit of 4 shows levels 0 to 3. Without a
+    // name or a limit of its own a source has the default one. Names in any case of a to z.
+    std::uint32_t LimitOf(std::string_view source) const noexcept;
+    bool IsEnabled(std::string_view source, std::uint32_t level) const noexcept { return level < LimitOf(source); }
 
     std::uint32_t ConsoleTimeMode() const { return consoleTimeMode_; }
     bool DebugWindowSourcePrefix() const { return debugWindowSourcePrefix_ != 0; }
 
 private:
-    std::uint32_t LimitOf(std::string_view source) const noexcept;
-
     std::uint32_t defaultLimit_ = kDefaultLimit;
     std::uint32_t consoleTimeMode_ = 0;
     std::uint32_t debugWindowSourcePrefix_ = 1;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "OrvActions/OrvSinks.h"
+#include "configured.h"
 #include "ulmo/debug_out.h"
 
 namespace {
@@ -24,6 +25,11 @@ TEST(DebugSinkDeathTest, ShowsTheModuleInFrontOfTheLine)
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(Watched([] { Talvec_Action_EnumerateActionClassesInterface(nullptr); }), testing::ExitedWithCode(0),
                 "^orv_unit_tests_exe INFO  \\[XXX,1\\] TTalvecActionClassPlainInfo 88\r\n$");
+    EXPECT_EXIT(Watched([] {
+                    const Configured configured{{"Software\\Tessarine\\Orv\\DebugOut", "DebugWindowSourcePrefix", 0u}};
+                    DebugOut("s").Write(DebugLevelError, u"bare");
+                }),
+                testing::ExitedWithCode(0), "^ERROR \\[s,1\\] bare\r\n$");
     EXPECT_EXIT(Watched([] {
                     DebugOut out("s", {});
                     out.Write(0, u"nobody");
