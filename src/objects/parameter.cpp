@@ -153,17 +153,13 @@ void TOrvParameter::SetResultDataText(std::u16string_view internalForm)
     wide_.assign(internalForm);
 }
 
-bool TOrvParameter::SameValue(const TOrvParameter& other) const
+bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
 {
-    if (kind_ != other.kind_) return false;
     switch (kind_) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: return small_ == other.small_;
     case ORV_KIND_Numeric64Bit:
     case ORV_KIND_DateTime:
     case ORV_KIND_Rect: return large_ == other.large_;
     case ORV_KIND_NumericDouble: return real_ == other.real_;
-    case ORV_KIND_String:
     case ORV_KIND_ResultDataSet: return Ulmo::SameText(wide_, other.wide_);
     case ORV_KIND_Guid: return Ulmo::GuidTools::Equal(guid_, other.guid_);
     case ORV_KIND_EventType: return large_ == other.large_ && Ulmo::SameText(wide_, other.wide_);

@@ -17,6 +17,7 @@
 
 #include "OrvActions/OrvTypes.h"
 #include "ulmo/critical_section.h"
+#include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 
@@ -135,8 +136,14 @@ public:
     // conversion is false and leaves the value as it was, its enum included.
     bool Retype(std::uint32_t kind, std::uint32_t enumType);
 
-    // Same kind and same content; names and enums take no part.
-    bool SameValue(const TOrvParameter& other) const;
+    // Same kind and same content; names and enums take no part. What most values are is compared without a call.
+    bool SameValue(const TOrvParameter& other) const
+    {
+        if (kind_ != other.kind_) return false;
+        if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) return small_ == other.small_;
+        if (kind_ == ORV_KIND_String) return Ulmo::SameText(wide_, other.wide_);
+        return SameOtherValue(other);
+    }
 
     // The raw fields, for writers and matching. Which of them counts is told by the kind.
     std::int32_t Small() const noexcept { return small_; }  // Boolean, Numeric32Bit, number of a MediaChannel
@@ -164,6 +171,7 @@ private:
         return static_cast<std::uint8_t>((reinterpret_cast<std::uintptr_t>(value) >> 5) % kLockCount);
     }
     Rare& MakeRare();
+    bool SameOtherValue(const TOrvParameter& other) const;  // of the kinds that SameValue does not know itself
     Ulmo::CriticalSection& Lock() const;
 
     bool ConvertTo(std::uint32_t kind);  // the fields of the other kind; the kind itself stays
