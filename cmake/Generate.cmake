@@ -1,4 +1,4 @@
-# Runs the generator: the catalogue's data and the list of exports become sources, headers, linker files and pages in
+# Runs the generator: the catalogue's data, the list of exports and the classes of characters become sources, headers, linker files and pages in
 # the build tree. Defines
 #
 #   ORV_GENERATED_SOURCES       the .cpp files to compile into the library
@@ -16,14 +16,16 @@ set(ORV_GENERATED_DIR "${CMAKE_BINARY_DIR}/generated")
 set(ORV_GENERATOR_COMMAND
     "${Python3_EXECUTABLE}" -B "${PROJECT_SOURCE_DIR}/tools/generate/generate.py"
     --data "${PROJECT_SOURCE_DIR}/src/catalogue/data"
-    --exports "${PROJECT_SOURCE_DIR}/src/exports/exports.list")
+    --exports "${PROJECT_SOURCE_DIR}/src/exports/exports.list"
+    --character-classes "${PROJECT_SOURCE_DIR}/src/ulmo/data/character_classes.txt")
 
 file(GLOB ORV_GENERATOR_INPUTS CONFIGURE_DEPENDS
     "${PROJECT_SOURCE_DIR}/src/catalogue/data/*.toml"
     "${PROJECT_SOURCE_DIR}/src/catalogue/data/actions/*.toml"
     "${PROJECT_SOURCE_DIR}/tools/generate/*.py"
     "${PROJECT_SOURCE_DIR}/tools/generate/orvgen/*.py")
-list(APPEND ORV_GENERATOR_INPUTS "${PROJECT_SOURCE_DIR}/src/exports/exports.list")
+list(APPEND ORV_GENERATOR_INPUTS "${PROJECT_SOURCE_DIR}/src/exports/exports.list"
+    "${PROJECT_SOURCE_DIR}/src/ulmo/data/character_classes.txt")
 
 execute_process(
     COMMAND ${ORV_GENERATOR_COMMAND} --list-outputs
@@ -34,7 +36,7 @@ if(NOT orv_result EQUAL 0)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ORV_GENERATOR_INPUTS})
     # Indented, because CMake breaks the lines of running text.
     string(REPLACE "\n" "\n  " orv_problems "${orv_problems}")
-    message(FATAL_ERROR "The catalogue's data is not sound:\n  ${orv_problems}")
+    message(FATAL_ERROR "The data is not sound:\n  ${orv_problems}")
 endif()
 string(REPLACE "\n" ";" orv_outputs "${orv_outputs}")
 list(TRANSFORM orv_outputs PREPEND "${ORV_GENERATED_DIR}/")

@@ -65,6 +65,13 @@ foreach(suite Loading GivingUp Lacking Whole)
     endif()
 endforeach()
 
+# What the rows of src/ulmo/data/character_classes.txt are made with.
+if(WIN32)
+    add_executable(make_character_classes ${CMAKE_SOURCE_DIR}/src/ulmo/data/make_character_classes.cpp)
+    target_link_libraries(make_character_classes PRIVATE orv_flags orv_boost)
+    target_link_options(make_character_classes PRIVATE -static)
+endif()
+
 function(orv_python_test name)
     add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT

@@ -8,6 +8,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 DATA = ROOT / "src/catalogue/data"
 EXPORTS = ROOT / "src/exports/exports.list"
+CHARACTERS = ROOT / "src/ulmo/data/character_classes.txt"
 
 sys.path.insert(0, str(ROOT / "tools/generate"))
 
@@ -69,6 +70,7 @@ parameters = []
 """,
     "sibling_text.toml": "",
     "exports.list": "OrvAct_CloseHandle [T]\n",
+    "characters.txt": "# head\nletter 0041-005A 0061\nletter 0100\ndigit 0030-0039\nblank 0020\n",
 }
 
 
@@ -80,6 +82,6 @@ def problems_of(changes: Mapping[str, str | None]) -> list[str]:
                 path = Path(folder) / name
                 path.parent.mkdir(exist_ok=True)
                 path.write_text(text, encoding="utf-8")
-        files, report = generate(Path(folder), Path(folder) / "exports.list")
+        files, report = generate(Path(folder), Path(folder) / "exports.list", Path(folder) / "characters.txt")
         assert bool(files) != bool(report.problems), "files are made of sound data only"
         return [line.replace(f"{Path(folder).as_posix()}/", "") for line in report.lines()]

@@ -48,6 +48,13 @@ REPLACED = [
     ("exports.list", "[T]", "[M]", "exports.list:1: the mark [M] does not fit 'OrvAct_CloseHandle'"),
     ("exports.list", "[T]", "T", "exports.list:1: 'OrvAct_CloseHandle T' is no function name with marks"),
     ("exports.list", "\n", "\nTalvec_Action_CloseHandle", "exports.list:2: 'Talvec_Action_CloseHandle' stands already in the list"),
+    # Classes of characters
+    ("characters.txt", "blank 0020", "blank 0020\nspace 0009", "characters.txt:6: unknown class 'space'"),
+    ("characters.txt", "005A", "5A", "characters.txt:2: '0041-5A' is no range: XXXX or XXXX-XXXX, capital letters"),
+    ("characters.txt", "0041-005A", "005A-0041", "characters.txt:2: the range '005A-0041' ends before it begins"),
+    ("characters.txt", "0100", "0061", "characters.txt:3: the range '0061' does not stand behind 0061; ranges of a class ascend"),
+    ("characters.txt", "0020", "0035", "characters.txt:5: the range '0035' holds units of another class"),
+    ("characters.txt", "0061", "005F", "characters.txt:2: the range '005F' holds units of another class"),
 ]
 
 SIBLING = """\
@@ -78,6 +85,8 @@ WHOLE_FILES = [
     ({ACTIONS: None}, ["classes.toml:2: class 'CameraControl' has no file 'actions/camera_control.toml'"]),
     ({"actions/lights.toml": ""}, ["actions/lights.toml:1: no class in classes.toml belongs to the file 'lights.toml'"]),
     ({"exports.list": None}, ["exports.list:1: the file cannot be read"]),
+    ({"characters.txt": None}, ["characters.txt:1: the file cannot be read"]),
+    ({"characters.txt": "letter 0041\ndigit 0030\nblank\n"}, ["characters.txt:1: the class 'blank' has no units"]),
     (
         {ACTIONS: SOUND[ACTIONS].replace("parameters = []", MANY_PARAMETERS)},
         [f"{ACTIONS}:10: more than 255 parameters"],

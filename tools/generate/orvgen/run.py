@@ -2,16 +2,17 @@
 
 from pathlib import Path
 
-from . import check, emit_create_decode, emit_header, emit_reference, emit_rows, emit_sibling, exports, load
+from . import characters, check, emit_create_decode, emit_header, emit_reference, emit_rows, emit_sibling, exports, load
 from .report import Report
 
 
-def generate(data: Path, export_list: Path) -> tuple[dict[str, str], Report]:
+def generate(data: Path, export_list: Path, character_classes: Path) -> tuple[dict[str, str], Report]:
     """The files to write, by path below the output folder; none when the report holds a problem."""
     report = Report()
     catalogue = load.load(data, report)
     check.check(catalogue, report)
     names = exports.load(export_list, report)
+    classes = characters.load(character_classes, report)
     if report.problems:
         return {}, report
     files: dict[str, str] = {}
@@ -21,6 +22,7 @@ def generate(data: Path, export_list: Path) -> tuple[dict[str, str], Report]:
         emit_create_decode.emit(catalogue),
         emit_reference.emit(catalogue),
         emit_sibling.emit(catalogue),
+        characters.emit(classes),
         exports.emit(exports.with_generated(names, emit_create_decode.names(catalogue))),
     ):
         files.update(emitted)

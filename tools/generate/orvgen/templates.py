@@ -203,6 +203,21 @@ std::span<const Converter> Converters() { return Rows; }
 }  // namespace HeskPLC
 """)
 
+CHARACTER_CLASSES = Template("""\
+// The classes of UTF-16 units. Generated from src/ulmo/data/character_classes.txt; change that, not this.
+#include "ulmo/character_class.h"
+
+namespace Ulmo::Detail {
+
+constinit const std::uint8_t kClassPages[256] = {
+$pages};
+
+constinit const std::uint8_t kClassBlocks[][128] = {
+$blocks};
+
+}  // namespace Ulmo::Detail
+""")
+
 REFERENCE_SIBLING = Template("""\
 # Text of the sibling product
 
