@@ -3,7 +3,7 @@ find_package(benchmark REQUIRED)
 file(GLOB bench_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/*.cpp)
 # The reader's expressions are compiled in once more, to be searched with nothing around them.
 add_executable(orv_bench ${bench_sources} ${CMAKE_SOURCE_DIR}/src/forms/expression.cpp
-    ${CMAKE_SOURCE_DIR}/src/forms/text_patterns.cpp ${CMAKE_SOURCE_DIR}/src/platform/posix/expression_locale.cpp)
+    ${CMAKE_SOURCE_DIR}/src/forms/text_patterns.cpp)
 target_include_directories(orv_bench PRIVATE ${CMAKE_SOURCE_DIR}/src)
 target_link_libraries(orv_bench PRIVATE orv_flags OrvActions orv_inside benchmark::benchmark_main
     orv_boost)

@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/expression_locale.h"
+#include "ulmo/character_class.h"
 
 namespace OrvPLC {
 
@@ -46,6 +46,52 @@ public:
 private:
     const char16_t* unit_ = nullptr;
 };
+
+// What the engine asks about characters. Its own traits ask the system, so each system would read a text in its own
+// way, and make a locale for it. Syntax and messages of the engine stay as they are.
+struct UnitTraits {
+    using char_type = wchar_t;
+    using size_type = std::size_t;
+    using string_type = std::wstring;
+    using locale_type = int;
+    using char_class_type = std::uint32_t;
+
+    static std::size_t length(const wchar_t* text) { return std::char_traits<wchar_t>::length(text); }
+    static wchar_t translate(wchar_t unit) { return unit; }
+    static wchar_t translate_nocase(wchar_t unit) { return unit; }
+    static std::wstring transform(const wchar_t* first, const wchar_t* last) { return {first, last}; }
+    static std::wstring transform_primary(const wchar_t* first, const wchar_t* last) { return {first, last}; }
+    static std::wstring lookup_collatename(const wchar_t*, const wchar_t*) { return {}; }
+
+    static char_class_type lookup_classname(const wchar_t* first, const wchar_t* last)
+    {
+        const std::wstring_view name(first, last);
+        if (name == L"alpha") return Ulmo::kAlpha;
+        if (name == L"alnum") return Ulmo::kAlpha | Ulmo::kDigit;
+        if (name == L"d" || name == L"digit") return Ulmo::kDigit;
+        if (name == L"s" || name == L"space") return Ulmo::kSpace;
+        if (name == L"w" || name == L"word") return Ulmo::kWord;
+        // The engine insists on these two, for searches that ignore case. We have none, and no unit is in the class.
+        if (name == L"lower" || name == L"upper") return kCase;
+        return 0;
+    }
+
+    static bool isctype(wchar_t unit, char_class_type classes)
+    {
+        return (Ulmo::CharacterClass(static_cast<char16_t>(unit)) & classes) != 0;
+    }
+
+    static int value(wchar_t unit, int radix)
+    {
+        const int digit = boost::BOOST_REGEX_DETAIL_NS::global_value(unit);
+        return digit < radix ? digit : -1;
+    }
+
+private:
+    static constexpr char_class_type kCase = 0x100;
+};
+
+using UnitRegex = boost::basic_regex<wchar_t, UnitTraits>;
 
 }  // namespace OrvPLC
 
@@ -107,7 +153,7 @@ namespace {
 
 using MatchResults = boost::match_results<UnitIterator>;
 using Matcher =
-    boost::BOOST_REGEX_DETAIL_NS::perl_matcher<UnitIterator, MatchResults::allocator_type, boost::wregex::traits_type>;
+    boost::BOOST_REGEX_DETAIL_NS::perl_matcher<UnitIterator, MatchResults::allocator_type, UnitRegex::traits_type>;
 
 // The engine counts the states that it visits and gives up at a limit, but it neither takes the limit as an argument
 // nor tells the count. Both are private members of the matcher that boost::regex_search makes on its stack; naming
@@ -130,12 +176,11 @@ constexpr std::ptrdiff_t kStatesPerUnit = 100;
 }  // namespace
 
 struct Expression::Compiled {
-    boost::wregex regex;
+    UnitRegex regex;
 };
 
 Expression::Expression(std::string_view pattern) : compiled_(std::make_unique<Compiled>())
 {
-    Platform::ImbueExpressionLocale(compiled_->regex);
     compiled_->regex.assign(std::wstring(pattern.begin(), pattern.end()));
 }
 
@@ -195,11 +240,6 @@ std::u16string_view PatternSearch::operator[](std::size_t group) const
 std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states)
 {
     return std::exchange(fixedStates, states);
-}
-
-bool FitsWhole(const Expression& expression, std::u16string_view text)
-{
-    return PatternSearch(text.size()).FitsWhole(expression, text);
 }
 
 }  // namespace OrvPLC

@@ -1,5 +1,6 @@
-// The pattern engine: Boost.Regex over UTF-16, in Perl syntax with default options. Boost stays behind this header, so
-// that its templates are compiled once.
+// The pattern engine: Boost.Regex over UTF-16, in Perl syntax with default options. Its classes are those of
+// ulmo/character_class.h: alpha, alnum, digit, space, word. Boost stays behind this header, so that its templates are
+// compiled once.
 #pragma once
 
 #include <cstddef>
@@ -56,8 +57,5 @@ private:
 // Sets the fixed part of the budget for the whole process and gives back the one before. For tests and fuzzers, where
 // instrumentation makes every step dear.
 std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states);
-
-// Whether a whole text matches, for callers without a reading of their own.
-bool FitsWhole(const Expression& expression, std::u16string_view text);
 
 }  // namespace OrvPLC

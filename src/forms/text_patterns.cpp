@@ -39,7 +39,6 @@ constexpr std::string_view kMarkupTag =
 TextPatterns Compile(const Pieces& pieces)
 {
     return {
-        .identifier = Expression(pieces.identifier),
         .header = Expression(R"(^\s*([@!?])?\s*)" + pieces.name + R"(\s*\()"),
         .parameter = Expression(R"(\s*(?:)" + pieces.name + R"(\s*:)?\s*)" + pieces.value + R"(\s*(?:(?=\))|,\s*))"),
         .close = Expression(R"(^\s*\))"),

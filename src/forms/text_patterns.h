@@ -6,7 +6,6 @@
 namespace OrvPLC {
 
 struct TextPatterns {
-    Expression identifier;
     Expression header;     // groups: 1 prefix, 2 bare name, 3 quoted name
     Expression parameter;  // groups: see ParameterGroup
     Expression close;

@@ -1,25 +1,13 @@
 #include "forms/text_pieces.h"
 
-#include "forms/text_patterns.h"
+#include <algorithm>
+
+#include "ulmo/character_class.h"
 #include "ulmo/date_time.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
 
 namespace OrvPLC {
-
-namespace {
-
-constexpr bool IsAsciiLetter(char16_t unit)
-{
-    return static_cast<unsigned>((unit | 0x20) - u'a') < 26;
-}
-
-constexpr bool IsAsciiDigit(char16_t unit)
-{
-    return static_cast<unsigned>(unit - u'0') < 10;
-}
-
-}  // namespace
 
 void AppendGuid(std::u16string& output, const TOrvGuid& guid)
 {
@@ -44,19 +32,10 @@ void AppendRect(std::u16string& output, std::int64_t packed, std::u16string_view
     output += close;
 }
 
-// The identifier pattern by hand. Letters beyond ASCII are the pattern's business.
+// The identifier pattern by hand.
 bool IsActionIdentifier(std::u16string_view name)
 {
-    if (name.empty() || IsAsciiDigit(name.front())) return false;
-    bool ascii = true;
-    for (const char16_t unit : name) {
-        if (unit >= 0x80) {
-            ascii = false;
-        } else if (!IsAsciiLetter(unit) && !IsAsciiDigit(unit)) {
-            return false;
-        }
-    }
-    return ascii || FitsWhole(Patterns().identifier, name);
+    return !name.empty() && Ulmo::IsAlpha(name.front()) && std::ranges::all_of(name, Ulmo::IsAlnum);
 }
 
 }  // namespace OrvPLC

@@ -62,6 +62,10 @@ TEST(TextReader, Frame)
         // A name may hold letters of every language.
         {u"\u00c4rger9 (\u0431: 1)", "3 \xc3\x84rger9; \xd0\xb1 i32 1"},
         {u"\U0001F600 (x: 1)", "none", 9},
+        // Blanks and digits may be those of every language.
+        {u"\u3000A\u00a0(x\u2007:\u202f1\u2003,\u205fy: 2)", "3 A; x i32 1; y i32 2"},
+        {u"A(x: \u0663)", "3 A; x i32 0"},
+        {u"A\u00aa(x: 1)", "none", 8},
         {u"", "none"},
         {u"A", "none", 1},
         {u"9A (x: 1)", "none", 9},

@@ -92,8 +92,10 @@ TEST(TextWriters, NamesAreBareOrQuoted)
     const struct {
         const char16_t* name;
         bool bare;
-    } names[] = {{u"aZ09", true}, {u"\u00e4\u0431", true}, {u"9a", false},     {u"a b", false}, {u"a_b", false},
-                 {u"", false},    {u"a\u00a0", false},     {u"\u00bfa", false}};
+    } names[] = {{u"aZ09", true},     {u"\u00e4\u0431", true}, {u"9a", false},
+                 {u"a b", false},     {u"a_b", false},         {u"", false},
+                 {u"a\u00a0", false}, {u"\u00bfa", false},     {u"a\u00b2", true},
+                 {u"\u00b2a", false}, {u"a\u00aa", false}};
     for (const auto& [name, bare] : names) {
         const ObjectPtr<TOrvAction> action(TOrvAction::Create(name));
         action->Parameters().Store(name, [](TOrvParameter& value) { value.SetInt32(1); });
