@@ -1,9 +1,11 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
-.PHONY: help run build test test-windows test-sanitizers bench fuzz install package clean
+.PHONY: help run build test test-windows test-sanitizers compare-readers bench fuzz install package clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
+COUNT ?= 1000000
+SEED ?= 1
 WERROR := $(if $(CI),-DORV_WERROR=ON,)
 export CTEST_OUTPUT_ON_FAILURE := 1
 
@@ -37,6 +39,11 @@ test-windows:
 test-sanitizers:
 	$(call build,sanitizers,base)
 	@scripts/with-sanitizers ctest --test-dir build/sanitizers --no-tests=error
+
+## compare-readers  compare the reading of text with the patterns that define it, on COUNT texts (1000000) from SEED (1)
+compare-readers: build
+	@cmake --build build/native --target orv_compare_readers
+	@build/native/bin/orv_compare_readers $(COUNT) $(SEED)
 
 ## bench            build and run the benchmarks
 bench:

@@ -1,9 +1,8 @@
-// Action text in and out. "ExpressionsAlone" is the search for header and parameters with nothing around it: what the
-// reader would cost if everything but the expressions were free.
+// Action text in and out. "HostileText" reads what is made to be slow, from a thousand to a million units: the time of
+// a unit must not grow.
 #include <benchmark/benchmark.h>
 
 #include "allocations.h"
-#include "expressions_alone.h"
 #include "workloads.h"
 
 namespace OrvBench {
@@ -60,12 +59,47 @@ void TextIn(benchmark::State& state)
 }
 BENCHMARK(TextIn)->DenseRange(0, 2);
 
-void ExpressionsAlone(benchmark::State& state)
+struct Family {
+    const char* name;
+    std::u16string_view before, piece, after;
+};
+
+constexpr Family kFamilies[] = {
+    {"backslashes, in a string", u"CameraOn (x: \"", u"\\", u"\")"},
+    {"backslashes, open", u"CameraOn (x: \"", u"\\", u""},
+    {"protected quotes, in a string", u"CameraOn (x: \"", u"\\\"", u"\")"},
+    {"protected quotes, between parameters", u"CameraOn (x: 1, ", u"\\\"", u", y: 2)"},
+    {"blanks, between parameters", u"CameraOn (x: 1, ", u" ", u"y: 2)"},
+    {"blanks, behind the bracket", u"CameraOn (x: 1)", u" ", u""},
+    {"quotes, between parameters", u"CameraOn (x: 1, ", u"\"", u", y: 2)"},
+    {"braces, between parameters", u"CameraOn (x: 1, ", u"{", u", y: 2)"},
+    {"open lists, between parameters", u"CameraOn (x: 1, ", u"{{1,1,1,1,1,\"\\\"}", u", y: 2)"},
+    {"open tags, in a string", u"CameraOn (x: \"", u"<a b=\"", u">\")"},
+    {"tags, in a string", u"CameraOn (x: \"", u"<p x=\"0\" y=\"0\"><q/></p>", u"\")"},
+    {"attributes, in a string", u"CameraOn (x: \"<a ", u"b=c=", u"\">\")"},
+    {"digits, behind the bracket", u"CameraOn (x: 1)", u"1", u""},
+    {"letters, behind the bracket", u"CameraOn (x: 1)", u"x", u""},
+    {"colons, behind the bracket", u"CameraOn (x: 1)", u"x:", u""},
+    {"commas, behind the bracket", u"CameraOn (x: 1)", u",", u""},
+};
+
+// Arguments: family, units.
+void HostileText(benchmark::State& state)
 {
-    const std::u16string text = TextOfWorkload(state);
-    for (auto _ : state) benchmark::DoNotOptimize(CountMatches(text));
+    const Family& family = kFamilies[state.range(0)];
+    std::u16string text(family.before);
+    while (text.size() < static_cast<std::size_t>(state.range(1))) text += family.piece;
+    text += family.after;
+    for (auto _ : state) {
+        OrvAct_CloseHandle(OrvAct_CreateFromTextBufferW(text.data(), static_cast<std::uint32_t>(text.size()),
+                                                        ORV_EXPECT_ANY, 0, nullptr));
+    }
+    state.SetLabel(family.name);
+    state.counters["per unit"] = benchmark::Counter(
+        static_cast<double>(text.size()), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
-BENCHMARK(ExpressionsAlone)->DenseRange(0, 2);
+BENCHMARK(HostileText)
+    ->ArgsProduct({benchmark::CreateDenseRange(0, std::size(kFamilies) - 1, 1), {1'000, 30'000, 1'000'000}});
 
 }  // namespace
 }  // namespace OrvBench

@@ -17,7 +17,7 @@ add_dependencies(orv_objects orv_generated)
 target_include_directories(orv_objects
     PUBLIC ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR} ${CMAKE_SOURCE_DIR}/src
     PRIVATE ${ORV_GENERATED_SOURCE_DIR})
-target_link_libraries(orv_objects PRIVATE orv_flags orv_boost PUBLIC Threads::Threads)
+target_link_libraries(orv_objects PRIVATE orv_flags PUBLIC Threads::Threads)
 target_precompile_headers(orv_objects PRIVATE
     <cstdint> <cstring> <map> <memory> <optional> <span> <string> <string_view> <vector>)
 

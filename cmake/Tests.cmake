@@ -11,12 +11,12 @@ function(orv_test_program name)
 endfunction()
 
 set(unit_tests)
-foreach(floor platform ulmo catalogue objects forms match events bridge frame)
+foreach(floor platform ulmo catalogue objects forms judge match events bridge frame)
     file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${floor}/*_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/${floor}/${ORV_PLATFORM}/*_test.cpp)
     list(APPEND unit_tests ${tests})
 endforeach()
-orv_test_program(orv_unit_tests ${unit_tests} $<TARGET_OBJECTS:orv_objects>)
+orv_test_program(orv_unit_tests ${unit_tests} $<TARGET_OBJECTS:orv_objects> $<TARGET_OBJECTS:orv_judge>)
 target_include_directories(orv_unit_tests PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR}
     ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/platform/${ORV_PLATFORM})
 target_precompile_headers(orv_unit_tests PRIVATE <gtest/gtest.h> <memory> <string> <string_view> <vector>)
@@ -29,6 +29,13 @@ orv_test_program(orv_interface_tests ${interface_tests})
 target_link_libraries(orv_interface_tests PRIVATE OrvActions)
 target_include_directories(orv_interface_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${CMAKE_SOURCE_DIR}/tests/golden")
+
+# make compare-readers
+add_executable(orv_compare_readers EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/tests/judge/compare_readers_main.cpp
+    $<TARGET_OBJECTS:orv_objects> $<TARGET_OBJECTS:orv_judge>)
+target_include_directories(orv_compare_readers PRIVATE $<TARGET_PROPERTY:orv_unit_tests,INCLUDE_DIRECTORIES>)
+target_link_libraries(orv_compare_readers PRIVATE orv_flags Threads::Threads)
+add_dependencies(orv_compare_readers orv_generated)
 
 # The bridge to the sibling product with replacements of its library, each in a folder of its own: the program puts the
 # one it wants beside itself, and does so in a folder where no other test sees it. What was loaded stays in a process,

@@ -8,7 +8,6 @@
 
 #include "forms/binary_reader.h"
 #include "forms/binary_writer.h"
-#include "forms/expression.h"
 #include "forms/technical_text_writer.h"
 #include "forms/text_reader.h"
 
@@ -56,7 +55,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     std::u16string text(size / sizeof(char16_t), u'\0');
     if (!text.empty()) std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
-    SetSearchBudget(200'000);
     const std::uint32_t before = OpenObjects();
     if (const ObjectPtr<TOrvAction> object = ReadText(text)) {
         const ObjectPtr<TOrvAction> again = ThroughBinary(*object);

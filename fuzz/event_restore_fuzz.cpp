@@ -11,7 +11,6 @@
 #include "events/event_description.h"
 #include "events/event_restore.h"
 #include "events/event_settings.h"
-#include "forms/expression.h"
 
 using namespace OrvPLC;
 
@@ -138,7 +137,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Input input(data, size);
     EventSettings::StoreGenericParameters = (input.Take<std::uint8_t>() & 1) != 0;
     const FuzzedRecord fuzzed(input);
-    SetSearchBudget(200'000);
     const std::uint32_t before = OpenObjects();
     Try([&] { Refill(RestoreAction(fuzzed.record)); });
     Try([&] { Refill(RestoreMatchAction(fuzzed.record)); });

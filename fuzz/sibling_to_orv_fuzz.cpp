@@ -30,7 +30,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     std::u16string text(size / sizeof(char16_t), u'\0');
     std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
-    SetSearchBudget(200'000);
     const std::uint32_t before = OpenObjects();
     try {
         ReadAndWrite(text);

@@ -23,8 +23,8 @@ enum { ORV_STORE_APPLY_PRIORITY_LEVEL = 1 };
  *   consumed      out, may be null: how many units were read. Parameters are searched, not parsed: a second action in
  *                 the same text would lend the first one its parameters, so give one action a text
  * The result is a new handle that the caller closes, or null. A text that yields no action gives null without a last
- * error; a bad guid or an impossible date in a string of that form, and a text that costs too much to search, give
- * null with one. */
+ * error; a bad guid or an impossible date in a string of that form, and more markup of one kind than can be told
+ * apart in sensible time, give null with one. */
 ORV_TWIN(TOrvHandle, CreateFromTextBufferW,
          (const OrvWChar* text, uint32_t length, uint32_t expectedKind, OrvWord spare, uint32_t* consumed));
 
@@ -62,8 +62,8 @@ ORV_API OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char*
  *   text       zero-ended, not a match action; null reads as ""
  *   converted  out, may be null: a system string that the caller frees; left alone on failure
  * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in ORV"), for a
- * text that is no action or whose action this library does not have. A text that is no date where one belongs, and a
- * text that costs too much to search, fail with an error of their own. */
+ * text that is no action or whose action this library does not have. A text that is no date where one belongs fails
+ * with an error of its own. */
 ORV_API OrvBool Talvec_Action_ConvertHeskActionTextToOrvActionText(const OrvWChar* text, OrvBStr* converted);
 
 /* The other way, for technical text of an action that the sibling product has. Arguments as above.

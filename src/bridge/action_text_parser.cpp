@@ -5,13 +5,7 @@
 namespace HeskPLC {
 
 using OrvPLC::ObjectPtr;
-using OrvPLC::PatternSearch;
 using OrvPLC::TOrvAction;
-
-ActionTextToken::ActionTextToken(const PatternSearch& found)
-{
-    for (std::size_t part = 0; part < parts_.size(); ++part) parts_[part] = found[part + 1];
-}
 
 ObjectPtr<TOrvAction> ActionTextParser::Parse()
 {
@@ -31,9 +25,10 @@ ObjectPtr<TOrvAction> ActionTextParser::Parse()
 // The search for a field is not anchored: what stands in front of it is skipped without complaint. Deliberate.
 bool ActionTextParser::Split()
 {
-    if (!search_.Find(Patterns().head, text_) || !search_[1].empty()) return false;
-    name_ = search_[2];
-    fields_ = search_.Rest();
+    OrvPLC::HeaderMatch header;
+    if (!scanner_.FindHeader(header) || !header.prefix.empty()) return false;
+    name_ = header.name;
+    fields_ = scanner_.Place();
     return ForEachToken([this](const ActionTextToken& token) {
         if (tokens_.size() < kMostTokens) tokens_.push_back(token);
     });

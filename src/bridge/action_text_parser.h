@@ -1,30 +1,33 @@
 // Reads one action from the sibling product's text: `CameraOn (5)`, `SystemError (3, 12, WindowsError: 5)`.
 #pragma once
 
-#include <array>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include "bridge/converters.h"
-#include "bridge/hesk_patterns.h"
+#include "forms/text_scanner.h"
 #include "objects/action.h"
 
 namespace HeskPLC {
 
-// One field of the text. The parts of one kind of value are filled and the others empty.
+// One field of the text: its key, and the parts of the one kind of value that it has. Parts of other kinds are empty.
 class ActionTextToken {
 public:
-    explicit ActionTextToken(const OrvPLC::PatternSearch& found);
+    using Form = OrvPLC::FieldMatch::Form;
 
-    std::u16string_view operator[](TokenPart part) const { return parts_[static_cast<std::size_t>(part)]; }
-    std::u16string_view RectWord(std::size_t word) const
+    explicit ActionTextToken(const OrvPLC::FieldMatch& found) : found_(found) {}
+
+    std::u16string_view Key() const { return found_.name; }
+    std::u16string_view Integer() const { return Part(Form::Integer, 0); }
+    std::u16string_view String() const { return Part(Form::String, 0); }
+    std::u16string_view Part(Form form, std::size_t part) const
     {
-        return parts_[static_cast<std::size_t>(TokenPart::Rect) + word];
+        return found_.form == form ? found_.parts[part] : std::u16string_view();
     }
 
 private:
-    std::array<std::u16string_view, static_cast<std::size_t>(TokenPart::Count)> parts_;
+    OrvPLC::FieldMatch found_;
 };
 
 // One reading of a text, which outlives the parser.
@@ -33,11 +36,10 @@ public:
     // No action has as many fields: what stands behind is checked and dropped, so that a long text costs no memory.
     static constexpr std::size_t kMostTokens = 32;
 
-    explicit ActionTextParser(std::u16string_view text) : search_(text.size()), text_(text) {}
+    explicit ActionTextParser(std::u16string_view text) : scanner_(text, OrvPLC::TextDialect::Sibling) {}
 
     // The action, or null for a text that is none, has a prefix or has no counterpart here. Raises EUlmoDateTime for a
-    // date that is none, SystemException when names cannot be compared, std::runtime_error for a text that the pattern
-    // engine cannot get through.
+    // date that is none, SystemException when names cannot be compared.
     OrvPLC::ObjectPtr<OrvPLC::TOrvAction> Parse();
 
     // For the reading of one action's fields.
@@ -47,18 +49,18 @@ public:
     template <class Visit>
     bool ForEachToken(Visit&& visit)
     {
-        std::u16string_view rest = fields_;
-        for (; search_.Find(Patterns().field, rest); rest = search_.Rest()) visit(ActionTextToken(search_));
-        return search_.Find(Patterns().tail, rest);
+        OrvPLC::FieldMatch found;
+        scanner_.GoTo(fields_);
+        while (scanner_.FindField(found)) visit(ActionTextToken(found));
+        return scanner_.FindClose();
     }
 
 private:
     bool Split();
 
-    OrvPLC::PatternSearch search_;
-    std::u16string_view text_;
+    OrvPLC::TextScanner scanner_;
     std::u16string_view name_;
-    std::u16string_view fields_;  // what stands behind the opening bracket
+    std::size_t fields_ = 0;  // the place behind the opening bracket
     std::vector<ActionTextToken> tokens_;
     std::size_t cursor_ = 0;
 };

@@ -1,7 +1,6 @@
 #include "bridge/bridge.h"
 
 #include "bridge/hesk_actions_wrapper.h"
-#include "bridge/hesk_patterns.h"
 #include "forms/sibling.h"
 
 namespace HeskPLC {
@@ -42,7 +41,6 @@ void EndBridge()
 {
     OrvPLC::SetSibling(nullptr);
     EndHeskActionsWrapper();
-    EndHeskPatterns();
 }
 
 }  // namespace HeskPLC

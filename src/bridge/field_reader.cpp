@@ -11,6 +11,8 @@ using OrvPLC::TOrvParameter;
 
 namespace {
 
+using Form = ActionTextToken::Form;
+
 std::uint64_t Id(std::u16string_view text)
 {
     return static_cast<std::uint64_t>(Ulmo::ScanInt64(text));
@@ -24,20 +26,21 @@ std::uint32_t Unsigned(std::u16string_view text)
 
 void SetChannel(TOrvParameter& value, const ActionTextToken& token)
 {
-    if (token[TokenPart::ChannelNumber].empty()) {
-        value.SetMediaChannel(0, Unsigned(token[TokenPart::Integer]), {});
+    const std::u16string_view number = token.Part(Form::Channel, 1);
+    if (number.empty()) {
+        value.SetMediaChannel(0, Unsigned(token.Integer()), {});
     } else {
-        value.SetMediaChannel(Id(token[TokenPart::ChannelId]), Unsigned(token[TokenPart::ChannelNumber]),
-                              token[TokenPart::ChannelName]);
+        value.SetMediaChannel(Id(token.Part(Form::Channel, 0)), Unsigned(number), token.Part(Form::Channel, 2));
     }
 }
 
 void SetEventType(TOrvParameter& value, const ActionTextToken& token)
 {
-    if (token[TokenPart::EventTypeName].empty()) {
-        value.SetEventType(0, token[TokenPart::String]);
+    const std::u16string_view name = token.Part(Form::EventType, 1);
+    if (name.empty()) {
+        value.SetEventType(0, token.String());
     } else {
-        value.SetEventType(Id(token[TokenPart::EventTypeId]), token[TokenPart::EventTypeName]);
+        value.SetEventType(Id(token.Part(Form::EventType, 0)), name);
     }
 }
 
@@ -45,32 +48,32 @@ void SetRect(TOrvParameter& value, const ActionTextToken& token)
 {
     std::uint64_t packed = 0;
     for (std::size_t word = 0; word < 4; ++word) {
-        packed |= std::uint64_t{static_cast<std::uint16_t>(Ulmo::ScanInt32(token.RectWord(word)))} << (16 * word);
+        packed |= std::uint64_t{static_cast<std::uint16_t>(Ulmo::ScanInt32(token.Part(Form::Rect, word)))}
+                  << (16 * word);
     }
     value.SetRect(static_cast<std::int64_t>(packed));
 }
 
 double Real(const ActionTextToken& token)
 {
-    const std::u16string_view real = token[TokenPart::Float];
-    return Ulmo::ScanDouble(real.empty() ? token[TokenPart::Integer] : real);
+    const std::u16string_view real = token.Part(Form::Float, 0);
+    return Ulmo::ScanDouble(real.empty() ? token.Integer() : real);
 }
 
 void SetValue(TOrvParameter& value, const Field& field, const ActionTextToken& token, const TOrvGuid& guid)
 {
     switch (field.kind) {
-    case ORV_KIND_Boolean: value.SetBoolean(Ulmo::ScanInt32(token[TokenPart::Integer]) != 0); break;
-    case ORV_KIND_Numeric32Bit: value.SetInt32(Ulmo::ScanInt32(token[TokenPart::Integer]), field.enumType); break;
-    case ORV_KIND_Numeric64Bit: value.SetInt64(Ulmo::ScanInt64(token[TokenPart::Integer])); break;
+    case ORV_KIND_Boolean: value.SetBoolean(Ulmo::ScanInt32(token.Integer()) != 0); break;
+    case ORV_KIND_Numeric32Bit: value.SetInt32(Ulmo::ScanInt32(token.Integer()), field.enumType); break;
+    case ORV_KIND_Numeric64Bit: value.SetInt64(Ulmo::ScanInt64(token.Integer())); break;
     case ORV_KIND_NumericDouble: value.SetDouble(Real(token)); break;
-    case ORV_KIND_String: value.SetString(token[TokenPart::String]); break;
-    case ORV_KIND_DateTime: value.SetDateTime(Ulmo::FromText(token[TokenPart::String])); break;
+    case ORV_KIND_String: value.SetString(token.String()); break;
+    case ORV_KIND_DateTime: value.SetDateTime(Ulmo::FromText(token.String())); break;
     case ORV_KIND_Guid: value.SetGuid(guid); break;
     case ORV_KIND_EventType: SetEventType(value, token); break;
     case ORV_KIND_MediaChannel: SetChannel(value, token); break;
     case ORV_KIND_Resource:
-        value.SetResource(guid,
-                          token[token[TokenPart::ResourceGuid].empty() ? TokenPart::String : TokenPart::ResourceName]);
+        value.SetResource(guid, token.Part(Form::Resource, 0).empty() ? token.String() : token.Part(Form::Resource, 1));
         break;
     case ORV_KIND_Rect: SetRect(value, token); break;
     default: break;
@@ -80,8 +83,8 @@ void SetValue(TOrvParameter& value, const Field& field, const ActionTextToken& t
 // The guid that the field needs. False for a text that is none.
 bool ReadGuid(const Field& field, const ActionTextToken& token, TOrvGuid& guid)
 {
-    if (field.kind == ORV_KIND_Guid) return Ulmo::GuidTools::StringToGuidW(token[TokenPart::String], guid);
-    const std::u16string_view text = token[TokenPart::ResourceGuid];
+    if (field.kind == ORV_KIND_Guid) return Ulmo::GuidTools::StringToGuidW(token.String(), guid);
+    const std::u16string_view text = token.Part(Form::Resource, 0);
     return field.kind != ORV_KIND_Resource || text.empty() || Ulmo::GuidTools::StringToGuidW(text, guid);
 }
 
@@ -93,7 +96,7 @@ void ReadField(ActionTextParser& parser, TOrvAction& action, const Field& field)
     if (!token) return;
     // A keyed field may be absent: then the token waits for a later one. A key that nobody knows so blocks all keyed
     // fields behind it, and a positional field takes it for its own. Deliberate.
-    if (!field.key.empty() && !SameName((*token)[TokenPart::Key], field.key)) return;
+    if (!field.key.empty() && !SameName(token->Key(), field.key)) return;
     TOrvGuid guid{};
     if (ReadGuid(field, *token, guid)) {  // a bad one leaves the parameter unset, and its token is used up
         action.Parameters().Store(field.parameter, [&](TOrvParameter& value) { SetValue(value, field, *token, guid); });

@@ -49,8 +49,8 @@ void ReadVantikNumber(ActionTextParser& parser, TOrvAction& action)
 {
     std::optional<std::u16string_view> zone, fence;  // the last one of several counts
     parser.ForEachToken([&](const ActionTextToken& token) {
-        if (SameName(token[TokenPart::Key], kZoneKey)) zone = token[TokenPart::Integer];
-        if (SameName(token[TokenPart::Key], kFenceKey)) fence = token[TokenPart::Integer];
+        if (SameName(token.Key(), kZoneKey)) zone = token.Integer();
+        if (SameName(token.Key(), kFenceKey)) fence = token.Integer();
     });
     if (zone.has_value() == fence.has_value()) {
         // Left over from an earlier form of the action, and deliberately kept.

@@ -5,7 +5,6 @@
 #include "catalogue/extensions.h"
 #include "events/event_settings.h"
 #include "exports/last_error.h"
-#include "forms/text_patterns.h"
 #include "platform/crash_handler.h"
 #include "platform/library_events.h"
 #include "ulmo/buffer_pool.h"
@@ -20,7 +19,6 @@ void Started()
     Ulmo::ExceptionHistory::Start();
     OrvPLC::LastError::Start();
     OrvPLC::StartCatalogue();
-    OrvPLC::StartTextPatterns();
     HeskPLC::StartBridge();
     OrvPLC::EventSettings::Read();
     OrvPLC::LoadXMLExtensions();
@@ -37,7 +35,6 @@ void Ended(bool processEnds)
     if (processEnds) return;
     Platform::RemoveCrashHandler();
     HeskPLC::EndBridge();
-    OrvPLC::EndTextPatterns();
     OrvPLC::EndCatalogue();
     OrvPLC::LastError::End();
     Ulmo::BufferPool::Clear();

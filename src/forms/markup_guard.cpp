@@ -3,118 +3,184 @@
 #include <algorithm>
 #include <stdexcept>
 #include <unordered_set>
+#include <utility>
 
-#include "forms/text_patterns.h"
+#include "forms/markup_tags.h"
+#include "platform/text.h"
 
 namespace OrvPLC {
 
 namespace {
 
-// Units that one reading may compare to find its tags again, about half a second. Ten thousand different tags of usual
-// length take a hundredth of it; texts that repeat themselves over and over can take it all.
-constexpr std::size_t kComparisons = 500'000'000;
+using View = std::u16string_view;
 
-void UseSingleQuotes(std::u16string& text)
+// Units that may be compared to find tags again: a part for each text, and so often its length. Each tag in a text is
+// compared about once. Only hundreds of long tags that differ in nothing but their quotes take more.
+constexpr std::size_t kComparisons = 16'000'000;
+constexpr std::size_t kComparisonsPerUnit = 16;
+
+char16_t SingleQuoted(char16_t unit)
 {
-    std::replace(text.begin(), text.end(), u'"', u'\'');
+    return unit == u'"' ? u'\'' : unit;
 }
 
-}  // namespace
+bool SameButForQuotes(View a, View b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char16_t left, char16_t right) { return SingleQuoted(left) == SingleQuoted(right); });
+}
 
-// Where in a text tags may stand: at each opening bracket. Guarding and restoring change nothing but the kind of
-// quotes, so the places are ordered once by what stands there with all quotes made single, and each tag finds its own
-// among them without walking the text.
-class MarkupGuard::Places {
+bool StandsGuarded(View here, View written)
+{
+    return std::equal(here.begin(), here.end(), written.begin(), written.end(),
+                      [](char16_t unit, char16_t own) { return unit == SingleQuoted(own); });
+}
+
+// Hashes of all stretches of a text, its double quotes taken for single ones. Equal stretches have equal hashes; the
+// opposite has to be checked.
+class StretchHashes {
 public:
-    Places(std::u16string_view text, std::size_t& comparisonsLeft) : text_(text), comparisonsLeft_(comparisonsLeft)
+    explicit StretchHashes(View text) : upTo_(text.size() + 1)
     {
-        UseSingleQuotes(text_);
-        for (std::size_t at = text.find(u'<'); at != text.npos; at = text.find(u'<', at + 1)) places_.push_back(at);
-        std::sort(places_.begin(), places_.end(),
-                  [this](std::size_t a, std::size_t b) { return Compare(From(a), From(b)) < 0; });
+        for (std::size_t at = 0; at < text.size(); ++at) upTo_[at + 1] = upTo_[at] * kBase + SingleQuoted(text[at]) + 1;
     }
-
-    bool Empty() const { return places_.empty(); }
-
-    // Replaces every occurrence of one tag by another that differs in the kind of quotes; whether there was one.
-    bool Replace(std::u16string& text, std::u16string_view from, std::u16string_view to, std::u16string_view guarded)
+    std::uint64_t Of(std::size_t first, std::size_t units, std::uint64_t power) const
     {
-        const auto first = std::partition_point(places_.begin(), places_.end(), [&](std::size_t place) {
-            return Compare(From(place).substr(0, guarded.size()), guarded) < 0;
-        });
-        const auto last = std::partition_point(first, places_.end(), [&](std::size_t place) {
-            return Compare(From(place).substr(0, guarded.size()), guarded) == 0;
-        });
-        std::vector<std::size_t> inOrder(first, last);
-        std::sort(inOrder.begin(), inOrder.end());
-        std::size_t free = 0;  // occurrences do not overlap
-        for (const std::size_t place : inOrder) {
-            if (place < free || Compare(std::u16string_view(text).substr(place, from.size()), from) != 0) continue;
-            text.replace(place, to.size(), to);
-            free = place + to.size();
+        return upTo_[first + units] - upTo_[first] * power;
+    }
+    static std::uint64_t Power(std::size_t units)  // what a stretch of this length multiplies by
+    {
+        std::uint64_t power = 1;
+        for (std::uint64_t base = kBase; units != 0; units /= 2, base *= base) {
+            if (units % 2 != 0) power *= base;
         }
-        return free != 0;
+        return power;
+    }
+    static std::uint64_t OfWhole(View text)
+    {
+        std::uint64_t hash = 0;
+        for (const char16_t unit : text) hash = hash * kBase + SingleQuoted(unit) + 1;
+        return hash;
     }
 
 private:
-    std::u16string_view From(std::size_t place) const { return std::u16string_view(text_).substr(place); }
+    static constexpr std::uint64_t kBase = 0x9E3779B97F4A7C15;
 
-    int Compare(std::u16string_view a, std::u16string_view b)
-    {
-        const std::size_t common = std::min(a.size(), b.size());
-        const auto differing = std::mismatch(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(common), b.begin());
-        const auto same = static_cast<std::size_t>(differing.first - a.begin());
-        if (same >= comparisonsLeft_) throw std::runtime_error("The text holds too much markup.");
-        comparisonsLeft_ -= same + 1;
-        if (same < common) return a[same] < b[same] ? -1 : 1;
-        return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
-    }
-
-    std::u16string text_;
-    std::size_t& comparisonsLeft_;
-    std::vector<std::size_t> places_;
+    std::vector<std::uint64_t> upTo_;
 };
 
+}  // namespace
+
 // A text that begins with a bracket is left alone, although its tags may hold quotes. Deliberate.
-MarkupGuard::MarkupGuard(std::u16string_view text, PatternSearch& search)
-    : original_(text), comparisonsLeft_(kComparisons)
+MarkupGuard::MarkupGuard(View text)
+    : original_(text), comparisonsLeft_(kComparisons + kComparisonsPerUnit * text.size())
 {
     if (text.starts_with(u'<') || text.starts_with(u'>')) return;
-    CollectTags(search);
-    if (!tags_.empty()) Guard();
-}
-
-void MarkupGuard::CollectTags(PatternSearch& search)
-{
-    std::unordered_set<std::u16string_view> seen;
-    std::u16string_view rest = original_;
-    for (std::size_t at = rest.find(u'<'); at != rest.npos; at = rest.find(u'<')) {
-        if (!search.Find(Patterns().markupTag, rest.substr(at))) return;
-        rest = search.Rest();
-        const std::u16string_view written = search[0];
-        if (written.find(u'"') == written.npos || !seen.insert(written).second) continue;
-        std::u16string guarded(written);
-        UseSingleQuotes(guarded);
-        tags_.push_back({written, std::move(guarded), false});
-    }
+    CollectTags();
+    if (tags_.empty()) return;
+    GroupByLength();
+    Guard();
     unspent_ = tags_.size();
 }
 
+void MarkupGuard::CollectTags()
+{
+    if (Platform::FindUnit(original_, u'<', 0) == View::npos) return;
+    std::unordered_set<View> seen;
+    MarkupTags walk(original_);
+    for (View tag; walk.Next(tag);) {
+        if (Platform::FindUnit(tag, u'"', 0) == View::npos || !seen.insert(tag).second) continue;
+        tags_.push_back({tag, StretchHashes::OfWhole(tag)});
+    }
+}
+
+void MarkupGuard::GroupByLength()
+{
+    std::vector<std::uint32_t> order(tags_.size());
+    for (std::uint32_t tag = 0; tag < order.size(); ++tag) order[tag] = tag;
+    std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
+        const Tag& left = tags_[a];
+        const Tag& right = tags_[b];
+        return std::pair(left.written.size(), left.hash) < std::pair(right.written.size(), right.hash);
+    });
+    for (const std::uint32_t tag : order) {
+        const std::size_t units = tags_[tag].written.size();
+        if (lengths_.empty() || lengths_.back().units != units) lengths_.push_back({units, {}});
+        lengths_.back().tags.push_back(tag);
+    }
+}
+
+// Tags stand at opening brackets only. Which tag stands where is found by hashes, since guarding and restoring change
+// nothing but the kind of quotes.
+std::vector<MarkupGuard::Occurrence> MarkupGuard::FindOccurrences(View text)
+{
+    std::vector<Occurrence> found;
+    std::vector<std::size_t> brackets;
+    for (std::size_t at = Platform::FindUnit(text, u'<', 0); at != View::npos;
+         at = Platform::FindUnit(text, u'<', at + 1)) {
+        brackets.push_back(at);
+    }
+    if (brackets.empty()) return found;
+    const StretchHashes hashes(text);
+    for (const Length& length : lengths_) {
+        if (length.units > text.size()) break;
+        const std::uint64_t power = StretchHashes::Power(length.units);
+        for (const std::size_t place : brackets) {
+            if (place > text.size() - length.units) break;
+            const View here = text.substr(place, length.units);
+            for (const std::uint32_t tag : TagsOf(length, hashes.Of(place, length.units, power))) {
+                if (tags_[tag].spent) continue;
+                if (comparisonsLeft_ < length.units) throw std::runtime_error("The text holds too much markup.");
+                comparisonsLeft_ -= length.units;
+                if (SameButForQuotes(here, tags_[tag].written)) found.push_back({tag, place});
+            }
+        }
+    }
+    std::sort(found.begin(), found.end(), [](const Occurrence& a, const Occurrence& b) {
+        return std::pair(a.tag, a.place) < std::pair(b.tag, b.place);
+    });
+    return found;
+}
+
+std::span<const std::uint32_t> MarkupGuard::TagsOf(const Length& length, std::uint64_t hash) const
+{
+    const auto first = std::partition_point(length.tags.begin(), length.tags.end(),
+                                            [&](std::uint32_t tag) { return tags_[tag].hash < hash; });
+    const auto last =
+        std::find_if(first, length.tags.end(), [&](std::uint32_t tag) { return tags_[tag].hash != hash; });
+    return {first, last};
+}
+
+// Tag after tag, each at all its places: one may hold another, and the earlier one then changes what the later one
+// finds.
 void MarkupGuard::Guard()
 {
     changed_ = original_;
-    Places places(original_, comparisonsLeft_);
-    for (const Tag& tag : tags_) places.Replace(changed_, tag.written, tag.guarded, tag.guarded);
+    std::size_t free = 0;  // occurrences of one tag do not overlap
+    const Tag* current = nullptr;
+    for (const Occurrence& found : FindOccurrences(original_)) {
+        const Tag& tag = tags_[found.tag];
+        if (std::exchange(current, &tag) != &tag) free = 0;
+        if (found.place < free || View(changed_).substr(found.place, tag.written.size()) != tag.written) continue;
+        free = found.place + tag.written.size();
+        const auto first = changed_.begin() + static_cast<std::ptrdiff_t>(found.place);
+        std::replace(first, first + static_cast<std::ptrdiff_t>(tag.written.size()), u'"', u'\'');
+    }
 }
 
 void MarkupGuard::Restore(std::u16string& value)
 {
-    Places places(value, comparisonsLeft_);
-    if (places.Empty()) return;
-    for (Tag& tag : tags_) {
-        if (tag.spent) continue;
-        tag.spent = places.Replace(value, tag.guarded, tag.written, tag.guarded);
-        unspent_ -= tag.spent;
+    std::size_t free = 0;
+    const Tag* current = nullptr;
+    for (const Occurrence& found : FindOccurrences(value)) {
+        Tag& tag = tags_[found.tag];
+        if (std::exchange(current, &tag) != &tag) free = 0;
+        if (found.place < free || !StandsGuarded(View(value).substr(found.place, tag.written.size()), tag.written)) {
+            continue;
+        }
+        free = found.place + tag.written.size();
+        value.replace(found.place, tag.written.size(), tag.written);
+        unspent_ -= !std::exchange(tag.spent, true);
     }
 }
 

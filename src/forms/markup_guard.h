@@ -3,19 +3,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "forms/expression.h"
 
 namespace OrvPLC {
 
 class MarkupGuard {
 public:
-    // The text outlives the guard. Raises std::runtime_error for a text with more markup than can be guarded in
-    // sensible time.
-    MarkupGuard(std::u16string_view text, PatternSearch& search);
+    // The text outlives the guard. Raises std::runtime_error, as Restore does, for a text with more markup of one kind
+    // than can be told apart in sensible time.
+    explicit MarkupGuard(std::u16string_view text);
 
     // The text to be parsed, of the same length; refers to the given text or to the guard.
     std::u16string_view Text() const { return changed_.empty() ? original_ : std::u16string_view(changed_); }
@@ -28,16 +28,29 @@ public:
 private:
     struct Tag {
         std::u16string_view written;
-        std::u16string guarded;
-        bool spent;
+        std::uint64_t hash;  // of the tag with all its quotes made single
+        bool spent = false;
     };
-    class Places;
-    void CollectTags(PatternSearch& search);
+    // The tags of one length, ordered by their hashes.
+    struct Length {
+        std::size_t units;
+        std::vector<std::uint32_t> tags;
+    };
+    struct Occurrence {
+        std::uint32_t tag;
+        std::size_t place;
+    };
+
+    void CollectTags();
+    void GroupByLength();
     void Guard();
+    std::vector<Occurrence> FindOccurrences(std::u16string_view text);
+    std::span<const std::uint32_t> TagsOf(const Length& length, std::uint64_t hash) const;
 
     std::u16string_view original_;
     std::u16string changed_;
-    std::vector<Tag> tags_;
+    std::vector<Tag> tags_;  // in the order of the text
+    std::vector<Length> lengths_;
     std::size_t unspent_ = 0;
     std::size_t comparisonsLeft_;
 };

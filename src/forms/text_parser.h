@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "forms/expression.h"
 #include "forms/markup_guard.h"
+#include "forms/text_scanner.h"
 #include "objects/action.h"
 
 namespace OrvPLC {
@@ -16,11 +16,9 @@ struct ParsedText {
     std::uint32_t consumed = 0;
 };
 
-// The one entry to parsing. The grammar is that of the patterns, so a faster parser may stand in front of them here as
-// long as it hands over to them whatever it is not sure of.
 ParsedText ParseActionText(std::u16string_view text, std::uint32_t expectedKind);
 
-// One reading by searches, front to back. The text outlives the parser.
+// One reading, front to back. The text outlives the parser.
 class TOrvTextParser {
 public:
     explicit TOrvTextParser(std::u16string_view text);
@@ -28,20 +26,11 @@ public:
     ParsedText Read(std::uint32_t expectedKind);
 
 private:
-    struct Header {
-        std::uint32_t kind = 0;
-        std::u16string_view name;
-    };
-    bool ReadHeader(Header& header);
-    bool ReadBody(TOrvAction& action);
-    bool ReadParameter(TOrvAction& action);
-    bool ReadClose();
-    std::uint32_t Consumed() const;
+    void ReadParameter(TOrvAction& action, const FieldMatch& field);
+    std::uint32_t Consumed() const { return static_cast<std::uint32_t>(scanner_.Place()); }
 
-    PatternSearch search_;
     MarkupGuard guard_;
-    std::u16string_view remaining_;
-    std::size_t totalLength_;
+    TextScanner scanner_;
 };
 
 }  // namespace OrvPLC

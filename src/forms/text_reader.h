@@ -14,8 +14,8 @@ struct TextReadResult {
 };
 
 // A text that is no action gives null without a failure. Raises GuidConversionException, EUlmoDateTime or
-// SystemException for a literal with an impossible value, std::runtime_error for a text that the pattern engine
-// cannot get through, std::bad_alloc.
+// SystemException for a literal with an impossible value, std::runtime_error for a text with too much
+// markup (forms/markup_guard.h), std::bad_alloc.
 //
 // What looks like text of the sibling product goes through Sibling() and what comes back is read instead;
 // `consumed` then counts its characters. `narrow`: the caller's text was narrow, and the sibling sees it through UTF-8.

@@ -1,10 +1,10 @@
-#include "forms/expression.h"
+#include "judge/expression.h"
 
 #include <gtest/gtest.h>
 
 #include "ulmo/character_class.h"
 
-namespace OrvPLC {
+namespace OrvPLC::Judge {
 namespace {
 
 // Whoever reads a text without the engine must see the same classes.
@@ -35,4 +35,4 @@ TEST(Expression, ClassesOfAllUnits)
 }
 
 }  // namespace
-}  // namespace OrvPLC
+}  // namespace OrvPLC::Judge

@@ -1,4 +1,4 @@
-#include "forms/expression.h"
+#include "judge/expression.h"
 
 // Memory that one search may use to remember where to go back to, in blocks of 4 KB: 128 MB. The engine needs about
 // 100 bytes for each character above U+00FF inside a string, so its own limit of 4 MB refuses a text of 40,000
@@ -12,7 +12,7 @@
 
 #include "ulmo/character_class.h"
 
-namespace OrvPLC {
+namespace OrvPLC::Judge {
 
 // UTF-16 units as the engine's characters. Bidirectional only: the engine then skips an estimate of its limit, which
 // is set from the budget anyway, and the searches run a little faster.
@@ -93,7 +93,7 @@ private:
 
 using UnitRegex = boost::basic_regex<wchar_t, UnitTraits>;
 
-}  // namespace OrvPLC
+}  // namespace OrvPLC::Judge
 
 // How often the engine is inside each repeat of the pattern: a list with the newest entry first, an entry for each
 // step that can be taken back. The engine's own version walks all entries of the inner repeats whenever an outer one
@@ -101,10 +101,10 @@ using UnitRegex = boost::basic_regex<wchar_t, UnitTraits>;
 // second link past the entries of inner repeats, so it needs no more steps than repeats are nested. Expressions that
 // call themselves would need more; there are none.
 template <>
-class boost::BOOST_REGEX_DETAIL_NS::repeater_count<OrvPLC::UnitIterator> {
+class boost::BOOST_REGEX_DETAIL_NS::repeater_count<OrvPLC::Judge::UnitIterator> {
 public:
     explicit repeater_count(repeater_count** stack) : stack_(stack) {}
-    repeater_count(int id, repeater_count** stack, OrvPLC::UnitIterator start, int)
+    repeater_count(int id, repeater_count** stack, OrvPLC::Judge::UnitIterator start, int)
         : stack_(stack), next_(*stack), id_(id), start_(start)
     {
         *stack_ = this;
@@ -127,7 +127,7 @@ public:
     int get_id() const { return id_; }
     std::size_t operator++() { return ++count_; }
     // An iteration that took nothing is the last one.
-    bool check_null_repeat(const OrvPLC::UnitIterator& position, std::size_t max)
+    bool check_null_repeat(const OrvPLC::Judge::UnitIterator& position, std::size_t max)
     {
         const bool idle = count_ != 0 && position == start_;
         if (idle) {
@@ -144,10 +144,10 @@ private:
     const repeater_count* outer_ = nullptr;  // the newest entry of a repeat around this one; outer ones have lower ids
     int id_ = -1;
     std::size_t count_ = 0;
-    OrvPLC::UnitIterator start_;
+    OrvPLC::Judge::UnitIterator start_;
 };
 
-namespace OrvPLC {
+namespace OrvPLC::Judge {
 
 namespace {
 
@@ -242,4 +242,4 @@ std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states)
     return std::exchange(fixedStates, states);
 }
 
-}  // namespace OrvPLC
+}  // namespace OrvPLC::Judge

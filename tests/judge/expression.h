@@ -8,7 +8,7 @@
 #include <memory>
 #include <string_view>
 
-namespace OrvPLC {
+namespace OrvPLC::Judge {
 
 // A compiled pattern; safe to be searched with from several threads.
 class Expression {
@@ -58,4 +58,4 @@ private:
 // instrumentation makes every step dear.
 std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states);
 
-}  // namespace OrvPLC
+}  // namespace OrvPLC::Judge

@@ -1,14 +1,13 @@
-#include "forms/text_patterns.h"
+#include "judge/patterns.h"
 
 #include <string>
-#include <utility>
 
-namespace OrvPLC {
+namespace OrvPLC::Judge {
 
 namespace {
 
-// The pieces that patterns are joined from; needed only while they are compiled.
-struct Pieces {
+// The pieces that patterns are joined from.
+struct OwnPieces {
     const std::string identifier = R"(([[:alpha:]][[:alnum:]]*))";
     // No escapes: a backslash protects the next character from ending the string and stays in the value. The last
     // alternative lets a string end in a backslash.
@@ -29,6 +28,23 @@ struct Pieces {
                               eventType + "|" + resource + "|" + resultData + ")";
 };
 
+struct SiblingPieces {
+    const std::string identifier = "([[:alpha:]][[:alnum:]]*)";
+    // A backslash protects the next character from ending the string and stays in the value. Unlike in our own text a
+    // string cannot end in one.
+    const std::string quoted = R"x("((?:[^\\"]|\\.)*)")x";
+    const std::string integer = R"(([+-]?\d+))";
+    const std::string real = R"(([+-]?\d+\.\d+(?:[eE][+-]?\d+)?))";
+    const std::string rect = R"(\{\s*(\d+)\s*,\s*(\d+)\s*,\s*(\d+)\s*,\s*(\d+)\s*\})";
+    const std::string channel = R"(\{\s*(\d+)\s*,\s*(\d+)\s*,\s*)" + quoted + R"(\s*\})";
+    const std::string eventType = R"(\{\s*(\d+)\s*,\s*)" + quoted + R"(\s*\})";
+    const std::string resource = R"(\{\s*)" + quoted + R"(\s*,\s*)" + quoted + R"(\s*\})";
+    // The order counts: an integer is tried first and gives way to a float only because what follows then fails.
+    const std::string value = "(?:" + integer + "|" + real + "|" + quoted + "|" + rect + "|" + channel + "|" +
+                              eventType + "|" + resource + ")";
+    const std::string key = "(?:" + identifier + R"(\s*:)?\s*)";
+};
+
 constexpr std::string_view kGuid = R"(\w{8}-\w{4}-\w{4}-\w{4}-\w{12})";
 constexpr std::string_view kDateTime = R"(\d{4}/\d{2}/\d{2}\s\d{2}:\d{2}:\d{2},\d{3}\s[[:alnum:]]{3}[+ -]\d{2}:\d{2})";
 constexpr std::string_view kMarkupTag =
@@ -36,9 +52,10 @@ constexpr std::string_view kMarkupTag =
     R"x((\s(?:\s*[a-zA-Z][\w:\-]*(?:\s*=(?:\s*"(?:\\"|[^"])*"|\s*'(?:\\'|[^'])*'|[^\s>]+))?)*)?)x"
     R"x((\s*[\/\?]?)|\/([a-zA-Z][\w:\-]*)\s*|!--((?:[^\-]|-(?!->))*)--|!\[CDATA\[((?:[^\]]|\](?!\]>))*)\]\])>)x";
 
-TextPatterns Compile(const Pieces& pieces)
+OwnPatternSet Compile(const OwnPieces& pieces)
 {
     return {
+        .identifier = Expression(pieces.identifier),
         .header = Expression(R"(^\s*([@!?])?\s*)" + pieces.name + R"(\s*\()"),
         .parameter = Expression(R"(\s*(?:)" + pieces.name + R"(\s*:)?\s*)" + pieces.value + R"(\s*(?:(?=\))|,\s*))"),
         .close = Expression(R"(^\s*\))"),
@@ -49,23 +66,27 @@ TextPatterns Compile(const Pieces& pieces)
     };
 }
 
-const TextPatterns* patterns = nullptr;  // not an object with a destructor: the library decides when it ends
+SiblingPatternSet Compile(const SiblingPieces& pieces)
+{
+    return {
+        .head = Expression(R"(^\s*([@!?])?\s*)" + pieces.identifier + R"(\s*\()"),
+        .field = Expression(R"(\s*)" + pieces.key + pieces.value + R"(\s*(?:(?=\))|,\s*))"),
+        .tail = Expression(R"(^\s*\))"),
+    };
+}
 
 }  // namespace
 
-const TextPatterns& Patterns()
+const OwnPatternSet& OwnPatterns()
 {
-    return *patterns;
+    static const OwnPatternSet patterns = Compile(OwnPieces());
+    return patterns;
 }
 
-void StartTextPatterns()
+const SiblingPatternSet& SiblingPatterns()
 {
-    patterns = new TextPatterns(Compile({}));
+    static const SiblingPatternSet patterns = Compile(SiblingPieces());
+    return patterns;
 }
 
-void EndTextPatterns()
-{
-    delete std::exchange(patterns, nullptr);
-}
-
-}  // namespace OrvPLC
+}  // namespace OrvPLC::Judge

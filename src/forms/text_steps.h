@@ -1,0 +1,44 @@
+// Steps over runs of one class of characters, shared by the walks through action text.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "ulmo/character_class.h"
+
+namespace OrvPLC {
+
+inline bool StandsAt(std::u16string_view text, std::size_t at, char16_t unit)
+{
+    return at < text.size() && text[at] == unit;
+}
+
+inline std::size_t SkipBlanks(std::u16string_view text, std::size_t at)
+{
+    while (at < text.size() && Ulmo::IsSpace(text[at])) ++at;
+    return at;
+}
+
+inline std::size_t SkipDigits(std::u16string_view text, std::size_t at)
+{
+    while (at < text.size() && Ulmo::IsDigit(text[at])) ++at;
+    return at;
+}
+
+inline std::size_t SkipLettersAndDigits(std::u16string_view text, std::size_t at)
+{
+    while (at < text.size() && Ulmo::IsAlnum(text[at])) ++at;
+    return at;
+}
+
+// What stands from one place to before another.
+inline std::u16string_view Between(std::u16string_view text, std::size_t first, std::size_t behind)
+{
+    return {text.data() + first, behind - first};
+}
+
+// The head of a result data item, `{ 1, 2, 3, 4, 5, `, up to the quote of its name. Gives the quote's place, npos where
+// no such head stands. `numbers` may be null.
+std::size_t ResultItemHead(std::u16string_view text, std::size_t at, std::u16string_view* numbers);
+
+}  // namespace OrvPLC
