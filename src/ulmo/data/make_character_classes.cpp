@@ -1,5 +1,5 @@
-// Prints the rows of character_classes.txt: asks the pattern engine of Windows about each UTF-16 unit. A program for
-// Windows, built beside the tests there (target make_character_classes).
+// Prints the rows of character_classes.txt: asks the pattern engine, left to itself, about each UTF-16 unit. A program
+// for Windows, built beside the tests there (target make_character_classes).
 #include <boost/regex.hpp>
 #include <cstdio>
 

@@ -2,25 +2,25 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/windows/windows_api.h"
+#include <locale>
 
 namespace Ulmo {
 namespace {
 
-// As the pattern engine asks on Windows.
-unsigned SystemClass(char16_t unit)
+// As the pattern engine asks where it is left to itself.
+unsigned SystemClass(wchar_t unit)
 {
-    WORD type = 0;
-    if (!GetStringTypeExW(GetUserDefaultLCID(), CT_CTYPE1, Platform::AsWide(&unit), 1, &type)) return 0;
-    return ((type & C1_ALPHA) != 0 ? kAlpha | kWord : 0u) | ((type & C1_DIGIT) != 0 ? kDigit | kWord : 0u) |
-           ((type & C1_SPACE) != 0 ? kSpace + 0u : 0u) | (unit == u'_' ? kWord + 0u : 0u);
+    using Mask = std::ctype_base;
+    const auto& facet = std::use_facet<std::ctype<wchar_t>>(std::locale::classic());
+    return (facet.is(Mask::alpha, unit) ? kAlpha | kWord : 0u) | (facet.is(Mask::digit, unit) ? kDigit | kWord : 0u) |
+           (facet.is(Mask::space, unit) ? kSpace + 0u : 0u) | (unit == L'_' ? kWord + 0u : 0u);
 }
 
 TEST(CharacterClass, AsTheSystemHasIt)
 {
     for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
-        const char16_t character = static_cast<char16_t>(unit);
-        EXPECT_EQ(CharacterClass(character), SystemClass(character)) << std::hex << unit;
+        EXPECT_EQ(CharacterClass(static_cast<char16_t>(unit)), SystemClass(static_cast<wchar_t>(unit)))
+            << std::hex << unit;
     }
 }
 
