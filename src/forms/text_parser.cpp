@@ -28,23 +28,6 @@ ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, std::u16string_view name)
     return ObjectPtr<TOrvAction>(TOrvAction::Create(name));
 }
 
-// Sets the value that a parameter of this name goes to. A later mention replaces an earlier one, its spelling included,
-// and the comment of a match action is its description, whatever it holds.
-template <class Fill>
-void StoreParameter(TOrvAction& action, std::u16string_view name, std::size_t declared, Fill&& fill)
-{
-    if (action.Kind() == ORV_MESSAGE_MATCH_ACTION && Ulmo::EqualsLower(name, kDescriptionKey)) {
-        TOrvParameter value(ParameterName::Copy(name));
-        fill(value);
-        static_cast<TOrvMatchAction&>(action).Description() = std::move(value);
-    } else if (declared != ParameterMap::kNotFound &&
-               Ulmo::SameText(action.Entry()->Parameters[declared].NameW.view(), name)) {
-        action.Parameters().StoreDeclared(declared, fill);
-    } else {
-        action.Parameters().Store(name, fill);
-    }
-}
-
 }  // namespace
 
 ParsedText ParseActionText(std::u16string_view text, std::uint32_t expectedKind)
@@ -70,17 +53,40 @@ ParsedText TOrvTextParser::Read(std::uint32_t expectedKind)
     return {std::move(object), Consumed()};
 }
 
+// Texts mostly hold the parameters in the order of the declaration and in its spelling, so the one behind the last is
+// looked at first.
+TOrvTextParser::Declared TOrvTextParser::FindDeclared(const TOrvActionInternalInfo& entry, std::u16string_view name)
+{
+    if (name.empty()) return {};
+    if (next_ < entry.Parameters.size() && !entry.HasRepeatedNames() && entry.IsSpelt(next_, name))
+        return {next_++, true};
+    const std::size_t position = entry.FindParameter(name);
+    if (position == ParameterMap::kNotFound) return {};
+    next_ = position + 1;
+    return {position, entry.IsSpelt(position, name)};
+}
+
 void TOrvTextParser::ReadParameter(TOrvAction& action, const FieldMatch& field)
 {
     const TOrvActionInternalInfo* entry = action.Entry();
-    const std::size_t declared =
-        entry && !field.name.empty() ? entry->FindParameter(field.name) : ParameterMap::kNotFound;
-    StoreParameter(action, field.name, declared, [&](TOrvParameter& value) {
+    const Declared declared = entry ? FindDeclared(*entry, field.name) : Declared();
+    const auto fill = [&](TOrvParameter& value) {
         ReadTextValue(field, guard_, value);
-        if (declared == ParameterMap::kNotFound) return;
-        const TOrvParameterInternalInfo& info = entry->Parameters[declared];
+        if (declared.position == ParameterMap::kNotFound) return;
+        const TOrvParameterInternalInfo& info = entry->Parameters[declared.position];
         value.Retype(info.Type, info.EnumType);  // a refusal leaves the kind that the text gave, deliberately
-    });
+    };
+    // A later mention replaces an earlier one, its spelling included, and the comment of a match action is its
+    // description, whatever it holds.
+    if (action.Kind() == ORV_MESSAGE_MATCH_ACTION && Ulmo::EqualsLower(field.name, kDescriptionKey)) {
+        TOrvParameter value(ParameterName::Copy(field.name));
+        fill(value);
+        static_cast<TOrvMatchAction&>(action).Description() = std::move(value);
+    } else if (declared.spelt) {
+        action.Parameters().StoreDeclared(declared.position, fill);
+    } else {
+        action.Parameters().Store(field.name, fill);
+    }
 }
 
 }  // namespace OrvPLC

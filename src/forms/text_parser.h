@@ -26,11 +26,17 @@ public:
     ParsedText Read(std::uint32_t expectedKind);
 
 private:
+    struct Declared {
+        std::size_t position = ParameterMap::kNotFound;
+        bool spelt = false;  // as in the catalogue
+    };
+    Declared FindDeclared(const TOrvActionInternalInfo& entry, std::u16string_view name);
     void ReadParameter(TOrvAction& action, const FieldMatch& field);
     std::uint32_t Consumed() const { return static_cast<std::uint32_t>(scanner_.Place()); }
 
     MarkupGuard guard_;
     TextScanner scanner_;
+    std::size_t next_ = 0;  // the declared parameter that is expected next
 };
 
 }  // namespace OrvPLC

@@ -116,7 +116,8 @@ std::size_t TextScanner::HeaderAt(std::size_t at, HeaderMatch& match)
 
 bool TextScanner::FindField(FieldMatch& match)
 {
-    match = {};
+    match.name = {};
+    match.parts.fill({});
     for (std::size_t at = place_; at < text_.size(); ++at) {
         const std::size_t behind = FieldAt(at, match);
         if (behind == kNone) continue;

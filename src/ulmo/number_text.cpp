@@ -74,13 +74,14 @@ template <class Integer, class Char>
 Integer ReadDigits(std::basic_string_view<Char> digits, unsigned base, bool negative, bool& inRange)
 {
     using Limits = std::numeric_limits<Integer>;
+    constexpr std::size_t kAlwaysFit = 2 * sizeof(Integer) - 1;  // as many digits of any base up to 16
     const auto most = static_cast<std::uint64_t>(Limits::max()) + (negative ? 1 : 0);
     std::uint64_t value = 0;
     inRange = true;
-    for (const Char c : digits) {
-        const unsigned digit = DigitValue(Unit(c));
+    for (std::size_t at = 0; at < digits.size(); ++at) {
+        const unsigned digit = DigitValue(Unit(digits[at]));
         if (digit >= base) break;
-        inRange = inRange && value <= (most - digit) / base;
+        if (at >= kAlwaysFit) inRange = inRange && value <= (most - digit) / base;
         if (inRange) value = value * base + digit;
     }
     if (!inRange) return negative ? Limits::min() : Limits::max();
@@ -104,9 +105,27 @@ unsigned TakeBase(std::u16string_view& digits)
     return hexadecimal ? 16 : 8;
 }
 
+// Nearly all numbers: a few decimal digits and nothing else. False for any other.
+bool ReadShortDecimal(std::u16string_view text, std::uint32_t& value)
+{
+    constexpr std::size_t kShort = 9;
+    if (text.empty() || text.size() > kShort || text.front() == u'0') return false;
+    value = 0;
+    for (const char16_t c : text) {
+        const unsigned digit = static_cast<unsigned>(c - u'0');
+        if (digit > 9) return false;
+        value = value * 10 + digit;
+    }
+    return true;
+}
+
 template <class Integer>
 Integer Detect(std::u16string_view text, bool& inRange)
 {
+    if (std::uint32_t value = 0; ReadShortDecimal(text, value)) {
+        inRange = true;
+        return static_cast<Integer>(value);
+    }
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
     const unsigned base = TakeBase(text);
