@@ -209,12 +209,16 @@ std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView
 
 std::u16string TextOf(const Action& action, bool plain)
 {
-    std::uint32_t size = 0;
-    OrvAct_StoreToTextBufferW(action.get(), nullptr, 0, plain, 0, &size);
-    if (size == 0) return {};
-    std::u16string text(size, u'\0');
-    OrvAct_StoreToTextBufferW(action.get(), reinterpret_cast<OrvWChar*>(text.data()), size, plain, 0, nullptr);
-    text.pop_back();
+    constexpr std::uint32_t kUsual = 500;  // most texts fit at once; a longer one is stored again
+    std::uint32_t size = kUsual;
+    std::u16string text;
+    bool stored = false;
+    do {
+        text.resize(size);
+        stored =
+            OrvAct_StoreToTextBufferW(action.get(), reinterpret_cast<OrvWChar*>(text.data()), size, plain, 0, &size);
+    } while (!stored && size > text.size());
+    text.resize(stored ? size - 1 : 0);
     return text;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <type_traits>
 
 namespace {
 
@@ -47,6 +48,19 @@ bool IsScalar(char32_t character, std::size_t length)
 {
     constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     return character >= kSmallest[length] && character <= 0x10FFFF && (character < 0xD800 || character > 0xDFFF);
+}
+
+// Moves the ASCII characters that a text begins with to the end of another: nearly all of nearly all texts.
+template <class From, class To>
+void TakeAscii(std::basic_string_view<From>& text, std::basic_string<To>& to)
+{
+    using Unsigned = std::make_unsigned_t<From>;
+    const auto end =
+        std::find_if(text.begin(), text.end(), [](From unit) { return static_cast<Unsigned>(unit) >= 0x80; });
+    const auto count = static_cast<std::size_t>(end - text.begin());
+    to.resize(to.size() + count);
+    std::copy(text.begin(), end, to.end() - static_cast<std::ptrdiff_t>(count));
+    text.remove_prefix(count);
 }
 
 }  // namespace
@@ -100,7 +114,7 @@ std::u16string WideFromUtf8(std::string_view text, bool& clean)
     std::u16string wide;
     wide.reserve(text.size());
     clean = true;
-    while (!text.empty()) {
+    for (TakeAscii(text, wide); !text.empty(); TakeAscii(text, wide)) {
         const char32_t character = NextCharacter(text, clean);
         if (character < 0x10000) {
             wide += static_cast<char16_t>(character);
@@ -116,7 +130,7 @@ std::string Utf8FromWide(std::u16string_view text)
 {
     std::string narrow;
     narrow.reserve(text.size());
-    while (!text.empty()) AppendUtf8(narrow, NextCharacter(text));
+    for (TakeAscii(text, narrow); !text.empty(); TakeAscii(text, narrow)) AppendUtf8(narrow, NextCharacter(text));
     return narrow;
 }
 
@@ -170,6 +184,7 @@ char32_t VisibleCharacter(char32_t character)
 
 std::string Visible(std::string_view text)
 {
+    if (std::ranges::all_of(text, [](char unit) { return unit >= 0x20 && unit < 0x7F; })) return std::string(text);
     std::string visible;
     visible.reserve(text.size());
     bool clean = true;
