@@ -42,6 +42,12 @@ TextScanner::TextScanner(View text, TextDialect dialect) : text_(text), dialect_
 
 TextScanner::~TextScanner() = default;
 
+void TextScanner::GoTo(std::size_t place)
+{
+    place_ = place;
+    failedName_ = failedDigits_ = 0;
+}
+
 // The closing quote of the string that opens here, such that what follows it fits. kNone when there is none.
 template <class Follow>
 std::size_t TextScanner::CloseOf(std::size_t open, FailedStrings& failed, Follow follow)

@@ -69,7 +69,7 @@ public:
     bool FindResultItem(ResultItemMatch& match);
 
     std::size_t Place() const { return place_; }
-    void GoTo(std::size_t place) { place_ = place; }
+    void GoTo(std::size_t place);
 
 private:
     // Strings that are known not to close so that what follows them fits: those that open at `from` or later, before
@@ -102,8 +102,8 @@ private:
     std::u16string_view text_;
     std::size_t place_ = 0;
     TextDialect dialect_;
-    // Ends of the runs of letters and digits that cannot be a name, and of digits that cannot be a value, at whichever
-    // of their characters a match begins.
+    // Ends of the last runs of letters and digits that cannot be a name, and of digits that cannot be a value, at
+    // whichever of their characters a match begins. They hold for a walk forward.
     std::size_t failedName_ = 0;
     std::size_t failedDigits_ = 0;
     FailedStrings failedHeaders_;

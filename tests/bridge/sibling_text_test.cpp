@@ -95,6 +95,8 @@ TEST(HeskText, Reading)
          "3 VantikVMXAlarm; Channel chan 0 1 ''; Number i32 3; VantikVMXAlarmType i32 1 of 4165"},
         {u"VantikVMXAlarm (1, SterileZoneNumber: 3, VirtualFenceNumber: 4, TrackID: 5)",
          "3 VantikVMXAlarm; Channel chan 0 1 ''; SterileZoneNumber i32 3; TrackID i32 5; VirtualFenceNumber i32 4"},
+        {u"VantikVMXAlarm (1, SterileZoneNumber: 3) words 12 behind",  // the walk for the number begins anew
+         "3 VantikVMXAlarm; Channel chan 0 1 ''; Number i32 3; VantikVMXAlarmType i32 0 of 4165"},
         {u"VantikVMXAlarm (1, AlarmGroup: 2, TrackID: 3, AlarmArea: {1, 2, 3, 4})",
          "3 VantikVMXAlarm; AlarmArea rect 1, 2, 3, 4; Channel chan 0 1 ''; Group i32 2; TrackID i32 3"},
         // Two names that are swapped.
