@@ -25,7 +25,8 @@ target_link_libraries(orv_unit_tests PRIVATE Threads::Threads)
 
 file(GLOB interface_tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/exports/*_test.cpp
     ${CMAKE_SOURCE_DIR}/tests/exports/*_test.c)
-orv_test_program(orv_interface_tests ${interface_tests})
+orv_test_program(orv_interface_tests ${interface_tests}
+    ${CMAKE_SOURCE_DIR}/tests/sibling/${ORV_PLATFORM}/foreign_exception.cpp)
 target_link_libraries(orv_interface_tests PRIVATE OrvActions)
 target_include_directories(orv_interface_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${CMAKE_SOURCE_DIR}/tests/golden")

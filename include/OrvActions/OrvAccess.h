@@ -132,7 +132,7 @@ typedef struct TOrvActionInfoUpdateCallbacks {
 
 /* Both families. Refreshes what an action carries of channels, contacts, event types and resources from the caller's
  * configuration. Only parameters that are set and that the catalogue declares are looked at; what a callback does not
- * know stays as it was.
+ * know stays as it was. An exception out of a callback ends the call and is stored.
  *   context    passed to the callbacks
  *   callbacks  not null
  *   allKnown   out, not null: false when a callback did not know what it was asked for */

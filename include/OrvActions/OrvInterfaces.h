@@ -71,7 +71,8 @@ protected:
 struct ITalvecMatchAction;
 
 /* Receives the parameters of an action, one call each. Derive from it and implement the three operations of the root
- * in any way; the library does not call them. */
+ * in any way; the library does not call them. A C++ exception ends the enumeration; only std::bad_alloc goes on to
+ * the caller. */
 struct ITalvecParameterEnumerator : OrvUnknown {
     virtual void ORV_CALL OnParameter(const OrvWChar* name, uint32_t kind, uint32_t enumType) = 0;
 

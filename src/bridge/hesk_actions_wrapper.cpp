@@ -47,22 +47,10 @@ bool ResolveAll(const Ulmo::SecureModuleHandle& library)
            Resolve(library, "HeskAct_RestoreActionFromEventData", functions.restoreFromEventData);
 }
 
-struct ForeignException {};
-
-// Calls an imported function. What it raises arrives here as something that can be caught, whoever has built it.
 template <class Result, class... Parameters, class... Arguments>
 Result Call(Result (*function)(Parameters...), Arguments... arguments)
 {
-    Result result{};
-    auto work = [&] { result = function(arguments...); };
-    if (!Platform::RunForeign(work)) throw ForeignException();
-    return result;
-}
-
-void Close(HeskHandle action)
-{
-    auto work = [action] { functions.closeHandle(action); };
-    if (!Platform::RunForeign(work)) throw ForeignException();
+    return Platform::CallForeign([=] { return function(arguments...); });
 }
 
 bool StoreText(HeskHandle action, char16_t* buffer, std::uint32_t capacity, std::uint32_t& length)
@@ -107,7 +95,7 @@ bool TakeText(HeskHandle action, std::u16string& output)
 {
     if (!action) return false;
     FetchText(action, output);
-    Close(action);
+    Call(functions.closeHandle, action);
     ConvertHeskTextToOrvText(output);
     return !output.empty();
 }
@@ -161,7 +149,7 @@ bool HeskActionsWrapper::ConvertTextBuffer(std::u16string_view text, std::uint32
         if (!action) return false;
         // The library only says whether the text is valid: it is converted as it was given.
         output = text;
-        Close(action);
+        Call(functions.closeHandle, action);
         ConvertHeskTextToOrvText(output);
         return true;
     });

@@ -3,6 +3,7 @@
 #include "catalogue/settings.h"
 #include "events/event_restore.h"
 #include "forms/plain_text_writer.h"
+#include "platform/foreign_call.h"
 
 namespace OrvPLC {
 
@@ -60,11 +61,13 @@ private:
 void TOrvEventDescriptionCallbacks::Call(std::int32_t index, const char16_t* label, const char16_t* value,
                                          std::uint32_t priority) const
 {
-    if (plain) {
-        plain(context, index, Boundary(label), Boundary(value));
-    } else if (extended) {
-        extended(context, index, Boundary(label), Boundary(value), priority);
-    }
+    Platform::CallForeign([&, this] {
+        if (plain) {
+            plain(context, index, Boundary(label), Boundary(value));
+        } else if (extended) {
+            extended(context, index, Boundary(label), Boundary(value), priority);
+        }
+    });
 }
 
 void DescribeEvent(const TOrvEventData& record, const TOrvEventDescriptionCallbacks& callbacks, std::uint32_t level)

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "catalogue/queries.h"
+#include "platform/foreign_call.h"
 #include "ulmo/debug_out.h"
 #include "ulmo/number_text.h"
 
@@ -23,7 +24,7 @@ try {
     return forEachEntry([&](const auto& entry) {
         Record record{};
         Queries::Fill(record, entry);
-        (sink->*operation)(&record);
+        Platform::CallForeign([&] { (sink->*operation)(&record); });
     });
 } catch (...) {
     return false;

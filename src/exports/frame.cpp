@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
+#include <type_traits>
 
 #include "ulmo/exceptions.h"
 
@@ -29,6 +30,28 @@ void StoreUlmoException(const Ulmo::UlmoException& failure) noexcept
     }
 }
 
+// The system's wide text as far as a message holds it: units of UTF-16 on Windows, code points elsewhere. Null for null.
+template <std::size_t Size>
+const char16_t* CutToUtf16(const wchar_t* text, char16_t (&units)[Size]) noexcept
+{
+    if (!text) return nullptr;
+    constexpr std::uint32_t kFirstPair = 0x10000;
+    std::size_t length = 0;
+    for (; *text && length + 2 < Size; ++text) {
+        const auto point = static_cast<std::uint32_t>(*text);
+        if (point < kFirstPair) {
+            units[length++] = static_cast<char16_t>(point);
+        } else if (point <= 0x10FFFF) {
+            units[length++] = static_cast<char16_t>(0xD800 + ((point - kFirstPair) >> 10));
+            units[length++] = static_cast<char16_t>(0xDC00 + ((point - kFirstPair) & 0x3FF));
+        } else {
+            units[length++] = u'\uFFFD';
+        }
+    }
+    units[length] = 0;
+    return units;
+}
+
 }  // namespace
 
 void NullHandle(const char* function)
@@ -49,6 +72,9 @@ void StoreCurrentException() noexcept
         LastError::Store({0, 0, kGenericException, text, nullptr, nullptr});
     } catch (const char16_t* text) {
         LastError::Store({0, 0, kGenericException, nullptr, text, nullptr});
+    } catch (const wchar_t* text) {
+        char16_t units[std::extent_v<decltype(TOrvLastError::messageW)> + 1];
+        LastError::Store({0, 0, kGenericException, nullptr, CutToUtf16(text, units), nullptr});
     } catch (...) {
         LastError::Store({kUnknownCode, 0, kUnknownException, kUnknownException, nullptr, nullptr});
     }

@@ -120,7 +120,7 @@ void Store(const Report& report) noexcept
     if (report.message) {
         CopyCut<char>(block->message, report.message);
     } else {
-        DeriveNarrow(*block, report.messageW);
+        DeriveNarrow(*block, report.messageW ? report.messageW : u"");
     }
     if (report.messageW) {
         CopyCut<char16_t>(block->messageW, report.messageW);

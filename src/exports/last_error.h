@@ -29,7 +29,8 @@ void Start();
 void End();
 void ThreadEnded();
 
-// A failure. Of message and wide message one may be null: it is derived from the other. Texts are cut silently.
+// A failure. A message that is null is derived from the other one; what was thrown may leave both null, and then they
+// are empty. Texts are cut silently.
 struct Report {
     std::uint32_t code;
     std::uint32_t subCode;

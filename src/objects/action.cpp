@@ -4,6 +4,7 @@
 #include <new>
 
 #include "objects/match_action.h"
+#include "platform/foreign_call.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
@@ -124,9 +125,17 @@ std::uint32_t TOrvAction::GetParameterCount()
 void TOrvAction::EnumerateParameters(ITalvecParameterEnumerator* enumerator)
 {
     if (!enumerator) return;
-    parameters_.ForEachByKey([enumerator](std::u16string_view, const TOrvParameter& value) {
-        enumerator->OnParameter(Boundary(value.Name().c_str()), value.Kind(), value.EnumType());
-    });
+    try {
+        parameters_.ForEachByKey([enumerator](std::u16string_view, const TOrvParameter& value) {
+            const auto call = [&] {
+                enumerator->OnParameter(Boundary(value.Name().c_str()), value.Kind(), value.EnumType());
+            };
+            Platform::CallForeign(call);
+        });
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (...) {  // the operations of an interface have no frame, so nothing else may leave them
+    }
 }
 
 bool TOrvAction::HasParameter(const OrvWChar* name)

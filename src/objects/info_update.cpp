@@ -2,6 +2,7 @@
 
 #include "objects/action.h"
 #include "objects/roles.h"
+#include "platform/foreign_call.h"
 
 namespace OrvPLC {
 
@@ -67,7 +68,7 @@ private:
     {
         Record record{};
         if (!(value.*read)(record)) return;
-        if (!ask(record)) {
+        if (!Platform::CallForeign([&] { return ask(record); })) {
             allKnown_ = false;
             return;
         }

@@ -1,19 +1,36 @@
-// Calls into libraries that another compiler may have built.
+// The one way out of the library: calls of functions that the host or another library has given us. Whoever built
+// them, what they raise arrives here as something that a catch clause of ours can see.
 #pragma once
 
 #include <type_traits>
 
 namespace Platform {
 
+// Stands for a C++ exception of another compiler, of which nothing but the fact is known.
+struct ForeignException {};
+
 // Runs the work. False when it ended in a C++ exception of another compiler, which no catch clause of ours would see.
 // Exceptions of ours pass through. The work must need no cleaning up: its frames are left without.
 bool RunForeign(void (*work)(void* context), void* context);
 
+// Calls the work, a callable that calls the function outside and owns nothing, and gives its result. Raises what the
+// function raises, or ForeignException.
 template <class Work>
-bool RunForeign(Work& work)
+std::invoke_result_t<Work&> CallForeign(Work work)
 {
     static_assert(std::is_trivially_destructible_v<Work>);
-    return RunForeign([](void* context) { (*static_cast<Work*>(context))(); }, &work);
+    const auto run = [](auto& guarded) {
+        const auto call = [](void* context) { (*static_cast<std::remove_reference_t<decltype(guarded)>*>(context))(); };
+        if (!RunForeign(call, &guarded)) throw ForeignException();
+    };
+    if constexpr (std::is_void_v<std::invoke_result_t<Work&>>) {
+        run(work);
+    } else {
+        std::invoke_result_t<Work&> result{};
+        auto keep = [&] { result = work(); };
+        run(keep);
+        return result;
+    }
 }
 
 }  // namespace Platform

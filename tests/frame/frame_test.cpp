@@ -37,6 +37,10 @@ Stored LastFailure()
             info.message, info.details, std::u16string(TerminatedView(info.messageW))};
 }
 
+struct Speechless : std::exception {
+    const char* what() const noexcept override { return nullptr; }
+};
+
 TEST(Frame, EveryKindOfExceptionIsStored)
 {
     const struct {
@@ -50,6 +54,13 @@ TEST(Frame, EveryKindOfExceptionIsStored)
         {[] { throw std::runtime_error("standard"); }, {0, 0, "Ulmo::GenericException", "standard", "", u"standard"}},
         {[] { throw "narrow"; }, {0, 0, "Ulmo::GenericException", "narrow", "", u"narrow"}},
         {[] { throw u"wide"; }, {0, 0, "Ulmo::GenericException", "wide", "", u"wide"}},
+        {[] { throw L"the system's"; }, {0, 0, "Ulmo::GenericException", "the system's", "", u"the system's"}},
+        {[] { throw const_cast<wchar_t*>(L""); }, {0, 0, "Ulmo::GenericException", "", "", u""}},
+        {[] { throw nullptr; }, {0, 0, "Ulmo::GenericException", "", "", u""}},
+        {[] { throw static_cast<const char*>(nullptr); }, {0, 0, "Ulmo::GenericException", "", "", u""}},
+        {[] { throw static_cast<const char16_t*>(nullptr); }, {0, 0, "Ulmo::GenericException", "", "", u""}},
+        {[] { throw static_cast<const wchar_t*>(nullptr); }, {0, 0, "Ulmo::GenericException", "", "", u""}},
+        {[] { throw Speechless(); }, {0, 0, "Ulmo::GenericException", "", "", u""}},
         {[] { throw 42; },
          {0xFFFFFFFF, 0, "Ulmo::UnknownException", "Ulmo::UnknownException", "", u"Ulmo::UnknownException"}},
     };
@@ -91,6 +102,10 @@ TEST(Frame, OverlongTextsAreCut)
     EXPECT_EQ(stored.messageW, std::u16string(1023, u'w'));
     EXPECT_EQ(stored.message, std::string(1023, 'w'));
     EXPECT_EQ(stored.details, std::string(5631, 'd'));
+    // The system's wide units are cut as UTF-16, a pair in the middle as well.
+    const std::wstring system = std::wstring(1022, L'w') + L"\U0001F600" + std::wstring(2000, L'w');
+    Framed(0, [&]() -> int { throw system.c_str(); });
+    EXPECT_EQ(LastFailure().messageW, std::u16string(1022, u'w') + u'\xD83D');
     LastError::Store({1, 2, details.c_str(), "m", nullptr, nullptr});
     EXPECT_EQ(LastFailure().className, std::string(499, 'd'));
 }
