@@ -205,13 +205,14 @@ std::uint32_t TOrvBinaryReader::Consumed() const
                        : static_cast<std::uint32_t>(size_) - static_cast<std::uint32_t>(room_);
 }
 
-// Every field has an even size, so texts are as aligned as the buffer is; a copy serves the rare odd one.
+// Every field has an even size, so texts are as aligned as the buffer is; a copy serves the rare odd one. Of a size that
+// is no room nothing is copied: so many bytes need not be there.
 BinaryReadResult ReadActionBinary(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
 {
     if (!bytes) size = 0;
     if (reinterpret_cast<std::uintptr_t>(bytes) % alignof(char16_t) == 0) return ReadEven(bytes, size, expectedKind);
     const auto* first = static_cast<const std::byte*>(bytes);
-    const std::vector<std::byte> copy(first, first + size);
+    const std::vector<std::byte> copy(first, first + (std::in_range<std::int32_t>(size) ? size : 0));
     return ReadEven(copy.data(), size, expectedKind);
 }
 

@@ -151,6 +151,19 @@ std::vector<ObjectPtr<TOrvAction>> FewActions()
     return actions;
 }
 
+// A size above the signed range is no room, wherever the buffer lies, and nothing of it is read.
+TEST(HostileBinary, SizesWithoutRoom)
+{
+    alignas(2) const std::byte bytes[2] = {std::byte{3}};
+    for (const std::uint32_t size : {0x80000000u, 0x80000004u, 0xFFFFFFFFu}) {
+        for (const std::byte& first : bytes) {
+            const BinaryReadResult read = ReadActionBinary(&first, size, ORV_EXPECT_ANY);
+            EXPECT_EQ(read.object, nullptr);
+            EXPECT_EQ(read.consumed, size);
+        }
+    }
+}
+
 TEST(HostileBinary, EveryByteChanged)
 {
     const std::uint32_t open = OpenObjects();
