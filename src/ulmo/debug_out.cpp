@@ -1,6 +1,5 @@
 #include "ulmo/debug_out.h"
 
-#include <algorithm>
 #include <array>
 #include <mutex>
 
@@ -43,18 +42,6 @@ std::uint32_t NextNumber()
     return last.fetch_add(1, std::memory_order_relaxed) + 1;
 }
 
-CountedPtr<IDebugOutStreamerObject> MakeStreamer(std::uint32_t kind)
-{
-    const auto counted = [](auto* streamer) { return CountedPtr<IDebugOutStreamerObject>(streamer); };
-    switch (kind) {
-    case DebugStreamerConsole: return counted(new ConsoleOutputStreamer);
-    case DebugStreamerDebugWindow: return counted(new DebugWindowOutputStreamer);
-    case DebugStreamerFile: return counted(new FileOutputStreamer);
-    case DebugStreamerEventLog: return counted(new EventlogOutputStreamer);
-    default: return counted(new OutputHistoryStreamer);
-    }
-}
-
 }  // namespace
 
 std::u16string_view DebugLevelLabel(std::uint32_t level)
@@ -81,16 +68,42 @@ void DebugOutStreamer::Enable(std::uint32_t kinds, bool addOnly)
     const CriticalSectionGuard guard(section_);
     for (std::size_t bit = 0; bit < kStreamerKinds; ++bit) {
         const std::uint32_t kind = 1u << bit;
-        const auto place = std::find(active_.begin(), active_.end(), kind);
         if (kinds & kind) {
-            if (place != active_.end()) continue;
-            active_.push_back(kind);
-            streamers_[kind] = MakeStreamer(kind);
-        } else if (!addOnly && place != active_.end()) {
-            active_.erase(place);
-            streamers_[kind]->Close();
-            streamers_.erase(kind);
+            SwitchOn(kind);
+        } else if (!addOnly) {
+            SwitchOff(kind);
         }
+    }
+}
+
+// A failure in between leaves the kind off.
+void DebugOutStreamer::SwitchOn(std::uint32_t kind)
+{
+    if (streamers_.contains(kind)) return;
+    active_.reserve(kStreamerKinds);
+    streamers_.emplace(kind, Make(kind));
+    active_.push_back(kind);
+}
+
+void DebugOutStreamer::SwitchOff(std::uint32_t kind)
+{
+    const auto found = streamers_.find(kind);
+    if (found == streamers_.end()) return;
+    const CountedPtr<IDebugOutStreamerObject> streamer = std::move(found->second);
+    streamers_.erase(found);
+    std::erase(active_, kind);
+    streamer->Close();
+}
+
+CountedPtr<IDebugOutStreamerObject> DebugOutStreamer::Make(std::uint32_t kind)
+{
+    const auto counted = [](auto* streamer) { return CountedPtr<IDebugOutStreamerObject>(streamer); };
+    switch (kind) {
+    case DebugStreamerConsole: return counted(new ConsoleOutputStreamer);
+    case DebugStreamerDebugWindow: return counted(new DebugWindowOutputStreamer);
+    case DebugStreamerFile: return counted(new FileOutputStreamer);
+    case DebugStreamerEventLog: return counted(new EventlogOutputStreamer);
+    default: return counted(new OutputHistoryStreamer);
     }
 }
 

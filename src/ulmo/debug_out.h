@@ -56,6 +56,7 @@ enum DebugStreamerKind : std::uint32_t {
 class IDebugOutStreamerProperties {
 public:
     // Switches the outputs of the mask on, those of the other bits off unless `addOnly`. Unknown bits are passed over.
+    // Raises when an output cannot be made; that one stays off, and those behind it are as they were.
     virtual void Enable(std::uint32_t kinds, bool addOnly = false) = 0;
     // The output of a kind, for what only that kind has; null while it is off.
     virtual CountedPtr<IDebugOutStreamerObject> Find(std::uint32_t kind) = 0;
@@ -75,7 +76,13 @@ public:
     // False when no output is on. What an output raises does not keep the message from the others.
     bool Write(const DebugOutMessage& message, std::u16string_view source, std::u16string_view text);
 
+protected:
+    virtual CountedPtr<IDebugOutStreamerObject> Make(std::uint32_t kind);  // may raise
+
 private:
+    void SwitchOn(std::uint32_t kind);
+    void SwitchOff(std::uint32_t kind);
+
     CriticalSection section_;
     std::map<std::uint32_t, CountedPtr<IDebugOutStreamerObject>> streamers_;  // by kind
     std::vector<std::uint32_t> active_;                                       // the kinds that are on

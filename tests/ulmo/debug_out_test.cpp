@@ -115,6 +115,36 @@ TEST(DebugOut, RoutesWhatTheFilterLetsPass)
     Diagnostics::End();
 }
 
+class LackingStreamer final : public DebugOutStreamer {
+public:
+    bool lacking = true;
+
+protected:
+    CountedPtr<IDebugOutStreamerObject> Make(std::uint32_t kind) override
+    {
+        if (lacking && kind == DebugStreamerFile) throw std::bad_alloc();
+        return DebugOutStreamer::Make(kind);
+    }
+};
+
+TEST(DebugOut, AnOutputThatCannotBeMadeStaysOff)
+{
+    const auto streamer = MakeCounted<LackingStreamer>();
+    DebugOut out("s", CountedPtr<DebugOutStreamer>(streamer.get()));
+    streamer->Enable(DebugStreamerHistory);
+    for (int i = 0; i < 2; ++i) EXPECT_THROW(streamer->Enable(DebugStreamerFile, true), std::bad_alloc);
+    EXPECT_FALSE(streamer->Find(DebugStreamerFile));
+    out.Write(DebugLevelError, u"kept");
+    EXPECT_EQ(History(*streamer).size(), 1u);
+    streamer->lacking = false;
+    streamer->Enable(DebugStreamerFile, true);
+    EXPECT_TRUE(streamer->Find(DebugStreamerFile));
+    streamer->lacking = true;
+    streamer->Enable(0);
+    EXPECT_THROW(streamer->Enable(DebugStreamerFile), std::bad_alloc);
+    streamer->Enable(0);
+}
+
 TEST(DebugOut, HistoryKeepsTheLatest)
 {
     const auto streamer = StreamerOf(DebugStreamerHistory);
