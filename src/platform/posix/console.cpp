@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "platform/posix/descriptor.h"
 #include "platform/text.h"
 
 namespace Platform {
@@ -37,11 +38,7 @@ void ConsoleStream::Write(std::u16string_view text, std::optional<ConsoleColour>
     std::string bytes;
     if (!valid_ || !ToNarrow(CodePage::Utf8, text, bytes)) return;
     if (colour && ShowsColours(descriptor)) bytes = EscapeOf(*colour) + bytes + "\x1B[0m";
-    for (std::string_view rest = bytes; !rest.empty();) {
-        const ssize_t written = write(descriptor, rest.data(), rest.size());
-        if (written <= 0) return;
-        rest.remove_prefix(static_cast<std::size_t>(written));
-    }
+    WriteWhole(descriptor, bytes);
 }
 
 }  // namespace Platform

@@ -1,16 +1,20 @@
 #include "platform/debug_output.h"
 
 #include <unistd.h>
-#include <algorithm>
 #include <cstdlib>
+#include <memory>
+#include <mutex>
+#include <new>
 
+#include "platform/posix/descriptor.h"
 #include "platform/posix/utf8.h"
 
 namespace Platform {
 
 namespace {
 
-constexpr std::size_t kUnitsPerWrite = 512;
+constexpr std::size_t kUsualUnits = 512;
+constexpr std::size_t kBytesPerUnit = 3;
 
 bool Enabled()
 {
@@ -18,24 +22,22 @@ bool Enabled()
     return value && std::string_view(value) == "1";
 }
 
-bool WriteAll(const char* bytes, std::size_t size)
+// A pipe takes a long line in pieces, and another thread must not come in between. Never destroyed: threads may still
+// write when the process ends.
+std::mutex& Section()
 {
-    while (size != 0) {
-        const ssize_t written = write(STDERR_FILENO, bytes, size);
-        if (written <= 0) return false;  // nobody is left to tell
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return true;
+    alignas(std::mutex) static char memory[sizeof(std::mutex)];
+    static std::mutex& section = *new (memory) std::mutex;
+    return section;
 }
 
-// The units of the next write: a surrogate pair stays together.
-std::size_t NextPiece(std::u16string_view text)
+// The room is three bytes a unit and one for the end of the line.
+void WriteLine(std::u16string_view text, char* room)
 {
-    std::size_t length = std::min(text.size(), kUnitsPerWrite);
-    const bool cut = length < text.size();
-    if (cut && text[length - 1] >= 0xD800 && text[length - 1] <= 0xDBFF) --length;
-    return length;
+    std::size_t size = EncodeUtf8(text, room);
+    if (size == 0 || room[size - 1] != '\n') room[size++] = '\n';
+    const std::lock_guard<std::mutex> guard(Section());
+    WriteWhole(STDERR_FILENO, std::string_view(room, size));  // if that fails nobody is left to tell
 }
 
 }  // namespace
@@ -44,15 +46,11 @@ void WriteDebug(std::u16string_view text)
 {
     static const bool enabled = Enabled();
     if (!enabled) return;
-    char bytes[3 * kUnitsPerWrite + 1];
-    do {
-        const std::size_t piece = NextPiece(text);
-        std::size_t size = EncodeUtf8(text.substr(0, piece), bytes);
-        const bool lineEnded = size != 0 && bytes[size - 1] == '\n';
-        text.remove_prefix(piece);
-        if (text.empty() && !lineEnded) bytes[size++] = '\n';
-        if (!WriteAll(bytes, size)) return;
-    } while (!text.empty());
+    char usual[kBytesPerUnit * kUsualUnits + 1];
+    if (text.size() <= kUsualUnits) return WriteLine(text, usual);
+    const std::unique_ptr<char[]> large(new (std::nothrow) char[kBytesPerUnit * text.size() + 1]);
+    if (large) return WriteLine(text, large.get());
+    WriteLine(text.substr(0, kUsualUnits), usual);  // without memory the beginning has to do
 }
 
 }  // namespace Platform

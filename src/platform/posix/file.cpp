@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/posix/descriptor.h"
 #include "platform/text.h"
 
 namespace Platform {
@@ -28,16 +29,6 @@ int RefusalOf(int descriptor)
     if (fstat(descriptor, &status) != 0) return errno;
     if (S_ISREG(status.st_mode)) return 0;
     return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-}
-
-template <class Call>
-ssize_t Uninterrupted(Call call)
-{
-    ssize_t result = 0;
-    do {
-        result = call();
-    } while (result == -1 && errno == EINTR);
-    return result;
 }
 
 }  // namespace
@@ -87,14 +78,7 @@ bool File::Read(void* buffer, std::size_t count, std::size_t& got)
 
 bool File::Write(const void* buffer, std::size_t count)
 {
-    const char* next = static_cast<const char*>(buffer);
-    while (count != 0) {
-        const ssize_t piece = Uninterrupted([&] { return write(static_cast<int>(handle_), next, count); });
-        if (piece < 0) return false;
-        next += piece;
-        count -= static_cast<std::size_t>(piece);
-    }
-    return true;
+    return WriteWhole(static_cast<int>(handle_), std::string_view(static_cast<const char*>(buffer), count));
 }
 
 bool File::GetSize(std::uint64_t& size) const

@@ -1,21 +1,33 @@
 #include "platform/debug_output.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 
 #include "platform/windows/windows_api.h"
 
 namespace Platform {
 
+namespace {
+
+constexpr std::size_t kUsualUnits = 1023;
+
+// The system wants a terminator, which the text need not have.
+void WriteTerminated(std::u16string_view text, wchar_t* room)
+{
+    *std::copy(text.begin(), text.end(), room) = 0;
+    OutputDebugStringW(room);
+}
+
+}  // namespace
+
 void WriteDebug(std::u16string_view text)
 {
-    constexpr std::size_t kUnitsPerCall = 1023;
-    do {
-        wchar_t piece[kUnitsPerCall + 1];
-        const std::size_t length = std::min(text.size(), kUnitsPerCall);
-        *std::copy_n(text.data(), length, piece) = 0;
-        OutputDebugStringW(piece);
-        text.remove_prefix(length);
-    } while (!text.empty());
+    wchar_t usual[kUsualUnits + 1];
+    if (text.size() <= kUsualUnits) return WriteTerminated(text, usual);
+    const std::unique_ptr<wchar_t[]> large(new (std::nothrow) wchar_t[text.size() + 1]);
+    if (large) return WriteTerminated(text, large.get());
+    WriteTerminated(text.substr(0, kUsualUnits), usual);  // without memory the beginning has to do
 }
 
 }  // namespace Platform

@@ -1,0 +1,34 @@
+#include "platform/debug_output.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+namespace {
+
+constexpr DWORD kWideDebugText = 0x4001000A;  // raised for a debugger: the length with its terminator, then the text
+std::vector<std::u16string> heard;
+
+LONG CALLBACK Hear(EXCEPTION_POINTERS* raised)
+{
+    const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
+    if (record.ExceptionCode != kWideDebugText) return EXCEPTION_CONTINUE_SEARCH;
+    heard.emplace_back(reinterpret_cast<const char16_t*>(record.ExceptionInformation[1]),
+                       record.ExceptionInformation[0] - 1);
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
+
+TEST(WindowsDebugOutput, TellsTheSystemEachTextAtOnce)
+{
+    void* const handler = AddVectoredExceptionHandler(1, Hear);
+    const std::vector<std::u16string> texts = {u"", u"short", std::u16string(1023, u'a'), std::u16string(1024, u'b'),
+                                               std::u16string(20000, u'c')};
+    for (const std::u16string& text : texts) Platform::WriteDebug(std::u16string_view(text + u"x").substr(0, text.size()));
+    RemoveVectoredExceptionHandler(handler);
+    EXPECT_EQ(heard, texts);
+}
+
+}  // namespace
