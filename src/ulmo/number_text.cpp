@@ -143,17 +143,36 @@ std::string NumberPart(std::basic_string_view<Char> text)
     return narrow;
 }
 
-// Whether a number that fits no double is too large, and not too small: the decimal place of its first digit that
-// is not 0.
-bool IsTooLarge(std::string_view number)
+// How a real number is written; hexadecimal ones have a binary exponent.
+struct Notation {
+    std::chars_format format;
+    std::string_view digits;  // without 0
+    std::string_view exponentMarks;
+    int placeWeight;  // of a digit's place in the exponent
+};
+constexpr Notation kDecimal = {std::chars_format::general, "123456789", "eE", 1};
+constexpr Notation kHexadecimal = {std::chars_format::hex, "123456789abcdefABCDEF", "pP", 4};
+
+// Takes the "0x" from the front of a number that goes on with a hexadecimal digit.
+const Notation& TakeNotation(std::string_view& number)
 {
-    const std::size_t exponentMark = std::min(number.find_first_of("eE"), number.size());
+    if (number.size() < 3 || number[0] != '0' || (number[1] | 0x20) != 'x') return kDecimal;
+    const std::size_t first = number[2] == '.' ? 3 : 2;
+    if (first == number.size() || DigitValue(Unit(number[first])) >= 16) return kDecimal;
+    number.remove_prefix(2);
+    return kHexadecimal;
+}
+
+// Whether a number that fits no double is too large, and not too small: the place of its first digit that is not 0.
+bool IsTooLarge(std::string_view number, const Notation& notation)
+{
+    const std::size_t exponentMark = std::min(number.find_first_of(notation.exponentMarks), number.size());
     const std::string_view mantissa = number.substr(0, exponentMark);
     const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
-    const std::size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
+    const std::size_t first = std::min(mantissa.find_first_of(notation.digits), mantissa.size());
     const std::string_view exponent = number.substr(std::min(exponentMark + 1, number.size()));
     const std::int64_t place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
-    return place + ScanInt32(exponent) > 0;
+    return place * notation.placeWeight + ScanInt32(exponent) > 0;
 }
 
 template <class Char>
@@ -161,13 +180,16 @@ double ScanReal(std::basic_string_view<Char> text)
 {
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
-    const std::string number = NumberPart(text);
-    if (number.empty() || number.front() == '-') return 0;
+    const std::string part = NumberPart(text);
+    if (part.empty() || part.front() == '-') return 0;
+    std::string_view number = part;
+    const Notation& notation = TakeNotation(number);
     double value = 0;
-    const std::from_chars_result result = std::from_chars(number.data(), number.data() + number.size(), value);
+    const std::from_chars_result result =
+        std::from_chars(number.data(), number.data() + number.size(), value, notation.format);
     if (result.ec == std::errc::result_out_of_range) {
         const std::string_view taken(number.data(), static_cast<std::size_t>(result.ptr - number.data()));
-        value = IsTooLarge(taken) ? std::numeric_limits<double>::infinity() : 0;
+        value = IsTooLarge(taken, notation) ? std::numeric_limits<double>::infinity() : 0;
     }
     return negative ? -value : value;
 }

@@ -27,7 +27,7 @@ void AppendDouble(std::u16string& output, double value, TrailingPoint mode = Tra
 void AppendGeneral(std::string& output, double value, int digits);
 
 // The decimal scans of C: leading white space, a sign, digits up to the first other character. They never fail; no
-// digits give 0, values out of range stop at the limit of the type.
+// digits give 0, values out of range stop at the limit of the type. Only doubles have hexadecimal digits ("0x1.8p3").
 std::int32_t ScanInt32(std::u16string_view text);
 std::int32_t ScanInt32(std::string_view text);
 std::int64_t ScanInt64(std::u16string_view text);

@@ -127,9 +127,25 @@ TEST(NumberText, ScansDoubles)
         {u"1e99999999999999999999", infinity},
         {u"0.0000001e-330", 0},
         {u"1,5", 1},
-        {u"0x10", 0},
+        {u"0x10", 16},
+        {u" -0X1p3", -8},
+        {u"0x.8", 0.5},
+        {u"0x1.8p-1z", 0.75},
+        {u"0xAe", 174},
+        {u"0x1p", 1},
+        {u"0x", 0},
+        {u"0x.", 0},
+        {u"0x.g", 0},
+        {u"0x-1", 0},
+        {u"00x10", 0},
+        {u"0x1p2000", infinity},
+        {u"0x0.0001p9999", infinity},
+        {u"0x1000p-9999", 0},
+        {u"0x1p-1074", 5e-324},
     };
-    for (const auto& [text, value] : cases) EXPECT_EQ(Ulmo::ScanDouble(text), value);
+    for (const auto& [text, value] : cases) {
+        EXPECT_EQ(Ulmo::ScanDouble(text), value) << std::string(text.begin(), text.end());
+    }
 }
 
 TEST(NumberText, DetectsTheBase)
