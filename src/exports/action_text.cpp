@@ -83,7 +83,7 @@ ORV_EXPORT_TWIN(TOrvHandle, CreateFromTextBufferA,
 {
     return Framed<TOrvHandle>(nullptr, [&] {
         const std::string_view given =
-            length >= ORV_LENGTH_TERMINATED ? std::string_view(text) : std::string_view(text, length);
+            length >= ORV_LENGTH_TERMINATED ? std::string_view(text ? text : "") : std::string_view(text, length);
         const std::u16string wide = utf8 ? Ulmo::WideFromUtf8(given) : Ulmo::WideFromAnsi(given);
         return CreateFromText(wide, expectedKind, true, consumed);
     });

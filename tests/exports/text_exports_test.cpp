@@ -39,6 +39,20 @@ TEST(TextExports, NarrowText)
     EXPECT_FALSE(LastError().has_value());
 }
 
+TEST(TextExports, NoTextIsNoAction)
+{
+    for (const std::uint32_t length : {0u, ORV_LENGTH_TERMINATED, 0xFFFFFFFFu}) {
+        for (const OrvBool utf8 : {0, 1}) {
+            std::uint32_t wide = 7, narrow = 7;
+            EXPECT_FALSE(OrvAct_CreateFromTextBufferW(nullptr, length, ORV_EXPECT_ANY, 0, &wide));
+            EXPECT_FALSE(Talvec_Action_CreateFromTextBufferA(nullptr, length, ORV_EXPECT_ANY, utf8, &narrow));
+            EXPECT_EQ(wide, 0u);
+            EXPECT_EQ(narrow, 0u);
+            EXPECT_FALSE(LastError());
+        }
+    }
+}
+
 TEST(TextExports, AFailureOnTheWayIsStored)
 {
     const struct {
