@@ -112,7 +112,8 @@ std::string XMLParser::ReadNodeName()
     return name;
 }
 
-// False for a second root, which stays outside of the tree: its end tag then finds no element open.
+// False for a second root, which stays outside of the tree: its end tag then finds no element open. One that closes
+// itself has no end tag, so it is passed over. Deliberate: documents with a tail of that kind have always been read.
 bool XMLParser::Attach(const CountedPtr<XMLNode>& node)
 {
     if (!current_ && root_) return false;

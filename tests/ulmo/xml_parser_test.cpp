@@ -47,6 +47,10 @@ TEST(XmlParser, Trees)
         {"<?xml version='1.0'?><!DOCTYPE a><!-- c --><a><!---->x<!--c--></a>", "a"},
         {"<!-- only -->", "nothing"},
         {"<a/><b/><", "a"},
+        // A second root shows by its end tag only.
+        {"<a></a><b c='1'/><d />", "a"},
+        {"<a/><b c=1/>", nullptr},
+        {"<a/><b/></b>", nullptr},
         {"<a/><b>lost", nullptr},
         // A "!" is text, unless a CDATA section stands anywhere behind it.
         {"<a>x!y!</a>", "a{x!y!}"},
