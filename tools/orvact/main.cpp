@@ -1,4 +1,4 @@
-// orvact: shows, converts, matches and stores actions. It uses the public interface of the library only.
+// orvact: shows, converts, matches and stores actions. But for lint it uses the public interface of the library only.
 #include <OrvActions.h>
 #include <CLI/CLI.hpp>
 

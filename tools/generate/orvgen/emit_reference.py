@@ -12,7 +12,8 @@ def emit(catalogue: Catalogue) -> dict[str, str]:
     pages["enums.md"] = templates.REFERENCE_ENUMS.substitute(enums="\n".join(map(_enum, catalogue.enums)))
     pages["general_parameters.md"] = _list(
         "General parameters",
-        "Any action may carry these besides its own parameters. They occupy no column of the event record.",
+        "Any action may carry these besides its own parameters. In the event record `User1`, `User2`, `ClientHost` and "
+        "`ClientAccount` fill the columns of the users and of the client; the others have no column.",
         catalogue.general_parameters,
     )
     pages["event_fields.md"] = _list(

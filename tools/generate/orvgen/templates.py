@@ -275,7 +275,8 @@ $parameters""")
 REFERENCE_ENUMS = Template("""\
 # Enums
 
-Values are written by name in the text forms. The public type is what the query functions report.
+Action text, properties and XML hold the number of a value; plain text and JSON show its plain name. The public type is
+what the query functions report.
 
 $enums""")
 
