@@ -10,11 +10,24 @@
 namespace Platform {
 
 inline constexpr std::uint32_t kInvalidParameter = 87;
-inline constexpr std::uint32_t kInsufficientBuffer = 122;
 inline constexpr std::uint32_t kNoUnicodeTranslation = 1113;
 inline constexpr std::uint32_t kResultInsufficientBuffer = 0x8007007A;
 inline constexpr std::uint32_t kResultInvalidParameter = 0x80070057;
 inline constexpr std::uint32_t kResultEndOfFile = 0x80070026;
+// A buffer that is too small for a date in the user's language. On Linux 122 is a quota that is used up, so there the
+// code is another until callers are told.
+inline constexpr std::uint32_t kToldInsufficientBuffer = 122;
+#if defined(_WIN32)
+inline constexpr std::uint32_t kInsufficientBuffer = kToldInsufficientBuffer;
+#else
+inline constexpr std::uint32_t kInsufficientBuffer = 0x20000000 | kToldInsufficientBuffer;
+#endif
+
+// The code that callers are told, for one of those above or of the system.
+constexpr std::uint32_t ToldCode(std::uint32_t code)
+{
+    return code == kInsufficientBuffer ? kToldInsufficientBuffer : code;
+}
 
 std::uint32_t LastError();
 void SetLastError(std::uint32_t code);

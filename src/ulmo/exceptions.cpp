@@ -35,7 +35,7 @@ std::u16string SystemMessage(std::uint32_t code, std::u16string_view function)
     std::u16string message = Platform::SystemErrorText(code);
     if (message.empty()) message = u"Unknown system error";
     message += u" [ErrorCode #";
-    AppendUnsigned(message, code);
+    AppendUnsigned(message, Platform::ToldCode(code));
     message += u']';
     if (!function.empty()) message.append(u" in ").append(function);
     return message;
@@ -89,7 +89,7 @@ EUlmoDateTime::EUlmoDateTime(std::u16string message, std::uint32_t code)
 {}
 
 SystemException::SystemException(std::uint32_t code, std::u16string_view function)
-    : UlmoException(SystemMessage(code, function), code)
+    : UlmoException(SystemMessage(code, function), Platform::ToldCode(code))
 {}
 
 void ThrowSystemError(std::uint32_t code, std::u16string_view function)

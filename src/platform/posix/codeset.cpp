@@ -1,9 +1,11 @@
 #include "platform/posix/codeset.h"
 
 #include <iconv.h>
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 
+#include "platform/posix/composition.h"
 #include "platform/system_error.h"
 
 namespace Platform {
@@ -27,6 +29,14 @@ public:
     }
 
     bool Usable() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+    bool Converts(std::string_view character)
+    {
+        char* next = const_cast<char*>(character.data());
+        std::size_t left = character.size();
+        std::string output;
+        return Step(next, left, output);
+    }
 
     // `skip` tells how many bytes of the input one replacement stands for.
     template <class Skip>
@@ -77,6 +87,32 @@ std::size_t SkipUtf16Character(std::string_view rest)
     return pair ? 4 : 2;
 }
 
+std::string_view BytesOf(std::u16string_view text)
+{
+    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
+}
+
+// Puts a letter and the mark behind it into one character where the codeset has that one. Others stay apart.
+std::u16string Compose(const char* codeset, std::u16string_view text)
+{
+    Conversion probe(codeset, Utf16Name());
+    std::u16string composed;
+    for (const char16_t unit : text) {
+        const char16_t both = composed.empty() ? u'\0' : Composed(composed.back(), unit);
+        if (both != 0 && probe.Converts(BytesOf({&both, 1}))) {
+            composed.back() = both;
+        } else {
+            composed += unit;
+        }
+    }
+    return composed;
+}
+
+bool HoldsMarks(std::u16string_view text)
+{
+    return std::any_of(text.begin(), text.end(), [](char16_t unit) { return unit >= kFirstCombiningMark; });
+}
+
 bool RefuseConversion()
 {
     SetLastError(kInvalidParameter);
@@ -90,8 +126,7 @@ bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& w
     Conversion conversion(Utf16Name(), codeset);
     if (!conversion.Usable()) return RefuseConversion();
     const char16_t replacement = 0xFFFD;
-    const std::string bytes = conversion.Run(
-        text, std::string_view(reinterpret_cast<const char*>(&replacement), sizeof replacement), SkipByte);
+    const std::string bytes = conversion.Run(text, BytesOf({&replacement, 1}), SkipByte);
     wide.resize(bytes.size() / sizeof(char16_t));
     bytes.copy(reinterpret_cast<char*>(wide.data()), bytes.size());
     return true;
@@ -101,8 +136,9 @@ bool WideToCodeset(const char* codeset, std::u16string_view text, std::string& n
 {
     Conversion conversion(codeset, Utf16Name());
     if (!conversion.Usable()) return RefuseConversion();
-    const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
-    narrow = conversion.Run(bytes, "?", SkipUtf16Character);
+    std::u16string composed;
+    if (HoldsMarks(text)) text = composed = Compose(codeset, text);
+    narrow = conversion.Run(BytesOf(text), "?", SkipUtf16Character);
     return true;
 }
 

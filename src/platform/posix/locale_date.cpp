@@ -5,6 +5,7 @@
 #include <ctime>
 #include <string>
 
+#include "platform/posix/time_pattern.h"
 #include "platform/posix/user_locale.h"
 #include "platform/system_error.h"
 #include "platform/text.h"
@@ -36,12 +37,19 @@ std::size_t Fail(std::uint32_t code)
     return 0;
 }
 
+// Locales whose format names the time zone leave a blank where it is not known.
+std::string_view WithoutOuterBlanks(std::string_view text)
+{
+    const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
+    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
 std::size_t Render(const std::tm& calendar, const char* pattern, std::span<char16_t> buffer)
 {
     char narrow[256];
     std::u16string text;
     const std::size_t length = strftime_l(narrow, sizeof narrow, pattern, &calendar, UserLocale());
-    if (!ToWide(CodePage::Ansi, std::string_view(narrow, length), text)) return 0;
+    if (!ToWide(CodePage::Ansi, WithoutOuterBlanks({narrow, length}), text)) return 0;
     if (text.size() >= buffer.size()) return Fail(kInsufficientBuffer);
     *std::copy(text.begin(), text.end(), buffer.begin()) = 0;
     return text.size();
@@ -56,21 +64,11 @@ const char* DatePattern(DateStyle style)
     }
 }
 
-void ReplaceAll(std::string& text, std::string_view from, std::string_view to)
+// The user's time format. Its "%X" would be the same with the seconds.
+std::string TimePattern(bool withSeconds)
 {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-        text.replace(at, from.size(), to);
-    }
-}
-
-// The user's time format without the seconds and the character in front of them.
-std::string PatternWithoutSeconds()
-{
-    std::string pattern = nl_langinfo_l(T_FMT, UserLocale());
-    ReplaceAll(pattern, "%r", nl_langinfo_l(T_FMT_AMPM, UserLocale()));
-    ReplaceAll(pattern, "%T", "%H:%M");
-    for (const char* seconds : {":%S", ".%S", "%OS", "%S"}) ReplaceAll(pattern, seconds, "");
-    return pattern;
+    if (withSeconds) return "%X";
+    return TimePatternWithoutSeconds(nl_langinfo_l(T_FMT, UserLocale()), nl_langinfo_l(T_FMT_AMPM, UserLocale()));
 }
 
 }  // namespace
@@ -90,7 +88,7 @@ std::size_t FormatLocaleTime(const SystemTime& time, bool withSeconds, std::span
     clock.month = clock.day = 1;
     std::tm calendar{};
     if (!ToCalendarTime(clock, calendar)) return 0;
-    return Render(calendar, withSeconds ? "%X" : PatternWithoutSeconds().c_str(), buffer);
+    return Render(calendar, TimePattern(withSeconds).c_str(), buffer);
 }
 
 }  // namespace Platform

@@ -15,8 +15,8 @@ struct OwnText {
     const char16_t* text;
 };
 
-// These codes stand for failures of this library. They come in front of the errno values 87 and 122, which no call
-// that the library makes reports.
+// These codes stand for failures of this library. One of them is an errno value as well: 87, too many users, which no
+// call that the library makes reports.
 constexpr std::array<OwnText, 6> kOwnTexts = {{
     {kInvalidParameter, u"The parameter is incorrect."},
     {kInsufficientBuffer, u"The data area passed to a system call is too small."},

@@ -2,13 +2,13 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/posix/time_zone_rule.h"
+#include "platform/posix/zone_file.h"
 
 namespace Platform {
 
@@ -16,25 +16,9 @@ namespace {
 
 constexpr const char* kLocalZoneFile = "/etc/localtime";
 constexpr const char* kZoneFolder = "/usr/share/zoneinfo/";
-constexpr std::uint64_t kTicksPerMinute = 600000000;
-
-// The last line of a zone file, which rules all instants behind its tables; empty for a file that is none or has none.
-std::string LastRule(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    char magic[4] = {};
-    if (!file.read(magic, sizeof magic) || std::string_view(magic, sizeof magic) != "TZif") return {};
-    char tail[256];
-    file.seekg(0, std::ios::end);
-    const std::streamoff size = file.tellg();
-    file.seekg(size > std::streamoff{sizeof tail} ? size - std::streamoff{sizeof tail} : 0);
-    file.read(tail, sizeof tail);
-    std::string_view text(tail, static_cast<std::size_t>(file.gcount()));
-    if (text.empty() || text.back() != '\n') return {};
-    text.remove_suffix(1);
-    const std::size_t start = text.rfind('\n');
-    return start == std::string_view::npos ? std::string() : std::string(text.substr(start + 1));
-}
+constexpr std::uint64_t kTicksPerSecond = 10000000;
+constexpr std::uint64_t kTicksPerMinute = 60 * kTicksPerSecond;
+constexpr std::int64_t kSecondsTo1970 = 11644473600;
 
 std::string ZoneFile(std::string_view name)
 {
@@ -43,18 +27,30 @@ std::string ZoneFile(std::string_view name)
     return (folder ? std::string(folder) + '/' : std::string(kZoneFolder)).append(name);
 }
 
-// The rule that the variable TZ names: a zone file, or the rule itself. Null is the system's zone, "" is UTC.
-std::string RuleFor(const char* variable)
+struct Instant {
+    std::int64_t seconds;  // since 1970
+    std::uint16_t year;
+};
+
+Instant InstantOf(std::uint64_t ticks)
 {
-    if (!variable) return LastRule(kLocalZoneFile);
-    std::string_view name(variable);
-    if (!name.empty() && name.front() == ':') name.remove_prefix(1);
-    if (name.empty()) return "UTC0";
-    const std::string rule = LastRule(ZoneFile(name));
-    return rule.empty() ? std::string(name) : rule;
+    SystemTime time;
+    FileTimeToSystemTime(ticks, time);
+    return {static_cast<std::int64_t>(ticks / kTicksPerSecond) - kSecondsTo1970, time.year};
 }
 
-// The offset that the C library finds for this instant: for zone files of the first version, which have no rule.
+// The zone that the variable TZ names: a zone file, or the rule itself. Null is the system's zone, "" is UTC.
+std::optional<TimeZone> ZoneFor(const char* variable, const Instant& now)
+{
+    if (!variable) return ZoneAt(ReadZoneFile(kLocalZoneFile), now.seconds, now.year);
+    std::string_view name(variable);
+    if (!name.empty() && name.front() == ':') name.remove_prefix(1);
+    if (name.empty()) return TimeZone{};
+    const std::string content = ReadZoneFile(ZoneFile(name));
+    return content.empty() ? ParsePosixRule(name, now.year) : ZoneAt(content, now.seconds, now.year);
+}
+
+// The offset that the C library finds for this instant: for what is neither a zone file nor a rule.
 TimeZone PresentOffset()
 {
     tzset();
@@ -66,8 +62,8 @@ TimeZone PresentOffset()
     return zone;
 }
 
-// The record is read anew when TZ changes and once a minute, so that a change of the system's zone shows and records
-// for one year end with the year.
+// The record is read anew when TZ changes and once a minute, so that a change of the system's zone shows, records for
+// one year end with the year, and those of a zone file's table end with its next transition.
 class ZoneCache {
 public:
     TimeZone Get()
@@ -87,9 +83,7 @@ private:
 
     void Fill(const char* variable, std::uint64_t now)
     {
-        SystemTime time;
-        FileTimeToSystemTime(now, time);
-        const std::optional<TimeZone> zone = ParsePosixRule(RuleFor(variable), time.year);
+        const std::optional<TimeZone> zone = ZoneFor(variable, InstantOf(now));
         zone_ = zone ? *zone : PresentOffset();
         variable_ = variable ? std::optional<std::string>(variable) : std::nullopt;
         minute_ = now / kTicksPerMinute;

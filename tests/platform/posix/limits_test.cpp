@@ -2,6 +2,7 @@
 // that the shared tests cannot ask.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string_view>
 
 #include "platform/calendar.h"
@@ -78,6 +79,37 @@ TEST(PosixCodesets, ReplaceWhatDoesNotConvert)
     EXPECT_EQ(narrow, "a??z");  // one for the pair and one for the lone half
     EXPECT_FALSE(Platform::WideToCodeset("no such codeset", u"a", narrow));
     EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
+}
+
+// A letter and its marks become the one character that the codeset has, and stay apart where it has none.
+TEST(PosixCodesets, ComposeWhatTheyHave)
+{
+    const struct {
+        const char* codeset;
+        std::u16string_view wide;
+        std::string_view narrow;
+    } cases[] = {
+        {"ISO-8859-1", u"A\u0308rger e\u0302\u0301 s\u0327", "\xC4rger \xEA? s?"},
+        {"ISO-8859-9", u"s\u0327 \u0308a", "\xFE ?a"},
+        {"ISO-8859-7", u"\u03B1\u0301\u03B9\u0308\u0301", "\xDC\xC0"},
+        {"KOI8-R", u"\u0435\u0308", "\xA3"},
+        {"EUC-JP", u"\u304B\u3099", "\xA4\xAC"},
+    };
+    for (const auto& c : cases) {
+        std::string narrow;
+        ASSERT_TRUE(Platform::WideToCodeset(c.codeset, c.wide, narrow));
+        EXPECT_EQ(narrow, c.narrow) << c.codeset;
+    }
+}
+
+// All values of errno but 87, whose number the library reports itself.
+TEST(PosixErrors, HaveTheTextOfTheSystem)
+{
+    for (std::uint32_t code = 1; code < 134; ++code) {
+        const char* text = strerrordesc_np(static_cast<int>(code));
+        if (code == Platform::kInvalidParameter || !text) continue;
+        EXPECT_EQ(Platform::SystemErrorText(code), std::u16string(text, text + std::strlen(text)));
+    }
 }
 
 }  // namespace
