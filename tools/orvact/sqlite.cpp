@@ -96,11 +96,14 @@ std::string Statement::Bytes(int column) const
 Database::Database(const std::string& path, bool write)
 {
     sqlite3* database = nullptr;
-    const int flags = write ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY;
+    // Whoever reads may have to roll back what a killed writer has left, so the file is opened for both; the engine
+    // itself falls back to reading where the system refuses, as on media that are read-only.
+    const int flags = SQLITE_OPEN_READWRITE | (write ? SQLITE_OPEN_CREATE : 0);
     const int result = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
     database_.reset(database);
     if (result != SQLITE_OK) Fail(database);
     sqlite3_busy_timeout(database, kPatience);
+    if (!write) Run("pragma query_only = on");
 }
 
 void Database::Run(const char* sql)
