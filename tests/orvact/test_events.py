@@ -1,6 +1,7 @@
 """events: a real database, filled and read back."""
 
 import os
+import shutil
 import signal
 import sqlite3
 import subprocess
@@ -173,14 +174,41 @@ class Events(unittest.TestCase):
             process.stdin.write(b"CaseOpened ()\n")
             process.stdin.flush()
             self.assertTrue(self.until(lambda: self.path.exists() and self.count() == 1))
-            time.sleep(1)  # twice the time for which there is nothing to see
+            time.sleep(1)  # twice the time for which there is nothing to see; the next event is not committed then
             process.stdin.write(b"CaseClosed ()\nbroken\n")
             process.stdin.close()
             process.wait(30)
         os.close(inner)
         shown = os.read(outer, 4096)
         os.close(outer)
-        self.assertTrue(shown.startswith(b"\r2 events\r        \rstdin:3:1: no action here"), shown)
+        self.assertTrue(shown.startswith(b"\r1 event\r       \rstdin:3:1: no action here"), shown)
+
+    def test_a_writer_that_was_killed(self):
+        self.assertEqual(self.store("CaseOpened ()\nCaseClosed ()\n").code, 0)
+        writer = sqlite3.connect(self.path)
+        writer.execute("pragma cache_size = 1")
+        row = writer.execute("select * from Events limit 1").fetchone()
+        for _ in range(500):  # more than fits the cache, so that some are in the file
+            writer.execute(f"insert into Events values (null{', ?' * (len(row) - 1)})", row[1:])
+        left = self.path.with_name("left.db")
+        for suffix in ("", "-journal"):
+            shutil.copy(f"{self.path}{suffix}", f"{left}{suffix}")
+        writer.close()
+        run = Run("events", "list", os.path.relpath(left, ROOT), "--to", "technical")
+        self.assertEqual((run.code, run.out, run.err), (0, "CaseOpened ()\nCaseClosed ()\n", ""))
+        self.assertFalse(Path(f"{left}-journal").exists())
+
+    def test_reading_changes_nothing(self):
+        self.assertEqual(self.store("CaseOpened ()\n").code, 0)
+        before = self.path.read_bytes()
+        self.path.chmod(0o444)
+        self.path.parent.chmod(0o555)
+        run = Run("events", "list", self.name, "--to", "technical")
+        self.path.parent.chmod(0o755)
+        self.assertEqual((run.code, run.out), (0, "CaseOpened ()\n"))
+        self.assertEqual(self.path.read_bytes(), before)
+        self.assertEqual(Run("events", "list", self.name + "x").code, 2)
+        self.assertFalse(self.path.with_name(self.path.name + "x").exists())
 
     def storing(self, stderr=subprocess.PIPE):
         return subprocess.Popen([*RUNNER, str(TOOL), "events", "store", self.name], stdin=subprocess.PIPE, cwd=ROOT,

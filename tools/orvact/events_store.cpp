@@ -14,14 +14,16 @@ constexpr std::uint64_t kEventsInTransaction = 1000;
 
 struct Stored {
     std::string place;        // of the last event that is in the database for good
+    std::uint64_t taken = 0;  // of the input up to there
     std::size_t refused = 0;  // patterns, which are no events
 };
 
-void Commit(EventDatabase& database, Stored& stored, const std::string& place)
+void Commit(EventDatabase& database, Stored& stored, const std::string& place, std::uint64_t taken)
 {
     if (database.uncommitted() == 0) return;
     database.Commit();
     stored.place = place;
+    stored.taken = taken;
 }
 
 void StoreAll(ActionReader& reader, EventDatabase& database, Stored& stored)
@@ -38,10 +40,11 @@ void StoreAll(ActionReader& reader, EventDatabase& database, Stored& stored)
             place = reader.Place(record);
         }
         // What waits for more keeps nothing back and locks nobody out.
-        if (database.uncommitted() >= kEventsInTransaction || reader.MayWait()) Commit(database, stored, place);
-        progress.Show(reader.taken(), database.committed() + database.uncommitted());
+        const bool full = database.uncommitted() >= kEventsInTransaction;
+        if (full || reader.MayWait()) Commit(database, stored, place, reader.taken());
+        progress.Show(stored.taken, database.committed());
     }
-    Commit(database, stored, place);
+    Commit(database, stored, place, reader.taken());
 }
 
 std::string Events(std::uint64_t count)

@@ -15,7 +15,7 @@ void Progress::Show(std::uint64_t taken, std::uint64_t events)
     const Clock::time_point now = Clock::now();
     if (now < next_) return;
     next_ = now + std::chrono::milliseconds(100);
-    std::string line = std::to_string(events) + " events";
+    std::string line = std::to_string(events) + (events == 1 ? " event" : " events");
     if (size_ > 0) {
         const std::uint64_t done = std::min(taken, size_);
         const auto full = static_cast<std::size_t>(done * kWidth / size_);
