@@ -1,5 +1,6 @@
 #include "catalogue/extension_reader.h"
 
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -39,6 +40,13 @@ std::uint32_t Unsigned(std::int32_t number)
 
 }  // namespace
 
+void ExtensionReader::CheckSize(std::uint64_t size)
+{
+    if (size <= kLargestDocument) return;
+    throw Ulmo::XMLNodeParsingException(u"XML parsing failed: The document is larger than 16 MiB\n",
+                                        static_cast<std::uint32_t>(kLargestDocument));
+}
+
 void ExtensionReader::Read(const char* document)
 {
     static constexpr Form kRoot{"PLC", {}, {}, {"enums", "actionclasses", "actions"}};
@@ -49,8 +57,9 @@ void ExtensionReader::Read(const char* document)
                                   {"name", "code", "class"},
                                   {"name", "code", "class", "priority", "flags"},
                                   {"name", "class", "plain", "description", "parameters", "params"}};
+    CheckSize(std::strlen(document));
     Ulmo::XMLTree tree;
-    tree.Parse(document);
+    tree.Parse(document, kDeepestElement);
     const Node* root = tree.GetRoot().get();
     if (!root || !SameElement(root->GetName(), kRoot.element)) {
         Tell(Severity::Error, root ? root->Position() : 0, {"the root is not <PLC>: the file is ignored"});

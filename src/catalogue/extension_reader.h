@@ -35,8 +35,17 @@ public:
         : catalogue_(catalogue), listener_(listener)
     {}
 
-    // Raises XMLNodeParsingException for a document that is no XML, of which nothing is registered then. Any other
-    // failure leaves what was registered up to it. One reader may read several documents, one after the other.
+    // A document takes up to a hundred times its size while it is read, and what lies beside a host is not to be
+    // trusted. Real documents are far from these limits.
+    static constexpr std::size_t kLargestDocument = 16 * 1024 * 1024;
+    static constexpr std::size_t kDeepestElement = 256;
+
+    // Raises XMLNodeParsingException when so many bytes are beyond the limit.
+    static void CheckSize(std::uint64_t size);
+
+    // Raises XMLNodeParsingException for a document that is no XML or beyond a limit; nothing of it is registered then.
+    // Any other failure leaves what was registered up to it. One reader may read several documents, one after the
+    // other.
     void Read(const char* document);
 
 private:

@@ -33,6 +33,7 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& bytes)
     } catch (const Ulmo::SystemException&) {
         return false;
     }
+    ExtensionReader::CheckSize(file->Size());
     bytes = file->ReadToEnd();
     return true;
 }

@@ -22,7 +22,8 @@ std::string MismatchMessage(std::string_view start, std::string_view end)
 
 }  // namespace
 
-XMLParser::XMLParser(std::string_view text) : text_(text), lastSection_(text.rfind(kSection))
+XMLParser::XMLParser(std::string_view text, std::size_t deepest)
+    : text_(text), lastSection_(text.rfind(kSection)), deepest_(deepest)
 {}
 
 void XMLParser::Fail(std::string message, std::size_t position)
@@ -117,6 +118,7 @@ std::string XMLParser::ReadNodeName()
 bool XMLParser::Attach(const CountedPtr<XMLNode>& node)
 {
     if (!current_ && root_) return false;
+    if (depth_++ == deepest_) Fail("Elements are nested too deeply", tag_);
     if (current_) {
         current_->Append(node);
     } else {
@@ -124,6 +126,12 @@ bool XMLParser::Attach(const CountedPtr<XMLNode>& node)
     }
     current_ = node.get();
     return true;
+}
+
+void XMLParser::Leave()
+{
+    current_ = current_->Parent();
+    --depth_;
 }
 
 void XMLParser::ReadStartTag()
@@ -142,7 +150,7 @@ void XMLParser::ReadStartTag()
     SkipBlanks();
     if (!At('>')) Fail("Empty node - end [>] not found", cursor_);
     ++cursor_;
-    if (attached) current_ = node->Parent();
+    if (attached) Leave();
 }
 
 void XMLParser::ReadEndTag()
@@ -154,7 +162,7 @@ void XMLParser::ReadEndTag()
     if (name != current_->GetName()) Fail(MismatchMessage(current_->GetName(), name), begin);
     if (!At('>')) Fail("Invalid termination of end tag", cursor_);
     ++cursor_;
-    current_ = current_->Parent();
+    Leave();
 }
 
 // Reads the text in front of the first child or the end tag. A CDATA section ends the reading and leaves the value

@@ -23,7 +23,8 @@ public:
         std::size_t position_;
     };
 
-    explicit XMLParser(std::string_view text);
+    // Elements below more than `deepest` others are a fault.
+    XMLParser(std::string_view text, std::size_t deepest);
 
     void Run();                                                      // raises XMLParserException at the first fault
     const CountedPtr<XMLNode>& Root() const { return root_; }        // null for a document without elements
@@ -45,6 +46,7 @@ private:
     void ReadEndTag();
     std::string ReadNodeName();
     bool Attach(const CountedPtr<XMLNode>& node);
+    void Leave();
     void ReadValue(XMLNode& node);
     void SkipSection(std::size_t begin);
 
@@ -59,6 +61,8 @@ private:
     std::size_t tag_ = 0;         // the "<" of the tag that is being read
     std::size_t lastSection_;     // the last "[CDATA[" of the text, npos without one
     XMLNode* current_ = nullptr;  // the element that is open
+    std::size_t deepest_;
+    std::size_t depth_ = 0;  // the elements that are open
     CountedPtr<XMLNode> version_;
     CountedPtr<XMLNode> root_;
 };

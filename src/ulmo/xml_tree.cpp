@@ -54,12 +54,12 @@ void AddMatching(const XMLNode& parent, std::string_view name, Nodes& found)
 XMLTree::XMLTree() : version_(NoVersion())
 {}
 
-void XMLTree::Parse(const char* text)
+void XMLTree::Parse(const char* text, std::size_t deepest)
 {
     const std::string_view document = text ? text : "";
     root_ = {};
     version_ = NoVersion();
-    XMLParser parser(document);
+    XMLParser parser(document, deepest);
     try {
         parser.Run();
     } catch (const XMLParser::XMLParserException& fault) {

@@ -33,8 +33,10 @@ class XMLTree : public VirtualReferenceCountBaseClass {
 public:
     XMLTree();
 
-    // Replaces version and root. Raises XMLNodeParsingException; the tree is empty then.
-    void Parse(const char* text);
+    // Replaces version and root. Raises XMLNodeParsingException, also for elements that stand below more than `deepest`
+    // others; the tree is empty then.
+    void Parse(const char* text, std::size_t deepest = kAnyDepth);
+    static constexpr std::size_t kAnyDepth = static_cast<std::size_t>(-1);
 
     // Null before a document has been read, and for one that holds no element.
     const CountedPtr<XMLNode>& GetRoot() const noexcept { return root_; }

@@ -49,6 +49,24 @@ std::string Show(const TOrvBaseNameInfo& entry)
     return std::string(entry.NativePlain.U.view()) + "|" + std::string(entry.Description.U.view());
 }
 
+TEST_F(ExtensionReading, RefusesWhatIsBeyondTheLimits)
+{
+    const auto nested = [](std::size_t depth) {
+        std::string begin, end;
+        for (std::size_t i = 1; i < depth; ++i) {
+            begin += "<a><b/>";
+            end += "</a>";
+        }
+        return "<PLC>" + begin + end + "</PLC>";
+    };
+    Read(nested(ExtensionReader::kDeepestElement - 1));  // and one below the innermost
+    EXPECT_THROW(Read(nested(ExtensionReader::kDeepestElement)), Ulmo::XMLNodeParsingException);
+    const std::string document = "<PLC></PLC>";
+    const std::string room(ExtensionReader::kLargestDocument - document.size(), ' ');
+    Read(document + room);
+    EXPECT_THROW(Read(document + room + ' '), Ulmo::XMLNodeParsingException);
+}
+
 TEST_F(ExtensionReading, TextsAndDefaults)
 {
     Read(
