@@ -56,12 +56,15 @@ bool FindFiles(const std::filesystem::path& folder, std::string_view begin, std:
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
     if (!listing) return false;
+    // Joined as plain text: where memory has run out the operator of paths ends the process.
+    std::string prefix = folder.native();
+    if (!prefix.ends_with('/')) prefix += '/';
     for (;;) {
         errno = 0;
         const dirent* entry = readdir(listing.get());
         if (!entry) return errno == 0;
         if (Fits(entry->d_name, begin, end) && IsOrdinary(dirfd(listing.get()), entry->d_name)) {
-            found.push_back(folder / entry->d_name);
+            found.emplace_back(prefix + entry->d_name);
         }
     }
 }

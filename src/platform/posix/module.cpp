@@ -17,7 +17,7 @@ std::string PathBesideExecutable(std::u16string_view fileName)
     std::filesystem::path folder;
     std::string name;
     if (!GetHostFolder(folder) || !ToNarrow(CodePage::Utf8, fileName, name)) return {};
-    return folder / name;
+    return folder.native() + name;  // the folder ends in a slash
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 // The simple case mappings of Unicode, whatever language the user speaks.
 locale_t UnicodeLocale()
 {
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    static const locale_t locale = FindLocale(LC_CTYPE_MASK, "C.UTF-8");
     return locale;
 }
 

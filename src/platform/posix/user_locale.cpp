@@ -3,6 +3,8 @@
 #include <langinfo.h>
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <new>
 #include <string_view>
 
 namespace Platform {
@@ -11,8 +13,8 @@ namespace {
 
 locale_t MakeUserLocale()
 {
-    const locale_t user = newlocale(LC_ALL_MASK, "", nullptr);
-    return user ? user : newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t user = FindLocale(LC_ALL_MASK, "");
+    return user ? user : FindLocale(LC_ALL_MASK, "C");
 }
 
 const char* FindUserCodeset()
@@ -25,6 +27,13 @@ const char* FindUserCodeset()
 }
 
 }  // namespace
+
+locale_t FindLocale(int categories, const char* name)
+{
+    const locale_t locale = newlocale(categories, name, nullptr);
+    if (!locale && errno == ENOMEM) throw std::bad_alloc();
+    return locale;
+}
 
 locale_t UserLocale()
 {

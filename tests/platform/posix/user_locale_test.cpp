@@ -1,0 +1,37 @@
+#include "platform/posix/user_locale.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <new>
+
+namespace {
+
+bool memoryHasRunOut = false;
+
+}  // namespace
+
+// In place of the C library's, for this whole program.
+extern "C" locale_t newlocale(int categories, const char* name, locale_t base) noexcept
+{
+    static const auto original = reinterpret_cast<decltype(&newlocale)>(dlsym(RTLD_NEXT, "newlocale"));
+    if (!memoryHasRunOut) return original(categories, name, base);
+    errno = ENOMEM;
+    return nullptr;
+}
+
+namespace {
+
+TEST(UserLocale, TellsAMissingOneFromMissingMemory)
+{
+    const locale_t found = Platform::FindLocale(LC_ALL_MASK, "C");
+    EXPECT_TRUE(found);
+    freelocale(found);
+    EXPECT_FALSE(Platform::FindLocale(LC_ALL_MASK, "no_SUCH.locale"));
+    memoryHasRunOut = true;
+    EXPECT_THROW(Platform::FindLocale(LC_ALL_MASK, "C"), std::bad_alloc);
+    memoryHasRunOut = false;
+}
+
+}  // namespace
