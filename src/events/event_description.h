@@ -1,6 +1,8 @@
 // Tells an event record to people, parameter by parameter.
 #pragma once
 
+#include <cstdint>
+
 #include "OrvActions/OrvEvents.h"
 
 namespace OrvPLC {

@@ -30,7 +30,8 @@ void StoreUlmoException(const Ulmo::UlmoException& failure) noexcept
     }
 }
 
-// The system's wide text as far as a message holds it: units of UTF-16 on Windows, code points elsewhere. Null for null.
+// The system's wide text, which has units of UTF-16 on Windows and code points elsewhere, as far as a message holds it.
+// Null stays null.
 template <std::size_t Size>
 const char16_t* CutToUtf16(const wchar_t* text, char16_t (&units)[Size]) noexcept
 {

@@ -205,8 +205,8 @@ std::uint32_t TOrvBinaryReader::Consumed() const
                        : static_cast<std::uint32_t>(size_) - static_cast<std::uint32_t>(room_);
 }
 
-// Every field has an even size, so texts are as aligned as the buffer is; a copy serves the rare odd one. Of a size that
-// is no room nothing is copied: so many bytes need not be there.
+// Every field has an even size, so texts are as aligned as the buffer is; a copy serves the rare odd one. Of a size
+// that is no room nothing is copied: so many bytes need not be there.
 BinaryReadResult ReadActionBinary(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
 {
     if (!bytes) size = 0;

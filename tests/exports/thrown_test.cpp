@@ -56,7 +56,7 @@ OrvBool Refresh(OrvWord, Rest...)
 }
 
 template <class Callback>
-OrvBool Update(Callback TOrvActionInfoUpdateCallbacks::* member, Callback callback, std::u16string_view text)
+OrvBool Update(Callback TOrvActionInfoUpdateCallbacks::*member, Callback callback, std::u16string_view text)
 {
     const Handle action = Read(text);
     TOrvActionInfoUpdateCallbacks callbacks{};

@@ -34,8 +34,8 @@ public:
         const std::uint64_t leapSeconds = count(2);
         times_ = count(3);
         types_ = count(4);
-        end_ = kHeaderSize + times_ * (timeSize + 1) + types_ * kTypeSize + count(5) +
-               leapSeconds * (timeSize + 4) + count(1) + count(0);
+        end_ = kHeaderSize + times_ * (timeSize + 1) + types_ * kTypeSize + count(5) + leapSeconds * (timeSize + 4) +
+               count(1) + count(0);
         valid_ = end_ <= rest.size();
         if (!valid_) times_ = types_ = 0;
     }
@@ -51,7 +51,8 @@ public:
         while (next < times_ && Time(next) <= seconds) ++next;
         const std::size_t typesStart = kHeaderSize + static_cast<std::size_t>(times_) * (timeSize_ + 1);
         const std::size_t indices = typesStart - static_cast<std::size_t>(times_);
-        const auto type = next == 0 ? 0U : static_cast<unsigned char>(rest_[indices + static_cast<std::size_t>(next) - 1]);
+        const auto type =
+            next == 0 ? 0U : static_cast<unsigned char>(rest_[indices + static_cast<std::size_t>(next) - 1]);
         if (type >= types_) return std::nullopt;
         return BigEndian(rest_, typesStart + type * kTypeSize, 4);
     }

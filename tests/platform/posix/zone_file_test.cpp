@@ -56,8 +56,12 @@ TEST(ZoneFile, TheTableRulesUpToItsLastTransition)
         std::int64_t seconds;
         const char* bias;
     } cases[] = {
-        {file, -1001, "120"},      {file, -1000, "-60"},      {file, 4999999999, "-60"},
-        {file, 5000000000, "120"}, {file, 5000999999, "120"}, {file, 5001000000, "-60"},
+        {file, -1001, "120"},
+        {file, -1000, "-60"},
+        {file, 4999999999, "-60"},
+        {file, 5000000000, "120"},
+        {file, 5000999999, "120"},
+        {file, 5001000000, "-60"},
         // Behind it the last line, and without one the last type.
         {first + table + "\nABC-7\n", 5001000000, "-420"},
         {first + table + "\n\n", 5001000000, "-60"},

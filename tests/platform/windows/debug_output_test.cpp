@@ -26,7 +26,8 @@ TEST(WindowsDebugOutput, TellsTheSystemEachTextAtOnce)
     void* const handler = AddVectoredExceptionHandler(1, Hear);
     const std::vector<std::u16string> texts = {u"", u"short", std::u16string(1023, u'a'), std::u16string(1024, u'b'),
                                                std::u16string(20000, u'c')};
-    for (const std::u16string& text : texts) Platform::WriteDebug(std::u16string_view(text + u"x").substr(0, text.size()));
+    for (const std::u16string& text : texts)
+        Platform::WriteDebug(std::u16string_view(text + u"x").substr(0, text.size()));
     RemoveVectoredExceptionHandler(handler);
     EXPECT_EQ(heard, texts);
 }
