@@ -5,7 +5,11 @@
  * objects end by Release.
  *
  * An operation that takes a name accepts it in any case; null is not allowed. None of them stores a last error: reads
- * report that a parameter is present by their result, a value that cannot be converted leaves the output as it was. */
+ * report that a parameter is present by their result, a value that cannot be converted leaves the output as it was.
+ * A date can be a value without a text, since its local time may lie before 1601.
+ *
+ * No exception leaves an operation, apart from std::bad_alloc when memory runs out. What an enumerator of the caller
+ * throws ends the enumeration and goes no further. */
 #ifndef ORV_INTERFACES_H
 #define ORV_INTERFACES_H
 
@@ -58,10 +62,10 @@ inline constexpr TOrvGuid ORV_IID_ITalvecMatchAction = {
 /* Any message. */
 struct ITalvecMessage : OrvUnknown {
     virtual uint32_t ORV_CALL GetMessageKind() = 0; /* ORV_MESSAGE_... */
-    /* The texts are new system strings that the caller frees. */
+    /* The texts are new system strings that the caller frees; null when a value has no text. */
     virtual void ORV_CALL StoreToTextTechnical(OrvBStr* text) = 0;
     virtual void ORV_CALL StoreToTextPlain(OrvBStr* text) = 0;
-    /* The block is freed with CoTaskMemFree; size in bytes. */
+    /* The block is freed with CoTaskMemFree; size in bytes. Null and 0 when there is no memory for it. */
     virtual void ORV_CALL StoreToBinary(void** block, uint32_t* size) = 0;
 
 protected:
@@ -157,7 +161,8 @@ protected:
     ~ITalvecMatchAction() = default;
 };
 
-/* The JSON form; reached by QueryInterface. The texts are new system strings that the caller frees. */
+/* The JSON form; reached by QueryInterface. The texts are new system strings that the caller frees; null when a value
+ * has no text. */
 struct ITalvecJson : OrvUnknown {
     virtual void ORV_CALL StoreJson(OrvBStr* text, OrvBool wrap) = 0;
     virtual void ORV_CALL StoreJsonLimited(OrvBStr* text, OrvBool wrap, uint32_t limit) = 0;

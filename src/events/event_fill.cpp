@@ -1,9 +1,10 @@
-// From an action to an event record.
+#include "events/event_fill.h"
+
 #include <cstddef>
 
 #include "events/columns.h"
 #include "events/event_settings.h"
-#include "objects/action.h"
+#include "objects/operation.h"
 
 namespace OrvPLC {
 
@@ -159,16 +160,20 @@ void Clear(TOrvEventData& record)
 
 }  // namespace
 
+void FillEventRecord(TOrvEventData& record, TOrvAction& action)
+{
+    Clear(record);
+    if (!action.Entry()) return;
+    record.code = action.Entry()->Code;
+    EventRecordFiller filler(record, action);
+    filler.FillDeclared();
+    filler.FillUsers();
+    if (EventSettings::StoreGenericParameters) filler.FillGeneric();
+}
+
 bool ORV_CALL TOrvAction::GetEventData(TOrvEventData* record)
 {
-    Clear(*record);
-    if (entry_) {
-        record->code = entry_->Code;
-        EventRecordFiller filler(*record, *this);
-        filler.FillDeclared();
-        filler.FillUsers();
-        if (EventSettings::StoreGenericParameters) filler.FillGeneric();
-    }
+    InOperation([&] { FillEventRecord(*record, *this); });
     return false;  // whatever was filled; deliberate, the table of operations promises nothing else
 }
 

@@ -5,6 +5,7 @@
 #include "OrvActions/OrvErrors.h"
 #include "catalogue/settings.h"
 #include "events/event_description.h"
+#include "events/event_fill.h"
 #include "events/event_restore.h"
 #include "exports/export_twin.h"
 #include "exports/frame.h"
@@ -42,10 +43,10 @@ OrvBool Describe(const TOrvEventData* record, const TOrvEventDescriptionCallback
 ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionEventData, (TOrvHandle handle, TOrvEventData* record, std::uint8_t* field),
                       (handle, record, field))
 {
-    return OnObject(handle, [&](TOrvMessage& object) {
+    return OnObject(handle, [&](TOrvMessage&) {
         if (record->size != sizeof *record) throw OrvPLCException(u"Wrong structure size", ORV_SUBERROR_WRONG_SIZE);
         if (field) *field = 0;
-        object.GetEventData(record);
+        FillEventRecord(*record, ActionOf(handle));
     });
 }
 

@@ -4,9 +4,9 @@
 #include "catalogue/name_tables.h"
 #include "catalogue/settings.h"
 #include "forms/json_writer.h"
+#include "forms/stored_form.h"
 #include "forms/text_pieces.h"
 #include "objects/action.h"
-#include "platform/system_string.h"
 #include "ulmo/guid_tools.h"
 
 namespace OrvPLC {
@@ -161,9 +161,11 @@ void WriteParameters(TOrvJsonWriter& writer, const TOrvAction& action, std::uint
 
 void StoreJsonText(const TOrvMessage& message, OrvBStr* text, bool wrap, const std::uint32_t* limit)
 {
-    TOrvJsonWriter writer(wrap);
-    message.WriteJson(writer, limit);
-    *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(writer.Take()));
+    StoreInOperation(text, [&] {
+        TOrvJsonWriter writer(wrap);
+        message.WriteJson(writer, limit);
+        return writer.Take();
+    });
 }
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/name_tables.h"
 #include "catalogue/settings.h"
+#include "forms/stored_form.h"
 #include "forms/text_pieces.h"
-#include "platform/system_string.h"
 #include "ulmo/date_time.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
@@ -184,7 +184,7 @@ std::u16string PlainText(const TOrvMessage& message)
 
 void ORV_CALL TOrvMessage::StoreToTextPlain(OrvBStr* text)
 {
-    *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(PlainText(*this)));
+    StoreInOperation(text, [this] { return PlainText(*this); });
 }
 
 }  // namespace OrvPLC

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "forms/result_data.h"
+#include "forms/stored_form.h"
 #include "forms/text_pieces.h"
-#include "platform/system_string.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
 
@@ -140,7 +140,7 @@ std::u16string TechnicalText(const TOrvMessage& message)
 
 void ORV_CALL TOrvMessage::StoreToTextTechnical(OrvBStr* text)
 {
-    *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(TechnicalText(*this)));
+    StoreInOperation(text, [this] { return TechnicalText(*this); });
 }
 
 }  // namespace OrvPLC

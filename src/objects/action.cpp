@@ -125,17 +125,11 @@ std::uint32_t TOrvAction::GetParameterCount()
 void TOrvAction::EnumerateParameters(ITalvecParameterEnumerator* enumerator)
 {
     if (!enumerator) return;
-    try {
-        parameters_.ForEachByKey([enumerator](std::u16string_view, const TOrvParameter& value) {
-            const auto call = [&] {
-                enumerator->OnParameter(Boundary(value.Name().c_str()), value.Kind(), value.EnumType());
-            };
-            Platform::CallForeign(call);
-        });
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (...) {  // the operations of an interface have no frame, so nothing else may leave them
-    }
+    const auto tell = [enumerator](std::u16string_view, const TOrvParameter& value) {
+        Platform::CallForeign(
+            [&] { enumerator->OnParameter(Boundary(value.Name().c_str()), value.Kind(), value.EnumType()); });
+    };
+    InOperation([&] { parameters_.ForEachByKey(tell); });
 }
 
 bool TOrvAction::HasParameter(const OrvWChar* name)

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "objects/message.h"
+#include "objects/operation.h"
 
 namespace OrvPLC {
 
@@ -102,17 +103,23 @@ protected:
 
 private:
     static TOrvAction* Make(ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry);
+    // Whether the parameter is there; it is read then, and a read that fails does not change the answer.
+    template <class Read>
+    bool IfPresent(const OrvWChar* name, Read&& read)
+    {
+        TOrvParameter* const found = parameters_.Find(TerminatedView(name));
+        if (found) InOperation([&] { read(*found); });
+        return found != nullptr;
+    }
     template <class Value>
     bool Get(const OrvWChar* name, Value& value, bool (TOrvParameter::*read)(Value&) const)
     {
-        const TOrvParameter* found = parameters_.Find(TerminatedView(name));
-        if (found) (found->*read)(value);
-        return found != nullptr;
+        return IfPresent(name, [&](const TOrvParameter& found) { (found.*read)(value); });
     }
     template <class Fill>
     void Put(const OrvWChar* name, Fill&& fill)
     {
-        parameters_.Store(TerminatedView(name), fill);
+        InOperation([&] { parameters_.Store(TerminatedView(name), fill); });
     }
 
     const TOrvActionInternalInfo* entry_;

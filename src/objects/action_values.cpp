@@ -8,10 +8,10 @@ namespace OrvPLC {
 
 bool TOrvAction::GetBoolean(const OrvWChar* name, OrvBool* value)
 {
-    const TOrvParameter* found = parameters_.Find(TerminatedView(name));
-    bool truth = false;
-    if (found && found->ReadBoolean(truth)) *value = truth;
-    return found != nullptr;
+    return IfPresent(name, [&](const TOrvParameter& found) {
+        bool truth = false;
+        if (found.ReadBoolean(truth)) *value = truth;
+    });
 }
 
 bool TOrvAction::GetInt32(const OrvWChar* name, std::int32_t* value)
@@ -31,9 +31,9 @@ bool TOrvAction::GetDouble(const OrvWChar* name, double* value)
 
 bool TOrvAction::GetString(const OrvWChar* name, OrvBStr* value)
 {
-    TOrvParameter* found = parameters_.Find(TerminatedView(name));
-    if (found) *value = reinterpret_cast<OrvBStr>(Platform::NewSystemString(found->MakeWideText()));
-    return found != nullptr;
+    return IfPresent(name, [&](TOrvParameter& found) {
+        *value = reinterpret_cast<OrvBStr>(Platform::NewSystemString(found.MakeWideText()));
+    });
 }
 
 bool TOrvAction::GetDateTime(const OrvWChar* name, TUlmoDateTime* value)
@@ -68,13 +68,12 @@ bool TOrvAction::GetRect(const OrvWChar* name, std::int64_t* value)
 
 bool TOrvAction::GetResultDataSet(const OrvWChar* name, const TOrvResultDataItem** items, std::uint64_t* count)
 {
-    TOrvParameter* found = parameters_.Find(TerminatedView(name));
-    TOrvResultDataList list{};
-    if (found && found->ReadResultDataSet(list)) {
+    return IfPresent(name, [&](TOrvParameter& found) {
+        TOrvResultDataList list{};
+        if (!found.ReadResultDataSet(list)) return;
         *items = list.items;
         *count = list.count;
-    }
-    return found != nullptr;
+    });
 }
 
 void TOrvAction::SetBoolean(const OrvWChar* name, OrvBool value)
