@@ -4,9 +4,10 @@
  * Talvec_Action_ reports the internal fields. They differ in their records, TOrv... and TTalvec..., and where a comment
  * says so. A comment that names one function of a pair holds for both.
  *
- *  - All texts of a record are borrowed from the catalogue. Names stay where they are for the life of the process;
- *    plain names and descriptions stay until a Set... call writes the same text again. A stands for the ANSI code page,
- *    U for UTF-8, W for UTF-16.
+ *  - All texts of a record are borrowed from the catalogue and stay where they are for the life of the process. A
+ *    Set... call writes a plain name or description in place where the text fits the room of the one before: pointers
+ *    from earlier then read the new text. Where it needs more room they go on reading an old one. A stands for the ANSI
+ *    code page, U for UTF-8, W for UTF-16.
  *  - Plain names come from the native or from the neutral text set, see OrvAct_SetNativeTranslation. Descriptions are
  *    the same in both.
  *  - Record pointers are not null. A query that fails leaves the record as it was.
@@ -15,9 +16,13 @@
  *    ask for the number first. Classes and actions come in order of their lower-cased names, parameters in order of
  *    declaration, enum values in order of enum and value.
  *  - A Set... call takes PlainNameW and DescriptionW of the record, both not null, copies them and derives the narrow
- *    forms. The plain name goes into the selected text set. An empty text leaves what is there, so no text can be
- *    cleared. Other fields are ignored, apart from those that a comment names as the key. What is written lasts as
- *    long as the process; nothing is stored. */
+ *    forms; they may point at texts of the catalogue. The plain name goes into the selected text set. An empty text
+ *    leaves what is there, so no text can be cleared. Other fields are ignored, apart from those that a comment names as
+ *    the key. Both texts are written or, when there is no memory for it, neither: the result is false then. What is
+ *    written lasts as long as the process; nothing is stored.
+ *  - Any thread may write while others read. A form of an action, such as its plain text, shows each text as it was
+ *    before or after a write; who reads through a pointer of a record while another thread writes that text may see
+ *    parts of both. */
 #ifndef ORV_CATALOGUE_H
 #define ORV_CATALOGUE_H
 

@@ -1,6 +1,7 @@
 #include "catalogue/entries.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "catalogue/settings.h"
@@ -8,11 +9,33 @@
 
 namespace OrvPLC {
 
-void DisplayText::Write(std::u16string_view text)
+namespace {
+
+// What an empty text, which means "keep", has none of.
+using OptionalChange = std::optional<DisplayText::Change>;
+
+OptionalChange PrepareUnlessEmpty(const DisplayText& target, std::u16string_view text)
 {
-    A.Assign(Ulmo::AnsiFromWide(text));
-    U.Assign(Ulmo::Utf8FromWide(text));
-    W.Assign(text);
+    return text.empty() ? OptionalChange() : target.Prepare(text);
+}
+
+void CommitIfAny(DisplayText& target, OptionalChange& change) noexcept
+{
+    if (change) target.Commit(std::move(*change));
+}
+
+}  // namespace
+
+DisplayText::Change DisplayText::Prepare(std::u16string_view text) const
+{
+    return {A.Prepare(Ulmo::AnsiFromWide(text)), U.Prepare(Ulmo::Utf8FromWide(text)), W.Prepare(text)};
+}
+
+void DisplayText::Commit(Change change) noexcept
+{
+    A.Commit(std::move(change.A));
+    U.Commit(std::move(change.U));
+    W.Commit(std::move(change.W));
 }
 
 void DisplayText::Borrow(const Builtin::Text& constant)
@@ -29,9 +52,8 @@ TOrvBaseNameInfo::TOrvBaseNameInfo(std::u16string_view name)
     NameW.Assign(name);
     LowerName.Assign(Ulmo::LowerCase(name));
     for (DisplayText* text : {&NativePlain, &NeutralPlain, &Description}) {
-        text->A.Assign(ansi);
-        text->U.Assign(ansi);  // deliberately not UTF-8: an entry without texts shows its name as it came
-        text->W.Assign(name);
+        // Deliberately no UTF-8: an entry without texts shows its name as it came.
+        text->Commit({text->A.Prepare(ansi), text->U.Prepare(ansi), text->W.Prepare(name)});
     }
 }
 
@@ -63,17 +85,20 @@ const DisplayText& TOrvBaseNameInfo::Plain() const noexcept
 
 void TOrvBaseNameInfo::WriteTexts(std::u16string_view plain, std::u16string_view description)
 {
-    if (!plain.empty()) (Settings::NativeTranslation ? NativePlain : NeutralPlain).Write(plain);
-    if (!description.empty()) Description.Write(description);
+    DisplayText& selected = Settings::NativeTranslation ? NativePlain : NeutralPlain;
+    OptionalChange plainChange = PrepareUnlessEmpty(selected, plain);
+    OptionalChange descriptionChange = PrepareUnlessEmpty(Description, description);
+    CommitIfAny(selected, plainChange);
+    CommitIfAny(Description, descriptionChange);
 }
 
 void TOrvBaseNameInfo::WriteTextsOfBothSets(std::u16string_view plain, std::u16string_view description)
 {
     if (!plain.empty()) {
-        NativePlain.Write(plain);
+        NativePlain.Commit(NativePlain.Prepare(plain));
         NeutralPlain = NativePlain;
     }
-    if (!description.empty()) Description.Write(description);
+    if (!description.empty()) Description.Commit(Description.Prepare(description));
 }
 
 TOrvActionClassInternalInfo::TOrvActionClassInternalInfo(std::u16string_view name, std::uint32_t code,

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "catalogue/builtin_rows.h"
+#include "catalogue/changing_text.h"
 #include "catalogue/stored_text.h"
 #include "ulmo/reference_count.h"
 #include "ulmo/string_conversion.h"
@@ -22,11 +23,18 @@ inline constexpr std::uint32_t kDefaultPriority = 5;
 // A display text in the system's ANSI code page, in UTF-8 and in UTF-16, so that queries hand out pointers without
 // converting.
 struct DisplayText {
-    StoredText<char> A;
-    StoredText<char> U;
-    StoredText<char16_t> W;
+    ChangingText<char> A;
+    ChangingText<char> U;
+    ChangingText<char16_t> W;
 
-    void Write(std::u16string_view text);        // derives the narrow forms
+    // All forms of a text, derived from the wide one and ready to be written.
+    struct Change {
+        ChangingText<char>::Change A;
+        ChangingText<char>::Change U;
+        ChangingText<char16_t>::Change W;
+    };
+    Change Prepare(std::u16string_view text) const;  // may fail, and then nothing has changed
+    void Commit(Change change) noexcept;
     void Borrow(const Builtin::Text& constant);  // the constants are ASCII: one narrow form serves as both
 };
 
@@ -41,8 +49,8 @@ public:
 
     // The plain name of the text set that the native translation switch selects.
     const DisplayText& Plain() const noexcept;
-    // Writes the plain name into the selected set and the description; an empty text means "keep". `entry` has the
-    // given texts from then on for the life of the process.
+    // Writes the plain name into the selected set and the description, both or, when it fails, neither; an empty text
+    // means "keep". The given texts may be texts of this very entry.
     void WriteTexts(std::u16string_view plain, std::u16string_view description);
     // The plain name into both sets, whatever the switch says.
     void WriteTextsOfBothSets(std::u16string_view plain, std::u16string_view description);

@@ -6,7 +6,8 @@ namespace OrvPLC::Queries {
 
 namespace {
 
-const OrvWChar* Wide(const StoredText<char16_t>& text)
+template <class Text>
+const OrvWChar* Wide(const Text& text)
 {
     return reinterpret_cast<const OrvWChar*>(text.c_str());
 }

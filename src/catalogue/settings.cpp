@@ -2,7 +2,7 @@
 
 namespace OrvPLC::Settings {
 
-OrvBool NativeTranslation = 1;
-std::uint32_t PriorityLevel = 5;
+Switch<OrvBool> NativeTranslation{1};
+Switch<std::uint32_t> PriorityLevel{5};
 
 }  // namespace OrvPLC::Settings

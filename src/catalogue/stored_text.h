@@ -1,4 +1,4 @@
-// A text of the catalogue: zero-ended, with an address that callers may keep until the text is written again.
+// A name of the catalogue: zero-ended, never written again, with an address that callers may keep.
 #pragma once
 
 #include <algorithm>

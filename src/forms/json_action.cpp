@@ -67,7 +67,8 @@ void WriteNumber(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
             ? Catalogue().FindEnumValue(value.EnumType(), static_cast<std::uint32_t>(value.Small()))
             : nullptr;
     if (info) {
-        writer.WriteString(key, info->Plain().W.view());
+        std::u16string copy;
+        writer.WriteString(key, info->Plain().W.Whole(copy));
     } else {
         writer.WriteDecimal(key, value.Small());
     }
@@ -140,7 +141,8 @@ void WriteFacts(TOrvJsonWriter& writer, TOrvAction& action)
     writer.WriteUnsigned(u"code", action.GetActionCode());
     writer.WriteUnsigned(u"flags", action.GetActionFlags());
     writer.WriteString(u"name", TerminatedView(action.GetActionName()));
-    writer.WriteString(u"plainName", TerminatedView(action.GetActionPlainName()));
+    std::u16string copy;
+    writer.WriteString(u"plainName", action.Entry() ? action.Entry()->Plain().W.Whole(copy) : View(u""));
     writer.WriteUnsigned(u"priority", action.GetActionPriority());
     writer.WriteUnsigned(u"heskMessageClass", SiblingClass(action.Kind()));
     writer.WriteUnsigned(u"index", action.GetInternalIndex());

@@ -55,7 +55,7 @@ void TOrvPlainTextWriter::WriteHeader(const TOrvAction& action)
 {
     output_.reserve(kUsualLength);
     output_ += Prefix(action.Kind());
-    output_ += action.Entry() ? action.Entry()->Plain().W.view() : action.Name();
+    output_ += action.Entry() ? action.Entry()->Plain().W.Whole(copy_) : action.Name();
     output_ += u';';
 }
 
@@ -66,7 +66,7 @@ std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(co
     if (info && info->Priority > level) return std::nullopt;
     const char16_t* label = info ? info->Plain().W.c_str() : parameter.Name().c_str();
     output_ += u' ';
-    output_ += info ? info->Plain().W.view() : parameter.Name().view();
+    output_ += info ? info->Plain().W.Whole(copy_) : parameter.Name().view();
     output_ += u": ";
     const std::size_t start = output_.size();
     WriteValue(parameter);
@@ -166,7 +166,7 @@ void TOrvPlainTextWriter::WriteRect(std::int64_t packed)
 bool TOrvPlainTextWriter::WriteEnumName(std::uint32_t enumType, std::uint32_t value)
 {
     const TOrvEnumInternalInfo* info = Catalogue().FindEnumValue(enumType, value);
-    if (info) output_ += info->Plain().W.view();
+    if (info) output_ += info->Plain().W.Whole(copy_);
     return info != nullptr;
 }
 

@@ -35,6 +35,7 @@ private:
     bool WriteEnumName(std::uint32_t enumType, std::uint32_t value);
 
     std::u16string output_;
+    std::u16string copy_;  // of a display text that somebody has written
 };
 
 // The text of any object; empty for a generic action. Raises when a date cannot be shown.
