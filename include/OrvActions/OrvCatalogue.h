@@ -11,7 +11,8 @@
  *  - Plain names come from the native or from the neutral text set, see OrvAct_SetNativeTranslation. Descriptions are
  *    the same in both.
  *  - Record pointers are not null. A query that fails leaves the record as it was.
- *  - None of these functions reads or writes the last error: an unknown key is no fault.
+ *  - None of these functions reads or writes the last error, apart from those of the priority level: an unknown key is
+ *    no fault.
  *  - Enumerations fill at most `capacity` records and return how many they filled, with no sign that there are more;
  *    ask for the number first. Classes and actions come in order of their lower-cased names, parameters in order of
  *    declaration, enum values in order of enum and value.
@@ -201,13 +202,14 @@ ORV_TWIN(uint32_t, GetInternalIndexByCode, (uint32_t code));
 /* ---- switches of the process ------------------------------------------------------------------------------------ */
 
 /* Both families. Selects the text set of plain names, for reading and for writing: native (after load) or neutral. A
- * neutral plain name is the programmatic name until somebody writes another. The result is always true. Meant to be
- * set at start; there is no lock. */
+ * neutral plain name is the programmatic name until somebody writes another. The result is always true and the last
+ * error stays as it is. Meant to be set at start; there is no lock. */
 ORV_TWIN(OrvBool, SetNativeTranslation, (OrvBool native));
 ORV_TWIN(OrvBool, GetNativeTranslation, (OrvBool * native));
 
 /* Sets the level of detail, 5 after load: parameters whose priority exceeds it are hidden from plain text and left out
- * by stores that apply it. The result is always true. Meant to be set at start; there is no lock. */
+ * by stores that apply it. The result is always true, with the last error cleared. Meant to be set at start; there is
+ * no lock. */
 ORV_API OrvBool Talvec_Action_SetPriorityLevel(uint32_t level);
 ORV_API OrvBool Talvec_Action_GetPriorityLevel(uint32_t* level);
 

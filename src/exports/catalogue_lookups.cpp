@@ -1,5 +1,5 @@
 // Lookups by name, code and position, and the switches of the process. They have no exception frame and leave the last
-// error alone: nothing found is no fault.
+// error alone, since nothing found is no fault; only the priority level has the frame of the other functions.
 #include <array>
 #include <string>
 #include <string_view>
@@ -8,7 +8,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/settings.h"
 #include "exports/export_twin.h"
-#include "objects/message.h"
+#include "exports/frame.h"
 #include "ulmo/string_conversion.h"
 
 using namespace OrvPLC;
@@ -101,12 +101,16 @@ ORV_EXPORT_TWIN(OrvBool, GetNativeTranslation, (OrvBool * native), (native))
 
 OrvBool Talvec_Action_SetPriorityLevel(std::uint32_t level)
 {
-    Settings::PriorityLevel = level;
-    return true;
+    return Framed<OrvBool>(0, [&] {
+        Settings::PriorityLevel = level;
+        return OrvBool{1};
+    });
 }
 
 OrvBool Talvec_Action_GetPriorityLevel(std::uint32_t* level)
 {
-    *level = Settings::PriorityLevel;
-    return true;
+    return Framed<OrvBool>(0, [&] {
+        *level = Settings::PriorityLevel;
+        return OrvBool{1};
+    });
 }

@@ -297,13 +297,21 @@ TEST(CatalogueQueries, LeaveTheLastErrorAlone)
     OrvAct_GetActionInfo(&record, 0);
     OrvAct_GetActionInfo(&record, ORV_ACTION_PanLeft);
     OrvAct_GetActionCodeByNameW(W(u"nobody"));
-    uint32_t level = 0;
-    EXPECT_TRUE(Talvec_Action_GetPriorityLevel(&level));
-    EXPECT_TRUE(Talvec_Action_SetPriorityLevel(level));
+    OrvBool native = 0;
+    EXPECT_TRUE(OrvAct_GetNativeTranslation(&native));
+    EXPECT_TRUE(Talvec_Action_SetNativeTranslation(native));
 
     TOrvLastErrorInfo error{};
     EXPECT_TRUE(OrvAct_GetLastError(&error));
     EXPECT_EQ(error.subCode, uint32_t{ORV_SUBERROR_BUFFER_TOO_SMALL});
+
+    // Unlike the other switch, the level has the frame of most functions.
+    uint32_t level = 0;
+    EXPECT_TRUE(Talvec_Action_GetPriorityLevel(&level));
+    EXPECT_FALSE(OrvAct_GetLastError(&error));
+    ASSERT_FALSE(OrvAct_StoreToTextBufferW(action, nullptr, 0, 0, 0, nullptr));
+    EXPECT_TRUE(Talvec_Action_SetPriorityLevel(level));
+    EXPECT_FALSE(OrvAct_GetLastError(&error));
     OrvAct_CloseHandle(action);
 }
 
