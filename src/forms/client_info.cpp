@@ -1,5 +1,8 @@
 #include "forms/client_info.h"
 
+#include <optional>
+#include <string>
+
 namespace OrvPLC {
 
 namespace {
@@ -18,6 +21,22 @@ bool ReadType(TOrvAction& action, const std::uint32_t** type)
     return value != nullptr;
 }
 
+using OptionalText = std::optional<std::u16string>;  // nothing removes the parameter
+
+OptionalText Copy(const OrvWChar* text)
+{
+    return text ? OptionalText(TerminatedView(text)) : std::nullopt;
+}
+
+void StoreText(ParameterMap& parameters, std::u16string_view name, const OptionalText& text)
+{
+    if (!text) {
+        parameters.Remove(name);
+        return;
+    }
+    parameters.Store(name, [&text](TOrvParameter& value) { value.SetString(*text); });
+}
+
 }  // namespace
 
 bool ReadClientInfo(TOrvAction& action, const OrvWChar** host, const std::uint32_t** type, const OrvWChar** account)
@@ -27,9 +46,14 @@ bool ReadClientInfo(TOrvAction& action, const OrvWChar** host, const std::uint32
 
 void WriteClientInfo(TOrvAction& action, const OrvWChar* host, std::uint32_t type, const OrvWChar* account)
 {
-    action.SetString(Boundary(kClientHost.data()), host);
-    action.SetEnum(Boundary(kClientType.data()), static_cast<std::int32_t>(type), kClientTypeEnum);
-    action.SetString(Boundary(kClientAccount.data()), account);
+    // Both texts are read before the first is written: they may be texts of this very action.
+    const OptionalText newHost = Copy(host);
+    const OptionalText newAccount = Copy(account);
+    StoreText(action.Parameters(), kClientHost, newHost);
+    action.Parameters().Store(kClientType, [type](TOrvParameter& value) {
+        value.SetInt32(static_cast<std::int32_t>(type), kClientTypeEnum);
+    });
+    StoreText(action.Parameters(), kClientAccount, newAccount);
 }
 
 }  // namespace OrvPLC
