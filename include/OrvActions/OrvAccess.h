@@ -100,7 +100,7 @@ ORV_API OrvBool OrvAct_GetGenericInt32Parameter(TOrvHandle handle, int32_t* valu
  *          ResultDataSet the text is a new system string; the text that the record had is freed first, so begin with
  *          null, reuse the record for as many reads as you like and free its last text with SysFreeString. Names of
  *          event types, channels and resources point into the parameter.
- * False, without a last error and with the record untouched, when the parameter is absent. */
+ * False, with the last error cleared and the record untouched, when the parameter is absent. */
 ORV_TALVEC_TWIN(OrvBool, GetParameterByName, (TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value));
 
 /* Both Talvec families. Stores a parameter of any kind under a name, in place of whatever was there.

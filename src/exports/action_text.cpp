@@ -44,19 +44,27 @@ bool HasEntry(const TOrvMessage& object)
     return static_cast<const TOrvAction&>(object).Entry() != nullptr;
 }
 
-// The priority forms refuse an action without a catalogue entry outright, without a word in the last error. The wide
-// forms then store the action as it was given: pruning has no effect on them. Deliberate, callers know the difference.
+// The priority forms refuse an action without a catalogue entry outright. That is an answer and no failure, so it clears
+// the last error like any other return.
+OrvBool Refuse()
+{
+    LastError::Clear();
+    return 0;
+}
+
+// The wide forms store the action as it was given: pruning has no effect on them. Deliberate, callers know the
+// difference.
 OrvBool StorePrunedWide(const TOrvMessage& object, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
                         std::uint32_t* required)
 {
-    if (!HasEntry(object)) return 0;
+    if (!HasEntry(object)) return Refuse();
     return StoreText(buffer, size, required, [&] { return WideText(object, plain); });
 }
 
 OrvBool StorePrunedNarrow(const TOrvMessage& object, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
                           bool prune, std::uint32_t limit, std::uint32_t* required)
 {
-    if (!HasEntry(object)) return 0;
+    if (!HasEntry(object)) return Refuse();
     return StoreText(buffer, size, required,
                      [&] { return NarrowText(*PrunedClone(object, prune, limit), plain, utf8); });
 }

@@ -107,10 +107,17 @@ TEST(TextExports, PriorityForms)
 
     const Handle unknown = Read(u"NobodyKnows (x: 1)");
     std::uint32_t required = 77;
-    EXPECT_FALSE(OrvAct_StoreToTextBufWithPriorityLimitA(unknown.get(), narrow, 200, 0, 1, 9, &required));
-    EXPECT_FALSE(OrvAct_StoreToTextBufferExW(unknown.get(), wide, 200, 0, 0, 0, &required));
+    const auto refused = [&](auto store) {
+        OrvAct_StoreToTextBufferW(handle.get(), nullptr, 0, 0, 0, nullptr);  // a failure from before
+        EXPECT_FALSE(store());
+        EXPECT_FALSE(LastError().has_value());
+    };
+    const TOrvHandle none = unknown.get();
+    refused([&] { return OrvAct_StoreToTextBufWithPriorityLimitA(none, narrow, 200, 0, 1, 9, &required); });
+    refused([&] { return OrvAct_StoreToTextBufWithPriorityLimitW(none, wide, 200, 0, 0, 9, &required); });
+    refused([&] { return OrvAct_StoreToTextBufferExA(none, narrow, 200, 0, 1, 0, &required); });
+    refused([&] { return OrvAct_StoreToTextBufferExW(none, wide, 200, 0, 0, 0, &required); });
     EXPECT_EQ(required, 77u);
-    EXPECT_FALSE(LastError().has_value());
 }
 
 TEST(TextExports, PlainTextFollowsTheSwitches)
