@@ -139,29 +139,36 @@ void WritePointer(const DecodeOutput& output, const void* pointer)
     std::memcpy(&output.Target<char>(), &pointer, sizeof pointer);
 }
 
-const void* InPlace(TOrvParameter& value, std::uint32_t kind)
+// The value becomes what the declaration says, so that there is a value to point at: a text "2.5" becomes the number.
+// False where there is no conversion.
+bool ConvertToDeclared(TOrvParameter& value, const TOrvParameterInternalInfo& declared)
 {
-    switch (kind) {
-    case ORV_KIND_Boolean: return value.BooleanInPlace();
-    case ORV_KIND_Numeric32Bit: return value.Int32InPlace();
-    case ORV_KIND_Numeric64Bit: return value.Int64InPlace();
-    case ORV_KIND_NumericDouble: return value.DoubleInPlace();
-    case ORV_KIND_String: return value.MakeWideText().c_str();
-    case ORV_KIND_Rect: return value.RectInPlace();
-    default: return nullptr;
+    return value.Kind() == declared.Type || value.Retype(declared.Type, declared.EnumType);
+}
+
+const void* FieldOf(const TOrvParameter& value)
+{
+    switch (value.Kind()) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit: return &value.Small();
+    case ORV_KIND_NumericDouble: return &value.Real();
+    default: return &value.Large();
     }
 }
 
-void WritePointerIntoValue(TOrvParameter& value, const DecodeOutput& output, std::uint32_t kind)
+// A value that does not convert leaves the output as it was.
+void WritePointerIntoValue(TOrvParameter& value, const DecodeOutput& output, const TOrvParameterInternalInfo& declared)
 {
-    switch (kind) {
+    switch (declared.Type) {
     // Deliberate: null although the value is there. Callers read such a value by its name.
     case ORV_KIND_MediaChannel:
     case ORV_KIND_Resource: return WritePointer(output, nullptr);
     // Deliberate: a date is not converted, and null is what a value of another kind gives.
     case ORV_KIND_DateTime: return WritePointer(output, value.DateTimeInPlace());
+    // A text is made beside the value, which keeps its kind.
+    case ORV_KIND_String: return WritePointer(output, value.MakeWideText().c_str());
     default:
-        if (const void* field = InPlace(value, kind)) WritePointer(output, field);
+        if (ConvertToDeclared(value, declared)) WritePointer(output, FieldOf(value));
     }
 }
 
@@ -173,7 +180,7 @@ void Decode(TOrvParameter* value, const DecodeOutput& output, const TOrvParamete
     }
     if (!value) return WritePointer(output, nullptr);
     if (form == DecodeOutput::Form::NarrowText) return WritePointer(output, value->MakeNarrowText());
-    WritePointerIntoValue(*value, output, declared.Type);
+    WritePointerIntoValue(*value, output, declared);
 }
 
 }  // namespace

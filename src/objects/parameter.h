@@ -122,14 +122,12 @@ public:
     // The same text in UTF-8, kept in the value until it is made again.
     const char* MakeNarrowText();
 
-    // The field of a kind inside the value, after the value has been converted into it; null where there is no
-    // conversion. The value keeps its kind, like one whose text is asked for. Only where that field already holds what
-    // the own kind means, a date asked for as Int64 or a channel as Boolean, the value becomes the kind asked for.
-    const std::int32_t* BooleanInPlace();  // 0 or not 0: a Numeric32Bit keeps its number
+    // The field of a kind inside the value, after the value has been read into it; null where there is no conversion.
+    // The value keeps its kind, like one whose text is asked for. Only a date asked for as Int64, whose field already
+    // holds the date, becomes the kind asked for.
     const std::int32_t* Int32InPlace();
     const std::int64_t* Int64InPlace();
     const double* DoubleInPlace();
-    const std::int64_t* RectInPlace();
     const TUlmoDateTime* DateTimeInPlace() const;  // converts nothing: null unless the value is a DateTime
 
     // Turns the value into another kind where the table of conversions allows it, and takes the enum. A refused
@@ -146,9 +144,9 @@ public:
     }
 
     // The raw fields, for writers and matching. Which of them counts is told by the kind.
-    std::int32_t Small() const noexcept { return small_; }  // Boolean, Numeric32Bit, number of a MediaChannel
-    std::int64_t Large() const noexcept { return large_; }  // Numeric64Bit, DateTime, Rect, ids
-    double Real() const noexcept { return real_; }
+    const std::int32_t& Small() const noexcept { return small_; }  // Boolean, Numeric32Bit, number of a MediaChannel
+    const std::int64_t& Large() const noexcept { return large_; }  // Numeric64Bit, DateTime, Rect, ids
+    const double& Real() const noexcept { return real_; }
     const TOrvGuid& Guid() const noexcept { return guid_; }
     TUlmoDateTime DateTime() const noexcept { return {static_cast<std::uint64_t>(large_)}; }
     const std::u16string& Wide() const noexcept { return wide_; }  // String, names, internal text of a ResultDataSet

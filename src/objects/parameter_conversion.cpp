@@ -141,11 +141,6 @@ bool TOrvParameter::ReadResource(TOrvResourceValue& value) const
     return true;
 }
 
-const std::int32_t* TOrvParameter::BooleanInPlace()
-{
-    return kind_ == ORV_KIND_Numeric32Bit || ConvertInPlace(ORV_KIND_Boolean) ? &small_ : nullptr;
-}
-
 const std::int32_t* TOrvParameter::Int32InPlace()
 {
     return ConvertInPlace(ORV_KIND_Numeric32Bit) ? &small_ : nullptr;
@@ -161,11 +156,6 @@ const double* TOrvParameter::DoubleInPlace()
     return ConvertInPlace(ORV_KIND_NumericDouble) ? &real_ : nullptr;
 }
 
-const std::int64_t* TOrvParameter::RectInPlace()
-{
-    return ConvertInPlace(ORV_KIND_Rect) ? &large_ : nullptr;
-}
-
 const TUlmoDateTime* TOrvParameter::DateTimeInPlace() const
 {
     return kind_ == ORV_KIND_DateTime ? reinterpret_cast<const TUlmoDateTime*>(&large_) : nullptr;
@@ -173,9 +163,7 @@ const TUlmoDateTime* TOrvParameter::DateTimeInPlace() const
 
 bool TOrvParameter::ConvertInPlace(std::uint32_t kind)
 {
-    const bool fieldIsTaken = (kind == ORV_KIND_Boolean && kind_ == ORV_KIND_MediaChannel) ||
-                              (kind == ORV_KIND_Numeric64Bit && kind_ == ORV_KIND_DateTime);
-    if (fieldIsTaken) return Retype(kind, 0);
+    if (kind == ORV_KIND_Numeric64Bit && kind_ == ORV_KIND_DateTime) return Retype(kind, 0);
     return kind == kind_ || ConvertTo(kind);
 }
 

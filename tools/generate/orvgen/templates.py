@@ -135,8 +135,9 @@ GENERATED_HEADER = Template("""\
  *  - An optional parameter gives a pointer to its value inside the action, so that unset differs from 0. A Boolean is
  *    there a 32-bit 0 or not 0.
  *  - Optional channels and resources give null even if they are set. Read them with the operations of ITalvecAction.
- *  - A value of another kind than the declared one is converted. One that cannot be converted leaves the output as it
- *    was; for an optional date any kind but a date gives null.
+ *  - A value of another kind than the declared one is converted; where the output is a pointer to a number, the
+ *    parameter itself becomes of the declared kind. One that cannot be converted leaves the output as it was; for an
+ *    optional date any kind but a date gives null.
  *  - Texts and pointers, those in records included, belong to the action and live until that parameter changes or the
  *    action ends. Do not free them. Items of a result data set live until the next read of that parameter.
  *  - char texts come out as UTF-8.
