@@ -18,8 +18,8 @@
  *    declaration, enum values in order of enum and value.
  *  - A Set... call takes PlainNameW and DescriptionW of the record, both not null, copies them and derives the narrow
  *    forms; they may point at texts of the catalogue. The plain name goes into the selected text set. An empty text
- *    leaves what is there, so no text can be cleared. Other fields are ignored, apart from those that a comment names as
- *    the key. Both texts are written or, when there is no memory for it, neither: the result is false then. What is
+ *    leaves what is there, so no text can be cleared. Other fields are ignored, apart from those that a comment names
+ *    as the key. Both texts are written or, when there is no memory for it, neither: the result is false then. What is
  *    written lasts as long as the process; nothing is stored.
  *  - Any thread may write while others read. A form of an action, such as its plain text, shows each text as it was
  *    before or after a write; who reads through a pointer of a record while another thread writes that text may see

@@ -42,8 +42,8 @@ ORV_TWIN(OrvBool, StoreToTextBufferA,
          (TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8, uint32_t* required));
 
 /* Store with options (ORV_STORE_...). An action that the catalogue does not know is refused: false, with the last
- * error cleared and the required size untouched. Only the narrow form leaves parameters out of technical text; the wide form
- * stores the action as it is. */
+ * error cleared and the required size untouched. Only the narrow form leaves parameters out of technical text; the
+ * wide form stores the action as it is. */
 ORV_API OrvBool OrvAct_StoreToTextBufferExW(TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain,
                                             OrvWord spare, uint8_t options, uint32_t* required);
 ORV_API OrvBool OrvAct_StoreToTextBufferExA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace OrvPLC {
@@ -70,13 +71,26 @@ void ChangingText<Char>::Commit(Change change) noexcept
         room_ = std::move(change.room);
     }
     Char* const units = room_->units.get();
-    for (std::size_t i = 0; i != change.text.size(); ++i) Unit(units, i).store(change.text[i], std::memory_order_relaxed);
+    for (std::size_t i = 0; i != change.text.size(); ++i) {
+        Unit(units, i).store(change.text[i], std::memory_order_relaxed);
+    }
     Unit(units, change.text.size()).store(Char{}, std::memory_order_relaxed);
     length_.store(static_cast<std::uint32_t>(change.text.size()), std::memory_order_relaxed);
     text_.store(units, std::memory_order_release);
     // After some two thousand million writes the count begins anew, past the number that means a constant.
     const std::uint32_t next = version + 2;
     version_.store(next == kConstant ? 2 : next, std::memory_order_release);
+}
+
+template <class Char>
+std::basic_string_view<Char> ChangingText<Char>::WholeOfWritten(String& copy) const
+{
+    for (;; std::this_thread::yield()) {
+        const std::uint32_t version = version_.load(std::memory_order_acquire);
+        const View text(text_.load(std::memory_order_relaxed), length_.load(std::memory_order_relaxed));
+        // Only a pointer and a length that belong together may be followed.
+        if (StillAt(version) && CopyUnits(text, copy, version)) return copy;
+    }
 }
 
 template <class Char>

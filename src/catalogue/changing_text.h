@@ -62,13 +62,9 @@ public:
     // The text as it was before or after any write, never in the middle of one. The view is valid as long as `copy`.
     View Whole(String& copy) const
     {
-        for (;;) {
-            const std::uint32_t version = version_.load(std::memory_order_acquire);
-            const View text(text_.load(std::memory_order_relaxed), length_.load(std::memory_order_relaxed));
-            if (!StillAt(version)) continue;
-            if (version == kConstant) return text;
-            if (CopyUnits(text, copy, version)) return copy;
-        }
+        const std::uint32_t version = version_.load(std::memory_order_acquire);
+        const View text(text_.load(std::memory_order_relaxed), length_.load(std::memory_order_relaxed));
+        return version == kConstant && StillAt(version) ? text : WholeOfWritten(copy);
     }
 
 private:
@@ -80,6 +76,7 @@ private:
         std::atomic_thread_fence(std::memory_order_acquire);
         return version % 2 == 0 && version_.load(std::memory_order_relaxed) == version;
     }
+    View WholeOfWritten(String& copy) const;
     bool CopyUnits(View text, String& copy, std::uint32_t version) const;
 
     std::atomic<const Char*> text_{kEmpty};

@@ -44,8 +44,8 @@ bool HasEntry(const TOrvMessage& object)
     return static_cast<const TOrvAction&>(object).Entry() != nullptr;
 }
 
-// The priority forms refuse an action without a catalogue entry outright. That is an answer and no failure, so it clears
-// the last error like any other return.
+// The priority forms refuse an action without a catalogue entry outright. That is an answer and no failure, so it
+// clears the last error like any other return.
 OrvBool Refuse()
 {
     LastError::Clear();

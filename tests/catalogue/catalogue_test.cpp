@@ -143,6 +143,18 @@ TEST(Entries, TextsAreKeptInAllForms)
     EXPECT_EQ(action->Description.W.view(), u"Plain");
 }
 
+// A text of a length that no conversion takes, which nobody looks into.
+TEST(Entries, WriteBothTextsOrNone)
+{
+    const ActionPtr action = NewAction(u"Plain", 10001);
+    const std::u16string_view endless(u"x", std::size_t{1} << 33);
+    EXPECT_ANY_THROW(action->WriteTexts(u"new", endless));
+    EXPECT_ANY_THROW(action->WriteTexts(endless, u"new"));
+    EXPECT_EQ(action->NativePlain.A.view(), "Plain");
+    EXPECT_EQ(action->NativePlain.W.view(), u"Plain");
+    EXPECT_EQ(action->Description.W.view(), u"Plain");
+}
+
 TEST(NameTables, TypesViewsAndColumns)
 {
     const struct {
