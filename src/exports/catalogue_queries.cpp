@@ -72,11 +72,14 @@ const TOrvParameterInternalInfo* WrittenParameter(const TOrvParameterPlainInfo*,
     return Queries::ParametersOfAction(code).Find(index);
 }
 
+// A name that cannot be looked up for want of memory is an unknown name.
 const TOrvParameterInternalInfo* WrittenParameter(const TTalvecParameterPlainInfo* record, std::uint32_t code,
-                                                  std::uint32_t index)
-{
+                                                  std::uint32_t index) noexcept
+try {
     if (code == ORV_GENERAL_PARAMETERS) return Catalogue().FindGeneralParameter(TerminatedView(record->NameW));
     return Queries::ParametersOfAction(code).Find(index);
+} catch (...) {
+    return nullptr;
 }
 
 const TOrvEnumInternalInfo* WrittenValue(const TOrvEnumValuePlainInfo* record)

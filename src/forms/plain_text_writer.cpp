@@ -64,15 +64,15 @@ std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(co
                                                                               std::uint32_t level)
 {
     if (info && info->Priority > level) return std::nullopt;
-    const char16_t* label = info ? info->Plain().W.c_str() : parameter.Name().c_str();
+    const std::u16string_view label = info ? info->Plain().W.Whole(label_) : parameter.Name().view();
     output_ += u' ';
-    output_ += info ? info->Plain().W.Whole(copy_) : parameter.Name().view();
+    output_ += label;
     output_ += u": ";
     const std::size_t start = output_.size();
     WriteValue(parameter);
     const std::size_t length = output_.size() - start;
     output_ += u';';
-    return Shown{label, Text().substr(start, length)};
+    return Shown{label.data(), Text().substr(start, length)};
 }
 
 void TOrvPlainTextWriter::WriteValue(const TOrvParameter& value)

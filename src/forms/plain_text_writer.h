@@ -17,7 +17,7 @@ public:
 
     // The same step by step, for who wants to see the pieces: the header with its ";", then each parameter.
     struct Shown {
-        const char16_t* label;      // zero-ended; lives as long as the parameter and its plain name
+        const char16_t* label;      // zero-ended, until the next parameter
         std::u16string_view value;  // in the text, until the next write
     };
     void WriteHeader(const TOrvAction& action);
@@ -35,7 +35,9 @@ private:
     bool WriteEnumName(std::uint32_t enumType, std::uint32_t value);
 
     std::u16string output_;
-    std::u16string copy_;  // of a display text that somebody has written
+    // Of display texts that somebody has written.
+    std::u16string label_;
+    std::u16string copy_;
 };
 
 // The text of any object; empty for a generic action. Raises when a date cannot be shown.
