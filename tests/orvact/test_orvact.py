@@ -43,6 +43,7 @@ class Show(unittest.TestCase):
             ('PanLeft (ClientAccount: "w")', 'ClientAccount  String, general  "w"'),
             ("PanLeft (Speed: 1) tail", "    rest:   tail\n"),
             ('SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")', "2022/10/20 05:58:12,041 GMT+02:00\n"),
+            ("SystemStarted (Date: 16888498602639360)", "Date  DateTime  no date\n"),  # its local time is before 1601
         ]
         for text, expected in cases:
             with self.subTest(text):

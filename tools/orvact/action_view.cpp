@@ -148,6 +148,11 @@ std::string ValueText(const Action& action, const HeldParameter& held)
     case ORV_KIND_EventType: return EventTypeText(action, name);
     case ORV_KIND_MediaChannel: return ChannelText(action, name);
     case ORV_KIND_Resource: return ResourceText(action, name);
+    case ORV_KIND_DateTime: {
+        TUlmoDateTime date{};
+        action->GetDateTime(name, &date);
+        return DateText(date);
+    }
     default: break;
     }
     const std::string text = StringOf(action, name);
