@@ -42,7 +42,7 @@ TEST(TextExports, NarrowText)
 TEST(TextExports, NoTextIsNoAction)
 {
     for (const std::uint32_t length : {0u, ORV_LENGTH_TERMINATED, 0xFFFFFFFFu}) {
-        for (const OrvBool utf8 : {0, 1}) {
+        for (const OrvBool utf8 : {OrvBool{0}, OrvBool{1}}) {
             std::uint32_t wide = 7, narrow = 7;
             EXPECT_FALSE(OrvAct_CreateFromTextBufferW(nullptr, length, ORV_EXPECT_ANY, 0, &wide));
             EXPECT_FALSE(Talvec_Action_CreateFromTextBufferA(nullptr, length, ORV_EXPECT_ANY, utf8, &narrow));
