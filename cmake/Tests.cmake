@@ -12,27 +12,27 @@ endfunction()
 
 set(unit_tests)
 foreach(floor platform ulmo catalogue objects forms judge match events bridge frame)
-    file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${floor}/*_test.cpp
-        ${CMAKE_SOURCE_DIR}/tests/${floor}/${ORV_PLATFORM}/*_test.cpp)
+    file(GLOB tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${floor}/*_test.cpp
+        ${PROJECT_SOURCE_DIR}/tests/${floor}/${ORV_PLATFORM}/*_test.cpp)
     list(APPEND unit_tests ${tests})
 endforeach()
 orv_test_program(orv_unit_tests ${unit_tests} $<TARGET_OBJECTS:orv_objects> $<TARGET_OBJECTS:orv_judge>)
-target_include_directories(orv_unit_tests PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR}
-    ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/platform/${ORV_PLATFORM})
+target_include_directories(orv_unit_tests PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR}
+    ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tests/platform/${ORV_PLATFORM})
 target_precompile_headers(orv_unit_tests PRIVATE <gtest/gtest.h> <memory> <string> <string_view> <vector>)
 add_dependencies(orv_unit_tests orv_generated)
 target_link_libraries(orv_unit_tests PRIVATE Threads::Threads)
 
-file(GLOB interface_tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/exports/*_test.cpp
-    ${CMAKE_SOURCE_DIR}/tests/exports/*_test.c)
+file(GLOB interface_tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/exports/*_test.cpp
+    ${PROJECT_SOURCE_DIR}/tests/exports/*_test.c)
 orv_test_program(orv_interface_tests ${interface_tests}
-    ${CMAKE_SOURCE_DIR}/tests/sibling/${ORV_PLATFORM}/foreign_exception.cpp)
+    ${PROJECT_SOURCE_DIR}/tests/sibling/${ORV_PLATFORM}/foreign_exception.cpp)
 target_link_libraries(orv_interface_tests PRIVATE OrvActions)
-target_include_directories(orv_interface_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${CMAKE_SOURCE_DIR}/tests/golden")
+target_include_directories(orv_interface_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+target_compile_definitions(orv_interface_tests PRIVATE ORV_GOLDEN_DIR="${PROJECT_SOURCE_DIR}/tests/golden")
 
 # make compare-readers
-add_executable(orv_compare_readers EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/tests/judge/compare_readers_main.cpp
+add_executable(orv_compare_readers EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/judge/compare_readers_main.cpp
     $<TARGET_OBJECTS:orv_objects> $<TARGET_OBJECTS:orv_judge>)
 target_include_directories(orv_compare_readers PRIVATE $<TARGET_PROPERTY:orv_unit_tests,INCLUDE_DIRECTORIES>)
 target_link_libraries(orv_compare_readers PRIVATE orv_flags Threads::Threads)
@@ -41,10 +41,10 @@ add_dependencies(orv_compare_readers orv_generated)
 # The bridge to the sibling product with replacements of its library, each in a folder of its own: the program puts the
 # one it wants beside itself, and does so in a folder where no other test sees it. What was loaded stays in a process,
 # so each suite gets one.
-set(sibling_bin ${CMAKE_BINARY_DIR}/bin/sibling)
+set(sibling_bin ${PROJECT_BINARY_DIR}/bin/sibling)
 foreach(variant whole lacking)
-    add_library(sibling_${variant} MODULE ${CMAKE_SOURCE_DIR}/tests/sibling/replacement_library.cpp
-        ${CMAKE_SOURCE_DIR}/tests/sibling/${ORV_PLATFORM}/foreign_exception.cpp)
+    add_library(sibling_${variant} MODULE ${PROJECT_SOURCE_DIR}/tests/sibling/replacement_library.cpp
+        ${PROJECT_SOURCE_DIR}/tests/sibling/${ORV_PLATFORM}/foreign_exception.cpp)
     set_target_properties(sibling_${variant} PROPERTIES OUTPUT_NAME HeskActions CXX_VISIBILITY_PRESET default
         LIBRARY_OUTPUT_DIRECTORY ${sibling_bin}/${variant})
     target_link_libraries(sibling_${variant} PRIVATE orv_flags)
@@ -55,7 +55,7 @@ foreach(variant whole lacking)
 endforeach()
 target_compile_definitions(sibling_lacking PRIVATE LACKS_EVENTS)
 
-add_executable(orv_sibling_tests ${CMAKE_SOURCE_DIR}/tests/sibling/wrapper_test.cpp $<TARGET_OBJECTS:orv_objects>)
+add_executable(orv_sibling_tests ${PROJECT_SOURCE_DIR}/tests/sibling/wrapper_test.cpp $<TARGET_OBJECTS:orv_objects>)
 set_target_properties(orv_sibling_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${sibling_bin})
 target_include_directories(orv_sibling_tests PRIVATE
     $<TARGET_PROPERTY:orv_unit_tests,INCLUDE_DIRECTORIES>)
@@ -75,41 +75,42 @@ endforeach()
 
 # What the rows of src/ulmo/data/character_classes.txt are made with.
 if(WIN32)
-    add_executable(make_character_classes ${CMAKE_SOURCE_DIR}/src/ulmo/data/make_character_classes.cpp)
+    add_executable(make_character_classes ${PROJECT_SOURCE_DIR}/src/ulmo/data/make_character_classes.cpp)
     target_link_libraries(make_character_classes PRIVATE orv_flags orv_boost)
     target_link_options(make_character_classes PRIVATE -static)
 endif()
 
 function(orv_python_test name)
-    add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+    add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "PYTHONDONTWRITEBYTECODE=1;ORVACT_RUNNER=${CMAKE_CROSSCOMPILING_EMULATOR};ORV_BIN=${CMAKE_BINARY_DIR}/bin;ORVACT=${CMAKE_BINARY_DIR}/bin/orvact${CMAKE_EXECUTABLE_SUFFIX};ORV_LIBRARY=$<TARGET_FILE:OrvActions>;ORV_GENERATED=${CMAKE_BINARY_DIR}/generated;ORV_OBJDUMP=${CMAKE_OBJDUMP};ORV_NM=${CMAKE_NM}")
+        "PYTHONDONTWRITEBYTECODE=1;ORVACT_RUNNER=${CMAKE_CROSSCOMPILING_EMULATOR};ORV_BIN=${PROJECT_BINARY_DIR}/bin;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact${CMAKE_EXECUTABLE_SUFFIX};ORV_LIBRARY=$<TARGET_FILE:OrvActions>;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated;ORV_OBJDUMP=${CMAKE_OBJDUMP};ORV_NM=${CMAKE_NM}")
 endfunction()
 
 if(NOT CMAKE_CROSSCOMPILING)
     orv_python_test(generator -m unittest discover -s tests/generate)
 endif()
 orv_python_test(exported_symbols tests/exports/test_exported_symbols.py)
+orv_python_test(interface_tables tests/exports/test_interface_tables.py)
 if(ORV_TOOLS)
     orv_python_test(orvact -m unittest discover -s tests/orvact)
 endif()
 
 # A host that links nothing of ours.
-add_executable(plain_host ${CMAKE_SOURCE_DIR}/tests/host/plain_host.c)
-target_include_directories(plain_host PRIVATE ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
+add_executable(plain_host ${PROJECT_SOURCE_DIR}/tests/host/plain_host.c)
+target_include_directories(plain_host PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
 target_link_libraries(plain_host PRIVATE ${CMAKE_DL_LIBS})
 add_dependencies(plain_host orv_generated OrvActions)
 add_test(NAME plain_host COMMAND plain_host $<TARGET_FILE:OrvActions>)
 
 # A host that crashes. The sanitizers have an opinion of their own on that.
 if(NOT ORV_SANITIZE)
-    add_executable(crashing_host ${CMAKE_SOURCE_DIR}/tests/crash/crashing_host.c)
+    add_executable(crashing_host ${PROJECT_SOURCE_DIR}/tests/crash/crashing_host.c)
     target_link_libraries(crashing_host PRIVATE ${CMAKE_DL_LIBS})
     orv_python_test(crash tests/crash/test_crash.py)
 endif()
 
 # A host that is copied into folders of its own, with extension files beside it.
-add_executable(extension_host ${CMAKE_SOURCE_DIR}/tests/host/extension_host.cpp)
+add_executable(extension_host ${PROJECT_SOURCE_DIR}/tests/host/extension_host.cpp)
 target_link_libraries(extension_host PRIVATE orv_flags OrvActions)
 if(WIN32)
     target_link_options(extension_host PRIVATE -static)
@@ -117,15 +118,3 @@ endif()
 if(ORV_TOOLS)
     orv_python_test(extensions tests/host/test_extensions.py)
 endif()
-
-# The public header alone, in every language it promises.
-set(header_probe ${CMAKE_BINARY_DIR}/header_probe)
-foreach(language c cpp)
-    file(CONFIGURE OUTPUT ${header_probe}.${language} CONTENT "#include <OrvActions.h>\nint OrvProbe_${language};\n")
-endforeach()
-add_library(header_probe_c OBJECT ${header_probe}.c)
-add_library(header_probe_cpp OBJECT ${header_probe}.cpp)
-target_compile_features(header_probe_c PRIVATE c_std_11)
-set_target_properties(header_probe_cpp PROPERTIES CXX_STANDARD 17)
-target_link_libraries(header_probe_c PRIVATE orv_flags OrvActions)
-target_link_libraries(header_probe_cpp PRIVATE orv_flags OrvActions)

@@ -58,5 +58,6 @@
 #include "OrvActions/OrvSystemStrings.h"
 #include "OrvActions/OrvText.h"
 #include "OrvActions/OrvTypes.h"
+#include "OrvActions/OrvVersion.h"
 
 #endif

@@ -1,6 +1,6 @@
 /* The interfaces of an action object: abstract classes with the table of COM interfaces. Part of OrvActions.h.
  *
- * In C they are opaque; use the functions. In C++ a handle and the interface pointer of the same object are one
+ * C has their tables in OrvTables.h. In C++ a handle and the interface pointer of the same object are one
  * pointer, see OrvInterfaceOf. The order of the operations is fixed; there is no virtual destructor in the tables:
  * objects end by Release.
  *
@@ -13,19 +13,32 @@
 #ifndef ORV_INTERFACES_H
 #define ORV_INTERFACES_H
 
+#include "OrvActions/OrvTables.h"
 #include "OrvActions/OrvTypes.h"
 
 /* The event record of the event database. */
 typedef struct TOrvEventData TOrvEventData;
 
-#if !defined(__cplusplus)
-
-typedef struct ITalvecMessage ITalvecMessage;
-typedef struct ITalvecAction ITalvecAction;
-typedef struct ITalvecMatchAction ITalvecMatchAction;
-typedef struct ITalvecJson ITalvecJson;
-
+/* The identifiers of the interfaces, for QueryInterface. */
+#if defined(__cpp_inline_variables)
+#define ORV_IDENTIFIER inline constexpr TOrvGuid
+#elif defined(__cplusplus)
+#define ORV_IDENTIFIER constexpr TOrvGuid
 #else
+#define ORV_IDENTIFIER static const TOrvGuid
+#endif
+ORV_IDENTIFIER ORV_IID_IUnknown = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+ORV_IDENTIFIER ORV_IID_ITalvecMessage = {
+    0x714596EB, 0x24D2, 0x43BB, {0xA3, 0xE2, 0x1F, 0xA7, 0x8B, 0x5B, 0xEC, 0x09}};
+ORV_IDENTIFIER ORV_IID_ITalvecJson = {
+    0x714596EB, 0x24D2, 0x63BB, {0xA3, 0xE2, 0x1F, 0xA7, 0x8B, 0x5B, 0xEC, 0x01}};
+ORV_IDENTIFIER ORV_IID_ITalvecAction = {
+    0x78148956, 0x4620, 0x4A6F, {0xAB, 0xAD, 0xB5, 0x19, 0xA9, 0x13, 0xD3, 0x0D}};
+ORV_IDENTIFIER ORV_IID_ITalvecMatchAction = {
+    0x7C524938, 0x3D27, 0x4175, {0x93, 0x03, 0xB9, 0x7A, 0x85, 0xE0, 0x13, 0xD4}};
+#undef ORV_IDENTIFIER
+
+#if defined(__cplusplus)
 
 /* The root of all interfaces. A host that has included <unknwn.h> before gets the system's own; the table is the
  * same. Elsewhere OrvUnknown has these three operations. */
@@ -48,16 +61,6 @@ protected:
 typedef OrvUnknown IUnknown;
 #endif
 #endif
-
-inline constexpr TOrvGuid ORV_IID_IUnknown = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-inline constexpr TOrvGuid ORV_IID_ITalvecMessage = {
-    0x714596EB, 0x24D2, 0x43BB, {0xA3, 0xE2, 0x1F, 0xA7, 0x8B, 0x5B, 0xEC, 0x09}};
-inline constexpr TOrvGuid ORV_IID_ITalvecJson = {
-    0x714596EB, 0x24D2, 0x63BB, {0xA3, 0xE2, 0x1F, 0xA7, 0x8B, 0x5B, 0xEC, 0x01}};
-inline constexpr TOrvGuid ORV_IID_ITalvecAction = {
-    0x78148956, 0x4620, 0x4A6F, {0xAB, 0xAD, 0xB5, 0x19, 0xA9, 0x13, 0xD3, 0x0D}};
-inline constexpr TOrvGuid ORV_IID_ITalvecMatchAction = {
-    0x7C524938, 0x3D27, 0x4175, {0x93, 0x03, 0xB9, 0x7A, 0x85, 0xE0, 0x13, 0xD4}};
 
 /* Any message. */
 struct ITalvecMessage : OrvUnknown {

@@ -1,7 +1,7 @@
 /* Catalogue queries that call an object of the caller instead of filling an array. Part of OrvActions.h.
  *
  * A sink is an object of the caller with the table of an interface: three operations of the root, which the library
- * does not call, and a fourth that gets one item a call. In C the sinks are opaque.
+ * does not call, and a fourth that gets one item a call.
  *
  *  - The record belongs to the library and lasts for the length of the call; its texts last as in the records of
  *    OrvCatalogue.h.
@@ -17,10 +17,42 @@
 
 #if !defined(__cplusplus)
 
+/* The tables of OrvTables.h. */
 typedef struct ITalvecActionClassSink ITalvecActionClassSink;
+typedef struct ITalvecActionClassSinkTable {
+    ORV_ROOT_OPERATIONS(ITalvecActionClassSink)
+    void (*OnActionClass)(ITalvecActionClassSink* self, const TTalvecActionClassPlainInfo* record);
+} ITalvecActionClassSinkTable;
+struct ITalvecActionClassSink {
+    const ITalvecActionClassSinkTable* table;
+};
+
 typedef struct ITalvecActionSink ITalvecActionSink;
+typedef struct ITalvecActionSinkTable {
+    ORV_ROOT_OPERATIONS(ITalvecActionSink)
+    void (*OnAction)(ITalvecActionSink* self, const TTalvecActionPlainInfo* record);
+} ITalvecActionSinkTable;
+struct ITalvecActionSink {
+    const ITalvecActionSinkTable* table;
+};
+
 typedef struct ITalvecParameterSink ITalvecParameterSink;
+typedef struct ITalvecParameterSinkTable {
+    ORV_ROOT_OPERATIONS(ITalvecParameterSink)
+    void (*OnParameter)(ITalvecParameterSink* self, const TTalvecParameterPlainInfo* record);
+} ITalvecParameterSinkTable;
+struct ITalvecParameterSink {
+    const ITalvecParameterSinkTable* table;
+};
+
 typedef struct ITalvecEnumValueSink ITalvecEnumValueSink;
+typedef struct ITalvecEnumValueSinkTable {
+    ORV_ROOT_OPERATIONS(ITalvecEnumValueSink)
+    void (*OnEnumValue)(ITalvecEnumValueSink* self, const TTalvecEnumValuePlainInfo* record);
+} ITalvecEnumValueSinkTable;
+struct ITalvecEnumValueSink {
+    const ITalvecEnumValueSinkTable* table;
+};
 
 #else
 
