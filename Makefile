@@ -1,6 +1,6 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
-.PHONY: help run build test test-windows test-sanitizers compare-readers bench fuzz install package clean
+.PHONY: help run build test test-windows test-sanitizers test-package compare-readers bench fuzz install package clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
@@ -28,7 +28,7 @@ build:
 
 ## test             build, and run the native tests
 test: build
-	@ctest --test-dir build/native --no-tests=error
+	@ctest --test-dir build/native --no-tests=error --label-exclude package
 
 ## test-windows     cross-build for Windows, and run the tests under Wine
 test-windows:
@@ -39,6 +39,10 @@ test-windows:
 test-sanitizers:
 	$(call build,sanitizers,base)
 	@scripts/with-sanitizers ctest --test-dir build/sanitizers --no-tests=error
+
+## test-package     make the packages, and try them as a user does
+test-package: package
+	@ORV_WINDOWS_BUILD=$(CURDIR)/build/windows scripts/with-wine ctest --test-dir build/native --no-tests=error -L package
 
 ## compare-readers  compare the reading of text with the patterns that define it, on COUNT texts (1000000) from SEED (1)
 compare-readers: build
@@ -58,11 +62,14 @@ fuzz:
 ## install          install library, headers and tool under PREFIX (/usr/local)
 install: build
 	@cmake --install build/native --prefix $(PREFIX)
+	@scripts/after-install $(PREFIX)
 
-## package          a Debian-style tree of the library, headers and tool as build/OrvActions.tar.gz
-package: build
-	@rm -rf build/package && cmake --install build/native --prefix build/package/OrvActions >/dev/null
-	@tar -C build/package -czf build/OrvActions.tar.gz OrvActions && echo build/OrvActions.tar.gz
+## package          the packages for both systems: build/native/packages, build/windows/packages
+package:
+	$(call build,native,base package)
+	@cpack --config build/native/CPackConfig.cmake
+	$(call build,windows,base windows package)
+	@cpack --config build/windows/CPackConfig.cmake
 
 ## clean            remove everything that was built
 clean:

@@ -1,6 +1,6 @@
 # What others have written and we call. Header-only libraries come from the system's include folder, but one by one
 # through links in the build tree: a cross build must never see the rest of that folder.
-set(ORV_HEADERS_DIR ${CMAKE_BINARY_DIR}/headers)
+set(ORV_HEADERS_DIR ${PROJECT_BINARY_DIR}/headers)
 
 function(orv_link_headers folder)
     find_path(ORV_FOUND_${folder} ${folder} PATHS /usr/include /usr/local/include REQUIRED NO_CMAKE_FIND_ROOT_PATH)
@@ -25,5 +25,5 @@ if(ORV_TESTS)
     # Built from the package's sources, so that the framework has our compiler and sanitizers.
     set(INSTALL_GTEST OFF)
     set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
-    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+    add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 endif()

@@ -12,7 +12,7 @@
 
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
-set(ORV_GENERATED_DIR "${CMAKE_BINARY_DIR}/generated")
+set(ORV_GENERATED_DIR "${PROJECT_BINARY_DIR}/generated")
 set(ORV_GENERATOR_COMMAND
     "${Python3_EXECUTABLE}" -B "${PROJECT_SOURCE_DIR}/tools/generate/generate.py"
     --data "${PROJECT_SOURCE_DIR}/src/catalogue/data"

@@ -2,7 +2,7 @@
 set(ORV_FLOORS platform ulmo catalogue objects forms match events bridge exports)
 set(orv_sources)
 foreach(floor ${ORV_FLOORS})
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${floor}/*.cpp)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${floor}/*.cpp)
     list(APPEND orv_sources ${sources})
 endforeach()
 if(WIN32)
@@ -10,12 +10,12 @@ if(WIN32)
 else()
     set(ORV_PLATFORM posix)
 endif()
-file(GLOB platform_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/${ORV_PLATFORM}/*.cpp)
+file(GLOB platform_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/platform/${ORV_PLATFORM}/*.cpp)
 
 add_library(orv_objects OBJECT ${orv_sources} ${platform_sources} ${ORV_GENERATED_SOURCES})
 add_dependencies(orv_objects orv_generated)
 target_include_directories(orv_objects
-    PUBLIC ${CMAKE_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR} ${CMAKE_SOURCE_DIR}/src
+    PUBLIC ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR} ${PROJECT_SOURCE_DIR}/src
     PRIVATE ${ORV_GENERATED_SOURCE_DIR})
 target_link_libraries(orv_objects PRIVATE orv_flags PUBLIC Threads::Threads)
 target_precompile_headers(orv_objects PRIVATE
@@ -27,10 +27,12 @@ add_library(orv_inside STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:orv_objects>)
 target_link_libraries(orv_inside PUBLIC Threads::Threads)
 
 add_library(OrvActions SHARED $<TARGET_OBJECTS:orv_objects>)
+add_library(OrvActions::OrvActions ALIAS OrvActions)
 target_include_directories(OrvActions INTERFACE
-    $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/include> $<BUILD_INTERFACE:${ORV_GENERATED_INCLUDE_DIR}>
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${ORV_GENERATED_INCLUDE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 add_dependencies(OrvActions orv_generated)
+target_link_libraries(OrvActions PRIVATE $<BUILD_INTERFACE:orv_flags>)
 set_target_properties(OrvActions PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 
 set(ORV_SYSTEM_LIBRARIES)
@@ -40,6 +42,7 @@ if(WIN32)
     target_sources(OrvActions PRIVATE ${ORV_DEF_FILE})
     # The run-time goes into the library: a host may be built by another compiler.
     target_link_options(OrvActions PRIVATE -static)
+    orv_version_resource(OrvActions "${PROJECT_DESCRIPTION}" OrvActions.dll)
     target_link_libraries(OrvActions PRIVATE ${ORV_SYSTEM_LIBRARIES})
 else()
     target_link_options(OrvActions PRIVATE -Wl,--version-script=${ORV_VERSION_SCRIPT} -Wl,-z,defs -Wl,-O1
@@ -48,6 +51,8 @@ else()
     target_link_libraries(OrvActions PRIVATE Threads::Threads)
 endif()
 
-install(TARGETS OrvActions)
-install(DIRECTORY include/ ${ORV_GENERATED_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
+# The wrapper is a header; on Windows it needs the system strings of oleaut32.
+add_library(orv_cpp INTERFACE)
+add_library(OrvActions::Cpp ALIAS orv_cpp)
+target_compile_features(orv_cpp INTERFACE cxx_std_17)
+target_link_libraries(orv_cpp INTERFACE OrvActions $<$<PLATFORM_ID:Windows>:oleaut32>)

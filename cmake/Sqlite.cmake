@@ -2,9 +2,9 @@
 # tree: there is no package of it for the cross compiler.
 add_library(orv_sqlite INTERFACE)
 if(WIN32)
-    set(sqlite_folder ${CMAKE_BINARY_DIR}/sqlite)
+    set(sqlite_folder ${PROJECT_BINARY_DIR}/sqlite)
     execute_process(
-        COMMAND ${CMAKE_SOURCE_DIR}/scripts/windows-sqlite ${sqlite_folder} ${CMAKE_C_COMPILER} ${CMAKE_AR}
+        COMMAND ${PROJECT_SOURCE_DIR}/scripts/windows-sqlite ${sqlite_folder} ${CMAKE_C_COMPILER} ${CMAKE_AR}
         ERROR_VARIABLE problem RESULT_VARIABLE result)
     if(NOT result EQUAL 0)
         string(REPLACE "\n" "\n  " problem "${problem}")

@@ -38,12 +38,13 @@ class Folder(unittest.TestCase):
     def start(self, program, *arguments):
         names = {name: value for name, value in os.environ.items() if name != "ORV_REGISTRY"}
         done = subprocess.run([*RUNNER, str(program), *arguments], capture_output=True, timeout=300, check=False,
-                              cwd=self.folder, env=names | {"ORV_DEBUG_OUTPUT": "1", "WINEDEBUG": "-all"})
+                              cwd=self.folder, env=names | {"ORV_DEBUG_OUTPUT": "1", "WINEDEBUG": "-all",
+                                           "LD_LIBRARY_PATH": str(LIBRARY.parent)})
         self.code, self.err = done.returncode, done.stderr.decode("utf-8", "replace")
         return done.stdout.decode("utf-8").replace("\r\n", "\n")
 
     def beside(self, name):
-        """A copy of a program in the folder of its own; the library is found from there."""
+        """A copy of a program in the folder of its own, from where it finds the library."""
         source = TOOL.parent / (name + TOOL.suffix)
         shutil.copy(source, self.folder)
         if TOOL.suffix:
