@@ -28,7 +28,7 @@ build:
 
 ## test             build, and run the native tests
 test: build
-	@ctest --test-dir build/native --no-tests=error --label-exclude package
+	@ctest --test-dir build/native --no-tests=error
 
 ## test-windows     cross-build for Windows, and run the tests under Wine
 test-windows:
@@ -42,7 +42,8 @@ test-sanitizers:
 
 ## test-package     make the packages, and try them as a user does
 test-package: package
-	@ORV_WINDOWS_BUILD=$(CURDIR)/build/windows scripts/with-wine ctest --test-dir build/native --no-tests=error -L package
+	@ORV_WINDOWS_BUILD=$(CURDIR)/build/windows \
+		scripts/with-wine ctest --test-dir build/native --no-tests=error -C package -L package
 
 ## compare-readers  compare the reading of text with the patterns that define it, on COUNT texts (1000000) from SEED (1)
 compare-readers: build

@@ -7,6 +7,10 @@ set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/OrvActions)
 set(doc_dir ${CMAKE_INSTALL_DATADIR}/doc/OrvActions)
 
 # Release builds are stripped. The symbols are found by the build's identifier on Linux, by name on Windows.
+set(strip_option --strip-unneeded)
+if(WIN32)
+    set(strip_option --strip-all)  # the other one leaves the imports' names
+endif()
 configure_file(${PROJECT_SOURCE_DIR}/packaging/split_symbols.cmake.in ${PROJECT_BINARY_DIR}/split_symbols.cmake @ONLY)
 function(orv_install_stripped target component folder)
     if(NOT ORV_CONFIGURATION MATCHES "^(RELEASE|RELWITHDEBINFO)$" OR NOT CMAKE_OBJCOPY OR NOT CMAKE_STRIP)

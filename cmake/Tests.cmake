@@ -81,7 +81,8 @@ if(WIN32)
 endif()
 
 function(orv_python_test name)
-    add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+        ${orv_configurations})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT
         "PYTHONDONTWRITEBYTECODE=1;ORVACT_RUNNER=${CMAKE_CROSSCOMPILING_EMULATOR};ORV_BIN=${PROJECT_BINARY_DIR}/bin;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact${CMAKE_EXECUTABLE_SUFFIX};ORV_LIBRARY=$<TARGET_FILE:OrvActions>;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated;ORV_OBJDUMP=${CMAKE_OBJDUMP};ORV_NM=${CMAKE_NM}")
 endfunction()
@@ -117,4 +118,13 @@ if(WIN32)
 endif()
 if(ORV_TOOLS)
     orv_python_test(extensions tests/host/test_extensions.py)
+endif()
+
+# What a user does with the packages; `make test-package` makes them before it runs these, by ctest -C package.
+if(ORV_INSTALL AND ORV_TOOLS AND NOT CMAKE_CROSSCOMPILING AND NOT ORV_SANITIZE)
+    set(orv_configurations CONFIGURATIONS package)
+    foreach(subject headers pages linux windows reproducible)
+        orv_python_test(package_${subject} tests/package/test_${subject}.py)
+        set_tests_properties(package_${subject} PROPERTIES LABELS package)
+    endforeach()
 endif()
