@@ -68,9 +68,9 @@ install: build
 ## package          the packages for both systems: build/native/packages, build/windows/packages
 package:
 	$(call build,native,base package)
-	@cpack --config build/native/CPackConfig.cmake
+	@umask 022 && cpack --config build/native/CPackConfig.cmake
 	$(call build,windows,base windows package)
-	@cpack --config build/windows/CPackConfig.cmake
+	@umask 022 && cpack --config build/windows/CPackConfig.cmake
 
 ## clean            remove everything that was built
 clean:

@@ -1,7 +1,14 @@
 # SQLite, for the tool's event database, as the target orv_sqlite. Windows gets one of its own, made once in the build
-# tree: there is no package of it for the cross compiler.
+# tree, unless the cross compiler has one: Debian has no package of it.
 add_library(orv_sqlite INTERFACE)
 if(WIN32)
+    find_library(ORV_SQLITE_LIBRARY NAMES libsqlite3.a)
+    find_path(ORV_SQLITE_INCLUDE sqlite3.h)
+endif()
+if(WIN32 AND ORV_SQLITE_LIBRARY AND ORV_SQLITE_INCLUDE)
+    target_include_directories(orv_sqlite SYSTEM INTERFACE ${ORV_SQLITE_INCLUDE})
+    target_link_libraries(orv_sqlite INTERFACE ${ORV_SQLITE_LIBRARY})
+elseif(WIN32)
     set(sqlite_folder ${PROJECT_BINARY_DIR}/sqlite)
     execute_process(
         COMMAND ${PROJECT_SOURCE_DIR}/scripts/windows-sqlite ${sqlite_folder} ${CMAKE_C_COMPILER} ${CMAKE_AR}

@@ -121,7 +121,7 @@ if(ORV_TOOLS)
 endif()
 
 # What a user does with the packages; `make test-package` makes them before it runs these, by ctest -C package.
-if(ORV_INSTALL AND ORV_TOOLS AND NOT CMAKE_CROSSCOMPILING AND NOT ORV_SANITIZE)
+if(ORV_INSTALL AND ORV_TOOLS AND NOT CMAKE_CROSSCOMPILING)
     set(orv_configurations CONFIGURATIONS package)
     foreach(subject headers pages linux windows reproducible)
         orv_python_test(package_${subject} tests/package/test_${subject}.py)

@@ -35,7 +35,7 @@ target_link_libraries(orvact PRIVATE orvact_parts)
 orv_version_resource(orvact "The command-line tool of OrvActions" orvact.exe)
 
 # Manual pages and completions, out of the tool's own table of options.
-if(NOT CMAKE_CROSSCOMPILING)
+if(ORV_INSTALL AND NOT CMAKE_CROSSCOMPILING)
     file(GLOB pages_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/pages/*.cpp)
     add_executable(orvact_pages ${pages_sources})
     target_include_directories(orvact_pages PRIVATE ${PROJECT_SOURCE_DIR}/tools/orvact)

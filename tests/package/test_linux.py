@@ -1,8 +1,10 @@
 """Each way to get the library on Linux, gone by the README alone; and the packages themselves."""
 import os
 import re
+import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
 from pathlib import Path
 
@@ -38,6 +40,21 @@ class User(unittest.TestCase):
         for target in targets:
             with self.subTest(target):
                 subprocess.run(["make", "-n", target], cwd=ROOT, check=True, capture_output=True)
+
+
+class WithoutApt(unittest.TestCase):
+    def test_what_is_missing_is_named_and_what_is_there_will_do(self):
+        with tempfile.TemporaryDirectory() as folder:
+            programs = ["sh", "id", "tr", "c++", "make", "cmake", "python3"]
+            for program in programs:
+                (Path(folder) / program).symlink_to(shutil.which(program))
+            command = [ROOT / "scripts/install-packages", "base"]
+            done = subprocess.run(command, env={"PATH": folder}, capture_output=True, text=True, check=False)
+            self.assertEqual((done.returncode, done.stdout), (1, ""))
+            self.assertEqual(done.stderr, "install-packages: missing, and there is no apt to install it: ninja\n")
+            (Path(folder) / "ninja").symlink_to(shutil.which("ninja"))
+            done = subprocess.run(command, env={"PATH": folder}, capture_output=True, text=True, check=False)
+            self.assertEqual((done.returncode, done.stdout + done.stderr), (0, ""))
 
 
 class Packages(unittest.TestCase):

@@ -38,7 +38,7 @@ class Reproducible(unittest.TestCase):
             self.assertGreaterEqual(len(first), 2)
             again = self.folder / build.name
             names = {name: value for name, value in os.environ.items() if name != "SOURCE_DATE_EPOCH"}
-            subprocess.run(["cpack", "--config", str(build / "CPackConfig.cmake"), "-B", str(again)], check=True, umask=0o077,
+            subprocess.run(["cpack", "--config", str(build / "CPackConfig.cmake"), "-B", str(again)], check=True, umask=0o022,
                            capture_output=True, env=names | {"TZ": "Asia/Tokyo", "LC_ALL": "C"})
             for name, content in first.items():
                 with self.subTest(name):
