@@ -30,9 +30,12 @@ class Zip(unittest.TestCase):
         [archive] = PACKAGES.glob("*-windows-x86_64.zip")
         zipfile.ZipFile(archive).extractall(cls.folder)
         cls.home = cls.folder / archive.stem
+        cls.lines = []
         for step in steps(ROOT / "README.md"):
             if step.written:
                 (cls.folder / step.written[0]).write_text(step.written[1])
+            elif "Windows" in step.headings:
+                cls.lines.append(step.command)
 
     def do(self, *command):
         done = subprocess.run([str(part) for part in command], cwd=self.folder, capture_output=True, check=False,
@@ -44,10 +47,10 @@ class Zip(unittest.TestCase):
         place = Path(shutil.copy(program, self.home / "bin"))
         return self.do(WINE, place).strip()
 
-    def test_mingw(self):
-        self.do(f"{MINGW}-gcc-posix", "first.c", "-o", "first.exe", f"-I{self.home / 'include'}", f"-L{self.home / 'lib'}",
-                "-lOrvActions")
-        self.assertEqual(self.run_beside_the_library(self.folder / "first.exe"), PLAIN_TEXT)
+    def test_mingw_as_the_readme_says(self):
+        self.assertTrue(self.lines)
+        self.do("bash", "-ec", "\n".join(self.lines))
+        self.assertEqual(self.do(WINE, self.home / "bin/first.exe").strip(), PLAIN_TEXT)
 
     def test_microsofts_linker(self):
         system = self.folder / "system"
