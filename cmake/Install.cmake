@@ -66,14 +66,15 @@ if(WIN32)
     endif()
 endif()
 
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/packaging/copyright
-    DESTINATION ${doc_dir} COMPONENT development)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    ${PROJECT_SOURCE_DIR}/packaging/copyright DESTINATION ${doc_dir} COMPONENT development)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples ${ORV_GENERATED_DIR}/docs/reference
     DESTINATION ${doc_dir} COMPONENT development)
 
 if(ORV_TOOLS)
     # A build tree has the library beside the tool, so the length of its path does not show in the tool.
-    set_target_properties(orvact PROPERTIES BUILD_RPATH_USE_ORIGIN ON INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    set_target_properties(orvact PROPERTIES BUILD_RPATH_USE_ORIGIN ON
+        INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS orvact RUNTIME COMPONENT tool)
     orv_install_stripped(orvact tool ${CMAKE_INSTALL_BINDIR})
     if(ORV_PAGES)

@@ -13,8 +13,8 @@ void start(void)
     static char text[200];
     uint32_t size = 0;
     unsigned long written;
-    TOrvHandle action = OrvAct_CreateFromTextBufferA("PanLeft (Camera: 7, Speed: 3)", ORV_LENGTH_TERMINATED,
-                                                     ORV_EXPECT_ANY, 1, NULL);
+    TOrvHandle action =
+        OrvAct_CreateFromTextBufferA("PanLeft (Camera: 7, Speed: 3)", ORV_LENGTH_TERMINATED, ORV_EXPECT_ANY, 1, NULL);
     if (!action || !OrvAct_StoreToTextBufferA(action, text, sizeof text, 1, 1, &size)) ExitProcess(1);
     WriteFile(GetStdHandle(STD_OUTPUT), text, size - 1, &written, NULL);
     ExitProcess(OrvAct_CloseHandle(action) ? 0 : 1);

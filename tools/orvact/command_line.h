@@ -1,5 +1,5 @@
-// The commands and options of the tool and where their values go. The manual pages and the completions of the shells are
-// made of it as well, see tools/pages.
+// The commands and options of the tool and where their values go. The manual pages and the completions of the shells
+// are made of it as well, see tools/pages.
 #pragma once
 
 #include <CLI/CLI.hpp>

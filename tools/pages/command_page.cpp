@@ -52,8 +52,8 @@ PageOption OptionOf(const CLI::Option& option)
     if (page.name == "FORM") page.choices = FormNames(option.check_lname("from"));
     page.file = IsFile(page.name);
     page.required = option.get_required();
-    page.repeated = option.get_expected_max() > 1 ||
-                    option.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
+    page.repeated =
+        option.get_expected_max() > 1 || option.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
     return page;
 }
 

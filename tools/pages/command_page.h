@@ -30,7 +30,8 @@ struct CommandPage {
 CommandPage PageOf(const CLI::App& app);
 
 // Calls the visitor with a page and all pages below it.
-template <typename Visitor> void Walk(const CommandPage& page, Visitor visitor)
+template <typename Visitor>
+void Walk(const CommandPage& page, Visitor visitor)
 {
     visitor(page);
     for (const CommandPage& command : page.commands) Walk(command, visitor);

@@ -33,9 +33,8 @@ int Run(const std::vector<std::string>& arguments)
     const std::filesystem::path folder = arguments.front();
     const CommandLine line;
     const CommandPage root = PageOf(line.app);
-    Walk(root, [&](const CommandPage& page) {
-        Write(folder / "man1" / (page.Joined("-") + ".1"), ManualPage(page, root));
-    });
+    Walk(root,
+         [&](const CommandPage& page) { Write(folder / "man1" / (page.Joined("-") + ".1"), ManualPage(page, root)); });
     Write(folder / "completions" / "orvact", BashCompletion(root));
     Write(folder / "completions" / "_orvact", ZshCompletion(root));
     Write(folder / "completions" / "orvact.fish", FishCompletion(root));
