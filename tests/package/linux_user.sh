@@ -10,7 +10,12 @@ fail() {
 
 # Nothing of ours may be there before.
 ! command -v orvact >/dev/null || fail "orvact is installed on this system"
+rm -rf /opt/work "/opt/a place"
 mkdir -p /opt/work /opt/tools
+# Images for containers leave out what goes to share/doc and share/man.
+for settings in /etc/dpkg/dpkg.cfg.d/*; do
+    [ ! -f "$settings" ] || sed -i '/^path-exclude/d' "$settings"
+done
 cd /opt/work
 printf '#!/bin/sh\nexec "$@"\n' >/opt/tools/sudo
 chmod +x /opt/tools/sudo
@@ -27,9 +32,9 @@ debian)
     cp "$build"/packages/*.deb .
     documents "The archive"
     man -w orvact orvact-events-list >/dev/null || fail "no manual pages"
-    gdb_file=$(readelf -n /usr/lib/libOrvActions.so | sed -n 's/.*Build ID: \(..\)\(.*\)/\1\/\2/p')
+    symbols=$(readelf -n /usr/lib/libOrvActions.so | sed -n 's/.*Build ID: \(..\)\(.*\)/\1\/\2/p')
     dpkg -i orvactions-dbgsym_*.deb >/dev/null
-    readelf -S "/usr/lib/debug/.build-id/$gdb_file.debug" | grep -q debug_info || fail "no symbols for the library"
+    readelf -S "/usr/lib/debug/.build-id/$symbols.debug" | grep -q debug_info || fail "no symbols for the library"
     cat /var/lib/dpkg/info/*orvact*.list >installed
     dpkg --purge orvactions-dbgsym orvact liborvactions-dev liborvactions143 >/dev/null
     while read -r path; do
