@@ -61,5 +61,6 @@ source)
     ORV_HOME=/usr/local
     export ORV_HOME
     documents "Debian packages" "The archive"
+    xargs rm -f <"$build/install_manifest.txt"  # where this runs on the system itself
     ;;
 esac
