@@ -14,6 +14,10 @@
 
 namespace OrvPLC {
 
+// The head of an item, `{ 1, 2, 3, 4, 5, `, up to the quote of its name. Gives the quote's place, npos where no such
+// head stands. `numbers`, five of them, may be null.
+std::size_t ResultItemHead(std::u16string_view text, std::size_t at, std::u16string_view* numbers);
+
 class ResultListWalk {
 public:
     static constexpr std::size_t kNone = std::u16string_view::npos;

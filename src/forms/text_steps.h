@@ -43,8 +43,4 @@ inline std::u16string_view Between(std::u16string_view text, std::size_t first, 
     return {text.data() + first, behind - first};
 }
 
-// The head of a result data item, `{ 1, 2, 3, 4, 5, `, up to the quote of its name. Gives the quote's place, npos where
-// no such head stands. `numbers` may be null.
-std::size_t ResultItemHead(std::u16string_view text, std::size_t at, std::u16string_view* numbers);
-
 }  // namespace OrvPLC
