@@ -37,7 +37,7 @@ std::string BigEndian(std::int64_t value, int size)
 std::string Block(int timeSize, std::initializer_list<std::pair<std::int64_t, char>> transitions,
                   std::initializer_list<int> hours)
 {
-    std::string block = "TZif2" + std::string(15, '\0') + BigEndian(0, 12);
+    std::string block = "TZif2" + std::string(15 + 12, '\0');  // of its six counts the first three are 0
     block += BigEndian(static_cast<std::int64_t>(transitions.size()), 4);
     block += BigEndian(static_cast<std::int64_t>(hours.size()), 4) + BigEndian(4, 4);
     for (const auto& [instant, type] : transitions) block += BigEndian(instant, timeSize);
