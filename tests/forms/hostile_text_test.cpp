@@ -29,8 +29,8 @@ std::string Outcome(std::u16string_view text)
     return object ? std::to_string(object->Parameters().Size()) : "none";
 }
 
-// Some two million units each: whatever takes more than a few walks does not end.
-constexpr std::size_t kUnits = 2'000'000;
+// Some million units each: whatever takes more than a few walks does not end.
+constexpr std::size_t kUnits = 1'000'000;
 
 // A few repetitions read as the patterns read them; with many the outcome tells that they still do.
 TEST(HostileText, IsReadInOneWalk)
