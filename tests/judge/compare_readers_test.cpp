@@ -59,6 +59,7 @@ TEST_F(CompareReaders, WhereTagsMayEndInSeveralPlaces)
 {
     const std::u16string_view rows[] = {
         uR"(A (x: "<a b="\">" c="d">"))",
+        uR"(A (x: "<a b=" \"> \" "))",  // the first of two protected quotes
         uR"(A (x: "<a b="1" c='"' d=e"f/>", y: "<a b='1'/>"))",
         uR"(A (x: "<a b="<a c="1"/>"/>", y: "<a c="1"/>"))",  // one tag in another
         uR"(A (x: "<a c="1"/>", y: "<a b="<a c="1"/>"/>"))",
