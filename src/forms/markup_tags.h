@@ -1,8 +1,9 @@
 // Finds the tags of XML and HTML in a text, as the pattern of tags finds them, in linear time.
 //
-// The pattern, shown in docs/action-text.md, lets an attribute's value hold almost anything, quotes that are protected
-// by a backslash included, so a tag can be read in many ways and the first that ends well counts. The walk tries them
-// in the order of the pattern and visits each place once in each of its states: what failed once fails again.
+// The pattern, which stands in tests/judge/patterns.cpp, lets an attribute's value hold almost anything, quotes that
+// are protected by a backslash included, so a tag can be read in many ways and the first that ends well counts. The
+// walk tries them in the order of the pattern and visits each place once in each of its states: what failed once fails
+// again.
 #pragma once
 
 #include <cstddef>

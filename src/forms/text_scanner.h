@@ -1,7 +1,7 @@
 // Finds the tokens of action text: what the patterns of the grammar would find, in linear time.
 //
 // The grammar is a handful of regular expressions that are searched for, not anchored: text that fits nowhere is
-// skipped, and a match later in the text still counts. docs/action-text.md shows the expressions, and the tests search
+// skipped, and a match later in the text still counts. They stand in tests/judge/patterns.cpp, and the tests search
 // with them and compare. The scanner gives the same first match with the same groups. It can, because the expressions
 // leave next to nothing open: blanks, digits and letters are taken to the end of their run or the match fails, and the
 // next character tells which alternative can match. Only a string with a backslash before a quote may close in several

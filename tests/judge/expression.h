@@ -27,8 +27,8 @@ private:
 //
 // Backtracking takes exponential time on texts made for it, and a text can hold any number of such places. So there
 // is one budget for all searches of a reading, a fixed part and a part that grows with the text; when it is spent the
-// search raises std::runtime_error. Well-formed text of a few kilobytes stays far below it;
-// a valid text can spend it, for example on blanks behind its end.
+// search raises std::runtime_error. Well-formed text of a few kilobytes stays far below it; a valid text can spend it,
+// for example on blanks behind its end.
 class PatternSearch {
 public:
     explicit PatternSearch(std::size_t textLength);
