@@ -20,21 +20,23 @@ public:
         writer_.WriteHeader(action_);
         const std::size_t headerLength = writer_.Text().size();
         action_.Parameters().ForEachDeclaredFirst(
-            [this](const TOrvParameter& value, std::size_t position) { Visit(value, position); });
+            [this](std::u16string_view name, const TOrvParameter& value, std::size_t position) {
+                Visit(name, value, position);
+            });
         Finish(headerLength);
     }
 
 private:
     // What the catalogue does not declare is in the final text only, and under the process-wide level.
-    void Visit(const TOrvParameter& value, std::size_t position)
+    void Visit(std::u16string_view name, const TOrvParameter& value, std::size_t position)
     {
         if (position == ParameterMap::kNotFound) {
-            const auto* general = Catalogue().FindGeneralParameter(value.Name().view());
-            writer_.WriteParameter(value, general, Settings::PriorityLevel);
+            const auto* general = Catalogue().FindGeneralParameter(name);
+            writer_.WriteParameter(name, value, general, Settings::PriorityLevel);
             return;
         }
         const TOrvParameterInternalInfo& declared = action_.Entry()->Parameters[position];
-        const auto shown = writer_.WriteParameter(value, &declared, level_);
+        const auto shown = writer_.WriteParameter(name, value, &declared, level_);
         if (!shown || *shown->label == 0) return;
         const std::u16string text(shown->value);
         callbacks_.Call(next_++, shown->label, text.c_str(), declared.Priority);

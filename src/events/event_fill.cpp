@@ -11,7 +11,7 @@ namespace OrvPLC {
 namespace {
 
 // The text of a value, made in the value. One that is there already stays where it is: another column may point at it.
-const std::u16string& TextInPlace(TOrvParameter& value)
+std::u16string_view TextInPlace(TOrvParameter& value)
 {
     std::u16string text;
     switch (value.Kind()) {
@@ -97,10 +97,10 @@ private:
         } else if (column & kDateColumns) {
             Set(column, record_.dateField[IndexIn(kDateColumns, column)], value.DateTimeInPlace());
         } else if (column != 0) {
-            const std::u16string& text = TextInPlace(value);
+            const std::u16string_view text = TextInPlace(value);
             TOrvEventText& field = TextColumn(record_, column);
             field.length = text.size();
-            Set(column, field.text, Boundary(text.c_str()));
+            Set(column, field.text, Boundary(text.data()));
         }
     }
 

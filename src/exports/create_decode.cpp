@@ -1,5 +1,6 @@
 #include "exports/create_decode.h"
 
+#include <array>
 #include <cstring>
 
 #include "exports/frame.h"
@@ -12,6 +13,7 @@ namespace OrvPLC {
 namespace {
 
 constexpr std::uint32_t kWrongDecodeMethod = 3;
+constexpr std::size_t kMostArguments = ParameterMap::kMaximumSlots;  // the generator refuses more
 constexpr std::uint32_t kAbsentEnumValue = 0x7FFFFFFF;
 
 // Built-in actions are registered first, so their places never change.
@@ -26,25 +28,38 @@ const T& ValueOf(const CreateArgument& argument)
     return *static_cast<const T*>(argument.Pointer());
 }
 
-void SetText(TOrvParameter& value, const CreateArgument& argument)
+// The text of an argument; null for one without and for a narrow one, which has to be converted.
+const OrvWChar* TextOf(const CreateArgument& argument, std::uint32_t kind)
+{
+    if (argument.IsUnset() || argument.IsNarrow()) return nullptr;
+    switch (kind) {
+    case ORV_KIND_String: return &ValueOf<OrvWChar>(argument);
+    case ORV_KIND_EventType: return ValueOf<TOrvEventTypeValue>(argument).name;
+    case ORV_KIND_MediaChannel: return ValueOf<TOrvChannelValue>(argument).name;
+    case ORV_KIND_Resource: return ValueOf<TOrvResourceValue>(argument).name;
+    default: return nullptr;
+    }
+}
+
+void SetString(TOrvParameter& value, const CreateArgument& argument, std::size_t length)
 {
     if (argument.IsNarrow()) return value.SetString(Ulmo::WideFromAnsi(&ValueOf<char>(argument)));
-    value.SetString(TerminatedView(&ValueOf<OrvWChar>(argument)));
+    value.SetString({Units(&ValueOf<OrvWChar>(argument)), length});
 }
 
-void SetEventType(TOrvParameter& value, const TOrvEventTypeValue& record)
+void SetEventType(TOrvParameter& value, const TOrvEventTypeValue& record, std::size_t length)
 {
-    value.SetEventType(record.id, TerminatedView(record.name));
+    value.SetEventType(record.id, {Units(record.name), length});
 }
 
-void SetMediaChannel(TOrvParameter& value, const TOrvChannelValue& record)
+void SetResource(TOrvParameter& value, const TOrvResourceValue& record, std::size_t length)
 {
-    value.SetMediaChannel(record.id, record.number, TerminatedView(record.name));
+    value.SetResource(record.guid, {Units(record.name), length});
 }
 
-void SetResource(TOrvParameter& value, const TOrvResourceValue& record)
+void SetMediaChannel(TOrvParameter& value, const TOrvChannelValue& record, std::size_t length)
 {
-    value.SetResource(record.guid, TerminatedView(record.name));
+    value.SetMediaChannel(record.id, record.number, {Units(record.name), length});
 }
 
 void SetItems(TOrvParameter& value, const CreateArgument& argument)
@@ -53,19 +68,20 @@ void SetItems(TOrvParameter& value, const CreateArgument& argument)
     value.SetResultDataSet(static_cast<const TOrvResultDataItem*>(argument.Pointer()), count);
 }
 
-void Set(TOrvParameter& value, const CreateArgument& argument, const TOrvParameterInternalInfo& declared)
+void Set(TOrvParameter& value, const CreateArgument& argument, std::size_t length,
+         const TOrvParameterInternalInfo& declared)
 {
     switch (declared.Type) {
     case ORV_KIND_Boolean: return value.SetBoolean(argument.NumberAs<OrvBool>() != 0);
     case ORV_KIND_Numeric32Bit: return value.SetInt32(argument.NumberAs<std::int32_t>(), declared.EnumType);
     case ORV_KIND_Numeric64Bit: return value.SetInt64(ValueOf<std::int64_t>(argument));
     case ORV_KIND_NumericDouble: return value.SetDouble(ValueOf<double>(argument));
-    case ORV_KIND_String: return SetText(value, argument);
+    case ORV_KIND_String: return SetString(value, argument, length);
     case ORV_KIND_DateTime: return value.SetDateTime(ValueOf<TUlmoDateTime>(argument));
     case ORV_KIND_Guid: return value.SetGuid(ValueOf<TOrvGuid>(argument));
-    case ORV_KIND_EventType: return SetEventType(value, ValueOf<TOrvEventTypeValue>(argument));
-    case ORV_KIND_MediaChannel: return SetMediaChannel(value, ValueOf<TOrvChannelValue>(argument));
-    case ORV_KIND_Resource: return SetResource(value, ValueOf<TOrvResourceValue>(argument));
+    case ORV_KIND_EventType: return SetEventType(value, ValueOf<TOrvEventTypeValue>(argument), length);
+    case ORV_KIND_MediaChannel: return SetMediaChannel(value, ValueOf<TOrvChannelValue>(argument), length);
+    case ORV_KIND_Resource: return SetResource(value, ValueOf<TOrvResourceValue>(argument), length);
     case ORV_KIND_Rect: return value.SetRect(ValueOf<std::int64_t>(argument));
     case ORV_KIND_ResultDataSet: return SetItems(value, argument);
     default: return;
@@ -166,7 +182,7 @@ void WritePointerIntoValue(TOrvParameter& value, const DecodeOutput& output, con
     // Deliberate: a date is not converted, and null is what a value of another kind gives.
     case ORV_KIND_DateTime: return WritePointer(output, value.DateTimeInPlace());
     // A text is made beside the value, which keeps its kind.
-    case ORV_KIND_String: return WritePointer(output, value.MakeWideText().c_str());
+    case ORV_KIND_String: return WritePointer(output, value.MakeWideText().data());
     default:
         if (ConvertToDeclared(value, declared)) WritePointer(output, FieldOf(value));
     }
@@ -189,10 +205,20 @@ TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgume
 {
     return Framed<TOrvHandle>(nullptr, [&] {
         const TOrvActionInternalInfo& entry = EntryOf(action);
-        ObjectPtr<TOrvAction> object(TOrvAction::Create(entry));
+        std::array<std::size_t, kMostArguments> lengths;  // the end of a text is looked for once
+        std::size_t textBytes = 0;
         std::size_t position = 0;
         for (const CreateArgument& argument : arguments) {
-            const auto set = [&](TOrvParameter& value) { Set(value, argument, entry.Parameters[position]); };
+            const OrvWChar* text = TextOf(argument, entry.Parameters[position].Type);
+            lengths[position] = TerminatedView(text).size();
+            textBytes += TextRoom::Reserve(lengths[position++]);
+        }
+        ObjectPtr<TOrvAction> object(TOrvAction::CreateWithRoom(entry, textBytes));
+        position = 0;
+        for (const CreateArgument& argument : arguments) {
+            const auto set = [&](TOrvParameter& value) {
+                Set(value, argument, lengths[position], entry.Parameters[position]);
+            };
             if (!argument.IsUnset()) object->Parameters().StoreDeclared(position, set);
             ++position;
         }

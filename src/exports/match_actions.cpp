@@ -63,7 +63,7 @@ ORV_EXPORT_MATCH_TWIN(OrvBool, GetDescriptionW, (TOrvHandle matchAction, const O
 {
     return OnObject(matchAction, [&](TOrvMessage& object) {
         const TOrvParameter* description = static_cast<TOrvAction&>(object).DescriptionParameter();
-        *text = Boundary(description ? description->Wide().c_str() : u"");
+        *text = Boundary(description ? description->Wide().data() : u"");
     });
 }
 

@@ -129,9 +129,9 @@ void StoreRecord(TOrvAction& action, DeclaredNames& names, const Record& record)
 bool TakeDescription(TOrvAction& action, const Record& record)
 {
     if (action.Kind() != ORV_MESSAGE_MATCH_ACTION || !Ulmo::EqualsLower(record.name, kDescriptionKey)) return false;
-    TOrvParameter value(ParameterName::Copy(record.name));
+    TOrvParameter value;
     SetContent(value, record);
-    static_cast<TOrvMatchAction&>(action).Description() = std::move(value);
+    static_cast<TOrvMatchAction&>(action).TakeDescription(SharedName::Copy(record.name), std::move(value));
     return true;
 }
 

@@ -5,27 +5,11 @@
 #include <string_view>
 
 #include "platform/system_string.h"
+#include "ulmo/copy_units.h"
 
 namespace OrvPLC {
 
 namespace {
-
-// Most texts are shorter than what a call of memcpy costs. The pieces may overlap.
-void CopyBytes(std::byte* to, const char16_t* text, std::size_t size)
-{
-    const auto* from = reinterpret_cast<const std::byte*>(text);
-    if (size > 64) {
-        std::memcpy(to, from, size);
-    } else if (size >= 16) {
-        for (std::size_t done = 0; done + 16 < size; done += 16) std::memcpy(to + done, from + done, 16);
-        std::memcpy(to + size - 16, from + size - 16, 16);
-    } else if (size >= 8) {
-        std::memcpy(to, from, 8);
-        std::memcpy(to + size - 8, from + size - 8, 8);
-    } else {
-        for (std::size_t done = 0; done < size; done += 2) std::memcpy(to + done, from + done, 2);
-    }
-}
 
 using Place = TOrvBinaryCursor::Place;
 
@@ -49,7 +33,7 @@ Place PutText(Place place, std::u16string_view text)
     const std::int64_t left = place.room - static_cast<std::int64_t>(size);
     if (left < 0) return {place.position, left};
     std::memcpy(place.position, &count, sizeof count);
-    CopyBytes(place.position + sizeof count, text.data(), bytes);
+    Ulmo::CopyUnits(place.position + sizeof count, text.data(), text.size());
     std::memcpy(place.position + sizeof count + bytes, &kEnd, sizeof kEnd);
     return {place.position + size, left};
 }
@@ -74,9 +58,9 @@ Place PutPayload(Place place, const TOrvParameter& value)
     }
 }
 
-Place PutRecord(Place place, const TOrvParameter& parameter)
+Place PutRecord(Place place, std::u16string_view name, const TOrvParameter& parameter)
 {
-    place = PutText(place, parameter.Name().view());
+    place = PutText(place, name);
     place = PutField(place, parameter.Kind());
     place = PutField(place, parameter.EnumType());
     return PutPayload(place, parameter);
@@ -90,9 +74,11 @@ void TOrvBinaryCursor::Write(const TOrvAction& action)
     const TOrvParameter* description = action.DescriptionParameter();
     Place place = PutText(PutField(place_, action.Kind()), action.Name());
     place = PutField(place, static_cast<std::uint32_t>(action.Parameters().Size() + (description ? 1 : 0)));
-    if (description) place = PutRecord(place, *description);  // an empty one as well, deliberately
+    if (description) place = PutRecord(place, action.DescriptionName(), *description);  // an empty one as well, deliberately
     action.Parameters().ForEachByKey(
-        [&place](std::u16string_view, const TOrvParameter& value) { place = PutRecord(place, value); });
+        [&place](std::u16string_view, std::u16string_view name, const TOrvParameter& value) {
+            place = PutRecord(place, name, value);
+        });
     place_ = place;
 }
 

@@ -10,7 +10,7 @@ namespace {
 bool ReadText(TOrvAction& action, std::u16string_view name, const OrvWChar** text)
 {
     TOrvParameter* value = action.Parameters().Find(name);
-    *text = value ? Boundary(value->MakeWideText().c_str()) : nullptr;
+    *text = value ? Boundary(value->MakeWideText().data()) : nullptr;
     return value != nullptr;
 }
 

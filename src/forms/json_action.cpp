@@ -54,7 +54,7 @@ template <class Visit>
 void ForEachVisible(const TOrvAction& action, std::uint32_t limit, Visit&& visit)
 {
     DeclaredInKeyOrder declared(action.Entry());
-    action.Parameters().ForEachByKey([&](View key, const TOrvParameter& value) {
+    action.Parameters().ForEachByKey([&](View key, View, const TOrvParameter& value) {
         const TOrvParameterInternalInfo* info = declared.Find(key);
         if (!info || info->Priority <= limit) visit(key, value);
     });
@@ -101,7 +101,7 @@ void WriteResource(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
     writer.OpenObject(key);
     // Deliberately not a test of the guid: the number plays no part in a resource and is 0, unless the value was
     // something else before.
-    if (value.Large() != -1) writer.WriteGuid(u"resourceID", value.Guid());
+    if (value.LargeBesideGuid() != -1) writer.WriteGuid(u"resourceID", value.Guid());
     if (!value.Wide().empty()) writer.WriteString(u"resourceName", value.Wide());
     writer.CloseObject();
 }

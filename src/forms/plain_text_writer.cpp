@@ -42,13 +42,14 @@ void TOrvPlainTextWriter::Write(const TOrvAction& action)
     const TOrvActionInternalInfo* entry = action.Entry();
     WriteHeader(action);
     if (const TOrvParameter* description = action.DescriptionParameter()) {
-        const std::u16string_view name = description->Name().view();
+        const std::u16string_view name = action.DescriptionName();
         const std::size_t position = entry ? entry->FindParameter(name) : TOrvActionInternalInfo::kNotFound;
-        WriteParameter(*description, FindInfo(entry, position, name), Settings::PriorityLevel);
+        WriteParameter(name, *description, FindInfo(entry, position, name), Settings::PriorityLevel);
     }
-    action.Parameters().ForEachDeclaredFirst([&](const TOrvParameter& value, std::size_t position) {
-        WriteParameter(value, FindInfo(entry, position, value.Name().view()), Settings::PriorityLevel);
-    });
+    action.Parameters().ForEachDeclaredFirst(
+        [&](std::u16string_view name, const TOrvParameter& value, std::size_t position) {
+            WriteParameter(name, value, FindInfo(entry, position, name), Settings::PriorityLevel);
+        });
 }
 
 void TOrvPlainTextWriter::WriteHeader(const TOrvAction& action)
@@ -59,12 +60,13 @@ void TOrvPlainTextWriter::WriteHeader(const TOrvAction& action)
     output_ += u';';
 }
 
-std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(const TOrvParameter& parameter,
+std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(std::u16string_view name,
+                                                                              const TOrvParameter& parameter,
                                                                               const TOrvParameterInternalInfo* info,
                                                                               std::uint32_t level)
 {
     if (info && info->Priority > level) return std::nullopt;
-    const std::u16string_view label = info ? info->Plain().W.Whole(label_) : parameter.Name().view();
+    const std::u16string_view label = info ? info->Plain().W.Whole(label_) : name;
     output_ += u' ';
     output_ += label;
     output_ += u": ";

@@ -22,7 +22,8 @@ public:
     };
     void WriteHeader(const TOrvAction& action);
     // `info` is what the catalogue knows of the parameter, null for nothing. No result for one that its priority hides.
-    std::optional<Shown> WriteParameter(const TOrvParameter& parameter, const TOrvParameterInternalInfo* info,
+    std::optional<Shown> WriteParameter(std::u16string_view name, const TOrvParameter& parameter,
+                                        const TOrvParameterInternalInfo* info,
                                         std::uint32_t level);
     std::u16string_view Text() const { return output_; }
 

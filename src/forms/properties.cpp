@@ -101,9 +101,9 @@ std::u16string PropertiesText(const TOrvAction& action)
     if (action.Parameters().Size() == 0) return u"<properties />";
     std::u16string output = u"<properties>\r\n";
     std::u16string text;
-    action.Parameters().ForEachByKey([&](View, const TOrvParameter& value) {
+    action.Parameters().ForEachByKey([&](View, View name, const TOrvParameter& value) {
         output += u"  <property>\r\n    <name>";
-        AppendEscaped(output, value.Name().view());
+        AppendEscaped(output, name);
         output += u"</name>\r\n    <value>";
         text.clear();
         AppendPropertyValue(text, value);
@@ -121,7 +121,7 @@ std::u16string FlatXml(const TOrvAction& action)
     output += action.Entry() ? action.Entry()->NameW.view() : action.Name();
     output += u"\">";
     std::u16string text;
-    action.Parameters().ForEachByKey([&](View key, const TOrvParameter& value) {
+    action.Parameters().ForEachByKey([&](View key, View, const TOrvParameter& value) {
         output += u"  <property ";
         output += key;
         output += u"=\"";
@@ -136,7 +136,7 @@ std::u16string FlatXml(const TOrvAction& action)
 const char16_t* ReadProperty(TOrvAction& action, View key)
 {
     TOrvParameter* value = action.Parameters().Find(ParameterOfKey(Ulmo::LowerCase(key)));
-    return value ? value->MakeWideText().c_str() : nullptr;
+    return value ? value->MakeWideText().data() : nullptr;
 }
 
 void WriteProperty(TOrvAction& action, View key, View value)

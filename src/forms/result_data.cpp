@@ -152,19 +152,19 @@ bool TOrvParameter::ReadResultDataSet(TOrvResultDataList& list)
 {
     if (kind_ != ORV_KIND_ResultDataSet) return false;
     const Ulmo::CriticalSectionGuard guard(Lock());
-    const std::vector<ResultDataFields> parsed = ParseInternalForm(wide_);
-    Rare& rare = MakeRare();
-    if (!parsed.empty() || wide_.empty()) {
-        Rare fresh;  // frees what it holds, also when a name cannot be allocated
+    const std::vector<ResultDataFields> parsed = ParseInternalForm(Wide());
+    Side& side = MakeSide();
+    if (!parsed.empty() || length_ == 0) {
+        Side fresh(nullptr);  // frees what it holds, also when a name cannot be allocated
         fresh.items.reserve(parsed.size());
         for (const ResultDataFields& item : parsed) {
             fresh.items.push_back({item.words[0], item.words[1], static_cast<std::int16_t>(item.words[2]),
                                    static_cast<std::int16_t>(item.words[3]), static_cast<std::int32_t>(item.number),
                                    reinterpret_cast<OrvBStr>(Platform::NewSystemString(item.name))});
         }
-        rare.items.swap(fresh.items);
+        side.items.swap(fresh.items);
     }
-    list = {rare.items.data(), rare.items.size()};
+    list = {side.items.data(), side.items.size()};
     return true;
 }
 

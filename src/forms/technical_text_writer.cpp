@@ -35,8 +35,11 @@ void TOrvTechnicalTextWriter::Write(const TOrvAction& action)
     output_ += Prefix(action.Kind());
     WriteName(action.Name());
     output_ += u" (";
-    if (const TOrvParameter* description = action.DescriptionParameter()) WriteParameter(*description);
-    parameters.ForEachDeclaredFirst([this](const TOrvParameter& value, std::size_t) { WriteParameter(value); });
+    if (const TOrvParameter* description = action.DescriptionParameter()) {
+        WriteParameter(action.DescriptionName(), *description);
+    }
+    parameters.ForEachDeclaredFirst(
+        [this](std::u16string_view name, const TOrvParameter& value, std::size_t) { WriteParameter(name, value); });
     output_ += u')';
 }
 
@@ -49,11 +52,11 @@ void TOrvTechnicalTextWriter::WriteName(std::u16string_view name)
     }
 }
 
-void TOrvTechnicalTextWriter::WriteParameter(const TOrvParameter& parameter)
+void TOrvTechnicalTextWriter::WriteParameter(std::u16string_view name, const TOrvParameter& parameter)
 {
     if (!first_) output_ += u", ";
     first_ = false;
-    WriteName(parameter.Name().view());
+    WriteName(name);
     output_ += u": ";
     WriteValue(parameter);
 }

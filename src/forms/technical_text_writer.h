@@ -15,7 +15,7 @@ public:
 
 private:
     void WriteName(std::u16string_view name);
-    void WriteParameter(const TOrvParameter& parameter);
+    void WriteParameter(std::u16string_view name, const TOrvParameter& parameter);
     void WriteValue(const TOrvParameter& value);
     void WriteEventType(const TOrvParameter& value);
     void WriteMediaChannel(const TOrvParameter& value);

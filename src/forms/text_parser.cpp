@@ -79,9 +79,9 @@ void TOrvTextParser::ReadParameter(TOrvAction& action, const FieldMatch& field)
     // A later mention replaces an earlier one, its spelling included, and the comment of a match action is its
     // description, whatever it holds.
     if (action.Kind() == ORV_MESSAGE_MATCH_ACTION && Ulmo::EqualsLower(field.name, kDescriptionKey)) {
-        TOrvParameter value(ParameterName::Copy(field.name));
+        TOrvParameter value;
         fill(value);
-        static_cast<TOrvMatchAction&>(action).Description() = std::move(value);
+        static_cast<TOrvMatchAction&>(action).TakeDescription(SharedName::Copy(field.name), std::move(value));
     } else if (declared.spelt) {
         action.Parameters().StoreDeclared(declared.position, fill);
     } else {

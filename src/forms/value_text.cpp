@@ -22,27 +22,27 @@ bool TOrvParameter::AppendText(std::u16string& output) const
     switch (kind_) {
     case ORV_KIND_Boolean:
     case ORV_KIND_Numeric32Bit: Ulmo::AppendDecimal(output, small_); return true;
-    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output, large_); return true;
-    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output, real_); return true;
+    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output, numbers_.large); return true;
+    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output, numbers_.real); return true;
     case ORV_KIND_String:
     case ORV_KIND_EventType:
     case ORV_KIND_MediaChannel:
     case ORV_KIND_Resource:
-    case ORV_KIND_ResultDataSet: output += wide_; return true;
+    case ORV_KIND_ResultDataSet: output += Wide(); return true;
     case ORV_KIND_DateTime: AppendDateTime(output, DateTime()); return true;
     case ORV_KIND_Guid: AppendGuid(output, guid_); return true;
-    case ORV_KIND_Rect: AppendRect(output, large_, u"{", u"}"); return true;
+    case ORV_KIND_Rect: AppendRect(output, numbers_.large, u"{", u"}"); return true;
     default: return false;
     }
 }
 
 // Callers keep pointers into these texts: while the value is the same, its text is not made anew.
-const std::u16string& TOrvParameter::MakeWideText()
+std::u16string_view TOrvParameter::MakeWideText()
 {
-    if (TextIsWide(kind_)) return wide_;
+    if (TextIsWide(kind_)) return Wide();
     std::u16string text;
-    if (AppendText(text) && !Ulmo::SameText(text, wide_)) wide_ = std::move(text);
-    return wide_;
+    if (AppendText(text) && !Ulmo::SameText(text, Wide())) SetText(text);
+    return Wide();
 }
 
 const char* TOrvParameter::MakeNarrowText()
@@ -51,9 +51,9 @@ const char* TOrvParameter::MakeNarrowText()
     const bool written = AppendText(text);
     std::string narrow = Ulmo::Utf8FromWide(text);
     const Ulmo::CriticalSectionGuard guard(Lock());
-    Rare& rare = MakeRare();
-    if (written && rare.narrow != narrow) rare.narrow = std::move(narrow);
-    return rare.narrow.c_str();
+    Side& side = MakeSide();
+    if (written && side.narrow != narrow) side.narrow = std::move(narrow);
+    return side.narrow.c_str();
 }
 
 }  // namespace OrvPLC

@@ -13,8 +13,7 @@ void TakeMissing(TOrvAction& action, const ParameterMap& example)
     if (!action.Entry()) return;
     for (const TOrvParameterInternalInfo& declared : action.Entry()->Parameters) {
         const std::u16string_view key = declared.LowerName.view();
-        const TOrvParameter* value = example.Find(key);
-        if (value && !action.Parameters().Find(key)) action.Parameters().Put(*value);
+        if (!action.Parameters().Find(key)) action.Parameters().CopyOne(example, key);
     }
 }
 

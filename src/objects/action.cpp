@@ -1,5 +1,6 @@
 #include "objects/action.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -9,47 +10,62 @@
 
 namespace OrvPLC {
 
-TOrvAction::TOrvAction(std::uint32_t kind, ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
-                       void* slots)
-    : TOrvMessage(kind, std::move(name), count), entry_(entry), parameters_(entry, slots)
+TOrvAction::TOrvAction(std::uint32_t kind, SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+                       const Block& block)
+    : TOrvMessage(kind, std::move(name), count), parameters_(entry, block.slots, block.textBytes)
 {}
 
-ParameterName TOrvAction::NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry)
+SharedName TOrvAction::NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry)
 {
-    if (entry && Ulmo::SameText(name, entry->NameW.view())) return ParameterName::Shared(entry->NameW.view());
-    return ParameterName::Copy(name);
+    if (entry && Ulmo::SameText(name, entry->NameW.view())) return SharedName::Shared(entry->NameW.view());
+    return SharedName::Copy(name);
 }
 
-TOrvAction::Block TOrvAction::Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry)
+TOrvAction::Block TOrvAction::Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry,
+                                       std::size_t textBytes)
 {
-    constexpr std::size_t alignment = alignof(TOrvParameter);
-    const std::size_t offset = (objectSize + alignment - 1) / alignment * alignment;
-    void* object = ::operator new(offset + ParameterMap::SlotCount(entry) * sizeof(TOrvParameter));
-    return {object, static_cast<char*>(object) + offset};
+    static_assert(sizeof(TOrvAction) % alignof(TOrvParameter) == 0);
+    // A text that is longer than this room can be has a block of its own.
+    constexpr std::size_t kMostTextBytes = 0x40000000;
+    textBytes = std::min(textBytes, kMostTextBytes);
+    void* object = ::operator new(objectSize + ParameterMap::MemorySize(entry, textBytes));
+    return {object, static_cast<char*>(object) + objectSize, textBytes};
 }
 
-TOrvAction* TOrvAction::Make(ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry)
+TOrvAction* TOrvAction::Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+                             std::size_t textBytes)
 {
-    const Block block = Allocate(sizeof(TOrvAction), entry);
-    return new (block.object) TOrvAction(ORV_MESSAGE_ACTION, std::move(name), count, entry, block.slots);
+    const Block block = Allocate(sizeof(TOrvAction), entry, textBytes);
+    return new (block.object) TOrvAction(ORV_MESSAGE_ACTION, std::move(name), count, entry, block);
 }
 
 TOrvAction* TOrvAction::Create(std::u16string_view name, std::uint32_t count)
 {
     const TOrvActionInternalInfo* entry = Catalogue().FindActionByName(name);
-    return Make(NameFor(name, entry), count, entry);
+    return Make(NameFor(name, entry), count, entry, ParameterMap::UsualTextBytes(entry));
 }
 
 TOrvAction* TOrvAction::Create(const TOrvActionInternalInfo& entry, std::uint32_t count)
 {
     // A name that is registered leads to its own entry, so there is nothing to look up.
-    return Make(ParameterName::Shared(entry.NameW.view()), count, &entry);
+    return Make(SharedName::Shared(entry.NameW.view()), count, &entry, ParameterMap::UsualTextBytes(&entry));
+}
+
+TOrvAction* TOrvAction::CreateWithRoom(std::u16string_view name, std::size_t textBytes)
+{
+    const TOrvActionInternalInfo* entry = Catalogue().FindActionByName(name);
+    return Make(NameFor(name, entry), 1, entry, textBytes);
+}
+
+TOrvAction* TOrvAction::CreateWithRoom(const TOrvActionInternalInfo& entry, std::size_t textBytes)
+{
+    return Make(SharedName::Shared(entry.NameW.view()), 1, &entry, textBytes);
 }
 
 TOrvMessage* TOrvAction::Clone() const
 {
     // Looking the name up again would find the same entry: entries are never removed.
-    ObjectPtr<TOrvAction> clone(Make(NameFor(Name(), entry_), 1, entry_));
+    ObjectPtr<TOrvAction> clone(Make(NameFor(Name(), Entry()), 1, Entry(), parameters_.TextBytes()));
     clone->parameters_.CopyFrom(parameters_);
     return clone.release();
 }
@@ -69,47 +85,47 @@ bool TOrvAction::Supports(const TOrvGuid& id) const
 
 std::uint32_t TOrvAction::GetInternalIndex() const
 {
-    return entry_ ? entry_->InternalIndex : 0;
+    return Entry() ? Entry()->InternalIndex : 0;
 }
 
 std::uint32_t TOrvAction::GetActionClassCode()
 {
-    return entry_ && entry_->Class ? entry_->Class->Code : 0;
+    return Entry() && Entry()->Class ? Entry()->Class->Code : 0;
 }
 
 const OrvWChar* TOrvAction::GetActionClassName()
 {
-    return Boundary(entry_ && entry_->Class ? entry_->Class->NameW.c_str() : u"");
+    return Boundary(Entry() && Entry()->Class ? Entry()->Class->NameW.c_str() : u"");
 }
 
 std::uint32_t TOrvAction::GetActionCode()
 {
-    return entry_ ? entry_->Code : 0;
+    return Entry() ? Entry()->Code : 0;
 }
 
 const OrvWChar* TOrvAction::GetActionName()
 {
-    return Boundary(entry_ ? entry_->NameW.c_str() : Name().data());
+    return Boundary(Entry() ? Entry()->NameW.c_str() : Name().data());
 }
 
 const OrvWChar* TOrvAction::GetActionPlainName()
 {
-    return Boundary(entry_ ? entry_->Plain().W.c_str() : u"");
+    return Boundary(Entry() ? Entry()->Plain().W.c_str() : u"");
 }
 
 const OrvWChar* TOrvAction::GetActionDescription()
 {
-    return Boundary(entry_ ? entry_->Description.W.c_str() : u"");
+    return Boundary(Entry() ? Entry()->Description.W.c_str() : u"");
 }
 
 std::uint32_t TOrvAction::GetActionPriority()
 {
-    return entry_ ? entry_->Priority : 0;
+    return Entry() ? Entry()->Priority : 0;
 }
 
 std::uint32_t TOrvAction::GetActionFlags()
 {
-    return entry_ ? entry_->Flags : 0;
+    return Entry() ? Entry()->Flags : 0;
 }
 
 ITalvecMatchAction* TOrvAction::CreateMatchAction()
@@ -125,9 +141,9 @@ std::uint32_t TOrvAction::GetParameterCount()
 void TOrvAction::EnumerateParameters(ITalvecParameterEnumerator* enumerator)
 {
     if (!enumerator) return;
-    const auto tell = [enumerator](std::u16string_view, const TOrvParameter& value) {
+    const auto tell = [enumerator](std::u16string_view, std::u16string_view name, const TOrvParameter& value) {
         Platform::CallForeign(
-            [&] { enumerator->OnParameter(Boundary(value.Name().c_str()), value.Kind(), value.EnumType()); });
+            [&] { enumerator->OnParameter(Boundary(name.data()), value.Kind(), value.EnumType()); });
     };
     InOperation([&] { parameters_.ForEachByKey(tell); });
 }

@@ -15,6 +15,9 @@ public:
     // know gives an object without entry.
     static TOrvAction* Create(std::u16string_view name, std::uint32_t count = 1);
     static TOrvAction* Create(const TOrvActionInternalInfo& entry, std::uint32_t count = 1);
+    // With room in its block for texts of that many bytes, as TextRoom counts them.
+    static TOrvAction* CreateWithRoom(std::u16string_view name, std::size_t textBytes);
+    static TOrvAction* CreateWithRoom(const TOrvActionInternalInfo& entry, std::size_t textBytes);
 
     // Objects are made with the memory of their slots behind them, so they are freed as raw memory.
     static void operator delete(void* block) { ::operator delete(block); }
@@ -78,31 +81,34 @@ public:
     void WriteBinary(TOrvBinaryCursor& cursor) const override;
     bool Equals(const TOrvMessage& other) const override;
 
-    const TOrvActionInternalInfo* Entry() const noexcept { return entry_; }  // may be null
+    const TOrvActionInternalInfo* Entry() const noexcept { return parameters_.Entry(); }  // may be null
     ParameterMap& Parameters() noexcept { return parameters_; }
     const ParameterMap& Parameters() const noexcept { return parameters_; }
     TOrvChannelValue& Scratch() noexcept { return scratch_; }  // what the role accessors hand out
 
     // The match action's description, which the text and binary forms write ahead of the parameters; null for others.
     virtual const TOrvParameter* DescriptionParameter() const { return nullptr; }
+    virtual std::u16string_view DescriptionName() const { return {}; }
 
 protected:
-    TOrvAction(std::uint32_t kind, ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
-               void* slots);
-    // The catalogue's own string where the spelling is the catalogue's.
-    static ParameterName NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry);
-    bool Supports(const TOrvGuid& id) const override;
-    bool OffersMarshaler() const override { return true; }
-
-    // Memory for an object of a derived class with the slots of its parameters behind it.
+    // Memory for an object of a class, for its slots and for its texts, in one block.
     struct Block {
         void* object;
         void* slots;
+        std::size_t textBytes;
     };
-    static Block Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry);
+    static Block Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry, std::size_t textBytes);
+
+    TOrvAction(std::uint32_t kind, SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+               const Block& block);
+    // The catalogue's own string where the spelling is the catalogue's.
+    static SharedName NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry);
+    bool Supports(const TOrvGuid& id) const override;
+    bool OffersMarshaler() const override { return true; }
 
 private:
-    static TOrvAction* Make(ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry);
+    static TOrvAction* Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+                            std::size_t textBytes);
     // Whether the parameter is there; it is read then, and a read that fails does not change the answer.
     template <class Read>
     bool IfPresent(const OrvWChar* name, Read&& read)
@@ -122,7 +128,6 @@ private:
         InOperation([&] { parameters_.Store(TerminatedView(name), fill); });
     }
 
-    const TOrvActionInternalInfo* entry_;
     ParameterMap parameters_;
     TOrvChannelValue scratch_{};
 };

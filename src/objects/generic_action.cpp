@@ -24,14 +24,14 @@ GenericChannel::GenericChannel(const TOrvChannelValue* value)
     number = value->number;
 }
 
-TOrvGenericAction::TOrvGenericAction(Content content, std::uint32_t count)
-    : TOrvAction(ORV_MESSAGE_ACTION, {}, count, nullptr, nullptr), content_(std::move(content))
+TOrvGenericAction::TOrvGenericAction(Content content, std::uint32_t count, const Block& block)
+    : TOrvAction(ORV_MESSAGE_ACTION, {}, count, nullptr, block), content_(std::move(content))
 {}
 
 TOrvGenericAction* TOrvGenericAction::Create(Content content, std::uint32_t count)
 {
-    const Block block = Allocate(sizeof(TOrvGenericAction), nullptr);
-    return new (block.object) TOrvGenericAction(std::move(content), count);
+    const Block block = Allocate(sizeof(TOrvGenericAction), nullptr, 0);
+    return new (block.object) TOrvGenericAction(std::move(content), count, block);
 }
 
 TOrvMessage* TOrvGenericAction::Clone() const

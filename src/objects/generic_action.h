@@ -54,7 +54,7 @@ public:
     virtual std::uint32_t GetGenericInt32() const;
 
 private:
-    TOrvGenericAction(Content content, std::uint32_t count);
+    TOrvGenericAction(Content content, std::uint32_t count, const Block& block);
 
     Content content_;
 };

@@ -7,30 +7,36 @@
 
 namespace OrvPLC {
 
-TOrvMatchAction::TOrvMatchAction(ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
-                                 void* slots)
-    : TOrvAction(ORV_MESSAGE_MATCH_ACTION, std::move(name), count, entry, slots),
-      description_(ParameterName::Shared(u"Comment"))
+TOrvMatchAction::TOrvMatchAction(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+                                 const Block& block)
+    : TOrvAction(ORV_MESSAGE_MATCH_ACTION, std::move(name), count, entry, block)
 {
     description_.SetString({});
 }
 
-TOrvMatchAction* TOrvMatchAction::Make(ParameterName name, std::uint32_t count, const TOrvActionInternalInfo* entry)
+TOrvMatchAction* TOrvMatchAction::Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
+                                       std::size_t textBytes)
 {
-    const Block block = Allocate(sizeof(TOrvMatchAction), entry);
-    return new (block.object) TOrvMatchAction(std::move(name), count, entry, block.slots);
+    const Block block = Allocate(sizeof(TOrvMatchAction), entry, textBytes);
+    return new (block.object) TOrvMatchAction(std::move(name), count, entry, block);
 }
 
 TOrvMatchAction* TOrvMatchAction::Create(std::u16string_view name, std::uint32_t count)
 {
     const TOrvActionInternalInfo* entry = Catalogue().FindActionByName(name);
-    return Make(NameFor(name, entry), count, entry);
+    return Make(NameFor(name, entry), count, entry, ParameterMap::UsualTextBytes(entry));
+}
+
+TOrvMatchAction* TOrvMatchAction::CreateWithRoom(std::u16string_view name, std::size_t textBytes, std::uint32_t count)
+{
+    const TOrvActionInternalInfo* entry = Catalogue().FindActionByName(name);
+    return Make(NameFor(name, entry), count, entry, textBytes);
 }
 
 TOrvMatchAction* TOrvMatchAction::CreateFrom(const TOrvAction& source, std::uint32_t count)
 {
     // By name, not with the source's entry: the entry of event records belongs to no match action.
-    ObjectPtr<TOrvMatchAction> match(Create(source.Name(), count));
+    ObjectPtr<TOrvMatchAction> match(CreateWithRoom(source.Name(), source.Parameters().TextBytes(), count));
     match->Parameters().CopyFrom(source.Parameters());
     return match.release();
 }
@@ -45,14 +51,15 @@ TOrvMessage* TOrvMatchAction::Clone() const
 {
     ObjectPtr<TOrvMatchAction> clone(CreateFrom(*this, 1));
     clone->description_ = description_;
+    clone->descriptionName_ = descriptionName_;
     return clone.release();
 }
 
 bool TOrvMatchAction::Equals(const TOrvMessage& other) const
 {
-    const TOrvParameter& description = static_cast<const TOrvMatchAction&>(other).description_;
-    return description_.SameValue(description) &&
-           Ulmo::LowerCase(description_.Name().view()) == Ulmo::LowerCase(description.Name().view()) &&
+    const auto& match = static_cast<const TOrvMatchAction&>(other);
+    return description_.SameValue(match.description_) &&
+           Ulmo::LowerCase(DescriptionName()) == Ulmo::LowerCase(match.DescriptionName()) &&
            TOrvAction::Equals(other);
 }
 

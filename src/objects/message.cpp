@@ -43,8 +43,8 @@ std::u16string_view TerminatedView(const OrvWChar* text)
     return {Units(text), Ulmo::TerminatedLength(Units(text))};
 }
 
-TOrvMessage::TOrvMessage(std::uint32_t kind, ParameterName name, std::uint32_t count)
-    : kind_(kind), count_(count), name_(std::move(name))
+TOrvMessage::TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count)
+    : count_(count), name_(std::move(name)), kind_(static_cast<std::uint8_t>(kind))
 {
     openObjects.count.fetch_add(1, std::memory_order_relaxed);
 }

@@ -16,6 +16,7 @@
 #include "OrvActions/OrvInterfaces.h"
 #include "catalogue/catalogue.h"
 #include "objects/parameter_map.h"
+#include "objects/shared_name.h"
 
 namespace OrvPLC {
 
@@ -81,7 +82,7 @@ public:
     const char* NarrowName();  // the own name in the ANSI code page, made on first use
 
 protected:
-    TOrvMessage(std::uint32_t kind, ParameterName name, std::uint32_t count);
+    TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count);
     // Beside IUnknown, ITalvecMessage and ITalvecJson, which every object has.
     virtual bool Supports(const TOrvGuid& id) const = 0;
     virtual bool OffersMarshaler() const = 0;
@@ -91,9 +92,9 @@ private:
     // the cost.
     std::int32_t QueryMarshaler(const TOrvGuid& id, void** object);
 
-    std::uint32_t kind_;
     std::atomic<std::uint32_t> count_;
-    ParameterName name_;
+    [[no_unique_address]] SharedName name_;  // the next member lies in its padding
+    std::uint8_t kind_;
     std::unique_ptr<std::string> narrowName_;
     std::atomic<void*> marshaler_{nullptr};
 };

@@ -2,59 +2,41 @@
 
 #include <array>
 #include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 #include "platform/system_string.h"
+#include "ulmo/copy_units.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 
-namespace {
+const TOrvParameter::EmptyText TOrvParameter::kNoText = {{0}, 0};
 
-// A lock a value would cost an allocation; values that happen to share one only wait for each other.
-template <std::size_t count>
-std::array<Ulmo::CriticalSection, count>& LockPool()
+TOrvParameter::TOrvParameter(const TOrvParameter& other) : TOrvParameter()
 {
-    static std::array<Ulmo::CriticalSection, count> pool;
-    return pool;
+    CopyFields(other);
+    SetText(other.Wide());
+    CopySide(other);
 }
 
-}  // namespace
-
-ParameterName ParameterName::Copy(std::u16string_view name)
+TOrvParameter::TOrvParameter(const TOrvParameter& other, TextRoom& room) : TOrvParameter(room)
 {
-    ParameterName result;
-    if (name.empty()) return result;
-    auto* copy = new char16_t[name.size() + 1];
-    std::memcpy(copy, name.data(), name.size() * sizeof(char16_t));
-    copy[name.size()] = 0;
-    result.text_ = copy;
-    result.length_ = static_cast<std::uint32_t>(name.size());
-    result.owned_ = true;
-    return result;
+    CopyFields(other);
+    if (other.length_ != 0) SetText(other.Wide());
+    LeaveRoom();
+    CopySide(other);
 }
 
-ParameterName::ParameterName(const ParameterName& other) : ParameterName()
+TOrvParameter::TOrvParameter(TOrvParameter&& other)
 {
-    *this = other.owned_ ? Copy(other.view()) : Shared(other.view());
-}
-
-TOrvParameter::TOrvParameter(const TOrvParameter& other)
-    : kind_(other.kind_),
-      enumType_(other.enumType_),
-      small_(other.small_),
-      lock_(other.lock_),
-      large_(other.large_),
-      real_(other.real_),
-      guid_(other.guid_),
-      wide_(other.wide_),
-      name_(other.name_)
-{
-    if (other.rare_) {
-        const Ulmo::CriticalSectionGuard guard(other.Lock());
-        rare_ = std::make_unique<Rare>(*other.rare_);
-    }
+    other.LeaveTextOfRoom();
+    CopyFields(other);
+    length_ = std::exchange(other.length_, 0);
+    text_ = std::exchange(other.text_, NoText());
 }
 
 TOrvParameter& TOrvParameter::operator=(const TOrvParameter& other)
@@ -63,18 +45,126 @@ TOrvParameter& TOrvParameter::operator=(const TOrvParameter& other)
     return *this;
 }
 
-void TOrvParameter::Reset(ParameterName name)
+TOrvParameter& TOrvParameter::operator=(TOrvParameter&& other)
 {
-    kind_ = 0;
-    enumType_ = 0;
-    small_ = 0;
-    lock_ = ChooseLock(this);
-    large_ = 0;
-    real_ = 0;
+    if (this == &other) return *this;
+    char16_t* const own = Units();
+    if (Suits(own, other.length_)) {
+        Ulmo::CopyUnits(own, other.Units(), other.length_ + 1);
+        other.ReplaceUnits(own);
+    } else {
+        other.LeaveTextOfRoom();
+        if (IsOnHeap(own)) ::operator delete(&HeaderOf(own));
+    }
+    delete GetSide();
+    CopyFields(other);
+    length_ = std::exchange(other.length_, 0);
+    text_ = std::exchange(other.text_, NoText());
+    return *this;
+}
+
+void TOrvParameter::CopyFields(const TOrvParameter& other) noexcept
+{
+    kind_ = other.kind_;
+    enumType_ = other.enumType_;
+    small_ = other.small_;
+    if (HoldsGuid(kind_)) {
+        guid_ = other.guid_;
+    } else {
+        numbers_ = other.numbers_;
+    }
+}
+
+void TOrvParameter::CopySide(const TOrvParameter& other)
+{
+    const Side* const side = other.GetSide();
+    if (!side) return;
+    const Ulmo::CriticalSectionGuard guard(other.Lock());
+    auto copy = std::make_unique<Side>(*side);
+    copy->units = Units();
+    text_ = reinterpret_cast<std::uintptr_t>(copy.release()) | kSideTag;
+}
+
+void TOrvParameter::FreeMemory() noexcept
+{
+    char16_t* const units = Units();
+    if (IsOnHeap(units)) ::operator delete(&HeaderOf(units));
+    delete GetSide();
+}
+
+char16_t* TOrvParameter::UnitsElsewhere() const noexcept
+{
+    return text_ & kSideTag ? GetSide()->units : reinterpret_cast<char16_t*>(NoText());
+}
+
+char16_t* TOrvParameter::NewText(std::size_t units)
+{
+    if (units >= TextHeader::kOnHeap) throw std::length_error("the text of a parameter is too long");
+    if (text_ & kRoomTag) {
+        char16_t* const room = reinterpret_cast<TextRoom*>(text_ - kRoomTag)->Take(units);
+        if (room) return room;
+    }
+    void* const memory = ::operator new(TextRoom::BytesFor(units));
+    auto* const header = new (memory) TextHeader{static_cast<std::uint32_t>(units) | TextHeader::kOnHeap};
+    return reinterpret_cast<char16_t*>(header + 1);
+}
+
+void TOrvParameter::ReplaceUnits(char16_t* units) noexcept
+{
+    char16_t* const old = Units();
+    if (old != units && IsOnHeap(old)) ::operator delete(&HeaderOf(old));
+    if (Side* const side = GetSide()) {
+        side->units = units;
+    } else {
+        text_ = reinterpret_cast<std::uintptr_t>(units);
+    }
+}
+
+void TOrvParameter::SetText(std::u16string_view text)
+{
+    char16_t* units = Units();
+    if (text.empty() && length_ == 0) return;
+    if (Suits(units, text.size())) {
+        std::memmove(units, text.data(), text.size() * sizeof(char16_t));
+        units[text.size()] = 0;
+    } else if (text.empty()) {
+        ReplaceUnits(reinterpret_cast<char16_t*>(NoText()));
+    } else {
+        units = NewText(text.size());
+        Ulmo::CopyUnits(units, text.data(), text.size());
+        units[text.size()] = 0;
+        ReplaceUnits(units);
+    }
+    length_ = static_cast<std::uint32_t>(text.size());
+}
+
+void TOrvParameter::LeaveTextOfRoom()
+{
+    LeaveRoom();
+    char16_t* const units = Units();
+    if (IsOnHeap(units)) return;
+    if (length_ == 0) return ReplaceUnits(reinterpret_cast<char16_t*>(NoText()));
+    char16_t* const copy = NewText(length_);
+    Ulmo::CopyUnits(copy, units, length_ + 1);
+    ReplaceUnits(copy);
+}
+
+// A place on the heap that would mostly be empty is better given back.
+bool TOrvParameter::Suits(char16_t* units, std::size_t length) noexcept
+{
+    const std::size_t room = RoomOf(units);
+    return length <= room && room != 0 && (!IsOnHeap(units) || room / 4 <= length);
+}
+
+// The guid lies where the numbers are. What was the large number comes back when the guid goes.
+void TOrvParameter::ChangeLayout()
+{
+    if (HoldsGuid(kind_)) {
+        numbers_ = {LargeBesideGuid(), 0};
+        return;
+    }
+    if (numbers_.large != 0 || GetSide()) MakeSide().large = numbers_.large;
     guid_ = {};
-    wide_.clear();
-    name_ = std::move(name);
-    rare_.reset();
 }
 
 void TOrvParameter::SetBoolean(bool value)
@@ -92,25 +182,25 @@ void TOrvParameter::SetInt32(std::int32_t value, std::uint32_t enumType)
 void TOrvParameter::SetInt64(std::int64_t value)
 {
     SetKindAndEnum(ORV_KIND_Numeric64Bit, 0);
-    large_ = value;
+    numbers_.large = value;
 }
 
 void TOrvParameter::SetDouble(double value)
 {
     SetKindAndEnum(ORV_KIND_NumericDouble, 0);
-    real_ = value;
+    numbers_.real = value;
 }
 
 void TOrvParameter::SetString(std::u16string_view value)
 {
     SetKindAndEnum(ORV_KIND_String, 0);
-    wide_.assign(value);
+    SetText(value);
 }
 
 void TOrvParameter::SetDateTime(TUlmoDateTime value)
 {
     SetKindAndEnum(ORV_KIND_DateTime, 0);
-    large_ = static_cast<std::int64_t>(value.value);
+    numbers_.large = static_cast<std::int64_t>(value.value);
 }
 
 void TOrvParameter::SetGuid(const TOrvGuid& value)
@@ -122,35 +212,35 @@ void TOrvParameter::SetGuid(const TOrvGuid& value)
 void TOrvParameter::SetEventType(std::uint64_t id, std::u16string_view name)
 {
     SetKindAndEnum(ORV_KIND_EventType, 0);
-    large_ = static_cast<std::int64_t>(id);
-    wide_.assign(name);
+    numbers_.large = static_cast<std::int64_t>(id);
+    SetText(name);
 }
 
 void TOrvParameter::SetMediaChannel(std::uint64_t id, std::uint32_t number, std::u16string_view name)
 {
     SetKindAndEnum(ORV_KIND_MediaChannel, 0);
-    large_ = static_cast<std::int64_t>(id);
+    numbers_.large = static_cast<std::int64_t>(id);
     small_ = static_cast<std::int32_t>(number);
-    wide_.assign(name);
+    SetText(name);
 }
 
 void TOrvParameter::SetResource(const TOrvGuid& guid, std::u16string_view name)
 {
     SetKindAndEnum(ORV_KIND_Resource, 0);
     guid_ = guid;
-    wide_.assign(name);
+    SetText(name);
 }
 
 void TOrvParameter::SetRect(std::int64_t packed)
 {
     SetKindAndEnum(ORV_KIND_Rect, 0);
-    large_ = packed;
+    numbers_.large = packed;
 }
 
 void TOrvParameter::SetResultDataText(std::u16string_view internalForm)
 {
     SetKindAndEnum(ORV_KIND_ResultDataSet, 0);
-    wide_.assign(internalForm);
+    SetText(internalForm);
 }
 
 bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
@@ -158,30 +248,35 @@ bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
     switch (kind_) {
     case ORV_KIND_Numeric64Bit:
     case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: return large_ == other.large_;
-    case ORV_KIND_NumericDouble: return real_ == other.real_;
-    case ORV_KIND_ResultDataSet: return Ulmo::SameText(wide_, other.wide_);
+    case ORV_KIND_Rect: return Large() == other.Large();
+    case ORV_KIND_NumericDouble: return Real() == other.Real();
+    case ORV_KIND_ResultDataSet: return Ulmo::SameText(Wide(), other.Wide());
     case ORV_KIND_Guid: return Ulmo::GuidTools::Equal(guid_, other.guid_);
-    case ORV_KIND_EventType: return large_ == other.large_ && Ulmo::SameText(wide_, other.wide_);
+    case ORV_KIND_EventType: return Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
     case ORV_KIND_MediaChannel:
-        return small_ == other.small_ && large_ == other.large_ && Ulmo::SameText(wide_, other.wide_);
-    case ORV_KIND_Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(wide_, other.wide_);
+        return small_ == other.small_ && Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
+    case ORV_KIND_Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(Wide(), other.Wide());
     default: return false;
     }
 }
 
-TOrvParameter::Rare& TOrvParameter::MakeRare()
+TOrvParameter::Side& TOrvParameter::MakeSide()
 {
-    if (!rare_) rare_ = std::make_unique<Rare>();
-    return *rare_;
+    if (Side* const side = GetSide()) return *side;
+    auto* const side = new Side(Units());
+    text_ = reinterpret_cast<std::uintptr_t>(side) | kSideTag;
+    return *side;
 }
 
+// A lock for each value would cost an allocation; values that happen to share one only wait for each other.
 Ulmo::CriticalSection& TOrvParameter::Lock() const
 {
-    return LockPool<kLockCount>()[lock_];
+    constexpr std::size_t kCount = 64;
+    static std::array<Ulmo::CriticalSection, kCount> pool;
+    return pool[(reinterpret_cast<std::uintptr_t>(this) >> 3) % kCount];
 }
 
-TOrvParameter::Rare::Rare(const Rare& other) : narrow(other.narrow)
+TOrvParameter::Side::Side(const Side& other) : units(nullptr), large(other.large), narrow(other.narrow)
 {
     items.reserve(other.items.size());
     for (TOrvResultDataItem item : other.items) {
@@ -194,12 +289,12 @@ TOrvParameter::Rare::Rare(const Rare& other) : narrow(other.narrow)
     }
 }
 
-TOrvParameter::Rare::~Rare()
+TOrvParameter::Side::~Side()
 {
     FreeItems();
 }
 
-void TOrvParameter::Rare::FreeItems()
+void TOrvParameter::Side::FreeItems()
 {
     for (const TOrvResultDataItem& item : items) {
         Platform::FreeSystemString(reinterpret_cast<char16_t*>(item.name));

@@ -1,79 +1,49 @@
 // The value of one parameter: a tagged record of twelve kinds, copied by value, with plain functions that switch on
 // the kind.
 //
-// A value keeps its address until it is changed or removed, because callers hold pointers into it. It is small: what
-// is rarely there (a narrow text, result data items) lives behind one pointer.
+// A value keeps its address until it is changed or removed, because callers hold pointers into it. It is small, since an
+// object has one for each parameter: it does not know its own name, kinds that exclude each other share room, and what
+// is rarely there (a narrow text, result data items) lives behind the pointer to the text.
 //
 // Threads: an action is for one thread at a time. Only the lazily built narrow text and the result data items have a
-// lock, one of a fixed pool, chosen when the value is made and shared by its copies.
+// lock, one of a fixed pool, chosen by the value's address.
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "OrvActions/OrvTypes.h"
+#include "objects/text_room.h"
 #include "ulmo/critical_section.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 
-// A parameter's name with its case kept: the catalogue's own string where the spelling is the catalogue's, else a copy.
-class ParameterName {
-public:
-    ParameterName() = default;
-    static ParameterName Shared(std::u16string_view constant)  // lives as long as the library
-    {
-        ParameterName name;
-        name.text_ = constant.data();
-        name.length_ = static_cast<std::uint32_t>(constant.size());
-        return name;
-    }
-    static ParameterName Copy(std::u16string_view name);
-    ParameterName(const ParameterName& other);
-    ParameterName(ParameterName&& other) noexcept
-        : text_(other.text_), length_(other.length_), owned_(std::exchange(other.owned_, false))
-    {}
-    ParameterName& operator=(ParameterName&& other) noexcept
-    {
-        std::swap(text_, other.text_);
-        std::swap(length_, other.length_);
-        std::swap(owned_, other.owned_);
-        return *this;
-    }
-    ParameterName& operator=(const ParameterName& other) { return *this = ParameterName(other); }
-    ~ParameterName()
-    {
-        if (owned_) delete[] text_;
-    }
-
-    std::u16string_view view() const noexcept { return {text_, length_}; }
-    const char16_t* c_str() const noexcept { return text_; }
-
-private:
-    const char16_t* text_ = u"";
-    std::uint32_t length_ = 0;
-    bool owned_ = false;
-};
-
 class TOrvParameter {
 public:
-    TOrvParameter() : lock_(ChooseLock(this)) {}
-    explicit TOrvParameter(ParameterName name) : lock_(ChooseLock(this)), name_(std::move(name)) {}
-    TOrvParameter(const TOrvParameter& other);  // shares the lock of its source
-    TOrvParameter(TOrvParameter&&) noexcept = default;
+    TOrvParameter() noexcept = default;
+    // Takes its first text from the room, which outlives the value. To be followed by LeaveRoom().
+    explicit TOrvParameter(TextRoom& room) noexcept : text_(reinterpret_cast<std::uintptr_t>(&room) | kRoomTag) {}
+    TOrvParameter(const TOrvParameter& other, TextRoom& room);
+    TOrvParameter(const TOrvParameter& other);
+    TOrvParameter(TOrvParameter&& other);  // a text in a room is copied, all else changes hands
+    // The text stays where this value has room for it. A failure leaves both as they were.
     TOrvParameter& operator=(const TOrvParameter& other);
-    TOrvParameter& operator=(TOrvParameter&&) noexcept = default;
-    ~TOrvParameter() = default;
+    TOrvParameter& operator=(TOrvParameter&& other);
+    ~TOrvParameter()
+    {
+        if (OwnsMemory()) FreeMemory();
+    }
 
-    // Back to a new value under this name: kind 0, everything empty.
-    void Reset(ParameterName name);
+    // Ends the time in which a text is taken from the room.
+    void LeaveRoom() noexcept
+    {
+        if (text_ & kRoomTag) text_ = NoText();
+    }
 
-    const ParameterName& Name() const noexcept { return name_; }
-    void SetName(ParameterName name) { name_ = std::move(name); }
     std::uint32_t Kind() const noexcept { return kind_; }
     std::uint32_t EnumType() const noexcept { return enumType_; }
 
@@ -94,6 +64,7 @@ public:
     void SetResultDataSet(const TOrvResultDataItem* items, std::size_t count);  // defined with the result data forms
     void SetKindAndEnum(std::uint32_t kind, std::uint32_t enumType)             // unchecked, for values from outside
     {
+        if (HoldsGuid(kind) != HoldsGuid(kind_)) ChangeLayout();
         kind_ = kind;
         enumType_ = enumType;
     }
@@ -117,8 +88,8 @@ public:
     // The text of the value: no quotes, no name. False for a kind outside 1 to 12. Defined with the text forms.
     bool AppendText(std::u16string& output) const;
     // Writes that text into the wide value of this very value, whose kind does not change, and gives it back. A kind
-    // that refuses leaves the wide value as it was.
-    const std::u16string& MakeWideText();
+    // that refuses leaves the wide value as it was. The text ends in a zero unit.
+    std::u16string_view MakeWideText();
     // The same text in UTF-8, kept in the value until it is made again.
     const char* MakeNarrowText();
 
@@ -139,36 +110,75 @@ public:
     {
         if (kind_ != other.kind_) return false;
         if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) return small_ == other.small_;
-        if (kind_ == ORV_KIND_String) return Ulmo::SameText(wide_, other.wide_);
+        if (kind_ == ORV_KIND_String) return Ulmo::SameText(Wide(), other.Wide());
         return SameOtherValue(other);
     }
 
     // The raw fields, for writers and matching. Which of them counts is told by the kind.
     const std::int32_t& Small() const noexcept { return small_; }  // Boolean, Numeric32Bit, number of a MediaChannel
-    const std::int64_t& Large() const noexcept { return large_; }  // Numeric64Bit, DateTime, Rect, ids
-    const double& Real() const noexcept { return real_; }
-    const TOrvGuid& Guid() const noexcept { return guid_; }
-    TUlmoDateTime DateTime() const noexcept { return {static_cast<std::uint64_t>(large_)}; }
-    const std::u16string& Wide() const noexcept { return wide_; }  // String, names, internal text of a ResultDataSet
+    const std::int64_t& Large() const noexcept { return numbers_.large; }  // Numeric64Bit, DateTime, Rect, ids
+    const double& Real() const noexcept { return numbers_.real; }
+    const TOrvGuid& Guid() const noexcept { return guid_; }  // Guid and Resource only
+    TUlmoDateTime DateTime() const noexcept { return {static_cast<std::uint64_t>(numbers_.large)}; }
+    // String, names, internal text of a ResultDataSet. Ends in a zero unit.
+    std::u16string_view Wide() const noexcept { return {Units(), length_}; }
+    // What Large() was before the value became a Guid or a Resource, where the guid takes its place.
+    std::int64_t LargeBesideGuid() const noexcept { return GetSide() ? GetSide()->large : 0; }
 
 private:
     // What few values ever have.
-    struct Rare {
+    struct Side {
+        char16_t* units;  // the text of the value, whose pointer led here before
+        std::int64_t large = 0;
         std::string narrow;
         std::vector<TOrvResultDataItem> items;  // names are system strings, owned
 
-        Rare() = default;
-        Rare(const Rare& other);
-        Rare& operator=(const Rare&) = delete;
-        ~Rare();
+        explicit Side(char16_t* text) : units(text) {}
+        Side(const Side& other);  // without the text
+        Side& operator=(const Side&) = delete;
+        ~Side();
         void FreeItems();
     };
-    static constexpr std::size_t kLockCount = 64;
-    static std::uint8_t ChooseLock(const void* value)
+    struct Numbers {
+        std::int64_t large;
+        double real;
+    };
+    // The pointer to the text tells by its low bits what it leads to instead.
+    static constexpr std::uintptr_t kSideTag = 1;
+    static constexpr std::uintptr_t kRoomTag = 2;
+
+    static bool HoldsGuid(std::uint32_t kind) { return kind == ORV_KIND_Guid || kind == ORV_KIND_Resource; }
+    void ChangeLayout();  // from numbers to a guid, or back
+
+    static std::uintptr_t NoText() noexcept { return reinterpret_cast<std::uintptr_t>(&kNoText.unit); }
+    char16_t* Units() const noexcept
     {
-        return static_cast<std::uint8_t>((reinterpret_cast<std::uintptr_t>(value) >> 5) % kLockCount);
+        if (text_ & (kSideTag | kRoomTag)) return UnitsElsewhere();
+        return reinterpret_cast<char16_t*>(text_);
     }
-    Rare& MakeRare();
+    char16_t* UnitsElsewhere() const noexcept;
+    static TextHeader& HeaderOf(char16_t* units) noexcept { return *(reinterpret_cast<TextHeader*>(units) - 1); }
+    static std::uint32_t RoomOf(char16_t* units) noexcept { return HeaderOf(units).room & ~TextHeader::kOnHeap; }
+    static bool IsOnHeap(char16_t* units) noexcept { return (HeaderOf(units).room & TextHeader::kOnHeap) != 0; }
+    Side* GetSide() const noexcept
+    {
+        return text_ & kSideTag ? reinterpret_cast<Side*>(text_ - kSideTag) : nullptr;
+    }
+    static bool Suits(char16_t* units, std::size_t length) noexcept;  // whether a text of that length goes there
+    bool OwnsMemory() const noexcept
+    {
+        if (text_ & (kSideTag | kRoomTag)) return (text_ & kSideTag) != 0;
+        return IsOnHeap(reinterpret_cast<char16_t*>(text_));
+    }
+    void FreeMemory() noexcept;
+    void SetText(std::u16string_view text);  // which may be part of the present one
+    char16_t* NewText(std::size_t units);    // from the room or from the heap
+    void ReplaceUnits(char16_t* units) noexcept;
+    void LeaveTextOfRoom();  // a text in a room is copied to the heap
+    void CopyFields(const TOrvParameter& other) noexcept;
+    void CopySide(const TOrvParameter& other);
+
+    Side& MakeSide();
     bool SameOtherValue(const TOrvParameter& other) const;  // of the kinds that SameValue does not know itself
     Ulmo::CriticalSection& Lock() const;
 
@@ -177,18 +187,24 @@ private:
     bool ConvertToDateTime();
     bool ConvertToEventType();
     bool ConvertToMediaChannel();
-    bool ConvertToResource();
+
+    // The shared empty text.
+    struct EmptyText {
+        TextHeader header;
+        char16_t unit;
+    };
+    static const EmptyText kNoText;
 
     std::uint32_t kind_ = 0;
     std::uint32_t enumType_ = 0;
     std::int32_t small_ = 0;
-    std::uint8_t lock_;  // slot of the lock pool
-    std::int64_t large_ = 0;
-    double real_ = 0;
-    TOrvGuid guid_{};
-    std::u16string wide_;
-    ParameterName name_;
-    std::unique_ptr<Rare> rare_;
+    std::uint32_t length_ = 0;  // of the text
+    union {
+        Numbers numbers_ = {0, 0};
+        TOrvGuid guid_;
+    };
+    std::uintptr_t text_ = NoText();  // units with a TextHeader before them; with a tag a Side or a TextRoom
 };
+static_assert(sizeof(TOrvParameter) == 40, "an object has one for each parameter");
 
 }  // namespace OrvPLC

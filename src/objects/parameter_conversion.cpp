@@ -23,9 +23,9 @@ Integer Truncate(double value)
     return static_cast<Integer>(value);
 }
 
-const OrvWChar* BoundaryText(const std::u16string& text)
+const OrvWChar* BoundaryText(std::u16string_view text)  // one that ends in a zero unit
 {
-    return reinterpret_cast<const OrvWChar*>(text.c_str());
+    return reinterpret_cast<const OrvWChar*>(text.data());
 }
 
 }  // namespace
@@ -36,13 +36,13 @@ bool TOrvParameter::ReadBoolean(bool& value) const
     case ORV_KIND_Boolean:
     case ORV_KIND_Numeric32Bit: value = small_ != 0; return true;
     case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime: value = large_ != 0; return true;
-    case ORV_KIND_NumericDouble: value = real_ != 0.0; return true;
+    case ORV_KIND_DateTime: value = numbers_.large != 0; return true;
+    case ORV_KIND_NumericDouble: value = numbers_.real != 0.0; return true;
     case ORV_KIND_String:
     case ORV_KIND_EventType:
     case ORV_KIND_MediaChannel:
     case ORV_KIND_Resource:
-    case ORV_KIND_ResultDataSet: value = !wide_.empty(); return true;
+    case ORV_KIND_ResultDataSet: value = length_ != 0; return true;
     default: return false;
     }
 }
@@ -53,10 +53,10 @@ bool TOrvParameter::ReadInt32(std::int32_t& value) const
     case ORV_KIND_Boolean:
     case ORV_KIND_Numeric32Bit:
     case ORV_KIND_MediaChannel: value = small_; return true;
-    case ORV_KIND_Numeric64Bit: value = static_cast<std::int32_t>(large_ & 0xFFFFFFFF); return true;
-    case ORV_KIND_NumericDouble: value = Truncate<std::int32_t>(real_); return true;
-    case ORV_KIND_String: value = Ulmo::ScanInt32(wide_); return true;
-    case ORV_KIND_DateTime: value = large_ != 0; return true;
+    case ORV_KIND_Numeric64Bit: value = static_cast<std::int32_t>(numbers_.large & 0xFFFFFFFF); return true;
+    case ORV_KIND_NumericDouble: value = Truncate<std::int32_t>(numbers_.real); return true;
+    case ORV_KIND_String: value = Ulmo::ScanInt32(Wide()); return true;
+    case ORV_KIND_DateTime: value = numbers_.large != 0; return true;
     default: return false;
     }
 }
@@ -69,10 +69,10 @@ bool TOrvParameter::ReadInt64(std::int64_t& value) const
     case ORV_KIND_Numeric64Bit:
     case ORV_KIND_EventType:
     case ORV_KIND_MediaChannel:
-    case ORV_KIND_Rect: value = large_; return true;
-    case ORV_KIND_NumericDouble: value = Truncate<std::int64_t>(real_); return true;
-    case ORV_KIND_String: value = Ulmo::ScanInt64(wide_); return true;
-    case ORV_KIND_DateTime: value = large_ != 0; return true;
+    case ORV_KIND_Rect: value = numbers_.large; return true;
+    case ORV_KIND_NumericDouble: value = Truncate<std::int64_t>(numbers_.real); return true;
+    case ORV_KIND_String: value = Ulmo::ScanInt64(Wide()); return true;
+    case ORV_KIND_DateTime: value = numbers_.large != 0; return true;
     default: return false;
     }
 }
@@ -82,10 +82,10 @@ bool TOrvParameter::ReadDouble(double& value) const
     switch (kind_) {
     case ORV_KIND_Boolean:
     case ORV_KIND_Numeric32Bit: value = small_; return true;
-    case ORV_KIND_Numeric64Bit: value = static_cast<double>(large_); return true;
-    case ORV_KIND_NumericDouble: value = real_; return true;
-    case ORV_KIND_String: value = Ulmo::ScanDouble(wide_); return true;
-    case ORV_KIND_DateTime: value = large_ != 0 ? 1.0 : 0.0; return true;
+    case ORV_KIND_Numeric64Bit: value = static_cast<double>(numbers_.large); return true;
+    case ORV_KIND_NumericDouble: value = numbers_.real; return true;
+    case ORV_KIND_String: value = Ulmo::ScanDouble(Wide()); return true;
+    case ORV_KIND_DateTime: value = numbers_.large != 0 ? 1.0 : 0.0; return true;
     default: return false;
     }
 }
@@ -97,7 +97,7 @@ bool TOrvParameter::ReadDateTime(TUlmoDateTime& value) const
         return true;
     }
     if (kind_ != ORV_KIND_String) return false;
-    const auto parsed = Ulmo::TryFromText(wide_);
+    const auto parsed = Ulmo::TryFromText(Wide());
     if (parsed) value = *parsed;
     return parsed.has_value();
 }
@@ -112,23 +112,23 @@ bool TOrvParameter::ReadGuid(TOrvGuid& value) const
 bool TOrvParameter::ReadRect(std::int64_t& packed) const
 {
     if (kind_ != ORV_KIND_Numeric64Bit && kind_ != ORV_KIND_Rect) return false;
-    packed = large_;
+    packed = numbers_.large;
     return true;
 }
 
 bool TOrvParameter::ReadEventType(TOrvEventTypeValue& value) const
 {
     if (kind_ != ORV_KIND_EventType) return false;
-    value.id = static_cast<std::uint64_t>(large_);
-    value.name = BoundaryText(wide_);
+    value.id = static_cast<std::uint64_t>(numbers_.large);
+    value.name = BoundaryText(Wide());
     return true;
 }
 
 bool TOrvParameter::ReadMediaChannel(TOrvChannelValue& value) const
 {
     if (kind_ != ORV_KIND_MediaChannel) return false;
-    value.id = static_cast<std::uint64_t>(large_);
-    value.name = BoundaryText(wide_);
+    value.id = static_cast<std::uint64_t>(numbers_.large);
+    value.name = BoundaryText(Wide());
     value.number = static_cast<std::uint32_t>(small_);
     return true;
 }
@@ -137,7 +137,7 @@ bool TOrvParameter::ReadResource(TOrvResourceValue& value) const
 {
     if (kind_ != ORV_KIND_Resource) return false;
     value.guid = guid_;
-    value.name = BoundaryText(wide_);
+    value.name = BoundaryText(Wide());
     return true;
 }
 
@@ -148,17 +148,17 @@ const std::int32_t* TOrvParameter::Int32InPlace()
 
 const std::int64_t* TOrvParameter::Int64InPlace()
 {
-    return ConvertInPlace(ORV_KIND_Numeric64Bit) ? &large_ : nullptr;
+    return ConvertInPlace(ORV_KIND_Numeric64Bit) ? &numbers_.large : nullptr;
 }
 
 const double* TOrvParameter::DoubleInPlace()
 {
-    return ConvertInPlace(ORV_KIND_NumericDouble) ? &real_ : nullptr;
+    return ConvertInPlace(ORV_KIND_NumericDouble) ? &numbers_.real : nullptr;
 }
 
 const TUlmoDateTime* TOrvParameter::DateTimeInPlace() const
 {
-    return kind_ == ORV_KIND_DateTime ? reinterpret_cast<const TUlmoDateTime*>(&large_) : nullptr;
+    return kind_ == ORV_KIND_DateTime ? reinterpret_cast<const TUlmoDateTime*>(&numbers_.large) : nullptr;
 }
 
 bool TOrvParameter::ConvertInPlace(std::uint32_t kind)
@@ -184,19 +184,19 @@ bool TOrvParameter::ConvertTo(std::uint32_t kind)
         return true;
     }
     case ORV_KIND_Numeric32Bit: return ReadInt32(small_);
-    case ORV_KIND_Numeric64Bit: return ReadInt64(large_);
-    case ORV_KIND_NumericDouble: return ReadDouble(real_);
+    case ORV_KIND_Numeric64Bit: return ReadInt64(numbers_.large);
+    case ORV_KIND_NumericDouble: return ReadDouble(numbers_.real);
     case ORV_KIND_String: {
         std::u16string text;
         if (!AppendText(text)) return false;
-        wide_ = std::move(text);
+        SetText(text);
         return true;
     }
     case ORV_KIND_DateTime: return ConvertToDateTime();
     case ORV_KIND_Guid: return kind_ == ORV_KIND_Resource;
     case ORV_KIND_EventType: return ConvertToEventType();
     case ORV_KIND_MediaChannel: return ConvertToMediaChannel();
-    case ORV_KIND_Resource: return ConvertToResource();
+    case ORV_KIND_Resource: return kind_ == ORV_KIND_String;  // without a guid
     case ORV_KIND_Rect: return kind_ == ORV_KIND_Numeric64Bit;
     case ORV_KIND_ResultDataSet: return kind_ == ORV_KIND_String;
     default: return false;
@@ -207,14 +207,14 @@ bool TOrvParameter::ConvertToDateTime()
 {
     TUlmoDateTime value{};
     if (!ReadDateTime(value)) return false;
-    large_ = static_cast<std::int64_t>(value.value);
+    numbers_.large = static_cast<std::int64_t>(value.value);
     return true;
 }
 
 bool TOrvParameter::ConvertToEventType()
 {
     if (kind_ == ORV_KIND_Numeric32Bit) {
-        large_ = small_;
+        numbers_.large = small_;
     } else if (kind_ != ORV_KIND_String) {
         return false;
     }
@@ -225,22 +225,15 @@ bool TOrvParameter::ConvertToEventType()
 bool TOrvParameter::ConvertToMediaChannel()
 {
     switch (kind_) {
-    case ORV_KIND_Numeric32Bit: wide_.clear(); break;
+    case ORV_KIND_Numeric32Bit: SetText({}); break;
     case ORV_KIND_Numeric64Bit:
-        small_ = static_cast<std::int32_t>(large_ & 0xFFFFFFFF);
-        wide_.clear();
+        small_ = static_cast<std::int32_t>(numbers_.large & 0xFFFFFFFF);
+        SetText({});
         break;
     case ORV_KIND_String: small_ = 0; break;
     default: return false;
     }
-    large_ = 0;
-    return true;
-}
-
-bool TOrvParameter::ConvertToResource()
-{
-    if (kind_ != ORV_KIND_String) return false;
-    guid_ = {};
+    numbers_.large = 0;
     return true;
 }
 

@@ -1,20 +1,51 @@
 #include "objects/parameter_map.h"
 
 #include <algorithm>
-#include <bit>
-#include <new>
 
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
+
+namespace {
+
+// Of a declared parameter that holds a text.
+constexpr std::size_t kUsualTextUnits = 17;
+
+bool MayHoldText(std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_KIND_String:
+    case ORV_KIND_EventType:
+    case ORV_KIND_MediaChannel:
+    case ORV_KIND_Resource: return true;
+    default: return false;
+    }
+}
+
+}  // namespace
 
 std::size_t ParameterMap::SlotCount(const TOrvActionInternalInfo* entry)
 {
     return entry && !entry->HasRepeatedNames() ? std::min(entry->Parameters.size(), kMaximumSlots) : 0;
 }
 
-ParameterMap::ParameterMap(const TOrvActionInternalInfo* entry, void* slots)
-    : entry_(entry), slots_(static_cast<TOrvParameter*>(slots)), slotCount_(SlotCount(entry))
+std::size_t ParameterMap::UsualTextBytes(const TOrvActionInternalInfo* entry)
+{
+    std::size_t bytes = 0;
+    const std::size_t slots = SlotCount(entry);
+    for (std::size_t position = 0; position < slots; ++position) {
+        if (MayHoldText(entry->Parameters[position].Type)) bytes += TextRoom::BytesFor(kUsualTextUnits);
+    }
+    return bytes;
+}
+
+ParameterMap::ParameterMap(const TOrvActionInternalInfo* entry, void* memory, std::size_t textBytes)
+    : entry_(entry),
+      room_(static_cast<std::byte*>(memory) + SlotCount(entry) * sizeof(TOrvParameter),
+            static_cast<std::uint32_t>(textBytes)),
+      slotsOffset_(static_cast<std::uint16_t>(reinterpret_cast<std::uintptr_t>(memory) -
+                                              reinterpret_cast<std::uintptr_t>(this))),
+      slotCount_(static_cast<std::uint8_t>(SlotCount(entry)))
 {}
 
 ParameterMap::~ParameterMap()
@@ -26,7 +57,28 @@ ParameterMap::~ParameterMap()
 
 std::size_t ParameterMap::Size() const noexcept
 {
-    return static_cast<std::size_t>(std::popcount(present_)) + nodes_.size();
+    return static_cast<std::size_t>(std::popcount(present_)) + (more_ ? more_->nodes.size() : 0);
+}
+
+std::size_t ParameterMap::TextBytes() const
+{
+    std::size_t bytes = 0;
+    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
+        bytes += TextRoom::Reserve(Slot(static_cast<std::size_t>(std::countr_zero(left))).Wide().size());
+    }
+    return bytes;
+}
+
+ParameterMap::More& ParameterMap::NeedMore()
+{
+    if (!more_) more_ = std::make_unique<More>();
+    return *more_;
+}
+
+const ParameterMap::Nodes& ParameterMap::GetNodes() const
+{
+    static const Nodes none;
+    return more_ ? more_->nodes : none;
 }
 
 std::size_t ParameterMap::DeclaredSlot(std::u16string_view name) const
@@ -36,31 +88,35 @@ std::size_t ParameterMap::DeclaredSlot(std::u16string_view name) const
     return position < slotCount_ ? position : kNotFound;
 }
 
-const TOrvParameter* ParameterMap::FindNode(std::u16string_view key) const
+ParameterMap::Node* ParameterMap::FindNode(std::u16string_view key) const
 {
-    const auto node = nodes_.find(key);
-    return node == nodes_.end() ? nullptr : &node->second;
+    if (!more_) return nullptr;
+    const auto node = more_->nodes.find(key);
+    return node == more_->nodes.end() ? nullptr : &node->second;
 }
 
 TOrvParameter* ParameterMap::Find(std::u16string_view name)
 {
     const std::size_t position = DeclaredSlot(name);
     if (position != kNotFound) return Has(position) ? &Slot(position) : nullptr;
-    if (nodes_.empty()) return nullptr;
-    return const_cast<TOrvParameter*>(FindNode(Ulmo::LowerCase(name)));
+    if (!more_ || more_->nodes.empty()) return nullptr;
+    Node* const node = FindNode(Ulmo::LowerCase(name));
+    return node ? &node->value : nullptr;
 }
 
 TOrvParameter* ParameterMap::FindDeclared(std::size_t position)
 {
     if (position < slotCount_) return Has(position) ? &Slot(position) : nullptr;
-    return const_cast<TOrvParameter*>(FindNode(entry_->Parameters[position].LowerName.view()));
+    Node* const node = FindNode(entry_->Parameters[position].LowerName.view());
+    return node ? &node->value : nullptr;
 }
 
 const TOrvParameter* ParameterMap::FindKey(std::u16string_view key) const
 {
     const std::size_t position = DeclaredSlot(key);
     if (position != kNotFound) return Has(position) ? &Slot(position) : nullptr;
-    return FindNode(key);
+    const Node* const node = FindNode(key);
+    return node ? &node->value : nullptr;
 }
 
 ParameterMap::Place ParameterMap::PlaceToStore(std::u16string_view name)
@@ -68,26 +124,51 @@ ParameterMap::Place ParameterMap::PlaceToStore(std::u16string_view name)
     if (nextStore_ < slotCount_ && entry_->IsSpelt(nextStore_, name)) return {nextStore_++, true};
     const std::size_t position = DeclaredSlot(name);
     if (position == kNotFound) return {kNotFound, false};
-    nextStore_ = position + 1;
+    nextStore_ = static_cast<std::uint8_t>(position + 1);
     return {position, entry_->IsSpelt(position, name)};
 }
 
-void ParameterMap::Put(TOrvParameter value)
+void ParameterMap::Put(std::u16string_view name, TOrvParameter&& value)
 {
-    const Place place = PlaceToStore(value.Name().view());
-    if (place.position == kNotFound) return StoreInNode(std::move(value));
-    value.SetName(NameAt(place, value.Name().view()));
-    if (Has(place.position)) {
-        Slot(place.position) = std::move(value);
-        return;
+    const Place place = PlaceToStore(name);
+    if (place.position == kNotFound) return PutInNode(name, std::move(value));
+    if (place.spelt) {
+        PutInSlot(place.position, std::move(value));
+        DropSpelling(place.position);
+    } else {
+        Spelling spelling = MakeSpelling(place.position, name);
+        PutInSlot(place.position, std::move(value));
+        TakeSpelling(std::move(spelling));
     }
-    new (&Slot(place.position)) TOrvParameter(std::move(value));
-    present_ |= std::uint64_t{1} << place.position;
 }
 
-void ParameterMap::StoreInNode(TOrvParameter value)
+bool ParameterMap::CopyOne(const ParameterMap& other, std::u16string_view name)
 {
-    nodes_.insert_or_assign(Ulmo::LowerCase(value.Name().view()), std::move(value));
+    const std::size_t position = other.DeclaredSlot(name);
+    if (position != kNotFound) {
+        if (!other.Has(position)) return false;
+        Put(other.NameOf(position), TOrvParameter(other.Slot(position)));
+        return true;
+    }
+    const Node* const node = other.FindNode(Ulmo::LowerCase(name));
+    if (node) Put(node->name, TOrvParameter(node->value));
+    return node != nullptr;
+}
+
+void ParameterMap::PutInSlot(std::size_t position, TOrvParameter&& value)
+{
+    if (Has(position)) {
+        Slot(position) = std::move(value);
+        return;
+    }
+    new (&Slot(position)) TOrvParameter(std::move(value));
+    present_ |= std::uint64_t{1} << position;
+}
+
+void ParameterMap::PutInNode(std::u16string_view name, TOrvParameter&& value)
+{
+    Node node{std::u16string(name), std::move(value)};
+    NeedMore().nodes.insert_or_assign(Ulmo::LowerCase(name), std::move(node));
 }
 
 bool ParameterMap::Remove(std::u16string_view name)
@@ -97,27 +178,57 @@ bool ParameterMap::Remove(std::u16string_view name)
         if (!Has(position)) return false;
         Slot(position).~TOrvParameter();
         present_ &= ~(std::uint64_t{1} << position);
+        DropSpelling(position);
         return true;
     }
-    return nodes_.erase(Ulmo::LowerCase(name)) != 0;
+    return more_ && more_->nodes.erase(Ulmo::LowerCase(name)) != 0;
+}
+
+std::u16string_view ParameterMap::SpellingOf(std::size_t position, std::u16string_view usual) const
+{
+    for (const Spelling& spelling : more_->spellings) {
+        if (spelling.position == position) return spelling.name;
+    }
+    return usual;
+}
+
+ParameterMap::Spelling ParameterMap::MakeSpelling(std::size_t position, std::u16string_view name)
+{
+    std::vector<Spelling>& spellings = NeedMore().spellings;
+    spellings.reserve(spellings.size() + 1);
+    return {position, std::u16string(name)};
+}
+
+void ParameterMap::TakeSpelling(Spelling spelling) noexcept
+{
+    EraseSpelling(spelling.position);
+    more_->spellings.push_back(std::move(spelling));
+}
+
+void ParameterMap::EraseSpelling(std::size_t position) noexcept
+{
+    std::erase_if(more_->spellings, [position](const Spelling& spelling) { return spelling.position == position; });
 }
 
 bool ParameterMap::SameContent(const ParameterMap& other) const
 {
     if (entry_ == other.entry_) {
         // The same declaration: slots stand side by side, and so do nodes.
-        if (present_ != other.present_ || nodes_.size() != other.nodes_.size()) return false;
+        if (present_ != other.present_) return false;
         for (std::uint64_t left = present_; left != 0; left &= left - 1) {
             const auto position = static_cast<std::size_t>(std::countr_zero(left));
             if (!Slot(position).SameValue(other.Slot(position))) return false;
         }
-        return std::equal(nodes_.begin(), nodes_.end(), other.nodes_.begin(), [](const auto& a, const auto& b) {
-            return Ulmo::SameText(a.first, b.first) && a.second.SameValue(b.second);
+        if (!more_ && !other.more_) return true;
+        const Nodes& nodes = GetNodes();
+        const Nodes& others = other.GetNodes();
+        return std::equal(nodes.begin(), nodes.end(), others.begin(), others.end(), [](const auto& a, const auto& b) {
+            return Ulmo::SameText(a.first, b.first) && a.second.value.SameValue(b.second.value);
         });
     }
     if (Size() != other.Size()) return false;
     bool same = true;
-    ForEachByKey([&](std::u16string_view key, const TOrvParameter& value) {
+    ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter& value) {
         const TOrvParameter* counterpart = same ? other.Find(key) : nullptr;
         same = counterpart && counterpart->SameValue(value);
     });
@@ -127,15 +238,17 @@ bool ParameterMap::SameContent(const ParameterMap& other) const
 void ParameterMap::CopyFrom(const ParameterMap& other)
 {
     if (entry_ != other.entry_) {
-        other.ForEachByKey([this](std::u16string_view, const TOrvParameter& value) { Put(value); });
+        other.ForEachByKey([this](std::u16string_view, std::u16string_view name, const TOrvParameter& value) {
+            Put(name, TOrvParameter(value));
+        });
         return;
     }
     for (std::uint64_t left = other.present_; left != 0; left &= left - 1) {
         const auto position = static_cast<std::size_t>(std::countr_zero(left));
-        new (&Slot(position)) TOrvParameter(other.Slot(position));
+        new (&Slot(position)) TOrvParameter(other.Slot(position), room_);
         present_ |= std::uint64_t{1} << position;
     }
-    nodes_ = other.nodes_;
+    if (other.more_) more_ = std::make_unique<More>(*other.more_);
 }
 
 }  // namespace OrvPLC

@@ -2,21 +2,25 @@
 // unit, or in the order in which the catalogue declares them.
 //
 // A parameter that the catalogue declares lives in a slot of its own, found by its position in the declaration, without
-// a key of its own. The slots are part of the action's one block of memory. Any other parameter is a node of its own
-// in a tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
+// a key or a name of its own: only a spelling that differs from the catalogue's is kept beside it. The slots are part of
+// the action's one block of memory, and so is the room for its texts. Any other parameter is a node of its own in a
+// tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "catalogue/entries.h"
 #include "objects/parameter.h"
+#include "objects/text_room.h"
 
 namespace OrvPLC {
 
@@ -28,12 +32,23 @@ public:
     static constexpr std::size_t kNotFound = TOrvActionInternalInfo::kNotFound;
     static std::size_t SlotCount(const TOrvActionInternalInfo* entry);
 
-    // `entry` may be null; `slots` is raw memory for SlotCount(entry) values.
-    ParameterMap(const TOrvActionInternalInfo* entry, void* slots);
+    // Bytes of the memory that a map needs behind its object: its slots, then the room for texts.
+    static std::size_t MemorySize(const TOrvActionInternalInfo* entry, std::size_t textBytes)
+    {
+        return SlotCount(entry) * sizeof(TOrvParameter) + textBytes;
+    }
+    // Room for texts of a usual length, for an object whose texts come later.
+    static std::size_t UsualTextBytes(const TOrvActionInternalInfo* entry);
+    // The room that the texts of all slots take.
+    std::size_t TextBytes() const;
+
+    // `entry` may be null; `memory` is raw, of that size, and lies behind the map in the same block.
+    ParameterMap(const TOrvActionInternalInfo* entry, void* memory, std::size_t textBytes);
     ParameterMap(const ParameterMap&) = delete;
     ParameterMap& operator=(const ParameterMap&) = delete;
     ~ParameterMap();
 
+    const TOrvActionInternalInfo* Entry() const noexcept { return entry_; }
     std::size_t Size() const noexcept;
 
     TOrvParameter* Find(std::u16string_view name);  // any case; null when absent
@@ -50,14 +65,16 @@ public:
     void Store(std::u16string_view name, Fill&& fill);
     template <class Fill>
     void StoreDeclared(std::size_t position, Fill&& fill);  // under the catalogue's spelling
-    void Put(TOrvParameter value);                          // under its own name
+    void Put(std::u16string_view name, TOrvParameter&& value);
+    // Takes a copy of the parameter of that name, with its spelling. False when the other map has none.
+    bool CopyOne(const ParameterMap& other, std::u16string_view name);
     bool Remove(std::u16string_view name);
 
-    // Calls visit(key, value) for each parameter, in key order.
+    // Calls visit(key, name, value) for each parameter, in key order. The name ends in a zero unit.
     template <class Visit>
     void ForEachByKey(Visit&& visit) const;
-    // Calls visit(value, position) for each declared parameter that is present, in declaration order, then
-    // visit(value, kNotFound) for the others in key order.
+    // Calls visit(name, value, position) for each declared parameter that is present, in declaration order, then with
+    // kNotFound as position for the others in key order.
     template <class Visit>
     void ForEachDeclaredFirst(Visit&& visit) const;
 
@@ -69,10 +86,26 @@ public:
     void CopyFrom(const ParameterMap& other);  // this map is empty
 
 private:
+    struct Node {
+        std::u16string name;
+        TOrvParameter value;
+    };
     // A tree and no sorted array: texts and buffers from outside may bring any number of unknown names, in any order.
-    using Nodes = std::map<std::u16string, TOrvParameter, std::less<>>;
+    using Nodes = std::map<std::u16string, Node, std::less<>>;
+    struct Spelling {
+        std::size_t position;
+        std::u16string name;
+    };
+    // What an action that keeps to its declaration has none of.
+    struct More {
+        Nodes nodes;
+        std::vector<Spelling> spellings;  // of slots that are not spelt as the catalogue does
+    };
 
-    TOrvParameter& Slot(std::size_t position) const { return slots_[position]; }
+    TOrvParameter& Slot(std::size_t position) const
+    {
+        return reinterpret_cast<TOrvParameter*>(reinterpret_cast<std::uintptr_t>(this) + slotsOffset_)[position];
+    }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
     // The slot that a name is stored in, kNotFound for a node. Callers mostly store in the order of the declaration and
@@ -82,59 +115,81 @@ private:
         bool spelt;  // as in the catalogue
     };
     Place PlaceToStore(std::u16string_view name);
-    ParameterName NameAt(Place place, std::u16string_view name) const
-    {
-        return place.spelt ? ParameterName::Shared(entry_->Parameters[place.position].NameW.view())
-                           : ParameterName::Copy(name);
-    }
     template <class Fill>
-    void StoreInSlot(std::size_t position, ParameterName name, Fill&& fill);
-    void StoreInNode(TOrvParameter value);
-    const TOrvParameter* FindNode(std::u16string_view key) const;  // by lower-cased name; null when absent
-    const TOrvParameter* FindKey(std::u16string_view key) const;   // by lower-cased name, wherever it lives
+    void StoreInSlot(std::size_t position, Fill&& fill);
+    void PutInSlot(std::size_t position, TOrvParameter&& value);
+    void PutInNode(std::u16string_view name, TOrvParameter&& value);
+    More& NeedMore();
+    const Nodes& GetNodes() const;
+    Node* FindNode(std::u16string_view key) const;             // by lower-cased name; null when absent
+    const TOrvParameter* FindKey(std::u16string_view key) const;  // by lower-cased name, wherever it lives
+
+    std::u16string_view NameOf(std::size_t position) const
+    {
+        const std::u16string_view name = entry_->Parameters[position].NameW.view();
+        return more_ ? SpellingOf(position, name) : name;
+    }
+    std::u16string_view SpellingOf(std::size_t position, std::u16string_view usual) const;
+    Spelling MakeSpelling(std::size_t position, std::u16string_view name);  // taking it cannot fail then
+    void TakeSpelling(Spelling spelling) noexcept;
+    void EraseSpelling(std::size_t position) noexcept;
+    void DropSpelling(std::size_t position) noexcept
+    {
+        if (more_) EraseSpelling(position);
+    }
 
     const TOrvActionInternalInfo* entry_;
-    TOrvParameter* slots_;
-    std::size_t slotCount_;
-    std::size_t nextStore_ = 0;
     std::uint64_t present_ = 0;  // a bit a slot
-    Nodes nodes_;
+    std::unique_ptr<More> more_;
+    [[no_unique_address]] TextRoom room_;  // the next members lie in its padding
+    std::uint16_t slotsOffset_;            // from this map, in bytes
+    std::uint8_t slotCount_;
+    std::uint8_t nextStore_ = 0;
 };
 
 template <class Fill>
 void ParameterMap::Store(std::u16string_view name, Fill&& fill)
 {
     const Place place = PlaceToStore(name);
-    if (place.position != kNotFound) return StoreInSlot(place.position, NameAt(place, name), fill);
-    TOrvParameter value(ParameterName::Copy(name));
-    fill(value);
-    StoreInNode(std::move(value));
+    if (place.position == kNotFound) {
+        TOrvParameter value;
+        fill(value);
+        PutInNode(name, std::move(value));
+    } else if (place.spelt) {
+        StoreInSlot(place.position, fill);
+        DropSpelling(place.position);
+    } else {
+        Spelling spelling = MakeSpelling(place.position, name);
+        StoreInSlot(place.position, fill);
+        TakeSpelling(std::move(spelling));
+    }
 }
 
 template <class Fill>
 void ParameterMap::StoreDeclared(std::size_t position, Fill&& fill)
 {
-    const std::u16string_view name = entry_->Parameters[position].NameW.view();
-    if (position >= slotCount_) return Store(name, fill);
-    StoreInSlot(position, ParameterName::Shared(name), fill);
+    if (position >= slotCount_) return Store(entry_->Parameters[position].NameW.view(), fill);
+    StoreInSlot(position, fill);
+    DropSpelling(position);
 }
 
 template <class Fill>
-void ParameterMap::StoreInSlot(std::size_t position, ParameterName name, Fill&& fill)
+void ParameterMap::StoreInSlot(std::size_t position, Fill&& fill)
 {
     if (Has(position)) {
-        TOrvParameter value(std::move(name));
+        TOrvParameter value;
         fill(value);
         Slot(position) = std::move(value);
         return;
     }
-    TOrvParameter* slot = new (&Slot(position)) TOrvParameter(std::move(name));
+    auto* slot = new (&Slot(position)) TOrvParameter(room_);
     try {
         fill(*slot);
     } catch (...) {
         slot->~TOrvParameter();
         throw;
     }
+    slot->LeaveRoom();
     present_ |= std::uint64_t{1} << position;
 }
 
@@ -150,9 +205,10 @@ bool ParameterMap::AllFit(const ParameterMap& other, Fits&& fits) const
             sameDeclaration ? &other.Slot(position) : other.FindKey(entry_->Parameters[position].LowerName.view());
         if (!counterpart || !fits(Slot(position), *counterpart)) return false;
     }
-    for (const auto& [key, value] : nodes_) {
+    if (!more_) return true;
+    for (const auto& [key, node] : more_->nodes) {
         const TOrvParameter* counterpart = other.FindKey(key);
-        if (!counterpart || !fits(value, *counterpart)) return false;
+        if (!counterpart || !fits(node.value, *counterpart)) return false;
     }
     return true;
 }
@@ -160,33 +216,40 @@ bool ParameterMap::AllFit(const ParameterMap& other, Fits&& fits) const
 template <class Visit>
 void ParameterMap::ForEachByKey(Visit&& visit) const
 {
-    auto node = nodes_.begin();
+    const Nodes& nodes = GetNodes();
+    auto node = nodes.begin();
     if (present_ != 0) {
         for (const std::uint32_t position : entry_->KeyOrder()) {
             if (position >= kMaximumSlots || !Has(position)) continue;
             const std::u16string_view key = entry_->Parameters[position].LowerName.view();
-            for (; node != nodes_.end() && node->first < key; ++node) visit(node->first, node->second);
-            visit(key, Slot(position));
+            for (; node != nodes.end() && node->first < key; ++node) {
+                visit(std::u16string_view(node->first), std::u16string_view(node->second.name), node->second.value);
+            }
+            visit(key, NameOf(position), Slot(position));
         }
     }
-    for (; node != nodes_.end(); ++node) visit(node->first, node->second);
+    for (; node != nodes.end(); ++node) {
+        visit(std::u16string_view(node->first), std::u16string_view(node->second.name), node->second.value);
+    }
 }
 
 template <class Visit>
 void ParameterMap::ForEachDeclaredFirst(Visit&& visit) const
 {
-    for (std::size_t position = 0; position < slotCount_; ++position) {
-        if (Has(position)) visit(Slot(position), position);
+    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
+        const auto position = static_cast<std::size_t>(std::countr_zero(left));
+        visit(NameOf(position), Slot(position), position);
     }
-    if (nodes_.empty()) return;
+    if (!more_ || more_->nodes.empty()) return;
     // Declared parameters past the slots are nodes, yet have their place in the declaration.
     const std::size_t declared = entry_ ? entry_->Parameters.size() : 0;
     for (std::size_t position = slotCount_; position < declared; ++position) {
-        if (const TOrvParameter* value = FindDeclared(position)) visit(*value, position);
+        const Node* node = FindNode(entry_->Parameters[position].LowerName.view());
+        if (node) visit(std::u16string_view(node->name), node->value, position);
     }
-    for (const auto& [key, value] : nodes_) {
+    for (const auto& [key, node] : more_->nodes) {
         if (entry_ && entry_->FindParameter(key) != kNotFound) continue;
-        visit(value, kNotFound);
+        visit(std::u16string_view(node.name), node.value, kNotFound);
     }
 }
 

@@ -9,7 +9,7 @@ namespace OrvPLC {
 
 namespace {
 
-void ReplaceText(OrvBStr& text, const std::u16string& wide)
+void ReplaceText(OrvBStr& text, std::u16string_view wide)
 {
     // Made before the old one goes: without memory the record stays sound.
     char16_t* made = Platform::NewSystemString(wide);
@@ -38,7 +38,7 @@ void FillPayload(TOrvParameterValue& record, const TOrvParameter& value)
     case ORV_KIND_DateTime: payload.dateTime = value.DateTime(); break;
     case ORV_KIND_Guid: payload.guid = value.Guid(); break;
     case ORV_KIND_EventType:
-        payload.eventType = {static_cast<std::uint64_t>(value.Large()), Boundary(value.Wide().c_str())};
+        payload.eventType = {static_cast<std::uint64_t>(value.Large()), Boundary(value.Wide().data())};
         break;
     case ORV_KIND_MediaChannel: value.ReadMediaChannel(payload.channel); break;
     case ORV_KIND_Resource: value.ReadResource(payload.resource); break;

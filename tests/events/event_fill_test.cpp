@@ -115,7 +115,7 @@ TEST(EventFill, PointsIntoTheValues)
     TOrvEventData record;
     std::memset(&record, 0xEE, sizeof record);
     action->GetEventData(&record);
-    EXPECT_EQ(Units(record.stringField[0].text), action->Parameters().Find(u"String")->Wide().c_str());
+    EXPECT_EQ(Units(record.stringField[0].text), action->Parameters().Find(u"String")->Wide().data());
     EXPECT_EQ(record.stringField[0].length, 100u);
     EXPECT_EQ(record.size, 0xEEEEEEEEu);
     EXPECT_EQ(record.callerWord, 0xEEEEEEEEEEEEEEEEu);

@@ -30,7 +30,8 @@ public:
         AddText(action.Name(), false);
         Add(4, true);
         fields_.back().endsAll = true;
-        action.Parameters().ForEachByKey([this](std::u16string_view, const TOrvParameter& value) { AddRecord(value); });
+        action.Parameters().ForEachByKey(
+            [this](std::u16string_view, std::u16string_view name, const TOrvParameter& value) { AddRecord(name, value); });
         if (records_ == 0) return;
         fields_.back().endsAll = true;
         if (lastTextAtEnd_) fields_[fields_.size() - 2].endsAll = true;
@@ -50,9 +51,9 @@ private:
         Add(2 * (text.size() + 1));
         fields_.back().endsRecord = endsRecord;
     }
-    void AddRecord(const TOrvParameter& value)
+    void AddRecord(std::u16string_view name, const TOrvParameter& value)
     {
-        AddText(value.Name().view(), false);
+        AddText(name, false);
         Add(4);
         Add(4);
         const std::uint32_t kind = value.Kind();
@@ -80,7 +81,7 @@ private:
 void ExpectSameValues(const TOrvAction& read, const TOrvAction& original, std::size_t whole)
 {
     std::size_t same = 0;
-    read.Parameters().ForEachByKey([&](std::u16string_view key, const TOrvParameter& value) {
+    read.Parameters().ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter& value) {
         const TOrvParameter* counterpart = original.Parameters().Find(key);
         if (counterpart && counterpart->SameValue(value)) ++same;
     });

@@ -16,7 +16,7 @@ inline void DescribeValue(std::u16string& text, const TOrvParameter& value)
         text += u' ';
         Ulmo::AppendDecimal(text, field);
     };
-    const auto wide = [&] { text += u" '" + value.Wide() + u"'"; };
+    const auto wide = [&] { (text += u" '").append(value.Wide()) += u'\''; };
     switch (value.Kind()) {
     case ORV_KIND_Boolean: text += u" bool", number(value.Small()); break;
     case ORV_KIND_Numeric32Bit: text += u" i32", number(value.Small()); break;
@@ -42,13 +42,14 @@ inline std::string Describe(const TOrvAction& action)
     Ulmo::AppendUnsigned(text, action.Kind());
     text += u' ';
     text += action.Name();
-    const auto add = [&text](const TOrvParameter& value) {
+    const auto add = [&text](std::u16string_view name, const TOrvParameter& value) {
         text += u"; ";
-        text += value.Name().view();
+        text += name;
         DescribeValue(text, value);
     };
-    if (const TOrvParameter* description = action.DescriptionParameter()) add(*description);
-    action.Parameters().ForEachByKey([&](std::u16string_view, const TOrvParameter& value) { add(value); });
+    if (const TOrvParameter* description = action.DescriptionParameter()) add(action.DescriptionName(), *description);
+    action.Parameters().ForEachByKey(
+        [&](std::u16string_view, std::u16string_view name, const TOrvParameter& value) { add(name, value); });
     return Ulmo::Utf8FromWide(text);
 }
 

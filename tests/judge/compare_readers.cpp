@@ -155,7 +155,7 @@ std::string ReadByPatterns(View text)
     const bool matches = header.prefix == u"@";
     ObjectPtr<TOrvAction> action(matches ? TOrvMatchAction::Create(header.name) : TOrvAction::Create(header.name));
     for (FieldMatch field; scanner.FindField(field);) {
-        TOrvParameter value(ParameterName::Copy(field.name));
+        TOrvParameter value;
         SetValue(field, guard, value);
         const TOrvActionInternalInfo* entry = action->Entry();
         for (std::size_t i = 0; entry && !field.name.empty() && i < entry->Parameters.size(); ++i) {
@@ -165,9 +165,9 @@ std::string ReadByPatterns(View text)
             break;
         }
         if (matches && Ulmo::LowerCase(field.name) == u"comment") {
-            static_cast<TOrvMatchAction&>(*action).Description() = std::move(value);
+            static_cast<TOrvMatchAction&>(*action).TakeDescription(SharedName::Copy(field.name), std::move(value));
         } else {
-            action->Parameters().Put(std::move(value));
+            action->Parameters().Put(field.name, std::move(value));
         }
     }
     if (!scanner.FindClose()) return "none " + std::to_string(scanner.Place());

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "objects/action.h"
@@ -12,14 +15,16 @@ namespace {
 std::vector<std::u16string> Keys(const ParameterMap& map)
 {
     std::vector<std::u16string> keys;
-    map.ForEachByKey([&](std::u16string_view key, const TOrvParameter&) { keys.emplace_back(key); });
+    map.ForEachByKey(
+        [&](std::u16string_view key, std::u16string_view, const TOrvParameter&) { keys.emplace_back(key); });
     return keys;
 }
 
 std::vector<std::u16string> Names(const ParameterMap& map)
 {
     std::vector<std::u16string> names;
-    map.ForEachDeclaredFirst([&](const TOrvParameter& value, std::size_t) { names.emplace_back(value.Name().view()); });
+    map.ForEachDeclaredFirst(
+        [&](std::u16string_view name, const TOrvParameter&, std::size_t) { names.emplace_back(name); });
     return names;
 }
 
@@ -117,24 +122,26 @@ TEST(ParameterMap, ManyDeclaredParameters)
     std::vector<TOrvParameterInternalInfo> parameters;
     for (int i = 0; i < 100; ++i) parameters.emplace_back(nameAt(i), 2u, 0u, 5u, 0u, 0u);
     entry->SetParameters(std::move(parameters));
-    const auto memory = std::make_unique<TOrvParameter[]>(ParameterMap::SlotCount(entry.get()));
+    // A map finds its slots behind itself.
+    const std::size_t size = sizeof(ParameterMap) + ParameterMap::MemorySize(entry.get(), 0);
+    const auto memory = std::make_unique<std::max_align_t[]>(size / sizeof(std::max_align_t) + 1);
+    auto* const behind = reinterpret_cast<std::byte*>(memory.get()) + sizeof(ParameterMap);
+    const std::unique_ptr<ParameterMap, void (*)(ParameterMap*)> made(
+        new (memory.get()) ParameterMap(entry.get(), behind, 0), [](ParameterMap* map) { std::destroy_at(map); });
+    ParameterMap& map = *made;
     std::vector<std::u16string> declared;
-    {
-        ParameterMap map(entry.get(), memory.get());
-        SetNumber(map, u"undeclared", 1);
-        for (int i = 99; i >= 0; --i) {
-            map.StoreDeclared(static_cast<std::size_t>(i), [i](TOrvParameter& value) { value.SetInt32(i); });
-        }
-        for (int i = 0; i < 100; ++i) declared.push_back(nameAt(i));
-        declared.push_back(u"undeclared");
-        EXPECT_EQ(Names(map), declared);
-        EXPECT_EQ(map.Size(), 101u);
-        EXPECT_EQ(map.FindDeclared(80)->Small(), 80);
-        const std::vector<std::u16string> keys = Keys(map);
-        EXPECT_TRUE(std::is_sorted(keys.begin(), keys.end()));
-        EXPECT_EQ(keys.size(), 101u);
+    SetNumber(map, u"undeclared", 1);
+    for (int i = 99; i >= 0; --i) {
+        map.StoreDeclared(static_cast<std::size_t>(i), [i](TOrvParameter& value) { value.SetInt32(i); });
     }
-    for (std::size_t i = 0; i < ParameterMap::SlotCount(entry.get()); ++i) new (&memory[i]) TOrvParameter();
+    for (int i = 0; i < 100; ++i) declared.push_back(nameAt(i));
+    declared.push_back(u"undeclared");
+    EXPECT_EQ(Names(map), declared);
+    EXPECT_EQ(map.Size(), 101u);
+    EXPECT_EQ(map.FindDeclared(80)->Small(), 80);
+    const std::vector<std::u16string> keys = Keys(map);
+    EXPECT_TRUE(std::is_sorted(keys.begin(), keys.end()));
+    EXPECT_EQ(keys.size(), 101u);
 }
 
 }  // namespace

@@ -1,0 +1,39 @@
+#include "objects/text_room.h"
+
+#include <new>
+
+namespace OrvPLC {
+
+namespace {
+
+// Sizes of the chunks, which double up to the last. With what malloc adds they fill its size classes.
+constexpr std::uint32_t kFirstChunk = 248;
+constexpr std::uint32_t kLastChunk = 1016;
+// A longer text would leave most of a chunk unused.
+constexpr std::size_t kLongestInChunk = 128;
+
+}  // namespace
+
+bool TextRoom::AddChunk(std::size_t bytes) noexcept
+{
+    const bool full = chunks_ && chunks_->size >= kLastChunk;
+    if (full || bytes > kLongestInChunk) return false;
+    const std::uint32_t size = chunks_ ? 2 * chunks_->size + 8 : kFirstChunk;
+    void* memory = ::operator new(size, std::nothrow);
+    if (!memory) return false;
+    chunks_ = new (memory) Chunk{chunks_, size};
+    next_ = reinterpret_cast<std::byte*>(chunks_ + 1);
+    left_ = size - static_cast<std::uint32_t>(sizeof(Chunk));
+    return true;
+}
+
+void TextRoom::FreeChunks() noexcept
+{
+    while (chunks_) {
+        Chunk* next = chunks_->next;
+        ::operator delete(chunks_);
+        chunks_ = next;
+    }
+}
+
+}  // namespace OrvPLC

@@ -1,0 +1,65 @@
+// Where an object keeps the texts of its values: in its own block as far as room was reserved there, then in a few
+// chunks. What finds no room there lives on the heap, each text by itself.
+//
+// A text in the room is never freed alone. So that an object which is changed for ever does not grow, the number of
+// chunks has a limit, and a text that replaces another takes its place when it fits.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "ulmo/reference_count.h"
+
+namespace OrvPLC {
+
+// Stands before the units of a text.
+struct TextHeader {
+    static constexpr std::uint32_t kOnHeap = 0x80000000;
+
+    std::uint32_t room;  // units that fit, the terminating zero apart; kOnHeap marks a block of its own
+};
+
+class TextRoom : public Ulmo::NonCopyable {
+public:
+    // Bytes that a text takes, a multiple of the header's size.
+    static constexpr std::size_t BytesFor(std::size_t units)
+    {
+        const std::size_t bytes = sizeof(TextHeader) + (units + 1) * sizeof(char16_t);
+        return (bytes + alignof(TextHeader) - 1) / alignof(TextHeader) * alignof(TextHeader);
+    }
+    // What a part of a text record adds to the sum that one reserves; an empty text takes nothing.
+    static constexpr std::size_t Reserve(std::size_t units) { return units != 0 ? BytesFor(units) : 0; }
+
+    // The memory is aligned as a TextHeader and belongs to the caller.
+    TextRoom(void* memory, std::uint32_t bytes) : next_(static_cast<std::byte*>(memory)), left_(bytes) {}
+    ~TextRoom()
+    {
+        if (chunks_) FreeChunks();
+    }
+
+    // Raw memory for that many units and a terminator, with its header before it; null when there is no room.
+    char16_t* Take(std::size_t units) noexcept
+    {
+        const std::size_t bytes = BytesFor(units);
+        if (bytes > left_ && !AddChunk(bytes)) return nullptr;
+        auto* header = reinterpret_cast<TextHeader*>(next_);
+        header->room = static_cast<std::uint32_t>(units);
+        next_ += bytes;
+        left_ -= static_cast<std::uint32_t>(bytes);
+        return reinterpret_cast<char16_t*>(header + 1);
+    }
+
+private:
+    struct Chunk {
+        Chunk* next;
+        std::uint32_t size;
+    };
+    bool AddChunk(std::size_t bytes) noexcept;
+    void FreeChunks() noexcept;
+
+    std::byte* next_;
+    Chunk* chunks_ = nullptr;  // the youngest first
+    std::uint32_t left_;
+};
+
+}  // namespace OrvPLC
