@@ -210,16 +210,17 @@ TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgume
         std::size_t position = 0;
         for (const CreateArgument& argument : arguments) {
             const OrvWChar* text = TextOf(argument, entry.Parameters[position].Type);
-            lengths[position] = TerminatedView(text).size();
+            lengths[position] = text ? Ulmo::TerminatedLength(Units(text)) : 0;
             textBytes += TextRoom::Reserve(lengths[position++]);
         }
         ObjectPtr<TOrvAction> object(TOrvAction::CreateWithRoom(entry, textBytes));
         position = 0;
         for (const CreateArgument& argument : arguments) {
-            const auto set = [&](TOrvParameter& value) {
+            if (!argument.IsUnset()) {
+                TOrvParameter& value = object->Parameters().Add(position);
                 Set(value, argument, lengths[position], entry.Parameters[position]);
-            };
-            if (!argument.IsUnset()) object->Parameters().StoreDeclared(position, set);
+                value.LeaveRoom();
+            }
             ++position;
         }
         return HandleOf(object.release());

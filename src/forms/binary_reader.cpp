@@ -1,5 +1,6 @@
 #include "forms/binary_reader.h"
 
+#include <algorithm>
 #include <bit>
 #include <span>
 #include <string>
@@ -20,74 +21,112 @@ namespace {
 
 using View = std::u16string_view;
 
+// What stands behind the text of a kind, if it has one.
+struct PayloadShape {
+    bool hasText;
+    std::uint8_t numberBytes;
+};
+
+PayloadShape ShapeOf(std::uint32_t kind)
+{
+    switch (kind) {
+    case ORV_KIND_Boolean:
+    case ORV_KIND_Numeric32Bit: return {false, 4};
+    case ORV_KIND_Numeric64Bit:
+    case ORV_KIND_DateTime:
+    case ORV_KIND_Rect:
+    case ORV_KIND_NumericDouble: return {false, 8};
+    case ORV_KIND_String:
+    case ORV_KIND_ResultDataSet: return {true, 0};
+    case ORV_KIND_Guid: return {false, 16};
+    case ORV_KIND_EventType: return {true, 8};
+    case ORV_KIND_MediaChannel: return {true, 12};
+    case ORV_KIND_Resource: return {true, 16};
+    default: return {false, 0};
+    }
+}
+
 struct Record {
     View name;
     std::uint32_t kind = 0;
     std::uint32_t enumType = 0;
-    std::int32_t small = 0;
-    std::int64_t large = 0;
-    double real = 0;
-    TOrvGuid guid{};
     View text;
+    const std::byte* numbers = nullptr;  // as they stand in the buffer, in any alignment
+
+    template <class Number>
+    Number At(std::size_t offset = 0) const
+    {
+        Number number;
+        std::memcpy(&number, numbers + offset, sizeof number);
+        return number;
+    }
 };
 
-void ReadPayload(TOrvBinaryReader& reader, Record& record)
+// A record that is there in whole, which all but the last of a damaged buffer are. False, with nothing read, when it
+// is not.
+bool ReadWholeRecord(TOrvBinaryReader& reader, Record& record)
 {
-    switch (record.kind) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: reader.ReadField(record.small); break;
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: reader.ReadField(record.large); break;
-    case ORV_KIND_NumericDouble: reader.ReadField(record.real); break;
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: reader.ReadText(record.text); break;
-    case ORV_KIND_Guid: reader.ReadField(record.guid); break;
-    case ORV_KIND_EventType:
-        reader.ReadText(record.text);
-        reader.ReadField(record.large);
-        break;
-    case ORV_KIND_MediaChannel:
-        reader.ReadText(record.text);
-        reader.ReadField(record.large);
-        reader.ReadField(record.small);
-        break;
-    case ORV_KIND_Resource:
-        reader.ReadText(record.text);
-        reader.ReadField(record.guid);
-        break;
-    default: break;
-    }
+    TOrvBinaryReader::Ahead ahead(reader);
+    std::uint32_t kindAndEnum[2];
+    if (!ahead.TakeText(record.name) || !ahead.Take(kindAndEnum)) return false;
+    record.kind = kindAndEnum[0];
+    record.enumType = kindAndEnum[1];
+    const PayloadShape shape = ShapeOf(record.kind);
+    if (shape.hasText && !ahead.TakeText(record.text)) return false;
+    record.numbers = ahead.TakeBytes(shape.numberBytes);
+    if (!record.numbers) return false;
+    ahead.Commit();
+    return true;
 }
 
-// False when the record did not arrive in whole.
-bool ReadRecord(TOrvBinaryReader& reader, Record& record)
-{
-    reader.ReadText(record.name);
-    reader.ReadField(record.kind);
-    reader.ReadField(record.enumType);
-    ReadPayload(reader, record);
-    return !reader.Failed();
-}
+// The last record of a buffer that ends too early, field by field. What is missing is 0; false when that shows.
+struct CutRecord : Record {
+    std::byte room[16] = {};
+
+    bool Read(TOrvBinaryReader& reader)
+    {
+        name = text = {};
+        kind = enumType = 0;
+        numbers = room;
+        reader.ReadText(name);
+        reader.ReadField(kind);
+        reader.ReadField(enumType);
+        const PayloadShape shape = ShapeOf(kind);
+        if (shape.hasText) reader.ReadText(text);
+        ReadNumbers(reader, shape.numberBytes);
+        return !reader.Failed();
+    }
+
+private:
+    // The number of a channel is a field of its own behind its id.
+    void ReadNumbers(TOrvBinaryReader& reader, std::size_t bytes)
+    {
+        if (bytes == 16) {
+            reader.ReadField(room);
+        } else {
+            if (bytes >= 8) reader.ReadField(reinterpret_cast<std::uint64_t&>(room[0]));
+            if (bytes % 8 == 4) reader.ReadField(reinterpret_cast<std::uint32_t&>(room[bytes - 4]));
+        }
+    }
+};
 
 void SetContent(TOrvParameter& value, const Record& record)
 {
     switch (record.kind) {
     case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: value.SetInt32(record.small); break;  // a Boolean keeps its number
+    case ORV_KIND_Numeric32Bit: value.SetInt32(record.At<std::int32_t>()); break;  // a Boolean keeps its number
     case ORV_KIND_Numeric64Bit:
     case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: value.SetInt64(record.large); break;
-    case ORV_KIND_NumericDouble: value.SetDouble(record.real); break;
+    case ORV_KIND_Rect: value.SetInt64(record.At<std::int64_t>()); break;
+    case ORV_KIND_NumericDouble: value.SetDouble(record.At<double>()); break;
     case ORV_KIND_String:
     case ORV_KIND_ResultDataSet: value.SetString(record.text); break;
-    case ORV_KIND_Guid: value.SetGuid(record.guid); break;
-    case ORV_KIND_EventType: value.SetEventType(static_cast<std::uint64_t>(record.large), record.text); break;
+    case ORV_KIND_Guid: value.SetGuid(record.At<TOrvGuid>()); break;
+    case ORV_KIND_EventType: value.SetEventType(record.At<std::uint64_t>(), record.text); break;
     case ORV_KIND_MediaChannel:
-        value.SetMediaChannel(static_cast<std::uint64_t>(record.large), static_cast<std::uint32_t>(record.small),
-                              record.text);
+        value.SetMediaChannel(record.At<std::uint64_t>(), record.At<std::uint32_t>(8), record.text);
         break;
-    case ORV_KIND_Resource: value.SetResource(record.guid, record.text); break;
+    case ORV_KIND_Resource: value.SetResource(record.At<TOrvGuid>(), record.text); break;
     default: break;
     }
     value.SetKindAndEnum(record.kind, record.enumType);
@@ -122,35 +161,49 @@ void StoreRecord(TOrvAction& action, DeclaredNames& names, const Record& record)
     const auto fill = [&record](TOrvParameter& value) { SetContent(value, record); };
     const std::size_t position = names.Find(record.name);
     if (position == ParameterMap::kNotFound) return action.Parameters().Store(record.name, fill);
-    action.Parameters().StoreDeclared(position, fill);
+    if (!action.Parameters().CanAdd(position)) return action.Parameters().StoreDeclared(position, fill);
+    TOrvParameter& value = action.Parameters().Add(position);
+    SetContent(value, record);
+    value.LeaveRoom();
 }
 
 // The comment of a match action is its description, whatever kind of value it is.
 bool TakeDescription(TOrvAction& action, const Record& record)
 {
-    if (action.Kind() != ORV_MESSAGE_MATCH_ACTION || !Ulmo::EqualsLower(record.name, kDescriptionKey)) return false;
+    if (!Ulmo::EqualsLower(record.name, kDescriptionKey)) return false;
     TOrvParameter value;
     SetContent(value, record);
     static_cast<TOrvMatchAction&>(action).TakeDescription(SharedName::Copy(record.name), std::move(value));
     return true;
 }
 
-void ReadRecords(TOrvBinaryReader& reader, TOrvAction& action)
+// Flattened, since a call for each step of a record costs a third of the reading.
+[[gnu::flatten]] void ReadRecords(TOrvBinaryReader& reader, TOrvAction& action)
 {
     std::uint32_t count = 0;
     if (!reader.ReadField(count)) return;
     DeclaredNames names(action.Entry());
-    for (; count > 0; --count) {
-        Record record;
-        if (!ReadRecord(reader, record)) return;
-        if (!TakeDescription(action, record)) StoreRecord(action, names, record);
-    }
+    const bool matches = action.Kind() == ORV_MESSAGE_MATCH_ACTION;
+    const auto store = [&](const Record& record) {
+        if (!matches || !TakeDescription(action, record)) StoreRecord(action, names, record);
+    };
+    for (Record record; count > 0 && ReadWholeRecord(reader, record); --count) store(record);
+    for (CutRecord record; count > 0 && record.Read(reader); --count) store(record);
 }
 
-ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, View name)
+// The room that the texts of a usual buffer take. A guess, as counting costs more than a chunk for what did not fit.
+std::size_t LikelyTextBytes(std::uint32_t size)
 {
-    if (kind == ORV_MESSAGE_MATCH_ACTION) return ObjectPtr<TOrvAction>(TOrvMatchAction::Create(name));
-    return ObjectPtr<TOrvAction>(TOrvAction::Create(name));
+    constexpr std::uint32_t kMost = 512;
+    return std::min(size / 3, kMost) & ~std::uint32_t{3};
+}
+
+ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, View name, std::size_t textBytes)
+{
+    if (kind == ORV_MESSAGE_MATCH_ACTION) {
+        return ObjectPtr<TOrvAction>(TOrvMatchAction::CreateWithRoom(name, textBytes));
+    }
+    return ObjectPtr<TOrvAction>(TOrvAction::CreateWithRoom(name, textBytes));
 }
 
 // Whatever the caller expects, only an action is taken from there: deliberate.
@@ -173,7 +226,7 @@ BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t e
         return ReadSibling({static_cast<const std::byte*>(bytes), size}, kind, reader.Consumed());
     }
     if (!Admits(expectedKind, kind)) return {nullptr, reader.Consumed()};
-    ObjectPtr<TOrvAction> object = MakeObject(kind, name);
+    ObjectPtr<TOrvAction> object = MakeObject(kind, name, LikelyTextBytes(size));
     ReadRecords(reader, *object);
     return {object.release(), reader.Consumed()};
 }

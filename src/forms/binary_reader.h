@@ -41,6 +41,46 @@ public:
     // The bytes read, or the error of a reader that failed.
     std::uint32_t Consumed() const;
 
+    // Takes several fields as one, which are all there or none of which counts.
+    class Ahead {
+    public:
+        explicit Ahead(TOrvBinaryReader& reader) : reader_(reader), position_(reader.position_), room_(reader.room_) {}
+
+        const std::byte* TakeBytes(std::int64_t size)
+        {
+            if (room_ < size) return nullptr;
+            const std::byte* field = position_;
+            position_ += size;
+            room_ -= size;
+            return field;
+        }
+        template <class Value>
+        bool Take(Value& value)
+        {
+            const std::byte* field = TakeBytes(sizeof value);
+            if (field) std::memcpy(&value, field, sizeof value);
+            return field != nullptr;
+        }
+        bool TakeText(std::u16string_view& text)
+        {
+            std::uint32_t count = 0;
+            if (!Take(count)) return false;
+            const std::byte* units = TakeBytes(std::int64_t{count} * static_cast<std::int64_t>(sizeof(char16_t)));
+            text = {reinterpret_cast<const char16_t*>(units), count != 0 ? count - 1 : 0};
+            return units != nullptr;
+        }
+        void Commit()
+        {
+            reader_.position_ = position_;
+            reader_.room_ = static_cast<std::int32_t>(room_);
+        }
+
+    private:
+        TOrvBinaryReader& reader_;
+        const std::byte* position_;
+        std::int64_t room_;
+    };
+
 private:
     const std::byte* Take(std::int64_t size)
     {

@@ -20,15 +20,7 @@ TOrvParameter::TOrvParameter(const TOrvParameter& other) : TOrvParameter()
 {
     CopyFields(other);
     SetText(other.Wide());
-    CopySide(other);
-}
-
-TOrvParameter::TOrvParameter(const TOrvParameter& other, TextRoom& room) : TOrvParameter(room)
-{
-    CopyFields(other);
-    if (other.length_ != 0) SetText(other.Wide());
-    LeaveRoom();
-    CopySide(other);
+    if (other.GetSide()) CopySide(other);
 }
 
 TOrvParameter::TOrvParameter(TOrvParameter&& other)
@@ -63,24 +55,10 @@ TOrvParameter& TOrvParameter::operator=(TOrvParameter&& other)
     return *this;
 }
 
-void TOrvParameter::CopyFields(const TOrvParameter& other) noexcept
-{
-    kind_ = other.kind_;
-    enumType_ = other.enumType_;
-    small_ = other.small_;
-    if (HoldsGuid(kind_)) {
-        guid_ = other.guid_;
-    } else {
-        numbers_ = other.numbers_;
-    }
-}
-
 void TOrvParameter::CopySide(const TOrvParameter& other)
 {
-    const Side* const side = other.GetSide();
-    if (!side) return;
     const Ulmo::CriticalSectionGuard guard(other.Lock());
-    auto copy = std::make_unique<Side>(*side);
+    auto copy = std::make_unique<Side>(*other.GetSide());
     copy->units = Units();
     text_ = reinterpret_cast<std::uintptr_t>(copy.release()) | kSideTag;
 }
@@ -100,10 +78,6 @@ char16_t* TOrvParameter::UnitsElsewhere() const noexcept
 char16_t* TOrvParameter::NewText(std::size_t units)
 {
     if (units >= TextHeader::kOnHeap) throw std::length_error("the text of a parameter is too long");
-    if (text_ & kRoomTag) {
-        char16_t* const room = reinterpret_cast<TextRoom*>(text_ - kRoomTag)->Take(units);
-        if (room) return room;
-    }
     void* const memory = ::operator new(TextRoom::BytesFor(units));
     auto* const header = new (memory) TextHeader{static_cast<std::uint32_t>(units) | TextHeader::kOnHeap};
     return reinterpret_cast<char16_t*>(header + 1);
@@ -120,10 +94,9 @@ void TOrvParameter::ReplaceUnits(char16_t* units) noexcept
     }
 }
 
-void TOrvParameter::SetText(std::u16string_view text)
+void TOrvParameter::ReplaceText(std::u16string_view text)
 {
     char16_t* units = Units();
-    if (text.empty() && length_ == 0) return;
     if (Suits(units, text.size())) {
         std::memmove(units, text.data(), text.size() * sizeof(char16_t));
         units[text.size()] = 0;
@@ -165,82 +138,6 @@ void TOrvParameter::ChangeLayout()
     }
     if (numbers_.large != 0 || GetSide()) MakeSide().large = numbers_.large;
     guid_ = {};
-}
-
-void TOrvParameter::SetBoolean(bool value)
-{
-    SetKindAndEnum(ORV_KIND_Boolean, 0);
-    small_ = value;
-}
-
-void TOrvParameter::SetInt32(std::int32_t value, std::uint32_t enumType)
-{
-    SetKindAndEnum(ORV_KIND_Numeric32Bit, enumType);
-    small_ = value;
-}
-
-void TOrvParameter::SetInt64(std::int64_t value)
-{
-    SetKindAndEnum(ORV_KIND_Numeric64Bit, 0);
-    numbers_.large = value;
-}
-
-void TOrvParameter::SetDouble(double value)
-{
-    SetKindAndEnum(ORV_KIND_NumericDouble, 0);
-    numbers_.real = value;
-}
-
-void TOrvParameter::SetString(std::u16string_view value)
-{
-    SetKindAndEnum(ORV_KIND_String, 0);
-    SetText(value);
-}
-
-void TOrvParameter::SetDateTime(TUlmoDateTime value)
-{
-    SetKindAndEnum(ORV_KIND_DateTime, 0);
-    numbers_.large = static_cast<std::int64_t>(value.value);
-}
-
-void TOrvParameter::SetGuid(const TOrvGuid& value)
-{
-    SetKindAndEnum(ORV_KIND_Guid, 0);
-    guid_ = value;
-}
-
-void TOrvParameter::SetEventType(std::uint64_t id, std::u16string_view name)
-{
-    SetKindAndEnum(ORV_KIND_EventType, 0);
-    numbers_.large = static_cast<std::int64_t>(id);
-    SetText(name);
-}
-
-void TOrvParameter::SetMediaChannel(std::uint64_t id, std::uint32_t number, std::u16string_view name)
-{
-    SetKindAndEnum(ORV_KIND_MediaChannel, 0);
-    numbers_.large = static_cast<std::int64_t>(id);
-    small_ = static_cast<std::int32_t>(number);
-    SetText(name);
-}
-
-void TOrvParameter::SetResource(const TOrvGuid& guid, std::u16string_view name)
-{
-    SetKindAndEnum(ORV_KIND_Resource, 0);
-    guid_ = guid;
-    SetText(name);
-}
-
-void TOrvParameter::SetRect(std::int64_t packed)
-{
-    SetKindAndEnum(ORV_KIND_Rect, 0);
-    numbers_.large = packed;
-}
-
-void TOrvParameter::SetResultDataText(std::u16string_view internalForm)
-{
-    SetKindAndEnum(ORV_KIND_ResultDataSet, 0);
-    SetText(internalForm);
 }
 
 bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,7 @@
 
 #include "OrvActions/OrvTypes.h"
 #include "objects/text_room.h"
+#include "ulmo/copy_units.h"
 #include "ulmo/critical_section.h"
 #include "ulmo/string_conversion.h"
 
@@ -27,7 +29,13 @@ public:
     TOrvParameter() noexcept = default;
     // Takes its first text from the room, which outlives the value. To be followed by LeaveRoom().
     explicit TOrvParameter(TextRoom& room) noexcept : text_(reinterpret_cast<std::uintptr_t>(&room) | kRoomTag) {}
-    TOrvParameter(const TOrvParameter& other, TextRoom& room);
+    TOrvParameter(const TOrvParameter& other, TextRoom& room) : TOrvParameter(room)
+    {
+        CopyFields(other);
+        SetText(other.Wide());
+        LeaveRoom();
+        if (other.GetSide()) CopySide(other);
+    }
     TOrvParameter(const TOrvParameter& other);
     TOrvParameter(TOrvParameter&& other);  // a text in a room is copied, all else changes hands
     // The text stays where this value has room for it. A failure leaves both as they were.
@@ -49,18 +57,56 @@ public:
 
     // Setting: the kind and the fields that it uses; the enum becomes 0 unless given. Meant for a new value. A null
     // name pointer reads as "".
-    void SetBoolean(bool value);
-    void SetInt32(std::int32_t value, std::uint32_t enumType = 0);
-    void SetInt64(std::int64_t value);
-    void SetDouble(double value);
-    void SetString(std::u16string_view value);
-    void SetDateTime(TUlmoDateTime value);
-    void SetGuid(const TOrvGuid& value);
-    void SetEventType(std::uint64_t id, std::u16string_view name);
-    void SetMediaChannel(std::uint64_t id, std::uint32_t number, std::u16string_view name);
-    void SetResource(const TOrvGuid& guid, std::u16string_view name);
-    void SetRect(std::int64_t packed);
-    void SetResultDataText(std::u16string_view internalForm);
+    void SetBoolean(bool value)
+    {
+        SetKindAndEnum(ORV_KIND_Boolean, 0);
+        small_ = value;
+    }
+    void SetInt32(std::int32_t value, std::uint32_t enumType = 0)
+    {
+        SetKindAndEnum(ORV_KIND_Numeric32Bit, enumType);
+        small_ = value;
+    }
+    void SetInt64(std::int64_t value) { SetLarge(ORV_KIND_Numeric64Bit, value); }
+    void SetDouble(double value)
+    {
+        SetKindAndEnum(ORV_KIND_NumericDouble, 0);
+        numbers_.real = value;
+    }
+    void SetString(std::u16string_view value)
+    {
+        SetKindAndEnum(ORV_KIND_String, 0);
+        SetText(value);
+    }
+    void SetDateTime(TUlmoDateTime value) { SetLarge(ORV_KIND_DateTime, static_cast<std::int64_t>(value.value)); }
+    void SetGuid(const TOrvGuid& value)
+    {
+        SetKindAndEnum(ORV_KIND_Guid, 0);
+        guid_ = value;
+    }
+    void SetEventType(std::uint64_t id, std::u16string_view name)
+    {
+        SetLarge(ORV_KIND_EventType, static_cast<std::int64_t>(id));
+        SetText(name);
+    }
+    void SetMediaChannel(std::uint64_t id, std::uint32_t number, std::u16string_view name)
+    {
+        SetLarge(ORV_KIND_MediaChannel, static_cast<std::int64_t>(id));
+        small_ = static_cast<std::int32_t>(number);
+        SetText(name);
+    }
+    void SetResource(const TOrvGuid& guid, std::u16string_view name)
+    {
+        SetKindAndEnum(ORV_KIND_Resource, 0);
+        guid_ = guid;
+        SetText(name);
+    }
+    void SetRect(std::int64_t packed) { SetLarge(ORV_KIND_Rect, packed); }
+    void SetResultDataText(std::u16string_view internalForm)
+    {
+        SetKindAndEnum(ORV_KIND_ResultDataSet, 0);
+        SetText(internalForm);
+    }
     void SetResultDataSet(const TOrvResultDataItem* items, std::size_t count);  // defined with the result data forms
     void SetKindAndEnum(std::uint32_t kind, std::uint32_t enumType)             // unchecked, for values from outside
     {
@@ -171,11 +217,34 @@ private:
         return IsOnHeap(reinterpret_cast<char16_t*>(text_));
     }
     void FreeMemory() noexcept;
-    void SetText(std::u16string_view text);  // which may be part of the present one
-    char16_t* NewText(std::size_t units);    // from the room or from the heap
+    void SetLarge(std::uint32_t kind, std::int64_t value)
+    {
+        SetKindAndEnum(kind, 0);
+        numbers_.large = value;
+    }
+    // The text may be part of the present one. That of a new value mostly goes into its object's room.
+    void SetText(std::u16string_view text)
+    {
+        if (text.empty() && length_ == 0) return;
+        char16_t* units = nullptr;
+        if (text_ & kRoomTag) units = reinterpret_cast<TextRoom*>(text_ - kRoomTag)->Take(text.size());
+        if (!units) return ReplaceText(text);
+        Ulmo::CopyUnits(units, text.data(), text.size());
+        units[text.size()] = 0;
+        text_ = reinterpret_cast<std::uintptr_t>(units);
+        length_ = static_cast<std::uint32_t>(text.size());
+    }
+    void ReplaceText(std::u16string_view text);
+    static char16_t* NewText(std::size_t units);  // on the heap
     void ReplaceUnits(char16_t* units) noexcept;
     void LeaveTextOfRoom();  // a text in a room is copied to the heap
-    void CopyFields(const TOrvParameter& other) noexcept;
+    void CopyFields(const TOrvParameter& other) noexcept
+    {
+        kind_ = other.kind_;
+        enumType_ = other.enumType_;
+        small_ = other.small_;
+        std::memcpy(static_cast<void*>(&guid_), &other.guid_, sizeof guid_);  // or the numbers, which lie there
+    }
     void CopySide(const TOrvParameter& other);
 
     Side& MakeSide();
@@ -199,6 +268,7 @@ private:
     std::uint32_t enumType_ = 0;
     std::int32_t small_ = 0;
     std::uint32_t length_ = 0;  // of the text
+    static_assert(sizeof(Numbers) == sizeof(TOrvGuid));
     union {
         Numbers numbers_ = {0, 0};
         TOrvGuid guid_;

@@ -8,19 +8,9 @@ namespace OrvPLC {
 
 namespace {
 
-// Of a declared parameter that holds a text.
-constexpr std::size_t kUsualTextUnits = 17;
-
-bool MayHoldText(std::uint32_t kind)
-{
-    switch (kind) {
-    case ORV_KIND_String:
-    case ORV_KIND_EventType:
-    case ORV_KIND_MediaChannel:
-    case ORV_KIND_Resource: return true;
-    default: return false;
-    }
-}
+// For texts that come later; an object with many parameters rarely has long ones in all of them.
+constexpr std::size_t kUsualTextBytesPerSlot = 16;
+constexpr std::size_t kMostUsualTextBytes = 240;
 
 }  // namespace
 
@@ -31,12 +21,7 @@ std::size_t ParameterMap::SlotCount(const TOrvActionInternalInfo* entry)
 
 std::size_t ParameterMap::UsualTextBytes(const TOrvActionInternalInfo* entry)
 {
-    std::size_t bytes = 0;
-    const std::size_t slots = SlotCount(entry);
-    for (std::size_t position = 0; position < slots; ++position) {
-        if (MayHoldText(entry->Parameters[position].Type)) bytes += TextRoom::BytesFor(kUsualTextUnits);
-    }
-    return bytes;
+    return std::min(SlotCount(entry) * kUsualTextBytesPerSlot, kMostUsualTextBytes);
 }
 
 ParameterMap::ParameterMap(const TOrvActionInternalInfo* entry, void* memory, std::size_t textBytes)
@@ -97,7 +82,7 @@ ParameterMap::Node* ParameterMap::FindNode(std::u16string_view key) const
 
 TOrvParameter* ParameterMap::Find(std::u16string_view name)
 {
-    const std::size_t position = DeclaredSlot(name);
+    const std::size_t position = PlaceOf(name).position;
     if (position != kNotFound) return Has(position) ? &Slot(position) : nullptr;
     if (!more_ || more_->nodes.empty()) return nullptr;
     Node* const node = FindNode(Ulmo::LowerCase(name));
@@ -119,18 +104,22 @@ const TOrvParameter* ParameterMap::FindKey(std::u16string_view key) const
     return node ? &node->value : nullptr;
 }
 
-ParameterMap::Place ParameterMap::PlaceToStore(std::u16string_view name)
+ParameterMap::Place ParameterMap::PlaceOf(std::u16string_view name) const
 {
-    if (nextStore_ < slotCount_ && entry_->IsSpelt(nextStore_, name)) return {nextStore_++, true};
+    const std::size_t expected = next_.load(std::memory_order_relaxed);
+    if (expected < slotCount_ && entry_->IsSpelt(expected, name)) {
+        next_.store(static_cast<std::uint8_t>(expected + 1), std::memory_order_relaxed);
+        return {expected, true};
+    }
     const std::size_t position = DeclaredSlot(name);
     if (position == kNotFound) return {kNotFound, false};
-    nextStore_ = static_cast<std::uint8_t>(position + 1);
+    next_.store(static_cast<std::uint8_t>(position + 1), std::memory_order_relaxed);
     return {position, entry_->IsSpelt(position, name)};
 }
 
 void ParameterMap::Put(std::u16string_view name, TOrvParameter&& value)
 {
-    const Place place = PlaceToStore(name);
+    const Place place = PlaceOf(name);
     if (place.position == kNotFound) return PutInNode(name, std::move(value));
     if (place.spelt) {
         PutInSlot(place.position, std::move(value));

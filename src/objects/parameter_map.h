@@ -7,6 +7,7 @@
 // tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
+#include <atomic>
 #include <bit>
 #include <cstdint>
 #include <functional>
@@ -65,6 +66,14 @@ public:
     void Store(std::u16string_view name, Fill&& fill);
     template <class Fill>
     void StoreDeclared(std::size_t position, Fill&& fill);  // under the catalogue's spelling
+    // A declared parameter, in a slot, that an object under construction has not got yet. The caller sets it and calls
+    // LeaveRoom().
+    bool CanAdd(std::size_t position) const { return position < slotCount_ && !Has(position); }
+    TOrvParameter& Add(std::size_t position)
+    {
+        present_ |= std::uint64_t{1} << position;
+        return *new (&Slot(position)) TOrvParameter(room_);
+    }
     void Put(std::u16string_view name, TOrvParameter&& value);
     // Takes a copy of the parameter of that name, with its spelling. False when the other map has none.
     bool CopyOne(const ParameterMap& other, std::u16string_view name);
@@ -108,13 +117,13 @@ private:
     }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
-    // The slot that a name is stored in, kNotFound for a node. Callers mostly store in the order of the declaration and
-    // in its spelling, so the place behind the last one is looked at first.
+    // The slot of a name, kNotFound for a node. Callers mostly go by the order of the declaration and in its spelling,
+    // so the slot behind the one that was asked for last is looked at first.
     struct Place {
         std::size_t position;
         bool spelt;  // as in the catalogue
     };
-    Place PlaceToStore(std::u16string_view name);
+    Place PlaceOf(std::u16string_view name) const;
     template <class Fill>
     void StoreInSlot(std::size_t position, Fill&& fill);
     void PutInSlot(std::size_t position, TOrvParameter&& value);
@@ -144,13 +153,13 @@ private:
     [[no_unique_address]] TextRoom room_;  // the next members lie in its padding
     std::uint16_t slotsOffset_;            // from this map, in bytes
     std::uint8_t slotCount_;
-    std::uint8_t nextStore_ = 0;
+    mutable std::atomic<std::uint8_t> next_{0};  // threads may read an action at the same time
 };
 
 template <class Fill>
 void ParameterMap::Store(std::u16string_view name, Fill&& fill)
 {
-    const Place place = PlaceToStore(name);
+    const Place place = PlaceOf(name);
     if (place.position == kNotFound) {
         TOrvParameter value;
         fill(value);
@@ -216,7 +225,16 @@ bool ParameterMap::AllFit(const ParameterMap& other, Fits&& fits) const
 template <class Visit>
 void ParameterMap::ForEachByKey(Visit&& visit) const
 {
-    const Nodes& nodes = GetNodes();
+    if (!more_) {
+        if (present_ == 0) return;
+        for (const std::uint32_t position : entry_->KeyOrder()) {
+            if (position >= kMaximumSlots || !Has(position)) continue;
+            const TOrvParameterInternalInfo& declared = entry_->Parameters[position];
+            visit(declared.LowerName.view(), declared.NameW.view(), Slot(position));
+        }
+        return;
+    }
+    const Nodes& nodes = more_->nodes;
     auto node = nodes.begin();
     if (present_ != 0) {
         for (const std::uint32_t position : entry_->KeyOrder()) {

@@ -1,4 +1,4 @@
-// One pointer a thread, with a hook that runs when a thread ends.
+// One pointer a thread, for the one user that the library has, with a hook that runs when a thread ends.
 //
 // Not thread_local: inside a MinGW DLL a thread_local with a destructor crashes at thread end and at unload, whereas a
 // system slot that holds a plain block survives both.
@@ -24,6 +24,7 @@ public:
 
 private:
     ThreadEnd threadEnd_;
+    [[maybe_unused]] unsigned long number_ = 0;
     unsigned long index_;
     bool allocated_;
 };
