@@ -1,133 +1,113 @@
 #include "catalogue/catalogue.h"
 
-#include <memory>
-#include <utility>
+#include <algorithm>
+#include <new>
 
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 
-namespace {
-
-template <class Map, class Key>
-auto FindIn(const Map& map, const Key& key) -> decltype(map.find(key)->second.get())
+TOrvActionCatalogue::TOrvActionCatalogue(Content content)
 {
-    const auto found = map.find(key);
-    return found == map.end() ? nullptr : found->second.get();
+    if (content == Content::None) return;
+    classes_ = {Builtin::Classes(), Builtin::ClassNames(), Builtin::ClassCodes()};
+    actions_ = {Builtin::Actions(), Builtin::ActionNames(), Builtin::ActionCodes()};
+    eventInfo_ = &Builtin::EventDescription();
+    generalParameters_ = Builtin::GeneralParameters();
+    enumValues_ = EnumValueMap(Builtin::EnumValues());
+    enumKeys_ = Builtin::EnumKeys();
+    enumTypes_ = Builtin::EnumTypes();
 }
-
-}  // namespace
 
 void TOrvActionCatalogue::RegisterActionClass(const ActionClassPtr& entry)
 {
     if (!entry) return;
     const Ulmo::CriticalSectionGuard guard(lock_);
-    if (!classesByName_.try_emplace(entry->LowerName.view(), entry).second) return;
-    classIndex_.Add(entry->LowerName.view(), entry.get());
-    classesByCode_.insert_or_assign(entry->Code, entry);
+    classes_.Add(entry);
 }
 
 void TOrvActionCatalogue::RegisterAction(const ActionPtr& entry)
 {
     if (!entry) return;
     const Ulmo::CriticalSectionGuard guard(lock_);
-    if (!actionsByName_.try_emplace(entry->LowerName.view(), entry).second) return;
-    entry->InternalIndex = static_cast<std::uint32_t>(actionsByIndex_.size());
-    actionIndex_.Add(entry->LowerName.view(), entry.get());
-    actionsByCode_.insert_or_assign(entry->Code, entry);
-    actionsByIndex_.push_back(entry);
-}
-
-void TOrvActionCatalogue::RegisterEventInfo(const ActionPtr& entry)
-{
-    const Ulmo::CriticalSectionGuard guard(lock_);
-    if (!eventInfo_) eventInfo_ = entry;
-}
-
-void TOrvActionCatalogue::RegisterGeneralParameter(const ParameterPtr& entry)
-{
-    if (!entry) return;
-    const Ulmo::CriticalSectionGuard guard(lock_);
-    if (generalParameterIndex_.FindLower(entry->LowerName.view())) return;
-    generalParameterIndex_.Add(entry->LowerName.view(), entry.get());
-    generalParameters_.push_back(entry);
+    const auto index = static_cast<std::uint32_t>(actions_.Size());
+    if (actions_.Add(entry)) entry->InternalIndex = index;
 }
 
 void TOrvActionCatalogue::RegisterEnumValue(const EnumValuePtr& entry)
 {
     if (!entry) return;
     const Ulmo::CriticalSectionGuard guard(lock_);
-    enumValues_.try_emplace(EnumKey(entry->EnumId, entry->Value), entry);
+    if (FindEnumValue(entry->EnumId, entry->Value)) return;
+    ReserveOne(addedValues_);
+    enumValues_.Add(*entry);
+    addedValues_.push_back(entry);
 }
 
 void TOrvActionCatalogue::RegisterEnumType(std::u16string_view lowerName, std::uint32_t id)
 {
     const Ulmo::CriticalSectionGuard guard(lock_);
-    enumTypes_.try_emplace(std::u16string(lowerName), id);
-}
-
-const TOrvActionClassInternalInfo* TOrvActionCatalogue::FindActionClassByCode(std::uint32_t code) const
-{
-    return FindIn(classesByCode_, code);
-}
-
-const TOrvActionClassInternalInfo* TOrvActionCatalogue::FindActionClassByName(std::u16string_view name) const
-{
-    return static_cast<const TOrvActionClassInternalInfo*>(classIndex_.Find(name));
-}
-
-const TOrvActionInternalInfo* TOrvActionCatalogue::FindActionByCode(std::uint32_t code) const
-{
-    return FindIn(actionsByCode_, code);
-}
-
-const TOrvActionInternalInfo* TOrvActionCatalogue::FindActionByName(std::u16string_view name) const
-{
-    return static_cast<const TOrvActionInternalInfo*>(actionIndex_.Find(name));
-}
-
-const TOrvActionInternalInfo* TOrvActionCatalogue::FindActionByIndex(std::uint32_t index) const
-{
-    return index < actionsByIndex_.size() ? actionsByIndex_[index].get() : nullptr;
+    addedTypes_.try_emplace(std::u16string(lowerName), id);
 }
 
 const TOrvParameterInternalInfo* TOrvActionCatalogue::FindGeneralParameter(std::u16string_view name) const
 {
-    return static_cast<const TOrvParameterInternalInfo*>(generalParameterIndex_.Find(name));
+    for (const TOrvParameterInternalInfo& entry : generalParameters_) {
+        if (Ulmo::EqualsLower(name, entry.LowerName.view())) return &entry;
+    }
+    return nullptr;
 }
 
 const TOrvEnumInternalInfo* TOrvActionCatalogue::FindEnumValue(std::uint32_t enumId, std::uint32_t value) const
 {
-    return FindIn(enumValues_, EnumKey(enumId, value));
+    const std::uint64_t key = EnumKey(enumId, value);
+    const auto found = std::lower_bound(enumKeys_.begin(), enumKeys_.end(), key);
+    if (found == enumKeys_.end() || *found != key) return enumValues_.FindAdded(key);
+    return &Builtin::EnumValues()[static_cast<std::size_t>(found - enumKeys_.begin())];
 }
 
 std::uint32_t TOrvActionCatalogue::FindEnumTypeId(std::u16string_view name) const
 {
-    const auto found = enumTypes_.find(Ulmo::LowerCase(name));
-    return found == enumTypes_.end() ? 0 : found->second | 0x1000;
+    constexpr std::uint32_t kIdBit = 0x1000;
+    const std::u16string lower = Ulmo::LowerCase(name);
+    const auto text = [](const Builtin::EnumType& type) { return StoredText<char16_t>(type.lower).view(); };
+    const auto found = std::lower_bound(enumTypes_.begin(), enumTypes_.end(), std::u16string_view(lower),
+                                        [&](const auto& type, std::u16string_view key) { return text(type) < key; });
+    if (found != enumTypes_.end() && text(*found) == lower) return found->id | kIdBit;
+    const auto added = addedTypes_.find(lower);
+    return added == addedTypes_.end() ? 0 : added->second | kIdBit;
 }
 
-namespace {
-
-TOrvActionCatalogue* catalogue = nullptr;
-
-}  // namespace
-
-TOrvActionCatalogue& Catalogue()
-{
-    return *catalogue;
-}
+// In place: there is nothing to allocate at start, and the way to it is short. Not destroyed with the static objects,
+// since other threads may still be inside the library then.
+union Detail::CatalogueStorage {
+    char none;
+    TOrvActionCatalogue catalogue;
+    constexpr CatalogueStorage() : none(0) {}
+    ~CatalogueStorage() {}
+};
+constinit Detail::CatalogueStorage Detail::catalogueStorage;
 
 void StartCatalogue()
 {
-    auto built = std::make_unique<TOrvActionCatalogue>();
-    BuildCatalogue(*built);
-    catalogue = built.release();
+    new (&Detail::catalogueStorage) TOrvActionCatalogue(TOrvActionCatalogue::Content::BuiltIn);
 }
 
 void EndCatalogue()
 {
-    delete std::exchange(catalogue, nullptr);
+    Catalogue().~TOrvActionCatalogue();
+    const auto forgetTexts = [](auto& entries) {
+        for (auto& entry : entries) entry.ForgetTexts();
+    };
+    auto classes = Builtin::Classes();
+    auto actions = Builtin::Actions();
+    auto parameters = Builtin::Parameters();
+    auto values = Builtin::EnumValues();
+    forgetTexts(classes);
+    forgetTexts(actions);
+    forgetTexts(parameters);
+    forgetTexts(values);
+    Builtin::EventDescription().ForgetTexts();
 }
 
 }  // namespace OrvPLC

@@ -20,85 +20,59 @@ std::atomic_ref<Char> Unit(const Char* units, std::size_t index)
 }  // namespace
 
 template <class Char>
-ChangingText<Char>& ChangingText<Char>::operator=(const ChangingText& other)
-{
-    if (other.room_) {
-        Commit(Prepare(other.view()));
-    } else {
-        Borrow(other.view());
-    }
-    return *this;
-}
-
-template <class Char>
-ChangingText<Char>& ChangingText<Char>::operator=(ChangingText&& other) noexcept
-{
-    Borrow(other.view());
-    version_.store(other.version_.load(std::memory_order_relaxed), std::memory_order_relaxed);
-    room_ = std::move(other.room_);
-    other.Borrow({kEmpty, 0});
-    return *this;
-}
-
-template <class Char>
-void ChangingText<Char>::Borrow(View constant)
-{
-    text_.store(constant.data(), std::memory_order_relaxed);
-    length_.store(static_cast<std::uint32_t>(constant.size()), std::memory_order_relaxed);
-    version_.store(kConstant, std::memory_order_relaxed);
-    room_.reset();
-}
-
-template <class Char>
 typename ChangingText<Char>::Change ChangingText<Char>::Prepare(View text) const
 {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::length_error("display text");
     Change change;
-    change.text = text;
-    const std::size_t present = room_ ? room_->capacity : 0;
-    if (!room_ || text.size() > present) change.room = std::make_unique<Room>(std::max(text.size(), 2 * present));
+    const Room* present = room_.load(std::memory_order_relaxed);
+    if (present && text.size() <= present->capacity) {
+        change.text = text;
+        return change;
+    }
+    change.room = std::make_unique<Room>(std::max(text.size(), present ? 2 * present->capacity : 0));
+    std::copy(text.begin(), text.end(), change.room->units.get());
+    change.room->length.store(static_cast<std::uint32_t>(text.size()), std::memory_order_relaxed);
     return change;
 }
 
 template <class Char>
 void ChangingText<Char>::Commit(Change change) noexcept
 {
-    const std::uint32_t version = version_.load(std::memory_order_relaxed);
-    version_.store(version + 1, std::memory_order_relaxed);
-    std::atomic_thread_fence(std::memory_order_release);
+    Room* const present = room_.load(std::memory_order_relaxed);
     if (change.room) {
-        change.room->older = std::move(room_);
-        room_ = std::move(change.room);
+        change.room->older.reset(present);
+        room_.store(change.room.release(), std::memory_order_release);
+        return;
     }
-    Char* const units = room_->units.get();
+    const std::uint32_t version = present->version.load(std::memory_order_relaxed);
+    present->version.store(version + 1, std::memory_order_relaxed);
+    std::atomic_thread_fence(std::memory_order_release);
+    Char* const units = present->units.get();
     for (std::size_t i = 0; i != change.text.size(); ++i) {
         Unit(units, i).store(change.text[i], std::memory_order_relaxed);
     }
     Unit(units, change.text.size()).store(Char{}, std::memory_order_relaxed);
-    length_.store(static_cast<std::uint32_t>(change.text.size()), std::memory_order_relaxed);
-    text_.store(units, std::memory_order_release);
-    // After some two thousand million writes the count begins anew, past the number that means a constant.
-    const std::uint32_t next = version + 2;
-    version_.store(next == kConstant ? 2 : next, std::memory_order_release);
+    present->length.store(static_cast<std::uint32_t>(change.text.size()), std::memory_order_relaxed);
+    present->version.store(version + 2, std::memory_order_release);
 }
 
 template <class Char>
 std::basic_string_view<Char> ChangingText<Char>::WholeOfWritten(String& copy) const
 {
-    for (;; std::this_thread::yield()) {
-        const std::uint32_t version = version_.load(std::memory_order_acquire);
-        const View text(text_.load(std::memory_order_relaxed), length_.load(std::memory_order_relaxed));
-        // Only a pointer and a length that belong together may be followed.
-        if (StillAt(version) && CopyUnits(text, copy, version)) return copy;
-    }
+    // A room that the text has left meanwhile still holds the text from before.
+    while (!CopyUnits(*room_.load(std::memory_order_acquire), copy)) std::this_thread::yield();
+    return copy;
 }
 
 template <class Char>
-bool ChangingText<Char>::CopyUnits(View text, String& copy, std::uint32_t version) const
+bool ChangingText<Char>::CopyUnits(const Room& room, String& copy)
 {
-    copy.resize(text.size());
-    for (std::size_t i = 0; i != text.size(); ++i) copy[i] = Unit(text.data(), i).load(std::memory_order_relaxed);
-    return StillAt(version);
+    const std::uint32_t version = room.version.load(std::memory_order_acquire);
+    if (version % 2 != 0) return false;
+    copy.resize(room.length.load(std::memory_order_relaxed));
+    for (std::size_t i = 0; i != copy.size(); ++i) copy[i] = Unit(room.units.get(), i).load(std::memory_order_relaxed);
+    std::atomic_thread_fence(std::memory_order_acquire);
+    return room.version.load(std::memory_order_relaxed) == version;
 }
 
 template class ChangingText<char>;

@@ -6,7 +6,8 @@
 // the caller's affair; it always meets a zero.
 //
 // The library itself takes no lock to read: it takes a copy and looks whether a write came in between. A text that was
-// never written is a constant and needs no copy. Writers are one at a time, under the catalogue's lock.
+// never written is a constant and needs neither a copy nor a room. Writers are one at a time, under the catalogue's
+// lock.
 #pragma once
 
 #include <atomic>
@@ -16,14 +17,19 @@
 #include <string>
 #include <string_view>
 
+#include "catalogue/builtin_texts.h"
+
 namespace OrvPLC {
 
 template <class Char>
 class ChangingText {
-    // The last unit is zero from the beginning and stays so: whoever looks for the end of a text finds one.
+    // Complete before anybody sees it, and left as it is when the text moves on. The last unit is zero from the
+    // beginning and stays so: whoever looks for the end of a text finds one.
     struct Room {
-        explicit Room(std::size_t length) : capacity(length), units(std::make_unique<Char[]>(length + 1)) {}
+        explicit Room(std::size_t size) : capacity(size), units(std::make_unique<Char[]>(size + 1)) {}
 
+        std::atomic<std::uint32_t> version{0};  // odd while a write is going on
+        std::atomic<std::uint32_t> length{0};
         std::size_t capacity;
         std::unique_ptr<Char[]> units;
         std::unique_ptr<Room> older;
@@ -36,53 +42,42 @@ public:
     // A write that has all it needs, so that it cannot fail any more.
     class Change {
         friend ChangingText;
-        String text;
-        std::unique_ptr<Room> room;  // null when the text fits the present one
+        String text;                 // for the present room
+        std::unique_ptr<Room> room;  // with the text, when it does not fit the present one
     };
 
-    ChangingText() = default;
-    // Copying, moving and borrowing belong to the time of loading, when nobody else reads. The units of a moved text
-    // keep their address.
-    ChangingText(const ChangingText& other) { *this = other; }
-    ChangingText(ChangingText&& other) noexcept { *this = std::move(other); }
-    ChangingText& operator=(const ChangingText& other);
-    ChangingText& operator=(ChangingText&& other) noexcept;
-    ~ChangingText() = default;
-
-    // The constant lives as long as the library and has a zero behind it.
-    void Borrow(View constant);
+    constexpr ChangingText(Builtin::Text constant = {}) noexcept : constant_(constant) {}
+    // For the time of loading, when nobody else reads. The units of a moved text keep their address.
+    ChangingText(ChangingText&& other) noexcept : constant_(other.constant_), room_(other.room_.exchange(nullptr)) {}
+    ChangingText& operator=(const ChangingText&) = delete;
+    ~ChangingText() { Forget(); }
 
     Change Prepare(View text) const;  // may fail, and then nothing has changed
     void Commit(Change change) noexcept;
+    // Gives the rooms back; the constant shows again. For the end of the library.
+    void Forget() noexcept { delete room_.exchange(nullptr); }
 
     // For callers, and for readers that no writer disturbs.
-    const Char* c_str() const noexcept { return text_.load(std::memory_order_acquire); }
-    View view() const noexcept { return {c_str(), length_.load(std::memory_order_relaxed)}; }
+    const Char* c_str() const noexcept { return view().data(); }
+    View view() const noexcept
+    {
+        const Room* room = room_.load(std::memory_order_acquire);
+        return room ? View(room->units.get(), room->length.load(std::memory_order_relaxed)) : Constant();
+    }
 
     // The text as it was before or after any write, never in the middle of one. The view is valid as long as `copy`.
     View Whole(String& copy) const
     {
-        const std::uint32_t version = version_.load(std::memory_order_acquire);
-        const View text(text_.load(std::memory_order_relaxed), length_.load(std::memory_order_relaxed));
-        return version == kConstant && StillAt(version) ? text : WholeOfWritten(copy);
+        return room_.load(std::memory_order_acquire) ? WholeOfWritten(copy) : Constant();
     }
 
 private:
-    static constexpr Char kEmpty[1] = {};
-    static constexpr std::uint32_t kConstant = 0;
-
-    bool StillAt(std::uint32_t version) const noexcept
-    {
-        std::atomic_thread_fence(std::memory_order_acquire);
-        return version % 2 == 0 && version_.load(std::memory_order_relaxed) == version;
-    }
+    View Constant() const noexcept { return {Builtin::Pool<Char>() + constant_.offset, constant_.length}; }
     View WholeOfWritten(String& copy) const;
-    bool CopyUnits(View text, String& copy, std::uint32_t version) const;
+    static bool CopyUnits(const Room& room, String& copy);
 
-    std::atomic<const Char*> text_{kEmpty};
-    std::atomic<std::uint32_t> length_{0};
-    std::atomic<std::uint32_t> version_{kConstant};  // odd while a write is going on
-    std::unique_ptr<Room> room_;                     // the present one, which holds the older ones
+    Builtin::Text constant_;
+    std::atomic<Room*> room_{nullptr};  // the present one, which holds the older ones; null: the constant
 };
 
 extern template class ChangingText<char>;

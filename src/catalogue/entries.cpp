@@ -38,44 +38,26 @@ void DisplayText::Commit(Change change) noexcept
     W.Commit(std::move(change.W));
 }
 
-void DisplayText::Borrow(const Builtin::Text& constant)
+void DisplayText::Forget() noexcept
 {
-    A.Borrow(constant.narrow);
-    U.Borrow(constant.narrow);
-    W.Borrow(constant.wide);
+    A.Forget();
+    U.Forget();
+    W.Forget();
 }
 
-TOrvBaseNameInfo::TOrvBaseNameInfo(std::u16string_view name)
-{
-    const std::string ansi = Ulmo::AnsiFromWide(name);
-    NameA.Assign(ansi);
-    NameW.Assign(name);
-    LowerName.Assign(Ulmo::LowerCase(name));
-    for (DisplayText* text : {&NativePlain, &NeutralPlain, &Description}) {
-        // Deliberately no UTF-8: an entry without texts shows its name as it came.
-        text->Commit({text->A.Prepare(ansi), text->U.Prepare(ansi), text->W.Prepare(name)});
-    }
-}
-
-TOrvBaseNameInfo::TOrvBaseNameInfo(TOrvBaseNameInfo&& other) noexcept
-    : VirtualReferenceCountBaseClass(),
-      NameA(std::move(other.NameA)),
-      NameW(std::move(other.NameW)),
-      LowerName(std::move(other.LowerName)),
-      NativePlain(std::move(other.NativePlain)),
-      NeutralPlain(std::move(other.NeutralPlain)),
-      Description(std::move(other.Description))
+TOrvBaseNameInfo::OwnNames::OwnNames(std::u16string_view name)
+    : wide(name), lower(Ulmo::LowerCase(name)), ansi(Ulmo::AnsiFromWide(name))
 {}
 
-TOrvBaseNameInfo::TOrvBaseNameInfo(const Builtin::Name& name, const Builtin::Text& plain,
-                                   const Builtin::Text& description)
+TOrvBaseNameInfo::TOrvBaseNameInfo(std::u16string_view name) : own_(std::make_unique<OwnNames>(name))
 {
-    NameA.Borrow(name.text.narrow);
-    NameW.Borrow(name.text.wide);
-    LowerName.Borrow(name.lower);
-    NativePlain.Borrow(plain.wide.empty() ? name.text : plain);
-    NeutralPlain.Borrow(name.text);
-    Description.Borrow(description.wide.empty() ? name.text : description);
+    NameW = StoredText<char16_t>(own_->wide);
+    LowerName = StoredText<char16_t>(own_->lower);
+    NameA = StoredText<char>(own_->ansi);
+    for (DisplayText* text : {&NativePlain, &NeutralPlain, &Description}) {
+        // Deliberately no UTF-8: an entry without texts shows its name as it came.
+        text->Commit({text->A.Prepare(own_->ansi), text->U.Prepare(own_->ansi), text->W.Prepare(name)});
+    }
 }
 
 const DisplayText& TOrvBaseNameInfo::Plain() const noexcept
@@ -96,18 +78,21 @@ void TOrvBaseNameInfo::WriteTextsOfBothSets(std::u16string_view plain, std::u16s
 {
     if (!plain.empty()) {
         NativePlain.Commit(NativePlain.Prepare(plain));
-        NeutralPlain = NativePlain;
+        NeutralPlain.Commit(NeutralPlain.Prepare(plain));
     }
     if (!description.empty()) Description.Commit(Description.Prepare(description));
+}
+
+void TOrvBaseNameInfo::ForgetTexts() noexcept
+{
+    NativePlain.Forget();
+    NeutralPlain.Forget();
+    Description.Forget();
 }
 
 TOrvActionClassInternalInfo::TOrvActionClassInternalInfo(std::u16string_view name, std::uint32_t code,
                                                          std::uint32_t priority, std::uint32_t flags)
     : TOrvBaseNameInfo(name), Code(code), Priority(priority), Flags(flags)
-{}
-
-TOrvActionClassInternalInfo::TOrvActionClassInternalInfo(const Builtin::ClassRow& row)
-    : TOrvBaseNameInfo(row.name, row.plain, row.description), Code(row.code), Priority(row.priority), Flags(0)
 {}
 
 TOrvParameterInternalInfo::TOrvParameterInternalInfo(std::u16string_view name, std::uint32_t type, std::uint32_t view,
@@ -116,64 +101,34 @@ TOrvParameterInternalInfo::TOrvParameterInternalInfo(std::u16string_view name, s
     : TOrvBaseNameInfo(name), Type(type), View(view), Priority(priority), EnumType(enumType), DbField(dbField)
 {}
 
-TOrvParameterInternalInfo::TOrvParameterInternalInfo(const Builtin::ParameterRow& row)
-    : TOrvBaseNameInfo(row.name, row.plain, row.description),
-      Type(row.type),
-      View(row.view),
-      Priority(row.priority),
-      EnumType(row.enumType),
-      DbField(row.dbField)
-{}
-
-TOrvParameterInternalInfo::TOrvParameterInternalInfo(const TOrvParameterInternalInfo& other)
-    : TOrvParameterInternalInfo(other.NameW.view(), other.Type, other.View, other.Priority, other.EnumType,
-                                other.DbField)
-{
-    NativePlain = other.NativePlain;
-    NeutralPlain = other.NeutralPlain;
-    Description = other.Description;
-}
-
-TOrvParameterInternalInfo::TOrvParameterInternalInfo(TOrvParameterInternalInfo&& other) noexcept
-    : TOrvBaseNameInfo(std::move(other)),
-      Type(other.Type),
-      View(other.View),
-      Priority(other.Priority),
-      EnumType(other.EnumType),
-      DbField(other.DbField)
+ParameterKey::ParameterKey(const TOrvParameterInternalInfo& entry)
+    : name(entry.NameW), lower(entry.LowerName), viewBit(TOrvActionInternalInfo::ViewBit(entry.View))
 {}
 
 TOrvActionInternalInfo::TOrvActionInternalInfo(std::u16string_view name, std::uint32_t code, std::uint32_t priority,
                                                std::uint32_t flags)
-    : TOrvBaseNameInfo(name), Code(code), Priority(priority), Flags(flags)
+    : TOrvBaseNameInfo(name),
+      Code(code),
+      Priority(priority),
+      Flags(flags),
+      InternalIndex(0),
+      Parameters(0, 0),
+      keys_(0),
+      keyOrder_(0)
 {}
-
-TOrvActionInternalInfo::TOrvActionInternalInfo(const Builtin::ActionRow& row)
-    : TOrvBaseNameInfo(row.name, row.plain, row.description), Code(row.code), Priority(row.priority), Flags(0)
-{
-    Parameters.reserve(row.parameters.size());
-    searchNames_.reserve(row.parameters.size());
-    viewBits_.reserve(row.parameters.size());
-    for (const Builtin::ParameterRow& parameter : row.parameters) {
-        Parameters.emplace_back(parameter);
-        searchNames_.push_back({parameter.name.text.wide, parameter.name.lower});
-        viewBits_.push_back(ViewBit(parameter.view));
-        allViews_ |= viewBits_.back();
-    }
-    keyOrder_.assign(row.keyOrder.begin(), row.keyOrder.end());
-}
 
 std::size_t TOrvActionInternalInfo::FindParameter(std::u16string_view name) const
 {
     constexpr std::size_t kFew = 64;
-    const std::size_t count = searchNames_.size();
+    const std::size_t count = Parameters.size();
     if (count > kFew || hasRepeatedNames_) return FindByKey(Ulmo::LowerCase(name));
+    const ParameterKey* const keys = Keys();
     // Callers mostly use the catalogue's spelling, and lengths tell most names apart.
     for (std::size_t i = 0; i < count; ++i) {
-        if (Ulmo::SameText(searchNames_[i].name, name)) return i;
+        if (Ulmo::SameText(keys[i].name.view(), name)) return i;
     }
     for (std::size_t i = 0; i < count; ++i) {
-        const std::u16string_view lower = searchNames_[i].lower;
+        const std::u16string_view lower = keys[i].lower.view();
         if (lower.size() == name.size() && Ulmo::EqualsLower(name, lower)) return i;
     }
     return kNotFound;
@@ -181,40 +136,36 @@ std::size_t TOrvActionInternalInfo::FindParameter(std::u16string_view name) cons
 
 std::size_t TOrvActionInternalInfo::FindByKey(std::u16string_view lower) const
 {
+    const std::span<const std::uint32_t> order = KeyOrder();
+    const ParameterKey* const keys = Keys();
     const auto found = std::lower_bound(
-        keyOrder_.begin(), keyOrder_.end(), lower,
-        [this](std::uint32_t position, std::u16string_view key) { return searchNames_[position].lower < key; });
-    return found != keyOrder_.end() && searchNames_[*found].lower == lower ? *found : kNotFound;
+        order.begin(), order.end(), lower,
+        [keys](std::uint32_t position, std::u16string_view key) { return keys[position].lower.view() < key; });
+    return found != order.end() && keys[*found].lower.view() == lower ? *found : kNotFound;
 }
 
 void TOrvActionInternalInfo::SetParameters(std::vector<TOrvParameterInternalInfo> parameters)
 {
-    Parameters.swap(parameters);
-    searchNames_.clear();
-    viewBits_.clear();
-    keyOrder_.clear();
-    allViews_ = 0;
-    for (const TOrvParameterInternalInfo& entry : Parameters) {
-        keyOrder_.push_back(static_cast<std::uint32_t>(searchNames_.size()));
-        searchNames_.push_back({entry.NameW.view(), entry.LowerName.view()});
-        viewBits_.push_back(ViewBit(entry.View));
-        allViews_ |= viewBits_.back();
+    auto own = std::make_unique<OwnParameters>();
+    own->entries = std::move(parameters);
+    for (const TOrvParameterInternalInfo& entry : own->entries) {
+        own->order.push_back(static_cast<std::uint32_t>(own->keys.size()));
+        own->keys.emplace_back(entry);
+        allViews_ |= own->keys.back().viewBit;
     }
-    std::stable_sort(keyOrder_.begin(), keyOrder_.end(), [this](std::uint32_t a, std::uint32_t b) {
-        return searchNames_[a].lower < searchNames_[b].lower;
-    });
-    const auto sameKey = [this](std::uint32_t a, std::uint32_t b) {
-        return searchNames_[a].lower == searchNames_[b].lower;
-    };
-    hasRepeatedNames_ = std::adjacent_find(keyOrder_.begin(), keyOrder_.end(), sameKey) != keyOrder_.end();
+    const auto lower = [&own](std::uint32_t position) { return own->keys[position].lower.view(); };
+    std::stable_sort(own->order.begin(), own->order.end(),
+                     [&](std::uint32_t a, std::uint32_t b) { return lower(a) < lower(b); });
+    const auto sameKey = [&](std::uint32_t a, std::uint32_t b) { return lower(a) == lower(b); };
+    hasRepeatedNames_ = std::adjacent_find(own->order.begin(), own->order.end(), sameKey) != own->order.end();
+    Parameters = ParameterRange(own->entries);
+    keys_ = {Builtin::parameterKeys, own->keys.data()};
+    keyOrder_ = {Builtin::keyOrder, own->order.data()};
+    own_ = std::move(own);
 }
 
 TOrvEnumInternalInfo::TOrvEnumInternalInfo(std::u16string_view name, std::uint32_t enumId, std::uint32_t value)
     : TOrvBaseNameInfo(name), EnumId(enumId), Value(value)
-{}
-
-TOrvEnumInternalInfo::TOrvEnumInternalInfo(const Builtin::EnumValueRow& row)
-    : TOrvBaseNameInfo(row.name, row.plain, row.description), EnumId(row.enumId), Value(row.value)
 {}
 
 }  // namespace OrvPLC

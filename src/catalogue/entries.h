@@ -1,16 +1,21 @@
 // The entries of the catalogue: what is known of a class, an action, a parameter, an enum value.
 //
-// Entries are made while the library loads and live until it unloads; only their display texts change afterwards.
-// So an action object refers to its entry by a plain pointer: a counted one would cost two atomic operations an object
-// on a line that all threads share.
+// The built-in ones are constants that the generator writes, those of extension files are made while the library loads;
+// all live until it unloads, and only their display texts change. So an action object refers to its entry by a plain
+// pointer: a counted one would cost two atomic operations an object on a line that all threads share.
+//
+// Entries have no virtual function and hold no pointer to a constant, see builtin_texts.h.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "catalogue/builtin_rows.h"
+#include "catalogue/builtin_texts.h"
 #include "catalogue/changing_text.h"
 #include "catalogue/stored_text.h"
 #include "ulmo/reference_count.h"
@@ -33,19 +38,50 @@ struct DisplayText {
         ChangingText<char>::Change U;
         ChangingText<char16_t>::Change W;
     };
+
+    constexpr DisplayText(Builtin::Text constant = {}) noexcept : A(constant), U(constant), W(constant) {}
     Change Prepare(std::u16string_view text) const;  // may fail, and then nothing has changed
     void Commit(Change change) noexcept;
-    void Borrow(const Builtin::Text& constant);  // the constants are ASCII: one narrow form serves as both
+    void Forget() noexcept;  // for the end of the library
 };
 
-class TOrvBaseNameInfo : public Ulmo::VirtualReferenceCountBaseClass {
+// The count of an entry that is made at run time; a new one has count 0. Built-in entries have no owner.
+template <class Entry>
+class CountedEntry {
 public:
-    StoredText<char> NameA;
+    void AddRef() noexcept { count_.fetch_add(1, std::memory_order_relaxed); }
+    void Release() noexcept
+    {
+        if (count_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete static_cast<Entry*>(this);
+    }
+
+protected:
+    constexpr CountedEntry() noexcept = default;
+    CountedEntry(CountedEntry&&) noexcept {}
+    ~CountedEntry() = default;
+
+private:
+    std::atomic<std::uint32_t> count_{0};
+};
+
+class TOrvBaseNameInfo {
+    struct OwnNames {
+        explicit OwnNames(std::u16string_view name);
+
+        std::u16string wide;
+        std::u16string lower;
+        std::string ansi;
+    };
+
+public:
     StoredText<char16_t> NameW;      // as registered, case kept
     StoredText<char16_t> LowerName;  // the key of every name map
+    StoredText<char> NameA;
     DisplayText NativePlain;
     DisplayText NeutralPlain;
     DisplayText Description;
+
+    TOrvBaseNameInfo& operator=(const TOrvBaseNameInfo&) = delete;
 
     // The plain name of the text set that the native translation switch selects.
     const DisplayText& Plain() const noexcept;
@@ -54,18 +90,34 @@ public:
     void WriteTexts(std::u16string_view plain, std::u16string_view description);
     // The plain name into both sets, whatever the switch says.
     void WriteTextsOfBothSets(std::u16string_view plain, std::u16string_view description);
+    void ForgetTexts() noexcept;  // for the end of the library
 
 protected:
-    TOrvBaseNameInfo(TOrvBaseNameInfo&& other) noexcept;  // texts keep their addresses; the count starts anew
-    explicit TOrvBaseNameInfo(std::u16string_view name);  // the name is also the first text of all sets
-    TOrvBaseNameInfo(const Builtin::Name& name, const Builtin::Text& plain, const Builtin::Text& description);
+    explicit TOrvBaseNameInfo(std::u16string_view name);   // the name is also the first text of all sets
+    TOrvBaseNameInfo(TOrvBaseNameInfo&& other) = default;  // names and texts keep their addresses
+    // Built-in content. A text that is empty is the name. The neutral set has no texts of its own.
+    constexpr TOrvBaseNameInfo(Builtin::Name name, Builtin::Text plain, Builtin::Text description) noexcept
+        : NameW(name.Spelt()),
+          LowerName(name.Lower()),
+          NameA(name.Spelt()),
+          NativePlain(plain.length ? plain : name.Spelt()),
+          NeutralPlain(name.Spelt()),
+          Description(description.length ? description : name.Spelt())
+    {}
+    ~TOrvBaseNameInfo() = default;
+
+private:
+    std::unique_ptr<OwnNames> own_;
 };
 
-class TOrvActionClassInternalInfo final : public TOrvBaseNameInfo {
+class TOrvActionClassInternalInfo final : public TOrvBaseNameInfo, public CountedEntry<TOrvActionClassInternalInfo> {
 public:
     TOrvActionClassInternalInfo(std::u16string_view name, std::uint32_t code, std::uint32_t priority,
                                 std::uint32_t flags);
-    explicit TOrvActionClassInternalInfo(const Builtin::ClassRow& row);
+    constexpr TOrvActionClassInternalInfo(Builtin::Name name, Builtin::Text plain, Builtin::Text description,
+                                          std::uint32_t code, std::uint32_t priority) noexcept
+        : TOrvBaseNameInfo(name, plain, description), Code(code), Priority(priority), Flags(0)
+    {}
 
     std::uint32_t Code;
     std::uint32_t Priority;
@@ -76,11 +128,16 @@ class TOrvParameterInternalInfo final : public TOrvBaseNameInfo {
 public:
     TOrvParameterInternalInfo(std::u16string_view name, std::uint32_t type, std::uint32_t view, std::uint32_t priority,
                               std::uint32_t enumType, std::uint32_t dbField);
-    explicit TOrvParameterInternalInfo(const Builtin::ParameterRow& row);
-    // A vector of parameters owns its entries; their counts are not used and a copy starts with a fresh one.
-    TOrvParameterInternalInfo(const TOrvParameterInternalInfo& other);
-    TOrvParameterInternalInfo(TOrvParameterInternalInfo&& other) noexcept;
-    TOrvParameterInternalInfo& operator=(const TOrvParameterInternalInfo&) = delete;
+    constexpr TOrvParameterInternalInfo(Builtin::Name name, Builtin::Text plain, Builtin::Text description,
+                                        std::uint32_t type, std::uint32_t view, std::uint32_t priority,
+                                        std::uint32_t enumType, std::uint32_t dbField) noexcept
+        : TOrvBaseNameInfo(name, plain, description),
+          Type(type),
+          View(view),
+          Priority(priority),
+          EnumType(enumType),
+          DbField(dbField)
+    {}
 
     std::uint32_t Type;  // ORV_KIND_...
     std::uint32_t View;  // ORV_VIEW_..., what the value designates
@@ -89,10 +146,98 @@ public:
     std::uint32_t DbField;   // ORV_COLUMN_... bits
 };
 
-class TOrvActionInternalInfo final : public TOrvBaseNameInfo {
+class TOrvEnumInternalInfo final : public TOrvBaseNameInfo, public CountedEntry<TOrvEnumInternalInfo> {
+public:
+    TOrvEnumInternalInfo(std::u16string_view name, std::uint32_t enumId, std::uint32_t value);
+    constexpr TOrvEnumInternalInfo(Builtin::Name name, Builtin::Text plain, Builtin::Text description,
+                                   std::uint32_t enumId, std::uint32_t value) noexcept
+        : TOrvBaseNameInfo(name, plain, description), EnumId(enumId), Value(value)
+    {}
+
+    std::uint32_t EnumId;  // 1 for the Boolean enum, else with bit 0x1000
+    std::uint32_t Value;
+};
+
+// What a search looks at, side by side: a few cache lines instead of one a parameter.
+struct ParameterKey {
+    StoredText<char16_t> name;
+    StoredText<char16_t> lower;
+    std::uint32_t viewBit;  // see TOrvActionInternalInfo::ViewBit
+
+    constexpr ParameterKey(Builtin::Name of, std::uint32_t view) noexcept
+        : name(of.Spelt()), lower(of.Lower()), viewBit(view)
+    {}
+    explicit ParameterKey(const TOrvParameterInternalInfo& entry);
+};
+
+namespace Builtin {
+
+// Defined by the generated sources, which alone know how much they hold.
+extern union ClassTable classTable;
+extern union ParameterTable parameterTable;  // the parameters of an action side by side
+extern const ParameterKey parameterKeys[];   // parallel to the parameters
+extern const std::uint32_t keyOrder[];       // parallel to the parameters, counted from the first of an action
+
+}  // namespace Builtin
+
+// The class of an action. Behaves as a pointer.
+class ClassReference {
+public:
+    ClassReference() noexcept : class_(0), known_(false) {}
+    constexpr explicit ClassReference(std::size_t builtIn) noexcept : class_(builtIn), known_(true) {}
+    explicit ClassReference(const TOrvActionClassInternalInfo* entry) noexcept
+        : class_(&Builtin::classTable, entry), known_(entry != nullptr)
+    {}
+
+    const TOrvActionClassInternalInfo* get() const noexcept
+    {
+        return known_ ? class_.From(&Builtin::classTable) : nullptr;
+    }
+    const TOrvActionClassInternalInfo* operator->() const noexcept { return class_.From(&Builtin::classTable); }
+    explicit operator bool() const noexcept { return known_; }
+
+private:
+    Distance<const TOrvActionClassInternalInfo> class_;
+    bool known_;
+};
+
+// The parameters of an action in declaration order, which is part of the contract.
+class ParameterRange {
+public:
+    constexpr ParameterRange(std::size_t first, std::size_t count) noexcept : first_(first), count_(count) {}
+    explicit ParameterRange(const std::vector<TOrvParameterInternalInfo>& own) noexcept
+        : first_(&Builtin::parameterTable, own.data()), count_(own.size())
+    {}
+
+    std::size_t size() const noexcept { return count_; }
+    bool empty() const noexcept { return count_ == 0; }
+    const TOrvParameterInternalInfo& operator[](std::size_t position) const noexcept { return begin()[position]; }
+    const TOrvParameterInternalInfo* begin() const noexcept { return first_.From(&Builtin::parameterTable); }
+    const TOrvParameterInternalInfo* end() const noexcept { return begin() + count_; }
+
+private:
+    Distance<const TOrvParameterInternalInfo> first_;
+    std::size_t count_;
+};
+
+class TOrvActionInternalInfo final : public TOrvBaseNameInfo, public CountedEntry<TOrvActionInternalInfo> {
 public:
     TOrvActionInternalInfo(std::u16string_view name, std::uint32_t code, std::uint32_t priority, std::uint32_t flags);
-    explicit TOrvActionInternalInfo(const Builtin::ActionRow& row);
+    constexpr TOrvActionInternalInfo(Builtin::Name name, Builtin::Text plain, Builtin::Text description,
+                                     std::uint32_t code, std::uint32_t priority, std::uint32_t index,
+                                     std::size_t classAt, std::size_t firstParameter, std::size_t parameterCount,
+                                     std::uint32_t views) noexcept
+        : TOrvBaseNameInfo(name, plain, description),
+          Code(code),
+          Priority(priority),
+          Flags(0),
+          InternalIndex(index),
+          Class(classAt),
+          Parameters(firstParameter, parameterCount),
+          keys_(firstParameter),
+          keyOrder_(firstParameter),
+          allViews_(views)
+    {}
 
     static constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
 
@@ -102,8 +247,9 @@ public:
     std::size_t FindView(std::uint32_t views, std::size_t from = 0) const noexcept
     {
         if (!(allViews_ & views)) return kNotFound;
-        for (std::size_t position = from; position < viewBits_.size(); ++position) {
-            if (viewBits_[position] & views) return position;
+        const ParameterKey* const keys = Keys();
+        for (std::size_t position = from; position < Parameters.size(); ++position) {
+            if (keys[position].viewBit & views) return position;
         }
         return kNotFound;
     }
@@ -112,45 +258,40 @@ public:
     // Whether this is the catalogue's spelling of the parameter at a position.
     bool IsSpelt(std::size_t position, std::u16string_view name) const
     {
-        return Ulmo::SameText(searchNames_[position].name, name);
+        return Ulmo::SameText(Keys()[position].name.view(), name);
     }
-    // Before registration only. Any number of parameters, and one name may come several times: all stand in the list,
+    // Once, before registration. Any number of parameters, and one name may come several times: all stand in the list,
     // and lookups by name give the first.
     void SetParameters(std::vector<TOrvParameterInternalInfo> parameters);
     bool HasRepeatedNames() const noexcept { return hasRepeatedNames_; }
 
     // Positions of the parameters, ordered by lower-cased name and then by position.
-    const std::vector<std::uint32_t>& KeyOrder() const noexcept { return keyOrder_; }
+    std::span<const std::uint32_t> KeyOrder() const noexcept
+    {
+        return {keyOrder_.From(Builtin::keyOrder), Parameters.size()};
+    }
 
     std::uint32_t Code;
     std::uint32_t Priority;
     std::uint32_t Flags;
-    std::uint32_t InternalIndex = 0;                      // set at registration
-    Ulmo::CountedPtr<TOrvActionClassInternalInfo> Class;  // may be null
-    std::vector<TOrvParameterInternalInfo> Parameters;    // in declaration order, which is part of the contract
+    std::uint32_t InternalIndex;  // set at registration
+    ClassReference Class;         // may be null
+    ParameterRange Parameters;
 
 private:
+    struct OwnParameters {
+        std::vector<TOrvParameterInternalInfo> entries;
+        std::vector<ParameterKey> keys;
+        std::vector<std::uint32_t> order;
+    };
+    const ParameterKey* Keys() const noexcept { return keys_.From(Builtin::parameterKeys); }
     std::size_t FindByKey(std::u16string_view lower) const;
 
-    // The names once more, side by side: a search touches a few cache lines instead of one a parameter.
-    struct SearchName {
-        std::u16string_view name;
-        std::u16string_view lower;
-    };
-    std::vector<SearchName> searchNames_;
-    std::vector<std::uint32_t> viewBits_;  // side by side for the same reason
+    Distance<const ParameterKey> keys_;
+    Distance<const std::uint32_t> keyOrder_;
     std::uint32_t allViews_ = 0;
-    std::vector<std::uint32_t> keyOrder_;
     bool hasRepeatedNames_ = false;
-};
-
-class TOrvEnumInternalInfo final : public TOrvBaseNameInfo {
-public:
-    TOrvEnumInternalInfo(std::u16string_view name, std::uint32_t enumId, std::uint32_t value);
-    explicit TOrvEnumInternalInfo(const Builtin::EnumValueRow& row);
-
-    std::uint32_t EnumId;  // 1 for the Boolean enum, else with bit 0x1000
-    std::uint32_t Value;
+    std::unique_ptr<OwnParameters> own_;
 };
 
 }  // namespace OrvPLC

@@ -221,7 +221,7 @@ void ExtensionReader::ReadAction(const Node& row)
         name, Unsigned(code), Unsigned(ReadNumber(row, "priority", kDefaultPriority)),
         Unsigned(ReadNumber(row, "flags", 0)));
     ReadTexts(row, *entry);
-    entry->Class = ActionClassPtr(const_cast<TOrvActionClassInternalInfo*>(ReadClassOfAction(row)));
+    entry->Class = ClassReference(ReadClassOfAction(row));
     ReadParameters(row, *entry);
     TellCollision(row, catalogue_.FindActionByName(name), catalogue_.FindActionByCode(entry->Code));
     catalogue_.RegisterAction(entry);

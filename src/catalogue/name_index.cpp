@@ -71,7 +71,6 @@ std::uint32_t HashLower(std::u16string_view lower)
 
 bool SameFolded(std::u16string_view name, std::u16string_view lower)
 {
-    if (name.size() != lower.size()) return false;
     for (std::size_t i = 0; i < name.size(); i += 4) {
         if (FoldAscii(Load(name, i)) != Load(lower, i)) return false;
     }
@@ -80,44 +79,53 @@ bool SameFolded(std::u16string_view name, std::u16string_view lower)
 
 }  // namespace
 
-void NameIndex::Add(std::u16string_view lower, const TOrvBaseNameInfo* entry)
+// `same` compares with a lower-cased name of the same length.
+template <class Same>
+std::uint32_t NameIndex::Search(std::uint32_t hash, std::size_t length, Same&& same) const
 {
-    if (2 * (count_ + 1) > slots_.size()) Grow();
-    Insert({lower, entry, HashLower(lower)});
+    for (std::size_t i = hash; !builtIn_.empty(); ++i) {
+        const Builtin::NameSlot& slot = builtIn_[i & (builtIn_.size() - 1)];
+        if (slot.length == 0) break;
+        if (slot.hash != hash || slot.length != length) continue;
+        if (same(std::u16string_view(Builtin::kWideTexts + slot.lower, slot.length))) return slot.place;
+    }
+    for (std::size_t i = hash; !slots_.empty(); ++i) {
+        const Slot& slot = slots_[i & (slots_.size() - 1)];
+        if (slot.place == kNotFound) break;
+        if (slot.hash == hash && slot.lower.size() == length && same(slot.lower)) return slot.place;
+    }
+    return kNotFound;
+}
+
+void NameIndex::Add(std::u16string_view lower, std::uint32_t place)
+{
+    Reserve();
+    Insert({lower, HashLower(lower), place});
     ++count_;
 }
 
-const TOrvBaseNameInfo* NameIndex::Find(std::u16string_view name) const
+std::uint32_t NameIndex::Find(std::u16string_view name) const
 {
     std::uint32_t hash = 0;
-    if (!HashFolded(name, hash)) return FindLower(Ulmo::LowerCase(name));
-    const std::size_t mask = slots_.size() - 1;
-    for (std::size_t i = hash; !slots_.empty(); ++i) {
-        const Slot& slot = slots_[i & mask];
-        if (!slot.entry) break;
-        if (slot.hash == hash && SameFolded(name, slot.lower)) return slot.entry;
+    if (HashFolded(name, hash)) {
+        return Search(hash, name.size(), [name](std::u16string_view lower) { return SameFolded(name, lower); });
     }
-    return nullptr;
+    return FindLower(Ulmo::LowerCase(name));
 }
 
-const TOrvBaseNameInfo* NameIndex::FindLower(std::u16string_view lower) const
+std::uint32_t NameIndex::FindLower(std::u16string_view lower) const
 {
-    const std::uint32_t hash = HashLower(lower);
-    const std::size_t mask = slots_.size() - 1;
-    for (std::size_t i = hash; !slots_.empty(); ++i) {
-        const Slot& slot = slots_[i & mask];
-        if (!slot.entry) break;
-        if (slot.hash == hash && Ulmo::SameText(slot.lower, lower)) return slot.entry;
-    }
-    return nullptr;
+    return Search(HashLower(lower), lower.size(),
+                  [lower](std::u16string_view other) { return Ulmo::SameText(lower, other); });
 }
 
-void NameIndex::Grow()
+void NameIndex::Reserve()
 {
+    if (2 * (count_ + 1) <= slots_.size()) return;
     std::vector<Slot> old(slots_.empty() ? 64 : 2 * slots_.size());
     old.swap(slots_);
     for (const Slot& slot : old) {
-        if (slot.entry) Insert(slot);
+        if (slot.place != kNotFound) Insert(slot);
     }
 }
 
@@ -125,7 +133,7 @@ void NameIndex::Insert(const Slot& slot)
 {
     const std::size_t mask = slots_.size() - 1;
     std::size_t i = slot.hash;
-    while (slots_[i & mask].entry) ++i;
+    while (slots_[i & mask].place != kNotFound) ++i;
     slots_[i & mask] = slot;
 }
 

@@ -30,26 +30,16 @@ void FillTexts(Record& record, const TOrvBaseNameInfo& entry)
 
 }  // namespace
 
-ParameterList::ParameterList(const TOrvActionInternalInfo* action) : own_(action ? &action->Parameters : nullptr)
-{}
+ParameterList::ParameterList(const TOrvActionInternalInfo* action)
+{
+    if (action) items_ = {action->Parameters.begin(), action->Parameters.size()};
+}
 
 ParameterList ParameterList::General()
 {
     ParameterList list;
-    list.general_ = &Catalogue().GeneralParameters();
+    list.items_ = Catalogue().GeneralParameters();
     return list;
-}
-
-std::uint32_t ParameterList::size() const
-{
-    if (own_) return static_cast<std::uint32_t>(own_->size());
-    return general_ ? static_cast<std::uint32_t>(general_->size()) : 0;
-}
-
-const TOrvParameterInternalInfo* ParameterList::Find(std::uint32_t index) const
-{
-    if (index >= size()) return nullptr;
-    return own_ ? &(*own_)[index] : (*general_)[index].get();
 }
 
 ParameterList ParametersOfAction(std::uint32_t code)
@@ -74,8 +64,8 @@ const TOrvParameterInternalInfo* MatchActionDescription()
 
 EnumFilter EnumFilter::OfEnum(std::uint32_t id)
 {
-    return {TOrvActionCatalogue::EnumKey(id, 0),
-            TOrvActionCatalogue::EnumKey(id, std::numeric_limits<std::uint32_t>::max())};
+    return {EnumKey(id, 0),
+            EnumKey(id, std::numeric_limits<std::uint32_t>::max())};
 }
 
 EnumFilter EnumFilter::FromPublicType(std::uint32_t publicType)

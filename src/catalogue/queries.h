@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string_view>
 
 #include "OrvActions/OrvCatalogue.h"
@@ -20,12 +21,14 @@ public:
     explicit ParameterList(const TOrvActionInternalInfo* action);  // null gives an empty list
     static ParameterList General();
 
-    std::uint32_t size() const;
-    const TOrvParameterInternalInfo* Find(std::uint32_t index) const;  // null past the end
+    std::uint32_t size() const { return static_cast<std::uint32_t>(items_.size()); }
+    const TOrvParameterInternalInfo* Find(std::uint32_t index) const  // null past the end
+    {
+        return index < items_.size() ? &items_[index] : nullptr;
+    }
 
 private:
-    const std::vector<TOrvParameterInternalInfo>* own_ = nullptr;
-    const std::vector<ParameterPtr>* general_ = nullptr;
+    std::span<const TOrvParameterInternalInfo> items_;
 };
 
 ParameterList ParametersOfAction(std::uint32_t code);           // an unknown code gives an empty list
@@ -48,7 +51,7 @@ std::uint32_t EnumIdFromKind(std::uint32_t kind, std::uint32_t id);
 
 class EnumValues {
 public:
-    using Iterator = TOrvActionCatalogue::EnumValueMap::const_iterator;
+    using Iterator = TOrvActionCatalogue::EnumValueMap::Iterator;
 
     explicit EnumValues(const EnumFilter& filter);
     Iterator begin() const { return begin_; }
@@ -77,7 +80,7 @@ std::uint32_t FillAll(Record* records, std::uint32_t capacity, const Range& rang
 {
     std::uint32_t count = 0;
     for (auto item = range.begin(); item != range.end() && count < capacity; ++item) {
-        Fill(records[count++], *item->second);
+        Fill(records[count++], *(*item).second);
     }
     return count;
 }

@@ -31,7 +31,7 @@ public:
 
     void FillDeclared()
     {
-        const std::vector<TOrvParameterInternalInfo>& declared = action_.Entry()->Parameters;
+        const ParameterRange& declared = action_.Entry()->Parameters;
         for (std::size_t position = 0; position < declared.size(); ++position) {
             // The first parameter in declaration order wins a column. One that loses any of its columns is left out
             // whole. Deliberate.

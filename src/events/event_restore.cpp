@@ -57,7 +57,7 @@ void Store(TOrvParameter& value, const TOrvEventData& record, Columns column)
 void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
 {
     const Columns filled = FilledColumns(record);
-    const std::vector<TOrvParameterInternalInfo>& declared = action.Entry()->Parameters;
+    const ParameterRange& declared = action.Entry()->Parameters;
     for (std::size_t position = 0; position < declared.size(); ++position) {
         const TOrvParameterInternalInfo& info = declared[position];
         if (info.DbField == 0 || (info.DbField & ~filled) != 0) continue;

@@ -19,7 +19,7 @@ void TakeMissing(TOrvAction& action, const ParameterMap& example)
 
 bool HoldsRole(const TOrvAction& action, Roles::Views role)
 {
-    const std::vector<TOrvParameterInternalInfo>& declared = action.Entry()->Parameters;
+    const ParameterRange& declared = action.Entry()->Parameters;
     for (std::size_t position = 0; position < declared.size(); ++position) {
         if ((Roles::Bit(declared[position].View) & role) && action.Parameters().FindDeclared(position)) return true;
     }
@@ -34,7 +34,7 @@ void TakeChannel(TOrvAction& action, Roles::Views role, const GenericChannel* ch
 
 void TakeNumber(TOrvAction& action, std::uint32_t number)
 {
-    const std::vector<TOrvParameterInternalInfo>& declared = action.Entry()->Parameters;
+    const ParameterRange& declared = action.Entry()->Parameters;
     for (std::size_t position = 0; position < declared.size(); ++position) {
         if (declared[position].Type != ORV_KIND_Numeric32Bit) continue;
         if (action.Parameters().FindDeclared(position)) return;

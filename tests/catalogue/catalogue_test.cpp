@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "catalogue/name_tables.h"
 #include "catalogue/settings.h"
+#include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 namespace {
@@ -34,13 +37,6 @@ TEST(Catalogue, RegistrationOfActions)
 TEST(Catalogue, RegistrationOfTheRest)
 {
     TOrvActionCatalogue catalogue;
-    const auto parameter = Ulmo::MakeCounted<TOrvParameterInternalInfo>(u"Note", 5u, 0u, 5u, 0u, 0u);
-    const auto again = Ulmo::MakeCounted<TOrvParameterInternalInfo>(u"NOTE", 2u, 0u, 5u, 0u, 0u);
-    catalogue.RegisterGeneralParameter(parameter);
-    catalogue.RegisterGeneralParameter(again);
-    EXPECT_EQ(catalogue.FindGeneralParameter(u"nOTE"), parameter.get());
-    EXPECT_EQ(catalogue.GeneralParameters().size(), 1u);
-
     const auto value = Ulmo::MakeCounted<TOrvEnumInternalInfo>(u"One", 0x1500u, 1u);
     const auto other = Ulmo::MakeCounted<TOrvEnumInternalInfo>(u"Uno", 0x1500u, 1u);
     catalogue.RegisterEnumValue(value);
@@ -85,7 +81,7 @@ TEST(Catalogue, ParametersAreFoundAndWalkedInBothOrders)
     std::vector<TOrvParameterInternalInfo> parameters;
     for (const auto* name : {u"Zeta", u"alpha", u"Mid"}) parameters.emplace_back(name, 5u, 0u, 5u, 0u, 0u);
     action->SetParameters(std::move(parameters));
-    EXPECT_EQ(action->KeyOrder(), (std::vector<std::uint32_t>{1, 2, 0}));
+    EXPECT_TRUE(std::ranges::equal(action->KeyOrder(), std::vector<std::uint32_t>{1, 2, 0}));
     EXPECT_FALSE(action->HasRepeatedNames());
     EXPECT_EQ(action->FindParameter(u"ZETA"), 0u);
     EXPECT_EQ(action->FindParameter(u"Alpha"), 1u);
@@ -104,7 +100,7 @@ TEST(BuiltinCatalogue, IsComplete)
     for (const auto& [key, action] : catalogue.ActionsByName()) {
         EXPECT_EQ(action->InternalIndex, index++);
         EXPECT_NE(action->Class.get(), nullptr);
-        EXPECT_EQ(catalogue.FindActionByCode(action->Code), action.get());
+        EXPECT_EQ(catalogue.FindActionByCode(action->Code), action);
         EXPECT_GT(action->Code, 1000u);
         for (const TOrvParameterInternalInfo& parameter : action->Parameters) {
             EXPECT_TRUE(parameter.Type >= 1 && parameter.Type <= 12);
@@ -118,6 +114,93 @@ TEST(BuiltinCatalogue, IsComplete)
     EXPECT_EQ(catalogue.FindGeneralParameter(u"comment")->Priority, 8u);
     EXPECT_EQ(catalogue.FindEnumValue(kBooleanEnum, 1)->NativePlain.W.view(), u"True");
     EXPECT_EQ(catalogue.FindEnumTypeId(u"plcclienttype"), 4136u);
+}
+
+std::u16string UpperCase(std::u16string_view name)
+{
+    std::u16string upper(name);
+    for (char16_t& unit : upper) unit = unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+    return upper;
+}
+
+// The generator writes hashes and orders; the library has its own way to both.
+TEST(BuiltinCatalogue, IndexesAgreeWithTheEntries)
+{
+    const TOrvActionCatalogue& catalogue = Catalogue();
+    const auto check = [](const auto& entries, auto&& find) {
+        std::u16string_view before;
+        for (const auto& [key, entry] : entries) {
+            EXPECT_LT(before, key);
+            EXPECT_EQ(Ulmo::LowerCase(entry->NameW.view()), key);
+            EXPECT_EQ(find(entry->NameW.view()), entry);
+            EXPECT_EQ(find(UpperCase(key)), entry);
+            before = key;
+        }
+        EXPECT_EQ(find(std::u16string(before) + u"x"), nullptr);
+    };
+    check(catalogue.ActionsByName(), [&](auto name) { return catalogue.FindActionByName(name); });
+    check(catalogue.ClassesByName(), [&](auto name) { return catalogue.FindActionClassByName(name); });
+    for (const auto& [key, entry] : catalogue.ClassesByName()) {
+        EXPECT_EQ(catalogue.FindActionClassByCode(entry->Code), entry);
+    }
+    std::uint64_t before = 0;
+    for (const auto& [key, entry] : catalogue.EnumValues()) {
+        EXPECT_LT(before, key);
+        EXPECT_EQ(catalogue.FindEnumValue(entry->EnumId, entry->Value), entry);
+        before = key;
+    }
+    EXPECT_EQ(catalogue.EnumValues().size(), 622u);
+    EXPECT_EQ(catalogue.FindEnumValue(0x1028, 0xffffffff), nullptr);
+    for (const auto& [name, action] : catalogue.ActionsByName()) {
+        std::u16string_view last;
+        for (const std::uint32_t position : action->KeyOrder()) {
+            const TOrvParameterInternalInfo& parameter = action->Parameters[position];
+            EXPECT_LT(last, parameter.LowerName.view());
+            EXPECT_TRUE(action->IsSpelt(position, parameter.NameW.view()));
+            EXPECT_TRUE(TOrvActionInternalInfo::ViewBit(parameter.View) == 0 ||
+                        action->FindView(TOrvActionInternalInfo::ViewBit(parameter.View), position) == position);
+            last = parameter.LowerName.view();
+        }
+    }
+}
+
+// What is added stands between the built-in entries, and takes over codes that are registered directly.
+TEST(BuiltinCatalogue, IsAddedToInOrder)
+{
+    TOrvActionCatalogue catalogue(TOrvActionCatalogue::Content::BuiltIn);
+    const TOrvActionInternalInfo* panLeft = catalogue.FindActionByName(u"PanLeft");
+    const ActionPtr added[] = {NewAction(u"panleftmost", panLeft->Code), NewAction(u"\u00c4nderung", 10001),
+                               NewAction(u"0", 10002)};
+    for (const ActionPtr& action : added) catalogue.RegisterAction(action);
+    catalogue.RegisterAction(NewAction(u"PANLEFT", 10003));
+    EXPECT_EQ(catalogue.ActionsByName().size(), 432u);
+    EXPECT_EQ(catalogue.FindActionByCode(10003), nullptr);
+    EXPECT_EQ(catalogue.FindActionByCode(panLeft->Code), added[0].get());
+    EXPECT_EQ(catalogue.FindActionByIndex(431), added[2].get());
+    EXPECT_EQ(added[2]->InternalIndex, 431u);
+    EXPECT_EQ(catalogue.FindActionByName(u"PanLeftMost"), added[0].get());
+    std::vector<const TOrvActionInternalInfo*> order;
+    for (const auto& [name, action] : catalogue.ActionsByName()) order.push_back(action);
+    EXPECT_TRUE(std::ranges::is_sorted(order, {}, [](const auto* action) { return action->LowerName.view(); }));
+    EXPECT_EQ(order.front(), added[2].get());
+    EXPECT_EQ(order.back(), added[1].get());
+    EXPECT_EQ(*(std::ranges::find(order, panLeft) + 1), added[0].get());
+
+    const std::uint32_t enumId = catalogue.FindEnumValue(0x1028, 0)->EnumId;
+    const auto value = Ulmo::MakeCounted<TOrvEnumInternalInfo>(u"Late", enumId, 0xffffffff);
+    catalogue.RegisterEnumValue(value);
+    catalogue.RegisterEnumValue(Ulmo::MakeCounted<TOrvEnumInternalInfo>(u"Again", enumId, 0u));
+    EXPECT_EQ(catalogue.EnumValues().size(), 623u);
+    EXPECT_EQ(catalogue.FindEnumValue(enumId, 0xffffffff), value.get());
+    const auto begin = catalogue.EnumValues().lower_bound(EnumKey(enumId, 0));
+    const auto end = catalogue.EnumValues().upper_bound(EnumKey(enumId, 0xffffffff));
+    EXPECT_EQ((*begin).second, catalogue.FindEnumValue(enumId, 0));
+    EXPECT_EQ((*catalogue.EnumValues().lower_bound(EnumKey(enumId, 0xffffffff))).second, value.get());
+    EXPECT_GT((*end).second->EnumId, enumId);
+    const auto& builtIn = Catalogue().EnumValues();
+    const auto before = std::distance(builtIn.lower_bound(EnumKey(enumId, 0)),
+                                      builtIn.upper_bound(EnumKey(enumId, 0xffffffff)));
+    EXPECT_EQ(std::distance(begin, end), before + 1);
 }
 
 TEST(BuiltinCatalogue, TextsFollowTheSwitch)

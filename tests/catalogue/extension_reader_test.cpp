@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "catalogue/settings.h"
 #include "ulmo/string_conversion.h"
 
@@ -10,8 +12,6 @@ namespace {
 
 class ExtensionReading : public testing::Test, ExtensionListener {
 protected:
-    ExtensionReading() { BuildCatalogue(catalogue_); }
-
     void Read(const std::string& document)
     {
         remarks_.clear();
@@ -30,14 +30,14 @@ protected:
     const TOrvParameterInternalInfo& Parameter(const std::string& attributes, const std::string& inside = {})
     {
         return Action("class='1'", "<params><parameter " + attributes + ">" + inside + "</parameter></params>")
-            .Parameters.at(0);
+            .Parameters[0];
     }
     void OnRemark(Severity severity, std::size_t position, const std::string& text) override
     {
         remarks_ += (severity == Severity::Error ? "E" : "W") + std::to_string(position) + " " + text + "\n";
     }
 
-    TOrvActionCatalogue catalogue_;
+    TOrvActionCatalogue catalogue_{TOrvActionCatalogue::Content::BuiltIn};
     std::string remarks_;
     int actions_ = 0;
 };
@@ -207,7 +207,7 @@ TEST_F(ExtensionReading, Parameters)
                "<parameter name='B' type='String'/></parameters>");
     EXPECT_EQ(repeated.Parameters.size(), 2U);
     EXPECT_EQ(repeated.FindParameter(u"B"), 0U);
-    EXPECT_EQ(repeated.KeyOrder(), (std::vector<std::uint32_t>{0, 1}));
+    EXPECT_TRUE(std::ranges::equal(repeated.KeyOrder(), std::vector<std::uint32_t>{0, 1}));
     EXPECT_NE(remarks_.find("more than once"), std::string::npos);
 }
 

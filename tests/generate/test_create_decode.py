@@ -117,9 +117,10 @@ class Functions(unittest.TestCase):
 
     def test_positions_follow_the_order_of_the_catalogue(self) -> None:
         positions = re.findall(r"^    (\w+) = (\d+),$", self.files["src/built_in_actions.h"], re.MULTILINE)
-        index = re.findall(r"^    &Tables::.*// (\w+)$", self.files["src/catalogue_rows_index.cpp"], re.MULTILINE)
-        self.assertEqual([name for name, _ in positions], index)
-        self.assertEqual([int(position) for _, position in positions], list(range(len(index))))
+        table = self.files["src/catalogue_actions.cpp"].partition("actionTable")[2].partition("\n}};")[0]
+        index = re.findall(r"^    \{.*// (\w+)$", table, re.MULTILINE)
+        self.assertEqual([*(name for name, _ in positions), "GeneralEventInfo"], index)
+        self.assertEqual([int(position) for _, position in positions], list(range(len(positions))))
 
 
 if __name__ == "__main__":

@@ -129,8 +129,7 @@ int Lint(const LintOptions& options)
 {
     constexpr int kFindings = 1;
     constexpr int kNotRead = 2;
-    OrvPLC::TOrvActionCatalogue catalogue;
-    OrvPLC::BuildCatalogue(catalogue);
+    OrvPLC::TOrvActionCatalogue catalogue(OrvPLC::TOrvActionCatalogue::Content::BuiltIn);
     Remarks remarks;
     OrvPLC::ExtensionReader reader(catalogue, &remarks);
     bool allRead = true;

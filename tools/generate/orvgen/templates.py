@@ -3,10 +3,8 @@
 from string import Template
 
 ROWS_FILE = Template("""\
-// Built-in rows of the catalogue. Generated from src/catalogue/data; change the data, not this file.
-#include "catalogue_rows_tables.h"
-
-#include "catalogue/builtin_literals.h"
+// Built-in tables of the catalogue. Generated from src/catalogue/data; change the data, not this file.
+#include "catalogue/builtin_tables.h"
 
 namespace OrvPLC::Builtin {
 
@@ -14,28 +12,18 @@ $body
 }  // namespace OrvPLC::Builtin
 """)
 
-TABLES_HEADER = Template("""\
-// The action rows class by class, for the index that orders them by name. Generated from src/catalogue/data.
-#pragma once
+ENTRY_TABLE = Template("""\
+ORV_ENTRY_TABLE($table, $entry, $count);
 
-#include "catalogue/builtin_rows.h"
+// name, plain name, description, then the numbers
+constinit $table $variable = {{
+$rows}};
 
-namespace OrvPLC::Builtin::Tables {
-
-$declarations
-}  // namespace OrvPLC::Builtin::Tables
 """)
 
-CLASS_ROWS = Template("""\
-namespace {
-
-// name, type, view, priority, enum, columns, plain name, description
-$parameters
-}  // namespace
-
-// name, code, priority, class, plain name, description, parameters, order by key
-constexpr ActionRow Tables::$table[] = {
-$actions};
+CONSTANT_ARRAY = Template("""\
+constinit const $type $name[] = {
+$rows};
 """)
 
 ARRAY = Template("""\
