@@ -28,7 +28,7 @@ std::u16string HeskText(const HeskPLC::Converter& converter)
 {
     HeskPLC::ActionTextWriter writer;
     writer.Begin(converter.name);
-    for (const HeskPLC::Field& field : converter.fields) {
+    for (const HeskPLC::Field field : converter.Fields()) {
         const std::u16string key = field.key.empty() ? std::u16string() : std::u16string(field.key) + u": ";
         writer.WriteLiteral(key + std::u16string(SampleField(field.kind)));
     }

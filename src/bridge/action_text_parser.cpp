@@ -17,7 +17,7 @@ ObjectPtr<TOrvAction> ActionTextParser::Parse()
     if (odd && odd->read) {
         odd->read(*this, *action, *converter);
     } else {
-        ReadFields(*this, *action, converter->fields);
+        ReadFields(*this, *action, converter->Fields());
     }
     return action;
 }

@@ -67,6 +67,6 @@ private:
 
 // Takes the field's value from the token at the cursor, if there is one and its key fits.
 void ReadField(ActionTextParser& parser, OrvPLC::TOrvAction& action, const Field& field);
-void ReadFields(ActionTextParser& parser, OrvPLC::TOrvAction& action, std::span<const Field> fields);
+void ReadFields(ActionTextParser& parser, OrvPLC::TOrvAction& action, std::span<const FieldRow> fields);
 
 }  // namespace HeskPLC

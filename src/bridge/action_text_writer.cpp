@@ -112,7 +112,7 @@ std::u16string ActionTextWriter::Write(TOrvAction& action)
         odd->write(*this, action, *converter);
     } else {
         Begin(converter->name);
-        WriteFields(action, converter->fields);
+        WriteFields(action, converter->Fields());
     }
     return Finish();
 }
@@ -124,9 +124,9 @@ void ActionTextWriter::Begin(std::u16string_view name)
     first_ = true;
 }
 
-void ActionTextWriter::WriteFields(TOrvAction& action, std::span<const Field> fields)
+void ActionTextWriter::WriteFields(TOrvAction& action, std::span<const FieldRow> fields)
 {
-    for (const Field& field : fields) WriteField(action, field);
+    for (const Field field : fields) WriteField(action, field);
 }
 
 void ActionTextWriter::WriteField(TOrvAction& action, const Field& field)

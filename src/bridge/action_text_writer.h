@@ -22,7 +22,7 @@ public:
 
     // For the writing of one action.
     void Begin(std::u16string_view name);
-    void WriteFields(OrvPLC::TOrvAction& action, std::span<const Field> fields);
+    void WriteFields(OrvPLC::TOrvAction& action, std::span<const FieldRow> fields);
     // A positional field is always written, with the value of nothing when the action has none; a keyed one only when
     // the action has the parameter.
     void WriteField(OrvPLC::TOrvAction& action, const Field& field);

@@ -33,7 +33,6 @@ Bridge bridge;
 
 void StartBridge()
 {
-    StartHeskActionsWrapper();
     OrvPLC::SetSibling(&bridge);
 }
 

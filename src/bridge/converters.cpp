@@ -50,7 +50,7 @@ const Converter* FindConverter(std::u16string_view name)
     const std::u16string_view wanted(lower, Ulmo::LowerAsciiPrefix(lower, name.size()));
     const auto row = std::lower_bound(
         all.begin(), all.end(), wanted,
-        [](const Converter& candidate, std::u16string_view value) { return candidate.lowerName < value; });
+        [](const Converter& candidate, std::u16string_view value) { return candidate.lowerName.view() < value; });
     return row != all.end() && Ulmo::SameText(row->lowerName, wanted) ? &*row : nullptr;
 }
 

@@ -1,14 +1,24 @@
 // What the sibling product's text and our actions have in common: the table that drives both directions.
 //
-// The rows are constants that the generator writes from src/catalogue/data/sibling_text.toml. All texts of the table
-// end in a zero that they do not count.
+// The rows are constants that the generator writes from src/catalogue/data/sibling_text.toml. Like the catalogue's they
+// hold no pointers.
 #pragma once
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
+#include "catalogue/builtin_texts.h"
+
 namespace HeskPLC {
+
+struct TableText {
+    OrvPLC::Builtin::Text place;
+
+    std::u16string_view view() const { return {OrvPLC::Builtin::kWideTexts + place.offset, place.length}; }
+    operator std::u16string_view() const { return view(); }
+    bool empty() const { return place.length == 0; }
+};
 
 struct Field {
     std::u16string_view parameter;
@@ -17,12 +27,24 @@ struct Field {
     std::uint32_t enumType;
 };
 
+struct FieldRow {
+    TableText parameter;
+    TableText key;
+    std::uint32_t kind;
+    std::uint32_t enumType;
+
+    operator Field() const { return {parameter, key, kind, enumType}; }
+};
+
 struct Converter {
-    std::u16string_view name;
-    std::u16string_view lowerName;
-    std::u16string_view action;  // what reading creates
-    std::span<const Field> fields;
+    TableText name;
+    TableText lowerName;
+    TableText action;  // what reading creates
+    std::uint32_t firstField;
+    std::uint32_t fieldCount;
     bool written;  // else it is for reading only
+
+    std::span<const FieldRow> Fields() const noexcept;
 };
 
 std::span<const Converter> Converters();  // ascending by lowerName

@@ -104,9 +104,9 @@ void ReadField(ActionTextParser& parser, TOrvAction& action, const Field& field)
     parser.Advance();
 }
 
-void ReadFields(ActionTextParser& parser, TOrvAction& action, std::span<const Field> fields)
+void ReadFields(ActionTextParser& parser, TOrvAction& action, std::span<const FieldRow> fields)
 {
-    for (const Field& field : fields) ReadField(parser, action, field);
+    for (const Field field : fields) ReadField(parser, action, field);
 }
 
 }  // namespace HeskPLC

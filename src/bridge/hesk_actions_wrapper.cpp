@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <type_traits>
 #include <utility>
 
 #include "bridge/hesk_functions.h"
@@ -111,7 +112,9 @@ bool Guarded(std::u16string_view fault, Work&& work)
     }
 }
 
-Ulmo::CriticalSection* guard = nullptr;  // neither is an object with a destructor: the library decides when it ends
+// Neither has a destructor: the library decides when it ends.
+constinit Ulmo::CriticalSection guard;
+static_assert(std::is_trivially_destructible_v<Ulmo::CriticalSection>);
 HeskActionsWrapper* wrapper = nullptr;
 
 }  // namespace
@@ -196,7 +199,7 @@ void HeskActionsWrapper::Unload()
 
 HeskActionsWrapper& GetHeskActionsWrapper()
 {
-    const Ulmo::CriticalSectionGuard inside(*guard);
+    const Ulmo::CriticalSectionGuard inside(guard);
     if (!wrapper) {
         wrapper = new HeskActionsWrapper;
         wrapper->AddRef();
@@ -204,15 +207,9 @@ HeskActionsWrapper& GetHeskActionsWrapper()
     return *wrapper;
 }
 
-void StartHeskActionsWrapper()
-{
-    guard = new Ulmo::CriticalSection;
-}
-
 void EndHeskActionsWrapper()
 {
     if (wrapper) std::exchange(wrapper, nullptr)->Release();
-    delete std::exchange(guard, nullptr);
 }
 
 }  // namespace HeskPLC

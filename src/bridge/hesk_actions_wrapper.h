@@ -41,11 +41,8 @@ private:
     Ulmo::CriticalSection section_;
 };
 
-// The one of the process, made on first use.
+// The one of the process, made on first use and there until the library ends.
 HeskActionsWrapper& GetHeskActionsWrapper();
-
-// Between the start and the end of the library.
-void StartHeskActionsWrapper();
 void EndHeskActionsWrapper();
 
 }  // namespace HeskPLC

@@ -24,7 +24,7 @@ void WriteMove(ActionTextWriter& writer, TOrvAction& action, const Converter& co
     const bool zooms = action.Parameters().Find(u"Zoom") != nullptr;
     const Converter& meant = zooms ? *FindConverter(std::u16string(converter.name) + u"Ex") : converter;
     writer.Begin(meant.name);
-    writer.WriteFields(action, meant.fields);
+    writer.WriteFields(action, meant.Fields());
 }
 
 // The sibling has no such action but an output that does the same. So the text does not come back as this action:
@@ -32,7 +32,7 @@ void WriteMove(ActionTextWriter& writer, TOrvAction& action, const Converter& co
 void WriteCameraPushAF(ActionTextWriter& writer, TOrvAction& action, const Converter& converter)
 {
     writer.Begin(u"CameraRAWOutput");
-    writer.WriteFields(action, converter.fields);
+    writer.WriteFields(action, converter.Fields());
     writer.WriteLiteral(u"\"FocusPushAF\"");
 }
 
@@ -67,21 +67,21 @@ void ReadVantikNumber(ActionTextParser& parser, TOrvAction& action)
 
 void ReadVantikAlarm(ActionTextParser& parser, TOrvAction& action, const Converter& converter)
 {
-    ReadField(parser, action, converter.fields.front());
+    ReadField(parser, action, converter.Fields().front());
     ReadVantikNumber(parser, action);
-    ReadFields(parser, action, converter.fields.subspan(1));
+    ReadFields(parser, action, converter.Fields().subspan(1));
 }
 
 void WriteVantikAlarm(ActionTextWriter& writer, TOrvAction& action, const Converter& converter)
 {
     writer.Begin(converter.name);
-    writer.WriteField(action, converter.fields.front());
+    writer.WriteField(action, converter.Fields().front());
     if (const TOrvParameter* alarmType = action.Parameters().Find(kAlarmType)) {
         std::int32_t type = kZone;
         alarmType->ReadInt32(type);
         writer.WriteField(action, {kNumber, type == kZone ? kZoneKey : kFenceKey, ORV_KIND_Numeric32Bit, 0});
     }
-    writer.WriteFields(action, converter.fields.subspan(1));
+    writer.WriteFields(action, converter.Fields().subspan(1));
 }
 
 constexpr OddAction kOddActions[] = {

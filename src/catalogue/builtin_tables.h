@@ -1,5 +1,5 @@
-// The built-in content, as the generator writes it from the TOML files of data/: entries that are ready when the library
-// is mapped, and indexes over them. A place is a position in the table of the entries.
+// The built-in content, as the generator writes it from the TOML files of data/: entries that are ready when the
+// library is mapped, and indexes over them. A place is a position in the table of the entries.
 #pragma once
 
 #include <cstdint>

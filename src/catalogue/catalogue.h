@@ -1,5 +1,5 @@
-// The catalogue: the one place that knows what exists. One process-wide object, complete once the library has loaded and
-// only read afterwards, apart from the display texts.
+// The catalogue: the one place that knows what exists. One process-wide object, complete once the library has loaded
+// and only read afterwards, apart from the display texts.
 //
 // The built-in content is not registered: it stands ready in constant tables. Registration adds to it, and the first
 // registration costs the first allocation.

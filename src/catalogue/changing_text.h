@@ -66,10 +66,7 @@ public:
     }
 
     // The text as it was before or after any write, never in the middle of one. The view is valid as long as `copy`.
-    View Whole(String& copy) const
-    {
-        return room_.load(std::memory_order_acquire) ? WholeOfWritten(copy) : Constant();
-    }
+    View Whole(String& copy) const { return room_.load(std::memory_order_acquire) ? WholeOfWritten(copy) : Constant(); }
 
 private:
     View Constant() const noexcept { return {Builtin::Pool<Char>() + constant_.offset, constant_.length}; }

@@ -64,8 +64,7 @@ const TOrvParameterInternalInfo* MatchActionDescription()
 
 EnumFilter EnumFilter::OfEnum(std::uint32_t id)
 {
-    return {EnumKey(id, 0),
-            EnumKey(id, std::numeric_limits<std::uint32_t>::max())};
+    return {EnumKey(id, 0), EnumKey(id, std::numeric_limits<std::uint32_t>::max())};
 }
 
 EnumFilter EnumFilter::FromPublicType(std::uint32_t publicType)

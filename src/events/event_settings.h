@@ -8,6 +8,6 @@ namespace OrvPLC::EventSettings {
 extern bool StoreGenericParameters;
 
 // Reads the configuration; what it does not say is false.
-void Read();
+void Read() noexcept;
 
 }  // namespace OrvPLC::EventSettings

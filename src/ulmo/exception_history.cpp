@@ -3,7 +3,9 @@
 #include <atomic>
 #include <cstdint>
 #include <deque>
-#include <mutex>
+#include <type_traits>
+
+#include "ulmo/critical_section.h"
 
 namespace Ulmo::ExceptionHistory {
 
@@ -13,17 +15,12 @@ using Entry = std::pair<std::string, UlmoException>;
 
 constexpr std::uint32_t kAlive = 0x591DB60E;  // a debugger finds the queue by this word
 
-// Neither needs construction or destruction, so a failure that another static object raises early or late finds them
-// usable.
+// None of them needs construction or destruction, so a failure that another static object raises early or late, or a
+// thread while the process ends, finds them usable.
 constinit std::atomic<std::uint32_t> sentinel{0};
-constinit std::deque<Entry>* queue = nullptr;
-
-// Never destroyed, for threads that still raise failures at process end.
-std::mutex& Section()
-{
-    static std::mutex& section = *new std::mutex;
-    return section;
-}
+constinit std::deque<Entry>* queue = nullptr;  // made for the first failure
+constinit CriticalSection section;
+static_assert(std::is_trivially_destructible_v<CriticalSection>);
 
 bool IsAlive()
 {
@@ -34,15 +31,13 @@ bool IsAlive()
 
 void Start()
 {
-    const std::lock_guard<std::mutex> guard(Section());
-    if (IsAlive()) return;
-    queue = new std::deque<Entry>;
+    const CriticalSectionGuard guard(section);
     sentinel.store(kAlive, std::memory_order_release);
 }
 
 void End()
 {
-    const std::lock_guard<std::mutex> guard(Section());
+    const CriticalSectionGuard guard(section);
     sentinel.store(0, std::memory_order_release);
     delete queue;
     queue = nullptr;
@@ -51,16 +46,17 @@ void End()
 void Remember(const UlmoException& failure)
 {
     if (!IsAlive()) return;
-    const std::lock_guard<std::mutex> guard(Section());
+    const CriticalSectionGuard guard(section);
     if (!IsAlive()) return;  // ended while this thread waited
+    if (!queue) queue = new std::deque<Entry>;
     queue->emplace_back(failure.GetClassName(), failure);
     while (queue->size() > kLimit) queue->pop_front();
 }
 
 std::vector<Entry> Snapshot()
 {
-    const std::lock_guard<std::mutex> guard(Section());
-    return IsAlive() ? std::vector<Entry>(queue->begin(), queue->end()) : std::vector<Entry>();
+    const CriticalSectionGuard guard(section);
+    return IsAlive() && queue ? std::vector<Entry>(queue->begin(), queue->end()) : std::vector<Entry>();
 }
 
 }  // namespace Ulmo::ExceptionHistory

@@ -180,7 +180,7 @@ ObjectPtr<TOrvAction> SampleFor(const Converter& converter)
 {
     ObjectPtr<TOrvAction> action(TOrvAction::Create(converter.action));
     int seed = 0;
-    for (const Field& field : converter.fields) {
+    for (const Field field : converter.Fields()) {
         const TOrvParameterInternalInfo info(field.parameter, field.kind, 0, 0, field.enumType, 0);
         action->Parameters().Store(field.parameter, [&](TOrvParameter& value) { SetSampleValue(value, info, ++seed); });
     }
@@ -191,18 +191,18 @@ std::u16string ByFields(const Converter& converter, TOrvAction& action)
 {
     ActionTextWriter writer;
     writer.Begin(converter.name);
-    writer.WriteFields(action, converter.fields);
+    writer.WriteFields(action, converter.Fields());
     return writer.Finish();
 }
 
 TEST(HeskConverters, EveryOneBothWays)
 {
     for (const Converter& converter : Converters()) {
-        ASSERT_LE(converter.fields.size(), ActionTextParser::kMostTokens);
+        ASSERT_LE(converter.Fields().size(), ActionTextParser::kMostTokens);
         const ObjectPtr<TOrvAction> action = SampleFor(converter);
         EXPECT_EQ(ReadHesk(ByFields(converter, *action)), Describe(*action));
         // Each keyed field may be missing, alone or with all others.
-        for (const Field& missing : converter.fields) {
+        for (const Field missing : converter.Fields()) {
             if (missing.key.empty()) continue;
             const ObjectPtr<TOrvAction> part = SampleFor(converter);
             part->Parameters().Remove(missing.parameter);
@@ -211,7 +211,7 @@ TEST(HeskConverters, EveryOneBothWays)
         }
         EXPECT_EQ(ReadHesk(ByFields(converter, *action)), Describe(*action));
         // The converter by the action's name writes the same, but for the odd ones.
-        if (!converter.written || converter.name == u"CameraPushAF") continue;
+        if (!converter.written || converter.name.view() == u"CameraPushAF") continue;
         EXPECT_EQ(ActionTextWriter().Write(*action), ByFields(converter, *action));
     }
 }
@@ -228,8 +228,9 @@ TEST(HeskConverters, Reach)
     }
     EXPECT_EQ(read, 330u);
     EXPECT_EQ(written, 328u);
-    EXPECT_TRUE(std::is_sorted(all.begin(), all.end(),
-                               [](const Converter& a, const Converter& b) { return a.lowerName < b.lowerName; }));
+    EXPECT_TRUE(std::is_sorted(all.begin(), all.end(), [](const Converter& a, const Converter& b) {
+        return a.lowerName.view() < b.lowerName.view();
+    }));
 }
 
 TEST(HeskConverters, NamesInAnyCase)

@@ -198,8 +198,8 @@ TEST(BuiltinCatalogue, IsAddedToInOrder)
     EXPECT_EQ((*catalogue.EnumValues().lower_bound(EnumKey(enumId, 0xffffffff))).second, value.get());
     EXPECT_GT((*end).second->EnumId, enumId);
     const auto& builtIn = Catalogue().EnumValues();
-    const auto before = std::distance(builtIn.lower_bound(EnumKey(enumId, 0)),
-                                      builtIn.upper_bound(EnumKey(enumId, 0xffffffff)));
+    const auto before =
+        std::distance(builtIn.lower_bound(EnumKey(enumId, 0)), builtIn.upper_bound(EnumKey(enumId, 0xffffffff)));
     EXPECT_EQ(std::distance(begin, end), before + 1);
 }
 

@@ -20,8 +20,7 @@ class Entry(Protocol):
     texts: Texts
 
 
-def emit(catalogue: Catalogue) -> dict[str, str]:
-    pool = TextPool()
+def emit(catalogue: Catalogue, pool: TextPool) -> dict[str, str]:
     actions = [*catalogue.actions_by_name(), catalogue.event]
     classes = sorted(catalogue.classes, key=lambda row: row.name.lower())
     files = {
@@ -31,8 +30,16 @@ def emit(catalogue: Catalogue) -> dict[str, str]:
         "parameter_keys": _parameter_keys(pool, actions),
         "enums": _enums(pool, catalogue),
     }
-    files["texts"] = _texts(pool)
-    return {f"src/catalogue_{name}.cpp": templates.ROWS_FILE.substitute(body=body) for name, body in files.items()}
+    return {_path(name): templates.ROWS_FILE.substitute(body=body) for name, body in files.items()}
+
+
+def emit_texts(pool: TextPool) -> dict[str, str]:
+    """Once everything else that holds texts has been emitted."""
+    return {_path("texts"): templates.ROWS_FILE.substitute(body=_texts(pool))}
+
+
+def _path(table: str) -> str:
+    return f"src/catalogue_{table}.cpp"
 
 
 def name_hash(name: str) -> int:
@@ -175,7 +182,7 @@ def _entries(table: str, variable: str, entry: str, rows: str, count: int) -> st
 
 
 def _array(kind: str, name: str, rows: str) -> str:
-    return templates.CONSTANT_ARRAY.substitute(type=kind, name=name, rows=rows)
+    return templates.ARRAY.substitute(type=kind, name=name, rows=rows)
 
 
 def _anonymous(body: str) -> str:

@@ -2,33 +2,36 @@
 
 from . import templates
 from .model import Catalogue, SiblingField, SiblingText
+from .text_pool import TextPool
 
 
-def emit(catalogue: Catalogue) -> dict[str, str]:
+def emit(catalogue: Catalogue, pool: TextPool) -> dict[str, str]:
     texts = sorted(catalogue.sibling_texts, key=lambda text: text.name.lower())
-    return {"src/sibling_rows.cpp": _source(texts), "docs/reference/sibling_text.md": _page(catalogue, texts)}
+    return {"src/sibling_rows.cpp": _source(texts, pool), "docs/reference/sibling_text.md": _page(catalogue, texts)}
 
 
-def _source(texts: list[SiblingText]) -> str:
-    lists: dict[tuple[SiblingField, ...], str] = {}
+def _source(texts: list[SiblingText], pool: TextPool) -> str:
+    lists: dict[tuple[SiblingField, ...], int] = {}  # the first field of each list that is different from the others
+    fields: list[SiblingField] = []
     for text in texts:
-        if text.fields:
-            lists.setdefault(tuple(text.fields), f"{text.name}Fields")
-    arrays = "\n".join(
-        templates.ARRAY.substitute(type="Field", name=name, rows="".join(map(_field, fields)))
-        for fields, name in lists.items()
+        if tuple(text.fields) not in lists:
+            lists[tuple(text.fields)] = len(fields)
+            fields += text.fields
+    return templates.SIBLING_FILE.substitute(
+        fields="".join(_field(field, pool) for field in fields),
+        rows="".join(_row(text, lists[tuple(text.fields)], pool) for text in texts),
     )
-    rows = "".join(_row(text, lists.get(tuple(text.fields), "{}")) for text in texts)
-    return templates.SIBLING_FILE.substitute(arrays=arrays, rows=rows)
 
 
-def _field(field: SiblingField) -> str:
-    return f'    {{u"{field.name}", u"{field.key}", {field.type}, {field.enum_id}}},\n'
+def _field(field: SiblingField, pool: TextPool) -> str:
+    texts = f"{{{{{pool.text(field.name)}}}}}, {{{{{pool.text(field.key)}}}}}"
+    return f"    {{{texts}, {field.type}, {field.enum_id}}},  // {field.key or field.name}\n"
 
 
-def _row(text: SiblingText, fields: str) -> str:
+def _row(text: SiblingText, first_field: int, pool: TextPool) -> str:
+    names = ", ".join(f"{{{{{pool.text(name)}}}}}" for name in (text.name, text.name.lower(), text.creates))
     written = "true" if text.written else "false"
-    return f'    {{u"{text.name}", u"{text.name.lower()}", u"{text.creates}", {fields}, {written}}},\n'
+    return f"    {{{names}, {first_field}, {len(text.fields)}, {written}}},  // {text.name}\n"
 
 
 def _page(catalogue: Catalogue, texts: list[SiblingText]) -> str:

@@ -4,6 +4,7 @@ from pathlib import Path
 
 from . import characters, check, emit_create_decode, emit_header, emit_reference, emit_rows, emit_sibling, exports, load
 from .report import Report
+from .text_pool import TextPool
 
 
 def generate(data: Path, export_list: Path, character_classes: Path) -> tuple[dict[str, str], Report]:
@@ -16,12 +17,14 @@ def generate(data: Path, export_list: Path, character_classes: Path) -> tuple[di
     if report.problems:
         return {}, report
     files: dict[str, str] = {}
+    pool = TextPool()
     for emitted in (
-        emit_rows.emit(catalogue),
+        emit_rows.emit(catalogue, pool),
         emit_header.emit(catalogue),
         emit_create_decode.emit(catalogue),
         emit_reference.emit(catalogue),
-        emit_sibling.emit(catalogue),
+        emit_sibling.emit(catalogue, pool),
+        emit_rows.emit_texts(pool),
         characters.emit(classes),
         exports.emit(exports.with_generated(names, emit_create_decode.names(catalogue))),
     ):

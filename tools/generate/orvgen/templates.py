@@ -21,13 +21,8 @@ $rows}};
 
 """)
 
-CONSTANT_ARRAY = Template("""\
-constinit const $type $name[] = {
-$rows};
-""")
-
 ARRAY = Template("""\
-constexpr $type $name[] = {
+constinit const $type $name[] = {
 $rows};
 """)
 
@@ -180,14 +175,21 @@ namespace HeskPLC {
 namespace {
 
 // parameter, key, kind, enum
-$arrays
-// name, lower-cased name, what reading creates, fields, written
-constexpr Converter Rows[] = {
+constinit const FieldRow fieldTable[] = {
+$fields};
+
+// name, lower-cased name, what reading creates, fields from, how many, written
+constinit const Converter rows[] = {
 $rows};
 
 }  // namespace
 
-std::span<const Converter> Converters() { return Rows; }
+std::span<const FieldRow> Converter::Fields() const noexcept
+{
+    return std::span(fieldTable).subspan(firstField, fieldCount);
+}
+
+std::span<const Converter> Converters() { return rows; }
 
 }  // namespace HeskPLC
 """)
