@@ -72,9 +72,12 @@ def code_places(codes: Sequence[int]) -> tuple[int, list[int]]:
 
 def _classes(pool: TextPool, classes: list[ActionClass]) -> str:
     rows = "".join(_row(pool, row, row.code, row.priority) for row in classes)
-    return _entries("ClassTable", "classTable", "TOrvActionClassInternalInfo", rows, len(classes)) + _finders(
-        pool, "Class", classes, [row.code for row in classes]
-    ) + _accessor("std::span<TOrvActionClassInternalInfo>", "Classes", "classTable.items")
+    entry = "TOrvActionClassInternalInfo"
+    return (
+        _entries("ClassTable", "classTable", entry, rows, len(classes))
+        + _finders(pool, "Class", classes, [row.code for row in classes])
+        + _accessor(f"std::span<{entry}>", "Classes", "classTable.items")
+    )
 
 
 def _actions(pool: TextPool, actions: list[Action], classes: list[ActionClass]) -> str:
@@ -128,7 +131,7 @@ def _enums(pool: TextPool, catalogue: Catalogue) -> str:
     rows = "".join(_row(pool, row, enum_id, row.value) for enum_id, row in values)
     keys = "".join(f"    {cpp.hexadecimal(enum_id << 32 | row.value)},\n" for enum_id, row in values)
     by_name = sorted(catalogue.enums, key=lambda enum: enum.name.lower())
-    types = "".join(f"    {{{pool.text(enum.name.lower())}, {enum.id}}},  // {enum.name}\n" for enum in by_name)
+    types = "".join(f"    {{{{{pool.text(enum.name.lower())}}}, {enum.id}}},  // {enum.name}\n" for enum in by_name)
     entry = "TOrvEnumInternalInfo"
     return (
         _entries("ValueTable", "valueTable", entry, rows, len(values))
@@ -141,7 +144,7 @@ def _enums(pool: TextPool, catalogue: Catalogue) -> str:
 
 def _texts(pool: TextPool) -> str:
     pools = [("char", "kNarrowTexts", ""), ("char16_t", "kWideTexts", "u")]
-    return "\n".join(
+    return templates.LONG_LITERALS + "\n".join(
         f"constinit const {unit} {name}[] =\n"
         + "\n".join(f"    {prefix}{cpp.literal(text)[:-1]}\\0\"" for text in pool.texts())
         + ";\n"

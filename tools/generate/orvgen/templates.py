@@ -12,6 +12,12 @@ $body
 }  // namespace OrvPLC::Builtin
 """)
 
+LONG_LITERALS = """\
+// Longer than what every compiler must take, and taken by those that build the library.
+#pragma GCC diagnostic ignored "-Woverlength-strings"
+
+"""
+
 ENTRY_TABLE = Template("""\
 ORV_ENTRY_TABLE($table, $entry, $count);
 
