@@ -23,9 +23,12 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "OrvActions/Cpp/Catalogue.hpp"
+#include "OrvActions/Cpp/Events.hpp"
+#include "OrvActions/Cpp/Sinks.hpp"
 #include "OrvActions/Cpp/Text.hpp"
 #include "OrvActions/Cpp/Values.hpp"
 
@@ -38,29 +41,12 @@ struct CarriedParameter {
     std::uint32_t enumType;  // ORV_ENUM_..., 0 for none
 };
 
-namespace detail {
-
-#if defined(__IUnknown_INTERFACE_DEFINED__)
-using Status = HRESULT;
-using Count = ULONG;
-#else
-using Status = std::int32_t;
-using Count = std::uint32_t;
-#endif
-
-// Lives on the stack; the library does not call the three operations of the root.
-class ParameterCollector final : public ITalvecParameterEnumerator {
-public:
-    std::vector<CarriedParameter> parameters;
-
-    Status ORV_CALL QueryInterface(const TOrvGuid&, void**) override { return -1; }
-    Count ORV_CALL AddRef() override { return 1; }
-    Count ORV_CALL Release() override { return 1; }
-    void ORV_CALL OnParameter(const OrvWChar* name, std::uint32_t kind, std::uint32_t enumType) override
-    {
-        parameters.push_back({std::u16string(View(name)), kind, enumType});
-    }
+// The same with its value.
+struct ParameterWithValue : CarriedParameter {
+    Value value;
 };
+
+namespace detail {
 
 // Runs a store into a buffer: most texts fit the first one, others are asked for again at their size.
 template <class String, class Unit, class Store>
@@ -72,10 +58,22 @@ String StoredText(Store store)
         return String(reinterpret_cast<const typename String::value_type*>(text), required - 1);
     };
     if (store(first, std::uint32_t{256}, &required)) return result(first);
-    if (required <= 256) throw Error::Last();
+    if (required <= 256) throw Error::Last();  // a failure of its own, not a text that is too long
     std::vector<Unit> buffer(required);
     Check(store(buffer.data(), required, &required));
     return result(buffer.data());
+}
+
+// A new system string that a function has stored, as a text.
+template <class Store>
+std::u16string TakenText(Store store)
+{
+    OrvBStr text = nullptr;
+    const bool stored = store(&text);
+    const std::u16string copy(reinterpret_cast<const char16_t*>(text), SysStringLen(text));
+    SysFreeString(text);
+    Check(stored);
+    return copy;
 }
 
 }  // namespace detail
@@ -110,8 +108,9 @@ public:
     // tells how many UTF-16 units it has read. Both throw for a text that cannot be read at all.
     static Action Parse(const TextArg& text)
     {
-        Action action = TryParse(text);
-        if (!action) throw Error("The text holds no action.");
+        std::size_t consumed = 0;
+        Action action = TryParse(text, &consumed);
+        if (!action) throw Error::LastAt(consumed, "The text holds no action.");
         return action;
     }
     static Action TryParse(const TextArg& text, std::size_t* consumed = nullptr)
@@ -119,9 +118,33 @@ public:
         std::uint32_t units = 0;
         Action action(OrvAct_CreateFromTextBufferW(text.c_str(), text.size(), ORV_EXPECT_ANY, 0, &units));
         TOrvLastErrorInfo info{};
-        if (!action && OrvAct_GetLastError(&info)) throw Error::Last();
+        if (!action && OrvAct_GetLastError(&info)) throw Error::LastAt(units, "The text cannot be read.");
         if (consumed) *consumed = units;
         return action;
+    }
+
+    // The action that a buffer with the binary form begins with. TryFromBinary answers an empty action for a buffer that
+    // holds none, and tells how many bytes it has read.
+    static Action FromBinary(std::string_view bytes)
+    {
+        std::size_t consumed = 0;
+        Action action = TryFromBinary(bytes, &consumed);
+        if (!action) throw Error::LastAt(consumed, "The buffer holds no action.");
+        return action;
+    }
+    static Action TryFromBinary(std::string_view bytes, std::size_t* consumed = nullptr)
+    {
+        std::uint32_t count = 0;
+        Action action(OrvAct_CreateFromBinBuffer(bytes.data(), static_cast<std::uint32_t>(bytes.size()), ORV_EXPECT_ANY,
+                                                 &count));
+        if (consumed) *consumed = count;
+        return action;
+    }
+
+    // The action of an event record: from its image, else from its columns.
+    static Action Restored(const TOrvEventData& record)
+    {
+        return Made(OrvAct_RestoreActionFromEventData(&record), "The record cannot be read.");
     }
 
     // An independent object with the same content.
@@ -165,6 +188,7 @@ public:
     std::u16string_view PlainName() const { return View(Interface()->GetActionPlainName()); }
     std::uint32_t Code() const { return Interface()->GetActionCode(); }            // ORV_ACTION_..., 0 when unknown
     std::uint32_t ClassCode() const { return Interface()->GetActionClassCode(); }  // ORV_CLASS_...
+    std::u16string_view ClassName() const { return View(Interface()->GetActionClassName()); }
     bool IsMatchAction() const { return Interface()->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION; }
 
     // ---- parameters -----------------------------------------------------------------------------------------------
@@ -186,15 +210,76 @@ public:
         detail::Check(Talvec_Action_SetParameterByName(handle_, name.c_str(), record.get()));
     }
 
+    void Set(const TextArg& name, const ResultData& value) { detail::ValueOf<ResultData>::Store(handle_, name, value); }
+    // A value of any type; an empty one takes the parameter away.
+    void Set(const TextArg& name, const Value& value)
+    {
+        std::visit(
+            [&](const auto& given) {
+                if constexpr (std::is_same_v<std::decay_t<decltype(given)>, std::monostate>) {
+                    Remove(name);
+                } else {
+                    Set(name, given);
+                }
+            },
+            value);
+    }
+
     bool Has(const TextArg& name) const { return Interface()->HasParameter(name.c_str()); }
     void Remove(const TextArg& name) { Interface()->RemoveParameter(name.c_str()); }
+    // ORV_KIND_... and ORV_ENUM_...; 0 when there is none of that name.
+    std::uint32_t KindOf(const TextArg& name) const { return Interface()->GetParameterType(name.c_str()); }
+    std::uint32_t EnumOf(const TextArg& name) const { return Interface()->GetParameterEnum(name.c_str()); }
+
+    // The value as the library writes it as a text; nothing for an absent parameter and for a value without a text, such
+    // as a date whose local time lies before 1601.
+    std::optional<std::u16string> TextOfValue(const TextArg& name) const
+    {
+        detail::Record record;
+        if (!Interface()->GetString(name.c_str(), &record->text) || !record->text) return std::nullopt;
+        return std::u16string(record.Text());
+    }
 
     // What the action carries, in order of the lower-cased names.
     std::vector<CarriedParameter> Parameters() const
     {
-        detail::ParameterCollector collector;
-        Interface()->EnumerateParameters(&collector);
-        return std::move(collector.parameters);
+        std::vector<CarriedParameter> parameters;
+        ForEachParameter([&](std::u16string_view name, std::uint32_t kind, std::uint32_t enumType) {
+            parameters.push_back({std::u16string(name), kind, enumType});
+        });
+        return parameters;
+    }
+    // The same with values: for (const orv::ParameterWithValue& parameter : action.Values()) ...
+    std::vector<ParameterWithValue> Values() const
+    {
+        std::vector<ParameterWithValue> values;
+        for (CarriedParameter& parameter : Parameters()) {
+            Value value = detail::ValueOfKind(handle_, parameter.name, parameter.kind, parameter.enumType);
+            values.push_back({std::move(parameter), std::move(value)});
+        }
+        return values;
+    }
+    // Calls with name, kind and enum of each, without a copy. The action must not change meanwhile.
+    template <class Call>
+    void ForEachParameter(Call&& call) const
+    {
+        detail::Through<detail::ParameterSink>(
+            call, [this](ITalvecParameterEnumerator* sink) { Interface()->EnumerateParameters(sink); });
+    }
+
+    // ---- properties, see OrvProperties.h ----------------------------------------------------------------------------
+
+    // The text of a property; nothing when the action has none of it. The text is made inside the parameter, so this
+    // counts as a write.
+    std::optional<std::u16string> Property(const TextArg& key)
+    {
+        const OrvWChar* value = nullptr;
+        detail::Check(OrvAct_GetProperty(handle_, key.c_str(), &value));
+        return value ? std::optional<std::u16string>(View(value)) : std::nullopt;
+    }
+    void SetProperty(const TextArg& key, const TextArg& value)
+    {
+        detail::Check(OrvAct_SetProperty(handle_, key.c_str(), value.c_str()));
     }
 
     // ---- parameters by role, whatever they are called ---------------------------------------------------------------
@@ -235,14 +320,46 @@ public:
     std::string TextUtf8() const { return StoredUtf8(false); }
     std::string PlainTextUtf8() const { return StoredUtf8(true); }
 
+    // The binary form, bytes that FromBinary reads back.
+    std::string Binary() const
+    {
+        std::uint32_t size = 0;
+        OrvAct_StoreToBinBuffer(handle_, nullptr, 0, &size);
+        std::string bytes(size, '\0');
+        detail::Check(size > 0 && OrvAct_StoreToBinBuffer(handle_, bytes.data(), size, nullptr));
+        return bytes;
+    }
+
+    // JSON: a document {"action":{...}}, or the member alone when not wrapped. Parameters with a priority above the
+    // limit are left out; without one the process-wide level holds. kEveryPriority leaves out none.
+    static constexpr std::uint32_t kEveryPriority = 0xFFFFFFFF;
+    std::u16string Json(bool wrap = true, std::optional<std::uint32_t> limit = std::nullopt) const
+    {
+        return detail::StoredText<std::u16string, OrvWChar>(
+            [&](OrvWChar* buffer, std::uint32_t size, std::uint32_t* required) {
+                return OrvAct_StoreToJson(handle_, buffer, size, required, wrap, limit ? &*limit : nullptr);
+            });
+    }
+
+    // <properties>...</properties>, and the flat list <action ...> <property ...>.
+    std::u16string Properties() const
+    {
+        return detail::TakenText([this](OrvBStr* text) { return OrvAct_GetProperties(handle_, text); });
+    }
+    std::u16string FlatXml() const
+    {
+        return detail::TakenText([this](OrvBStr* text) { return OrvAct_GetXML(handle_, text); });
+    }
+
+    // The table of the interface, for what has no name here. Borrowed.
+    ITalvecMatchAction* Interface() const { return OrvInterfaceOf(handle_); }
+
 private:
     static Action Made(TOrvHandle handle, const char* otherwise = "The action could not be made.")
     {
         if (!handle) throw Error::Last(otherwise);
         return Action(handle);
     }
-
-    ITalvecAction* Interface() const { return OrvInterfaceOf(handle_); }
 
     std::optional<Channel> Role(OrvBool (*get)(TOrvHandle, const TOrvChannelValue**)) const
     {

@@ -241,4 +241,93 @@ TEST(Wrapper, TheCatalogueByRange)
     EXPECT_GT(orv::EnumValues().size(), values);
 }
 
+// Every form there and back, through calls that are asked twice for what does not fit at once.
+TEST(Wrapper, FormsAndRecords)
+{
+    orv::Action action = orv::Action::Parse("PanLeft (Camera: { 12, 7, \"Süd\" }, Speed: 3)");
+    const std::string image = action.Binary();
+    std::size_t consumed = 0;
+    EXPECT_TRUE(orv::Action::TryFromBinary(image + "tail", &consumed) == action);
+    EXPECT_EQ(consumed, image.size());
+    EXPECT_FALSE(orv::Action::TryFromBinary(""));
+
+    action.Set("Text", std::string(1000, 'x'));
+    EXPECT_NE(action.Json(true, orv::Action::kEveryPriority).find(std::u16string(1000, u'x')), std::u16string::npos);
+    EXPECT_EQ(action.Json(false, 0).find(u"\"action\":{"), 0u);
+    EXPECT_EQ(action.Properties().find(u"<properties>"), 0u);
+    EXPECT_EQ(action.FlatXml().find(u"<action name=\"PanLeft\">"), 0u);
+    action.SetProperty("hesk-user", "ann");
+    EXPECT_EQ(action.Get<std::string>("User1"), "ann");
+    EXPECT_EQ(action.Property("hesk-user"), u"ann");
+    EXPECT_FALSE(action.Property("absent").has_value());
+
+    orv::EventRecord record(action.Handle());
+    EXPECT_EQ(*record->int32Field[0], 7);
+    std::vector<std::u16string> labels;
+    orv::DescribeEvent(*record.get(), [&](const orv::EventLine& line) { labels.emplace_back(line.label); }, 10);
+    EXPECT_EQ(labels, (std::vector<std::u16string>{u"PTZ head", u"speed", u"Pan left"}));
+    EXPECT_FALSE(orv::Action::Restored(*record.get()).Has("Text"));
+    record.SetImage(image);
+    EXPECT_TRUE(orv::Action::Restored(*record.get()) == orv::Action::FromBinary(image));
+}
+
+TEST(Wrapper, ARangeOverValues)
+{
+    const std::vector<orv::Value> values = {true, 3, std::int64_t{4}, 1.5, std::u16string(u"a"), orv::DateTime{5},
+                                            orv::Guid{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}}, orv::EventType{3, u"e"},
+                                            orv::Channel{1, u"c", 2}, orv::Resource{{}, u"r"}, orv::Rect{-1, 2, 3, 4},
+                                            orv::Enum{2, ORV_ENUM_PlcViewerPlayMode},
+                                            orv::ResultData{{1, 2, 3, 4, 5, u"i"}, {6, 7, 8, 9, 10, u""}}};
+    orv::Action action = orv::Action::Named("CustomAction");
+    for (std::size_t i = 0; i < values.size(); ++i) action.Set("v" + std::to_string(10 + i), values[i]);
+    orv::Action copy = orv::Action::Named("CustomAction");
+    std::size_t next = 1;
+    for (const orv::ParameterWithValue& parameter : action.Values()) {
+        EXPECT_EQ(parameter.value.index(), next++);
+        copy.Set(parameter.name, parameter.value);
+    }
+    EXPECT_EQ(next, values.size() + 1);
+    EXPECT_TRUE(copy == action);
+    const auto data = action.Get<orv::ResultData>("v22");
+    ASSERT_TRUE(data && data->size() == 2);
+    EXPECT_EQ((*data)[0].name, u"i");
+    EXPECT_EQ((*data)[1].fifth, 10);
+    EXPECT_EQ(orv::ToText(orv::Guid{0x01234567, 0x89ab, 0xcdef, {1, 0x23, 0x45, 0x67, 0x89, 0xab, 0xcd, 0xef}}),
+              "01234567-89ab-cdef-0123-456789abcdef");
+    action.Set("v10", orv::Value());
+    EXPECT_FALSE(action.Has("v10"));
+}
+
+// What a callable throws comes out again, and the walk has ended.
+TEST(Wrapper, CallablesAsSinks)
+{
+    std::size_t actions = 0;
+    orv::ForEachAction([&](const orv::ActionInfo& info) { actions += !info.name.empty(); });
+    EXPECT_EQ(actions, orv::AllActions().size());
+    std::size_t values = 0;
+    orv::ForEachEnumValue([&](const orv::EnumValueInfo&) { ++values; }, 1);
+    EXPECT_EQ(values, 2u);
+    std::vector<std::u16string> names;
+    orv::ForEachParameter(ORV_ACTION_PanLeft, [&](const orv::ParameterInfo& info) { names.emplace_back(info.name); });
+    EXPECT_EQ(names, (std::vector<std::u16string>{u"Camera", u"Speed"}));
+    std::size_t calls = 0;
+    const auto stop = [&](const orv::ClassInfo&) {
+        ++calls;
+        throw orv::Error("enough", 7);
+    };
+    EXPECT_EQ(Thrown([&] { orv::ForEachClass(stop); }).Code(), 7u);
+    EXPECT_EQ(calls, 1u);
+}
+
+TEST(Wrapper, FailuresTellTheirPlace)
+{
+    EXPECT_EQ(Thrown([] { orv::Action::Parse("PanLeft (Speed: 3, x"); }).Position(), 19u);
+    EXPECT_EQ(Thrown([] { orv::Action::FromBinary(std::string("\3\0\0", 3)); }).Position().has_value(), true);
+    const orv::Error guid = Thrown([] { orv::Action::Parse("A(x: \"zzzzzzzz-0000-0000-0000-000000000000\")"); });
+    EXPECT_TRUE(guid.Position().has_value());
+    EXPECT_FALSE(guid.ClassName().empty());
+    orv::Action action = orv::Action::Named("SystemStarted");
+    EXPECT_FALSE(Thrown([&] { action.SetVideoInput({}); }).Position().has_value());
+}
+
 }  // namespace

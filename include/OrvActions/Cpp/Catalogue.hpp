@@ -38,7 +38,8 @@ struct ParameterInfo : EntryTexts {
     std::uint32_t kind;  // ORV_KIND_...
     std::uint32_t view;  // ORV_VIEW_...
     std::uint32_t priority;
-    std::uint32_t enumId;  // ORV_ENUM_..., 1 for the Boolean enum, 0 for none
+    std::uint32_t enumId;   // ORV_ENUM_..., 1 for the Boolean enum, 0 for none
+    std::uint32_t columns;  // ORV_COLUMN_... joined, those of the event record
 };
 
 struct EnumValueInfo : EntryTexts {
@@ -66,7 +67,8 @@ inline ActionInfo InfoOf(const TTalvecActionPlainInfo& record)
 
 inline ParameterInfo InfoOf(const TTalvecParameterPlainInfo& record)
 {
-    return {TextsOf(record), record.Type, record.View, record.Priority, record.EnumType};
+    return {TextsOf(record), record.Type, record.View, record.Priority, record.EnumType,
+            record.DbField};
 }
 
 inline EnumValueInfo InfoOf(const TTalvecEnumValuePlainInfo& record)
@@ -87,6 +89,20 @@ std::vector<Info> All(std::uint32_t count, Enumerate enumerate)
 }
 
 }  // namespace detail
+
+inline std::optional<ClassInfo> FindClass(std::uint32_t code)
+{
+    TTalvecActionClassPlainInfo record{};
+    if (!Talvec_Action_GetActionClassInfo(&record, code)) return std::nullopt;
+    return detail::InfoOf(record);
+}
+
+inline std::optional<EnumValueInfo> FindEnumValue(std::uint32_t enumId, std::uint32_t value)
+{
+    TTalvecEnumValuePlainInfo record{};
+    if (!Talvec_Action_GetEnumValueInfo(&record, ORV_ENUM_KIND_BY_ID, enumId, value)) return std::nullopt;
+    return detail::InfoOf(record);
+}
 
 // Classes and actions come in order of their lower-cased names.
 inline std::vector<ClassInfo> AllClasses()

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -141,8 +142,9 @@ private:
 class Error : public std::runtime_error {
 public:
     explicit Error(const std::string& message, std::uint32_t code = 0, std::uint32_t subCode = 0,
-                   std::string details = {})
-        : std::runtime_error(message), code_(code), subCode_(subCode), details_(std::move(details))
+                   std::string details = {}, std::string className = {})
+        : std::runtime_error(message), code_(code), subCode_(subCode), details_(std::move(details)),
+          className_(std::move(className))
     {}
 
     // Of the last failed call on this thread; `otherwise` is the message when that call has stored none.
@@ -150,17 +152,31 @@ public:
     {
         TOrvLastErrorInfo info{};
         if (!OrvAct_GetLastError(&info)) return Error(otherwise);
-        return Error(ToUtf8(View(info.messageW)), info.code, info.subCode, info.details);
+        const auto text = [](const char* given) { return std::string(given ? given : ""); };
+        return Error(ToUtf8(View(info.messageW)), info.code, info.subCode, text(info.details), text(info.className));
+    }
+    // The same about a place of a text or a buffer.
+    static Error LastAt(std::size_t position, const char* otherwise)
+    {
+        Error error = Last(otherwise);
+        error.position_ = position;
+        return error;
     }
 
     std::uint32_t Code() const noexcept { return code_; }
     std::uint32_t SubCode() const noexcept { return subCode_; }
     const std::string& Details() const noexcept { return details_; }
+    // The exception's class inside the library, "" when the call has stored none.
+    const std::string& ClassName() const noexcept { return className_; }
+    // How far reading came: in UTF-16 units of a text, in bytes of a buffer; nothing when it is not about reading.
+    std::optional<std::size_t> Position() const noexcept { return position_; }
 
 private:
     std::uint32_t code_;
     std::uint32_t subCode_;
     std::string details_;
+    std::string className_;
+    std::optional<std::size_t> position_;
 };
 
 namespace detail {

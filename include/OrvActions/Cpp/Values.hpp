@@ -13,6 +13,9 @@
 //     Resource                        Resource
 //     Rect                            Rect
 //     Enum                            Numeric32Bit    with the id of its enum
+//     ResultData                      ResultDataSet
+//
+// Value is any of them, in the type that its kind has.
 //
 // "Reads convert" means by the library's rules: a number may be read from another number, a text or a channel.
 #pragma once
@@ -22,6 +25,8 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <variant>
+#include <vector>
 
 #include "OrvActions/Cpp/Text.hpp"
 
@@ -87,6 +92,48 @@ inline TimePoint ToTimePoint(DateTime date)
 {
     return TimePoint(
         std::chrono::milliseconds(static_cast<std::int64_t>(date.value & 0xFFFFFFFFFFFF) - 11644473600000));
+}
+
+// One item of a result data set.
+struct ResultItem {
+    std::uint16_t first = 0;
+    std::uint16_t second = 0;
+    std::int16_t third = 0;
+    std::int16_t fourth = 0;
+    std::int32_t fifth = 0;
+    std::u16string name;
+};
+using ResultData = std::vector<ResultItem>;
+
+// The value of a parameter, in the type of its kind; nothing for a kind that does not exist.
+using Value = std::variant<std::monostate, bool, std::int32_t, std::int64_t, double, std::u16string, DateTime, Guid,
+                           EventType, Channel, Resource, Rect, Enum, ResultData>;
+
+// "01234567-89ab-cdef-0123-456789abcdef".
+inline std::string ToText(const Guid& guid)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string text;
+    const auto append = [&](std::uint64_t number, int digits) {
+        while (digits-- > 0) text += kDigits[number >> 4 * digits & 15];
+    };
+    append(guid.Data1, 8);
+    text += '-';
+    append(guid.Data2, 4);
+    text += '-';
+    append(guid.Data3, 4);
+    for (int i = 0; i < 8; ++i) {
+        if (i == 0 || i == 2) text += '-';
+        append(guid.Data4[i], 2);
+    }
+    return text;
+}
+
+inline bool IsZero(const Guid& guid)
+{
+    bool zero = guid.Data1 == 0 && guid.Data2 == 0 && guid.Data3 == 0;
+    for (const unsigned char byte : guid.Data4) zero = zero && byte == 0;
+    return zero;
 }
 
 namespace detail {
@@ -357,6 +404,62 @@ struct ValueOf<Enum> {
         record->payload.int32 = value.value;
     }
 };
+
+template <>
+struct ValueOf<ResultData> {
+    static std::optional<ResultData> Read(TOrvHandle handle, const TextArg& name)
+    {
+        ITalvecAction* action = OrvInterfaceOf(handle);
+        const TOrvResultDataItem* items = nullptr;
+        std::uint64_t count = 0;
+        if (action->GetParameterType(name.c_str()) != ORV_KIND_ResultDataSet) return std::nullopt;
+        action->GetResultDataSet(name.c_str(), &items, &count);
+        ResultData data;
+        for (std::uint64_t i = 0; i < count; ++i) {
+            const TOrvResultDataItem& item = items[i];
+            const auto* text = reinterpret_cast<const char16_t*>(item.name);
+            const std::size_t length = item.name ? SysStringLen(item.name) : 0;
+            data.push_back({item.field0, item.field1, item.field2, item.field3, item.field4,
+                            std::u16string(text ? text : u"", length)});
+        }
+        return data;
+    }
+    static void Store(TOrvHandle handle, const TextArg& name, const ResultData& value)
+    {
+        std::vector<Record> texts(value.size());
+        std::vector<TOrvResultDataItem> items;
+        for (std::size_t i = 0; i < value.size(); ++i) {
+            texts[i].SetText(value[i].name);
+            items.push_back({value[i].first, value[i].second, value[i].third, value[i].fourth, value[i].fifth,
+                             texts[i].get()->text});
+        }
+        OrvInterfaceOf(handle)->SetResultDataSet(name.c_str(), items.data(), items.size());
+    }
+};
+
+// A parameter of a known kind as a value.
+inline Value ValueOfKind(TOrvHandle handle, const TextArg& name, std::uint32_t kind, std::uint32_t enumType)
+{
+    const auto read = [&](auto sample) {
+        auto value = ValueOf<decltype(sample)>::Read(handle, name);
+        return value ? Value(*value) : Value();
+    };
+    switch (kind) {
+    case ORV_KIND_Boolean: return read(false);
+    case ORV_KIND_Numeric32Bit: return enumType != 0 ? read(Enum()) : read(std::int32_t());
+    case ORV_KIND_Numeric64Bit: return read(std::int64_t());
+    case ORV_KIND_NumericDouble: return read(double());
+    case ORV_KIND_String: return read(std::u16string());
+    case ORV_KIND_DateTime: return read(DateTime());
+    case ORV_KIND_Guid: return read(Guid());
+    case ORV_KIND_EventType: return read(EventType());
+    case ORV_KIND_MediaChannel: return read(Channel());
+    case ORV_KIND_Resource: return read(Resource());
+    case ORV_KIND_Rect: return read(Rect());
+    case ORV_KIND_ResultDataSet: return read(ResultData());
+    default: return {};
+    }
+}
 
 }  // namespace detail
 
