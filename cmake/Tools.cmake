@@ -8,6 +8,7 @@ else()
 endif()
 list(FILTER orvact_sources EXCLUDE REGEX "/main\\.cpp$")
 include(Sqlite)
+include(Utf8proc)
 
 # What orvact --version tells of the build. The commit is missing where the sources have no history.
 set(ORV_BUILD "${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR}, ${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}")
@@ -24,7 +25,7 @@ add_library(orvact_parts OBJECT ${orvact_sources})
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/orvact/lint.cpp PROPERTIES
     INCLUDE_DIRECTORIES ${PROJECT_SOURCE_DIR}/src)
 target_include_directories(orvact_parts PRIVATE ${PROJECT_BINARY_DIR}/orvact)
-target_link_libraries(orvact_parts PUBLIC orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite)
+target_link_libraries(orvact_parts PUBLIC orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite orv_utf8proc)
 if(WIN32)
     target_link_options(orvact_parts PUBLIC -static -municode)
     target_link_libraries(orvact_parts PUBLIC oleaut32 ole32)

@@ -137,6 +137,7 @@ class Events(unittest.TestCase):
             (["list", self.name + ".txt"], "file is not a database"),
             (["store", self.name + ".other", "examples/site.actions"], "not one of events"),
             (["store", self.name, "examples/none"], "No such file"),
+            (["list", self.name, "--until", "2026-11-21T07:30+25:00"], "is no time"),
             ([], "A subcommand is required"),
         ]
         for arguments, expected in cases:

@@ -27,7 +27,7 @@ class Match(unittest.TestCase):
         for pattern, numbers in cases.items():
             with self.subTest(pattern):
                 run = Run("match", pattern, data=ACTIONS)
-                self.assertEqual((run.code, run.err), (0 if numbers else 1, ""))
+                self.assertEqual((run.code, run.errors()), (0 if numbers else 1, ""))
                 self.assertEqual(run.out, "".join(lines[number - 1] for number in numbers))
 
     def test_patterns_and_actions_of_files(self):
@@ -55,9 +55,8 @@ class Match(unittest.TestCase):
             with self.subTest(pattern):
                 run = Run("match", "--explain", "@ " + pattern, data=action.encode())
                 self.assertEqual((run.code, run.out), (1, ""))
-                report, _, told = run.err.splitlines()
-                self.assertTrue(report.startswith("stdin:1: refused  "), report)
-                self.assertEqual(told.strip(), reason)
+                self.assertTrue(run.errors().startswith("stdin:1: refused  "), run.err)
+                self.assertEqual(run.err.splitlines()[-1].strip(), reason)
         run = Run("match", "--explain", "-", "--from", "technical", "examples/site.actions",
                   data=b"@ PanLeft (Camera: 1, Speed: 9)\n@ TiltUp (Camera: 7)")
         self.assertIn("        Camera: the number is 7, not 1\n        Speed: the value is 3, not 9\n", run.err)
@@ -65,7 +64,7 @@ class Match(unittest.TestCase):
 
     def test_faults_of_use(self):
         for pattern, data, expected in (
-                ("@ PanLeft (x", b"", "the pattern: neither a parameter"), ("@ PanLeft () y", b"", "the pattern: left out"),
+                ("@ PanLeft (x", b"", "the pattern:1:12: neither a parameter"), ("@ PanLeft () y", b"", "the pattern:1:14: left out"),
                 ("-", b"", "both come from standard input"), ("examples/none", b"", "No such file"),
                 ("examples/site.actions", b"", "no match action: SystemStarted")):
             run = Run("match", pattern, data=data)

@@ -1,58 +1,113 @@
 #include "action_reader.h"
 
 #include <cerrno>
+#include <set>
 #include <utility>
 
 #include "binary_walk.h"
 #include "bytes.h"
 #include "console.h"
-#include "report.h"
+#include "settings.h"
 
 namespace {
 
-constexpr std::size_t kHead = 4096;                              // enough to guess a form by
-constexpr std::uint32_t kLongestFrame = std::uint32_t{1} << 26;  // no action is anywhere near as long
+constexpr std::size_t kHead = 4096;                     // enough to guess a form by
+constexpr std::uint32_t kLongestFrame = 0x7FFF'FFFF;  // a size beyond it is no size
+
+Encoding EncodingOf(std::string_view head)
+{
+    if (settings.encoding != Encoding::Found) return settings.encoding;
+    // The size of a frame may begin as a byte order mark does.
+    if (LooksLikeFrames(head)) return Encoding::Utf8;
+    if (head.starts_with("\xFF\xFE")) return Encoding::Utf16Little;
+    return head.starts_with("\xFE\xFF") ? Encoding::Utf16Big : Encoding::Utf8;
+}
+
+bool IsText(const Form& form)
+{
+    return form.layout == Layout::Lines || form.layout == Layout::Documents;
+}
 
 }  // namespace
 
+ActionReader::ActionReader(Strictness strictness) : strictness_(settings.strict ? Strictness::All : strictness)
+{}
+
 ActionReader::~ActionReader()
 {
-    if (file_ && file_ != stdin) std::fclose(file_);
+    Close();
 }
 
-bool ActionReader::Open(const std::string& path, const Form* form)
+void ActionReader::Close()
 {
-    const bool standard = path.empty() || path == "-";
+    if (file_ && file_ != stdin) std::fclose(file_);
+    file_ = nullptr;
+}
+
+bool ActionReader::Open(std::vector<std::string> files, const Form* form)
+{
+    files_ = std::move(files);
+    if (files_.empty()) files_.push_back("-");
+    wanted_ = form;
+    return OpenFile(files_[nextFile_++]);
+}
+
+bool ActionReader::OpenFile(const std::string& path)
+{
+    Close();
+    const bool standard = path == "-";
     source_ = standard ? "stdin" : path;
-    file_ = standard ? stdin : OpenFile(path);
+    file_ = standard ? stdin : ::OpenFile(path);
+    row_.clear();
+    rowPosition_ = number_ = 0;
+    ended_ = true;
+    failed_ = true;
     if (!file_) {
         ReportFile(source_);
         return false;
     }
     lines_ = std::make_unique<LineReader>(file_);
     size_ = SizeOnDisk(file_);
-    const std::string_view head = lines_->Head(kHead);
-    form_ = form ? form : &GuessForm(head);
+    if (!Recognise()) return false;
+    ended_ = failed_ = false;
+    if (showsProgress_ && ShowsPassing()) progress_ = std::make_unique<Progress>(size_, "action");
+    return true;
+}
+
+bool ActionReader::Recognise()
+{
+    std::string_view head = lines_->Head(kHead);
+    if (!wanted_ || IsText(*wanted_)) {
+        const Encoding encoding = EncodingOf(head);
+        lines_->Decode(encoding);
+        if (encoding != Encoding::Utf8) head = lines_->Head(kHead);
+    }
+    form_ = wanted_ ? wanted_ : &GuessForm(head);
     if (lines_->failed()) {
         ReportFile(source_);
         return false;
     }
-    // What some shells make of every text that passes them.
-    const bool utf16 = form_->layout == Layout::Lines && (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF"));
-    if (form_->read && !utf16) return true;
-    PrintError("orvact: " + source_ + ": " +
-               (utf16 ? "is UTF-16; texts are read in UTF-8"
-                      : std::string("looks like ") + form_->name + ", which is only written") +
-               "\n");
+    if (form_->read) return true;
+    Complain("form", std::string("looks like ") + form_->name + ", which is only written", {}, source_);
     return false;
 }
 
 bool ActionReader::NextRecord(Record& record)
 {
-    record.head.clear();
-    record.bytes.clear();
-    record.problem.clear();
+    while (!NextHere(record)) {
+        const bool failedHere = failed_;
+        if (Interrupted() || nextFile_ == files_.size()) return false;
+        OpenFile(files_[nextFile_++]);
+        failed_ = failed_ || failedHere;
+    }
+    return true;
+}
+
+bool ActionReader::NextHere(Record& record)
+{
+    record = {};
     if (ended_ || Interrupted()) return false;
+    record.place = {source_, 0, !IsText(*form_)};
     const bool found = form_->layout == Layout::Frames     ? NextFrame(record)
                        : form_->layout == Layout::EndToEnd ? NextOfRow(record)
                                                            : NextLine(record);
@@ -62,6 +117,8 @@ bool ActionReader::NextRecord(Record& record)
         ReportFile(source_);
     }
     ended_ = ended_ || !found;
+    if (found && progress_) progress_->Show(taken(), ++all_);
+    if (!found) progress_.reset();
     return found;
 }
 
@@ -71,9 +128,27 @@ bool ActionReader::NextLine(Record& record)
     do {
         record.offset = lines_->taken();
         if (!lines_->Next(record.bytes, tooLong)) return false;
-        ++number_;
+        record.place.number = ++number_;
     } while (!tooLong && IsSkipped(record.bytes));
-    record.number = number_;
+    // A backslash at the end of a line holds the line break for the text; a document goes on until it is whole.
+    DocumentWalk document;
+    if (form_->layout == Layout::Documents) document.Add(record.bytes);
+    const auto continues = [&] {
+        return form_->layout == Layout::Documents ? !document.IsWhole() : record.bytes.ends_with('\\');
+    };
+    std::string more;
+    while (!tooLong && continues()) {
+        const std::string end = lines_->LineEnd();
+        if (end.empty() || !lines_->Next(more, tooLong)) break;
+        ++number_;
+        if (form_->layout == Layout::Documents) {
+            document.Add(more);
+        } else {
+            record.bytes.pop_back();
+        }
+        tooLong = tooLong || record.bytes.size() + more.size() > LineReader::kLongest;
+        record.bytes += end + more;
+    }
     if (tooLong) record.problem = "the line is longer than " + std::to_string(LineReader::kLongest) + " bytes";
     return true;
 }
@@ -82,7 +157,7 @@ bool ActionReader::NextFrame(Record& record)
 {
     lines_->Read(record.head, 4);
     if (record.head.empty()) return false;
-    record.number = ++number_;
+    record.place.number = ++number_;
     record.offset = lines_->taken();
     if (record.head.size() < 4) {
         record.problem = "the input ends inside the size of a frame";
@@ -110,28 +185,44 @@ bool ActionReader::NextOfRow(Record& record)
     const std::string_view left = std::string_view(row_).substr(static_cast<std::size_t>(rowPosition_));
     const BinaryWalk walk = WalkBinary(left, false);
     record.bytes = left.substr(0, walk.problem.empty() ? walk.end : left.size());
-    record.number = ++number_;
+    record.place.number = ++number_;
     record.offset = rowPosition_;
     rowPosition_ += record.bytes.size();
     return true;
 }
 
+bool ActionReader::IsError(const Remark& remark) const
+{
+    return strictness_ == Strictness::All || (strictness_ == Strictness::Unread && remark.code == kUnreadCode);
+}
+
+Action ActionReader::Judged(const Record& record, const Form& form)
+{
+    Decoded decoded;
+    if (record.problem.empty()) {
+        decoded = form.read(record.bytes);
+    } else {
+        decoded.problem = {"damaged", record.problem, {}, 0, 0, {}};
+    }
+    std::set<std::string> told;  // one of a kind is enough for a line
+    bool refused = false;
+    for (const Remark& remark : decoded.remarks) {
+        if (!told.insert(remark.code).second) continue;
+        refused = refused || IsError(remark);
+        ::Report(record.place, IsError(remark) ? Severity::Error : Severity::Note, remark);
+    }
+    if (!decoded.action) ::Report(record.place, Severity::Error, decoded.problem);
+    unreadable_ += refused || !decoded.action;
+    return refused ? Action() : std::move(decoded.action);
+}
+
 bool ActionReader::Next(Action& action, Record& record)
 {
     while (NextRecord(record)) {
-        if (!record.problem.empty()) {
-            ++unreadable_;
-            Report(record, record.problem);
-            continue;
-        }
-        Decoded decoded = form_->read(record.bytes);
-        if (!decoded.note.empty()) Report(record, "note: " + decoded.note, decoded.column, decoded.context);
-        if (decoded.action) {
-            action = std::move(decoded.action);
+        if (Action read = Read(record)) {
+            action = std::move(read);
             return true;
         }
-        ++unreadable_;
-        Report(record, decoded.problem, decoded.column, decoded.context);
     }
     return false;
 }
@@ -140,17 +231,6 @@ bool ActionReader::MayWait() const
 {
     const std::string_view waiting = lines_->Waiting();
     if (size_ > 0 || form_->layout == Layout::EndToEnd) return false;
-    if (form_->layout == Layout::Lines) return waiting.find('\n') == std::string_view::npos;
+    if (IsText(*form_)) return waiting.find_first_of("\r\n") == std::string_view::npos;
     return waiting.size() < 4 || waiting.size() - 4 < Word32At(waiting, 0);
-}
-
-std::string ActionReader::Place(const Record& record) const
-{
-    return source_ + (form_->layout == Layout::Lines ? ":" : ":action ") + std::to_string(record.number);
-}
-
-void ActionReader::Report(const Record& record, const std::string& reason, std::size_t column,
-                          const std::string& context) const
-{
-    PrintError(Place(record) + (column ? ":" + std::to_string(column) : "") + ": " + reason + "\n" + context);
 }

@@ -2,12 +2,18 @@
 #include "binary_walk.h"
 #include "bytes.h"
 #include "forms.h"
+#include "remarks.h"
 #include "text.h"
 
 namespace {
 
 // An action without name and records.
 constexpr std::size_t kShortest = 4 + 4 + 4;
+
+bool IsBlank(char character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
 
 int DigitOf(char character)
 {
@@ -21,7 +27,7 @@ std::size_t BytesOf(std::string_view digits, std::string& bytes)
 {
     int high = -1;
     for (std::size_t i = 0; i < digits.size(); ++i) {
-        if (high < 0 && (digits[i] == ' ' || digits[i] == '\t')) continue;
+        if (high < 0 && IsBlank(digits[i])) continue;
         const int digit = DigitOf(digits[i]);
         if (digit < 0) return i;
         if (high >= 0) bytes += static_cast<char>(high << 4 | digit);
@@ -37,32 +43,36 @@ Decoded ReadBinary(const std::string& record)
     Decoded decoded;
     const BinaryWalk walk = WalkBinary(record, false);
     if (!walk.problem.empty()) {
-        decoded.problem =
+        decoded.problem.code = "damaged";
+        decoded.problem.message =
             "damaged at byte " + std::to_string(walk.end) + ": " + walk.problem + " (orvact dump shows it)";
         return decoded;
     }
-    std::uint32_t consumed = 0;
-    decoded.action = Action(OrvAct_CreateFromBinBuffer(record.data(), static_cast<std::uint32_t>(record.size()),
-                                                       ORV_EXPECT_ANY, &consumed));
+    decoded.action = Action::TryFromBinary(record);
     if (!decoded.action) {
-        decoded.problem = walk.sibling ? "an action of the sibling platform, whose library is not here or refuses it"
-                                       : "the library does not read it";
-    } else if (walk.end < record.size()) {
-        decoded.note = "left out the " + std::to_string(record.size() - walk.end) + " bytes behind the action";
+        decoded.problem.code = "not-an-action";
+        decoded.problem.message = walk.sibling
+                                      ? "an action of the sibling platform, whose library is not here or refuses it"
+                                      : "the library does not read it";
+        return decoded;
     }
+    if (walk.end < record.size()) {
+        decoded.remarks.push_back({kUnreadCode,
+                                   "left out the " + std::to_string(record.size() - walk.end) +
+                                       " bytes behind the action",
+                                   {}, 0, 0, {}});
+    }
+    AddRemarks(decoded.action, decoded.remarks);
     return decoded;
 }
 
 Encoded WriteBinary(const Action& action)
 {
-    Encoded encoded;
-    std::uint32_t size = 0;
-    OrvAct_StoreToBinBuffer(action.get(), nullptr, 0, &size);
-    encoded.record.resize(size);
-    if (size == 0 || !OrvAct_StoreToBinBuffer(action.get(), encoded.record.data(), size, nullptr)) {
-        encoded.problem = "has no binary form";
+    try {
+        return {action.Binary(), {}};
+    } catch (const orv::Error&) {
+        return {{}, "has no binary form"};
     }
-    return encoded;
 }
 
 Decoded ReadHex(const std::string& record)
@@ -71,8 +81,9 @@ Decoded ReadHex(const std::string& record)
     const std::size_t wrong = BytesOf(record, bytes);
     if (wrong == std::string::npos) return ReadBinary(bytes);
     Decoded decoded;
-    decoded.column = wrong + 1;
-    decoded.problem = wrong == record.size() ? "half a byte at the end" : "no hexadecimal digit";
+    decoded.problem.code = "not-an-action";
+    decoded.problem.column = wrong + 1;
+    decoded.problem.message = wrong == record.size() ? "half a byte at the end" : "no hexadecimal digit";
     return decoded;
 }
 

@@ -1,6 +1,6 @@
 #include "binary_walk.h"
 
-#include <OrvActions.h>
+#include <OrvActions.hpp>
 
 #include <bit>
 
@@ -98,7 +98,7 @@ private:
 
     bool Guid()
     {
-        return Take(16, "the guid", [&](std::size_t at) { return "guid " + GuidText(GuidAt(at)); });
+        return Take(16, "the guid", [&](std::size_t at) { return "guid " + orv::ToText(GuidAt(at)); });
     }
 
     TOrvGuid GuidAt(std::size_t at) const
@@ -127,7 +127,7 @@ private:
                    }
                    const char16_t last = text.back();
                    text.pop_back();
-                   return (what == "the value" ? "" : what.substr(4) + " ") + "\"" + Visible(Utf8FromWide(text)) +
+                   return (what == "the value" ? "" : what.substr(4) + " ") + "\"" + Visible(orv::ToUtf8(text)) +
                           "\"" + (last == 0 ? "" : ", and a last unit " + Hex(last, 4) + " that is taken for the end");
                });
     }

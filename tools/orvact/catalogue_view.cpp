@@ -1,6 +1,6 @@
 #include "catalogue_view.h"
 
-#include <OrvActions.h>
+#include <OrvActions.hpp>
 
 #include <algorithm>
 #include <map>
@@ -9,52 +9,51 @@
 
 namespace {
 
-template <class Record>
-void TakeTexts(const Record& record, std::string& name, std::string& plainName, std::string& description)
+template <class View>
+View WithTexts(const orv::EntryTexts& texts)
 {
-    name = Utf8FromWide(record.NameW);
-    plainName = Utf8FromWide(record.PlainNameW);
-    description = Utf8FromWide(record.DescriptionW);
+    View view;
+    view.name = orv::ToUtf8(texts.name);
+    view.plainName = orv::ToUtf8(texts.plainName);
+    view.description = orv::ToUtf8(texts.description);
+    return view;
 }
 
 std::vector<ParameterView> Parameters(std::uint32_t code)
 {
-    std::vector<TTalvecParameterPlainInfo> records(Talvec_Action_GetNumberOfActionParameters(code));
-    records.resize(
-        Talvec_Action_EnumerateActionParameters(records.data(), static_cast<std::uint32_t>(records.size()), code));
     std::vector<ParameterView> parameters;
-    for (const TTalvecParameterPlainInfo& record : records) {
-        ParameterView& parameter = parameters.emplace_back();
-        TakeTexts(record, parameter.name, parameter.plainName, parameter.description);
-        parameter.type = record.Type;
-        parameter.view = record.View;
-        parameter.priority = record.Priority;
-        parameter.enumType = record.EnumType;
-        parameter.columns = record.DbField;
+    for (const orv::ParameterInfo& info : orv::ParametersOf(code)) {
+        ParameterView& parameter = parameters.emplace_back(WithTexts<ParameterView>(info));
+        parameter.type = info.kind;
+        parameter.view = info.view;
+        parameter.priority = info.priority;
+        parameter.enumType = info.enumId;
+        parameter.columns = info.columns;
     }
     return parameters;
 }
 
-ActionView ViewOf(const TTalvecActionPlainInfo& record)
+ActionView ViewOf(const orv::ActionInfo& info)
 {
-    ActionView action;
-    TakeTexts(record, action.name, action.plainName, action.description);
-    action.code = record.Code;
-    action.classCode = record.ClassCode;
-    action.priority = record.Priority;
-    TTalvecActionClassPlainInfo actionClass{};
-    if (Talvec_Action_GetActionClassInfo(&actionClass, record.ClassCode)) {
-        action.className = Utf8FromWide(actionClass.NameW);
-    }
-    action.parameters = Parameters(record.Code);
+    ActionView action = WithTexts<ActionView>(info);
+    action.code = info.code;
+    action.classCode = info.classCode;
+    action.priority = info.priority;
+    if (const auto owner = orv::FindClass(info.classCode)) action.className = orv::ToUtf8(owner->name);
+    action.parameters = Parameters(info.code);
     return action;
+}
+
+bool SameName(std::string_view a, std::string_view b)
+{
+    const auto lower = [](char unit) { return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit | 0x20) : unit; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
 }
 
 const ParameterView* FindIn(const std::vector<ParameterView>& parameters, std::string_view name)
 {
-    const std::string lower = LowerCaseAscii(name);
     for (const ParameterView& parameter : parameters) {
-        if (LowerCaseAscii(parameter.name) == lower) return &parameter;
+        if (SameName(parameter.name, name)) return &parameter;
     }
     return nullptr;
 }
@@ -90,14 +89,11 @@ const ParameterView* ActionView::Find(std::string_view parameter) const
 
 std::vector<ClassView> Classes()
 {
-    std::vector<TTalvecActionClassPlainInfo> records(Talvec_Action_GetNumberOfActionClasses());
-    records.resize(Talvec_Action_EnumerateActionClasses(records.data(), static_cast<std::uint32_t>(records.size())));
     std::vector<ClassView> classes;
-    for (const TTalvecActionClassPlainInfo& record : records) {
-        ClassView& view = classes.emplace_back();
-        TakeTexts(record, view.name, view.plainName, view.description);
-        view.code = record.Code;
-        view.priority = record.Priority;
+    for (const orv::ClassInfo& info : orv::AllClasses()) {
+        ClassView& view = classes.emplace_back(WithTexts<ClassView>(info));
+        view.code = info.code;
+        view.priority = info.priority;
     }
     std::sort(classes.begin(), classes.end(), [](const auto& a, const auto& b) { return a.code < b.code; });
     return classes;
@@ -105,26 +101,18 @@ std::vector<ClassView> Classes()
 
 std::vector<ActionView> Actions()
 {
-    std::vector<TTalvecActionPlainInfo> records(Talvec_Action_GetNumberOfActions());
-    records.resize(Talvec_Action_EnumerateActions(records.data(), static_cast<std::uint32_t>(records.size())));
     std::vector<ActionView> actions;
-    for (const TTalvecActionPlainInfo& record : records) actions.push_back(ViewOf(record));
+    for (const orv::ActionInfo& info : orv::AllActions()) actions.push_back(ViewOf(info));
     return actions;
 }
 
 std::vector<EnumView> Enums()
 {
-    std::vector<TTalvecEnumValuePlainInfo> records(Talvec_Action_GetNumberOfEnumValues(ORV_ENUM_KIND_ALL, 0));
-    records.resize(Talvec_Action_EnumerateEnumValues(records.data(), static_cast<std::uint32_t>(records.size()),
-                                                     ORV_ENUM_KIND_ALL, 0));
     std::vector<EnumView> enums;
-    for (const TTalvecEnumValuePlainInfo& record : records) {
-        if (enums.empty() || enums.back().id != record.EnumId) {
-            enums.push_back({EnumName(record.EnumId), record.EnumId, {}});
-        }
-        EnumValueView& value = enums.back().values.emplace_back();
-        TakeTexts(record, value.name, value.plainName, value.description);
-        value.value = record.Value;
+    for (const orv::EnumValueInfo& info : orv::EnumValues()) {
+        if (enums.empty() || enums.back().id != info.enumId) enums.push_back({EnumName(info.enumId), info.enumId, {}});
+        enums.back().values.push_back(WithTexts<EnumValueView>(info));
+        enums.back().values.back().value = info.value;
     }
     return enums;
 }
@@ -134,9 +122,8 @@ const ActionView* FindAction(std::uint32_t code)
     static std::map<std::uint32_t, ActionView> seen;
     const auto found = seen.find(code);
     if (found != seen.end()) return &found->second;
-    TTalvecActionPlainInfo record{};
-    if (!Talvec_Action_GetActionInfo(&record, code)) return nullptr;
-    return &seen.emplace(code, ViewOf(record)).first->second;
+    const auto info = orv::FindAction(code);
+    return info ? &seen.emplace(code, ViewOf(*info)).first->second : nullptr;
 }
 
 const ParameterView* FindGeneralParameter(std::string_view name)
@@ -147,8 +134,8 @@ const ParameterView* FindGeneralParameter(std::string_view name)
 
 std::uint32_t ActionCode(const std::string& name)
 {
-    bool clean = true;
-    return OrvAct_GetActionCodeByNameW(Boundary(WideFromUtf8(name, clean).c_str()));
+    const auto info = orv::FindAction(name);
+    return info ? info->code : 0;
 }
 
 std::string KindName(std::uint32_t kind)
@@ -201,9 +188,8 @@ std::string TypeName(std::uint32_t kind, std::uint32_t enumType)
 
 std::string ValueName(std::uint32_t enumType, std::uint32_t value)
 {
-    TTalvecEnumValuePlainInfo record{};
-    const bool known = Talvec_Action_GetEnumValueInfo(&record, ORV_ENUM_KIND_BY_ID, enumType, value);
-    return known ? Utf8FromWide(record.NameW) : std::string();
+    const auto info = orv::FindEnumValue(enumType, value);
+    return info ? orv::ToUtf8(info->name) : std::string();
 }
 
 std::vector<std::string> NearNames(std::string_view name, const std::vector<std::string>& names)
@@ -222,4 +208,11 @@ std::vector<std::string> NearNames(std::string_view name, const std::vector<std:
     std::vector<std::string> nearest;
     for (const auto& [distance, candidate] : near) nearest.push_back(candidate);
     return nearest;
+}
+
+std::string Nearest(std::string_view name, const std::vector<std::string>& names)
+{
+    std::string near;
+    for (const std::string& candidate : NearNames(name, names)) near += (near.empty() ? "" : " or ") + candidate;
+    return near;
 }

@@ -68,3 +68,4 @@ std::string ValueName(std::uint32_t enumType, std::uint32_t value);  // "" for n
 
 // Names of the list that the user may have meant, nearest first.
 std::vector<std::string> NearNames(std::string_view name, const std::vector<std::string>& names);
+std::string Nearest(std::string_view name, const std::vector<std::string>& names);  // the best few, joined; "" for none

@@ -3,7 +3,10 @@
 #include <OrvActions.h>
 
 #include "build.h"
+#include "console.h"
 #include "help.h"
+#include "settings.h"
+#include "text.h"
 
 namespace {
 
@@ -12,16 +15,6 @@ std::string Version()
 {
     return "orvact " ORV_ACTIONS_VERSION_TEXT "\ninterface " + std::to_string(OrvAct_InterfaceVersion()) + " of " +
            OrvAct_InterfaceDate() + "\nbuild " ORV_BUILD;
-}
-
-void AddFrom(CLI::App* command, std::string& form)
-{
-    command->add_option("--from", form, "The form of the input; found out when not given")->type_name("FORM");
-}
-
-void AddFile(CLI::App* command, std::string& file)
-{
-    command->add_option("FILE", file, "The input; standard input when not given or -")->type_name("");
 }
 
 }  // namespace
@@ -40,6 +33,48 @@ CommandLine::CommandLine()
     AddMatch();
     AddEvents();
     AddLint(app, lint);
+    AddCommon(app.get_subcommand("lint"));
+}
+
+void CommandLine::AddCommon(CLI::App* command)
+{
+    command->add_option("-o,--output", output, "The results go into this file, whole or not at all")->type_name("FILE");
+    command->add_option("--color", colours, "When there are colours; auto is on a terminal")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
+    command->add_option("--report", report, "How standard error is written: for people, or a JSON object a line")
+        ->check(CLI::IsMember({"text", "json"}));
+}
+
+void CommandLine::AddReading(CLI::App* command)
+{
+    command->add_option("--encoding", encoding, "In which bytes texts come in; UTF-8, or UTF-16 with a byte order mark")
+        ->check(CLI::IsMember({"utf-8", "utf-16", "utf-16le", "utf-16be", "latin-1"}, CLI::ignore_case));
+    command->add_flag("--strict", settings.strict,
+                      "What is odd about an action is an error: names that are unknown, values that do not fit");
+    command->add_flag("--names", settings.names, "Values of enums by name, in action text that is read and written");
+}
+
+void CommandLine::AddInput(CLI::App* command, std::string& form, std::vector<std::string>& files)
+{
+    command->add_option("--from", form, "The form of the input; found out when not given")->type_name("FORM");
+    command->add_option("FILE", files, "The input; standard input when not given or -")->type_name("");
+    AddReading(command);
+}
+
+void CommandLine::AddForce(CLI::App* command)
+{
+    command->add_flag("--force", settings.force, "Write binary forms to a terminal as well");
+}
+
+void CommandLine::Settle() const
+{
+    settings.jsonReport = report == "json";
+    UseColours(colours == "always" ? Colours::Always : colours == "never" ? Colours::Never : Colours::Auto);
+    const std::string bytes = LowerCaseAscii(encoding);
+    if (bytes == "utf-8") settings.encoding = Encoding::Utf8;
+    if (bytes == "utf-16" || bytes == "utf-16le") settings.encoding = Encoding::Utf16Little;
+    if (bytes == "utf-16be") settings.encoding = Encoding::Utf16Big;
+    if (bytes == "latin-1") settings.encoding = Encoding::Latin1;
 }
 
 void CommandLine::AddShow()
@@ -47,11 +82,13 @@ void CommandLine::AddShow()
     CLI::App* command = app.add_subcommand("show", "Reads action texts and tells what they are");
     command
         ->add_option("TEXT", show.texts,
-                     "An action text, in quotes for the shell; - for standard input, an action a line")
+                     "An action text, in quotes for the shell, or a file of actions; - for standard input")
         ->type_name("");
-    command->add_option("--file", show.files, "A file with an action a line; may be given several times")
+    command->add_option("--file", show.files, "A file of actions; may be given several times")
         ->type_name("FILE")
         ->allow_extra_args(false);
+    AddReading(command);
+    AddCommon(command);
     command->footer(kShowFooter);
 }
 
@@ -65,30 +102,33 @@ void CommandLine::AddList()
     command->add_flag("--hesk", list.hesk, "Which actions convert from and to the sibling product's text, and how");
     command->add_flag("--extension", list.extension, "Only what extension files beside this program have added");
     command->add_flag("--json", list.json, "As JSON, with all that is known");
+    AddCommon(command);
     command->footer(kListFooter);
 }
 
 void CommandLine::AddDescribe()
 {
-    CLI::App* command = app.add_subcommand("describe", "A page about one action: parameters, values and an example");
-    command->add_option("ACTION", described, "Its name in any case, or its code")->required();
+    CLI::App* command = app.add_subcommand("describe", "A page about an action, a class, an enum, a type or a column");
+    command->add_option("NAME", described, "Its name in any case; of an action also its code")->required();
+    AddCommon(command);
     command->footer(kDescribeFooter);
 }
 
 void CommandLine::AddConvert()
 {
     CLI::App* command = app.add_subcommand("convert", "Reads actions in one form and writes them in another");
-    AddFrom(command, convert.from);
-    command->add_option("--to", convert.to, "The form of the output")->type_name("FORM")->required();
-    AddFile(command, convert.file);
+    command->add_option("--to", convert.to, "The form of the output, or csv")->type_name("FORM")->required();
+    AddInput(command, convert.from, convert.files);
+    AddForce(command);
+    AddCommon(command);
     command->footer(FormsHelp() + kConvertFooter);
 }
 
 void CommandLine::AddDump()
 {
     CLI::App* command = app.add_subcommand("dump", "Shows the binary form byte by byte, also of damaged input");
-    AddFrom(command, dump.from);
-    AddFile(command, dump.file);
+    AddInput(command, dump.from, dump.files);
+    AddCommon(command);
     command->footer(kDumpFooter);
 }
 
@@ -100,10 +140,11 @@ void CommandLine::AddMatch()
                      "A file of match actions, - for standard input, or the text of one, beginning with @")
         ->type_name("")
         ->required();
-    AddFile(command, match.file);
-    AddFrom(command, match.from);
+    AddInput(command, match.from, match.files);
     command->add_option("--to", match.to, "The form of the output; technical when not given")->type_name("FORM");
     command->add_flag("--explain", match.explain, "Tell why each of the others is refused, on standard error");
+    AddForce(command);
+    AddCommon(command);
     command->footer(kMatchFooter);
 }
 
@@ -118,8 +159,8 @@ void CommandLine::AddEvents()
 
     CLI::App* storing = command->add_subcommand("store", "Stores actions; makes the database when there is none");
     addDatabase(storing, store.database);
-    AddFile(storing, store.file);
-    AddFrom(storing, store.from);
+    AddInput(storing, store.from, store.files);
+    AddCommon(storing);
     storing->footer(kEventsStoreFooter);
 
     CLI::App* listing = command->add_subcommand("list", "Lists events, oldest first");
@@ -130,18 +171,25 @@ void CommandLine::AddEvents()
     listing->add_option("--class", events.classes, "Actions of this class; may be given several times")
         ->type_name("NAME")
         ->allow_extra_args(false);
-    listing->add_option("--since", events.since, "Stored at this time or later: 2026-11-21T07:30 (UTC), or an age: 15m")
+    listing
+        ->add_option("--since", events.since,
+                     "Stored at this time or later: 2026-11-21T07:30 (UTC), 2026-11-21T07:30+02:00, or an age: 15m")
         ->type_name("TIME");
+    listing->add_option("--until", events.until, "Stored at this time or before")->type_name("TIME");
     listing->add_option("--match", events.pattern, "Actions that match: a match action, or a file of them")
         ->type_name("PATTERN");
     listing->add_option("--limit", events.limit, "The newest N of them only")
-        ->type_name("N")
-        ->check(CLI::PositiveNumber);
+        ->type_name("N");
     listing->add_option("--to", events.to, "The actions in a form, instead of a list")->type_name("FORM");
+    listing->add_flag("--names", settings.names, "Values of enums by name");
+    AddForce(listing);
+    AddCommon(listing);
     listing->footer(kEventsListFooter);
 
     CLI::App* showing = command->add_subcommand("show", "Shows one event: the action, its columns and description");
     addDatabase(showing, event.database);
     showing->add_option("ID", event.id, "The number of the event")->type_name("")->required();
+    showing->add_flag("--names", settings.names, "Values of enums by name");
+    AddCommon(showing);
     showing->footer(kEventsShowFooter);
 }

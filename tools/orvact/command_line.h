@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+#include <vector>
 
 #include "commands.h"
 #include "lint.h"
@@ -21,8 +22,14 @@ struct CommandLine {
     EventsListOptions events;
     EventsShowOptions event;
     LintOptions lint;
+    std::string output;  // "" and "-" for standard output
+    std::string colours = "auto";
+    std::string report = "text";
+    std::string encoding;
 
     CommandLine();
+    // The options that hold for every command, into settings and the console.
+    void Settle() const;
 
 private:
     void AddShow();
@@ -32,4 +39,8 @@ private:
     void AddDump();
     void AddMatch();
     void AddEvents();
+    void AddCommon(CLI::App* command);
+    void AddInput(CLI::App* command, std::string& form, std::vector<std::string>& files);
+    void AddReading(CLI::App* command);
+    void AddForce(CLI::App* command);
 };

@@ -14,7 +14,7 @@ enum ExitCode {
 };
 
 struct ShowOptions {
-    std::vector<std::string> texts;  // each an action text; "-" stands for standard input
+    std::vector<std::string> texts;  // each an action text, or a file; "-" stands for standard input
     std::vector<std::string> files;  // read line by line after the texts
 };
 int Show(const ShowOptions& options);
@@ -28,18 +28,19 @@ struct ListOptions {
 };
 int List(const ListOptions& options);
 
-int Describe(const std::string& nameOrCode);
+// An action, a class, an enum, a type or a column of the event record, by name; an action also by code.
+int Describe(const std::string& name);
 
 struct ConvertOptions {
     std::string from;  // the name of a form, "" to find it out
     std::string to;
-    std::string file;  // "" for standard input
+    std::vector<std::string> files;  // none for standard input, which is also "-"
 };
 int Convert(const ConvertOptions& options);
 
 struct DumpOptions {
     std::string from;
-    std::string file;
+    std::vector<std::string> files;
 };
 int Dump(const DumpOptions& options);
 
@@ -47,7 +48,7 @@ struct MatchOptions {
     std::string patterns;  // a match action, when it begins with @, else a file of them
     std::string from;
     std::string to = "technical";
-    std::string file;
+    std::vector<std::string> files;
     bool explain = false;
 };
 int Match(const MatchOptions& options);
@@ -55,7 +56,7 @@ int Match(const MatchOptions& options);
 struct EventsStoreOptions {
     std::string database;
     std::string from;
-    std::string file;
+    std::vector<std::string> files;
 };
 int StoreEvents(const EventsStoreOptions& options);
 
@@ -63,9 +64,10 @@ struct EventsListOptions {
     std::string database;
     std::vector<std::string> codes;    // codes or names
     std::vector<std::string> classes;  // names
-    std::string since;                 // a time in UTC or an age
+    std::string since;                 // a time or an age
+    std::string until;
     std::string pattern;               // as MatchOptions::patterns; "" for any
-    std::size_t limit = 0;             // the newest so many; 0 for all
+    std::string limit;                 // the newest so many; "" for all
     std::string to;                    // the name of a form, "" for a list
 };
 int ListEvents(const EventsListOptions& options);

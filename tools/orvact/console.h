@@ -2,8 +2,6 @@
 // console_windows.cpp, of which the build takes one; they also hold the entry point.
 #pragma once
 
-#include <OrvActions.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -21,16 +19,29 @@ std::FILE* OpenFile(const std::string& path);
 std::size_t ReadBytes(std::FILE* file, char* buffer, std::size_t size, bool& failed);
 // The size of a file on a disk; 0 for a pipe, a terminal and whatever else may keep its reader waiting.
 std::uint64_t SizeOnDisk(std::FILE* file);
+bool IsFile(const std::string& path);  // exists, and is no folder
 
-// Results go to standard output, everything else to standard error. The text is UTF-8; errors flush the results first,
-// so that both stay in order on a screen.
+// Results go to standard output, or to the file of SendOutputTo; everything else to standard error. The text is UTF-8;
+// errors flush the results first, so that both stay in order on a screen. What would steer a terminal never reaches one.
 void Print(std::string_view text);
 void PrintError(std::string_view text);
+// Bytes of a form that is no text.
+void PrintBytes(std::string_view bytes);
 // A line on the terminal of standard error that the next one, or the next error, replaces; "" takes it away.
 void PrintPassing(std::string_view line);
-bool FlushOutput();  // false when not all results could be written
+bool ShowsPassing();  // standard error is a terminal, and the results go elsewhere
 
-// Colours are for a terminal, and for one whose user did not set NO_COLOR.
+// The results appear under that name when FinishOutput keeps them, all at once; false when the file cannot be made.
+bool SendOutputTo(const std::string& path);
+bool FlushOutput();             // false when not all results could be written
+bool FinishOutput(bool keep);   // the same, and the file takes its name, or goes
+
+bool OutputIsTerminal();
+std::size_t OutputWidth();  // of the terminal of standard output; 0 when it is none
+
+// Colours are for a terminal, and for one whose user did not set NO_COLOR, unless they are asked for.
+enum class Colours { Auto, Always, Never };
+void UseColours(Colours when);
 enum class Tone { Name, Quiet };
 std::string Painted(Tone tone, std::string_view text);
 
@@ -39,13 +50,14 @@ std::string Painted(Tone tone, std::string_view text);
 void CatchInterrupts();
 bool Interrupted();
 
-OrvBStr NewSystemString(const OrvWChar* text);
-std::size_t SystemStringLength(OrvBStr text);  // in units
-void FreeSystemString(OrvBStr text);
-
-// For console.cpp, which holds what both systems share.
+// The systems' own, for console.cpp.
 namespace System {
-bool OutputIsTerminal();  // one that understands colours
-bool ErrorIsTerminal();   // one that goes back to the start of a line
+std::FILE* Create(const std::string& path);  // null and errno
+bool Rename(const std::string& from, const std::string& to);
+void Remove(const std::string& path);
+bool OutputIsTerminal();
+bool ErrorIsTerminal();
+std::size_t OutputWidth();
+bool Colourful();  // the terminal understands colours
 void Write(std::FILE* stream, std::string_view text);
 }  // namespace System

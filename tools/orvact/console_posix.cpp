@@ -1,3 +1,4 @@
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,6 +37,12 @@ std::uint64_t SizeOnDisk(std::FILE* file)
     return known ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
+bool IsFile(const std::string& path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 void CatchInterrupts()
 {
     struct sigaction action {};
@@ -49,31 +56,41 @@ bool Interrupted()
     return interrupted != 0;
 }
 
-OrvBStr NewSystemString(const OrvWChar* text)
+std::FILE* System::Create(const std::string& path)
 {
-    return SysAllocString(text);
+    return std::fopen(path.c_str(), "wb");
 }
 
-std::size_t SystemStringLength(OrvBStr text)
+bool System::Rename(const std::string& from, const std::string& to)
 {
-    return SysStringLen(text);
+    return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-void FreeSystemString(OrvBStr text)
+void System::Remove(const std::string& path)
 {
-    SysFreeString(text);
+    std::remove(path.c_str());
 }
 
 bool System::OutputIsTerminal()
 {
-    const char* terminal = std::getenv("TERM");
-    return isatty(STDOUT_FILENO) && terminal && std::strcmp(terminal, "dumb") != 0;
+    return isatty(STDOUT_FILENO);
 }
 
 bool System::ErrorIsTerminal()
 {
+    return isatty(STDERR_FILENO) && Colourful();
+}
+
+std::size_t System::OutputWidth()
+{
+    struct winsize size {};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+bool System::Colourful()
+{
     const char* terminal = std::getenv("TERM");
-    return isatty(STDERR_FILENO) && terminal && std::strcmp(terminal, "dumb") != 0;
+    return terminal && std::strcmp(terminal, "dumb") != 0;
 }
 
 void System::Write(std::FILE* stream, std::string_view text)

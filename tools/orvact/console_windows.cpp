@@ -2,8 +2,6 @@
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
-// Behind windows.h.
-#include <oleauto.h>
 
 #include <algorithm>
 #include <atomic>
@@ -85,6 +83,12 @@ std::uint64_t SizeOnDisk(std::FILE* file)
     return known ? static_cast<std::uint64_t>(size.QuadPart) : 0;
 }
 
+bool IsFile(const std::string& path)
+{
+    const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
 void CatchInterrupts()
 {
     SetConsoleCtrlHandler([](DWORD event) -> BOOL { return event == CTRL_C_EVENT && !interrupted.exchange(true); },
@@ -96,32 +100,45 @@ bool Interrupted()
     return interrupted;
 }
 
-OrvBStr NewSystemString(const OrvWChar* text)
+std::FILE* System::Create(const std::string& path)
 {
-    return SysAllocString(text);
+    return _wfopen(Wide(path).c_str(), L"wb");
 }
 
-std::size_t SystemStringLength(OrvBStr text)
+bool System::Rename(const std::string& from, const std::string& to)
 {
-    return SysStringLen(text);
+    return MoveFileExW(Wide(from).c_str(), Wide(to).c_str(), MOVEFILE_REPLACE_EXISTING);
 }
 
-void FreeSystemString(OrvBStr text)
+void System::Remove(const std::string& path)
 {
-    SysFreeString(text);
+    DeleteFileW(Wide(path).c_str());
 }
 
 bool System::OutputIsTerminal()
 {
-    const HANDLE console = ConsoleOf(stdout);
-    DWORD mode = 0;
-    return console && GetConsoleMode(console, &mode) &&
-           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    return ConsoleOf(stdout) != nullptr;
 }
 
 bool System::ErrorIsTerminal()
 {
     return ConsoleOf(stderr) != nullptr;
+}
+
+std::size_t System::OutputWidth()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    const HANDLE console = ConsoleOf(stdout);
+    const bool known = console && GetConsoleScreenBufferInfo(console, &info);
+    return known ? static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1) : 0;
+}
+
+bool System::Colourful()
+{
+    const HANDLE console = ConsoleOf(stdout);
+    DWORD mode = 0;
+    return console && GetConsoleMode(console, &mode) &&
+           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
 void System::Write(std::FILE* stream, std::string_view text)

@@ -2,35 +2,31 @@
 #include "action_reader.h"
 #include "commands.h"
 #include "console.h"
+#include "csv.h"
 
 int Convert(const ConvertOptions& options)
 {
     bool soundSource = true;
     bool soundTarget = true;
+    const bool csv = IsCsv(options.to);
     const Form* source = SourceForm(options.from, soundSource);
-    const Form* target = TargetForm(options.to, soundTarget);
+    const Form* target = csv ? nullptr : TargetForm(options.to, soundTarget);
     ActionReader reader;
-    if (!soundSource || !soundTarget || !reader.Open(options.file, source)) return kUsage;
-
+    if (!soundSource || !soundTarget || (target && !MayGoOut(*target)) || !reader.Open(options.files, source)) {
+        return kUsage;
+    }
     std::size_t unwritten = 0;
-    Action action{nullptr};
+    CsvTable table;
+    Action action;
     for (Record record; reader.Next(action, record);) {
-        const Encoded encoded = target->write(action);
-        if (!encoded.problem.empty()) {
-            ++unwritten;
-            reader.Report(record, encoded.problem);
+        if (csv) {
+            table.Add(action);
             continue;
         }
-        Print(Delimited(*target, encoded.record));
+        unwritten += !WriteRecord(*target, action, record.place);
         if (reader.MayWait()) FlushOutput();
-        if (target->read && !target->faithful) {
-            const Decoded again = target->read(encoded.record);
-            if (!again.action || !SameAction(action, again.action)) {
-                reader.Report(record, std::string("note: what was written in form ") + target->name +
-                                          " does not read back as the same action");
-            }
-        }
     }
+    if (csv) table.Write();
     if (reader.failed()) return kUsage;
     return reader.unreadable() + unwritten > 0 ? kUnreadable : kDone;
 }

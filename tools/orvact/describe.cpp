@@ -1,9 +1,11 @@
-// A page about one action.
+// A page about an action, a class, an enum, a type or a column.
 #include <charconv>
+#include <functional>
 
 #include "action_view.h"
 #include "commands.h"
 #include "console.h"
+#include "event_record.h"
 #include "table.h"
 #include "text.h"
 
@@ -63,29 +65,139 @@ void PrintEnums(const ActionView& action)
     }
 }
 
-int ReportUnknownAction(const std::string& nameOrCode)
+std::string ActionsWith(const std::function<bool(const ParameterView&)>& fits)
 {
-    std::vector<std::string> names;
-    for (const ActionView& action : Actions()) names.push_back(action.name);
-    return ReportUnknown("action", nameOrCode, names);
+    std::string names;
+    for (const ActionView& action : Actions()) {
+        for (const ParameterView& parameter : action.parameters) {
+            if (fits(parameter)) names += (names.empty() ? "" : " ") + action.name + "." + parameter.name;
+        }
+    }
+    return names.empty() ? "none" : names;
+}
+
+void PrintUse(const char* label, const std::string& names)
+{
+    Print("\n  " + Painted(Tone::Quiet, label) + "\n    " + Wrapped(Words(names), "", 4, kScreen) + "\n");
+}
+
+void DescribeAction(const ActionView& action)
+{
+    Print(Painted(Tone::Name, action.name) + "\n");
+    Fact("code", std::to_string(action.code));
+    Fact("class", action.className + " (" + std::to_string(action.classCode) + ")");
+    Fact("priority", std::to_string(action.priority));
+    Fact("plain name", action.plainName);
+    Fact("description", action.description);
+    PrintParameters(action);
+    PrintEnums(action);
+    const std::string example = ExampleText(action);
+    if (!example.empty()) Print("\n  " + Painted(Tone::Quiet, "example") + "\n    " + example + "\n");
+}
+
+bool DescribeClass(const std::string& lower, std::vector<std::string>& names)
+{
+    for (const ClassView& view : Classes()) {
+        names.push_back(view.name);
+        if (LowerCaseAscii(view.name) != lower) continue;
+        Print(Painted(Tone::Name, view.name) + ", a class\n");
+        Fact("code", std::to_string(view.code));
+        Fact("priority", std::to_string(view.priority));
+        Fact("plain name", view.plainName);
+        Fact("description", view.description);
+        std::string actions;
+        for (const ActionView& action : Actions()) {
+            if (action.classCode == view.code) actions += (actions.empty() ? "" : " ") + action.name;
+        }
+        PrintUse("actions", actions.empty() ? "none" : actions);
+        return true;
+    }
+    return false;
+}
+
+bool DescribeEnum(const std::string& lower, std::vector<std::string>& names)
+{
+    for (const EnumView& view : Enums()) {
+        names.push_back(view.name);
+        if (LowerCaseAscii(view.name) != lower || view.name == "Boolean") continue;
+        Print(Painted(Tone::Name, view.name) + ", an enum\n");
+        Fact("id", std::to_string(view.id));
+        Table table(4);
+        table.NumbersIn(0);
+        table.Heading({"Value", "Name", "Plain name"});
+        for (const EnumValueView& value : view.values) {
+            table.Row({std::to_string(static_cast<std::int32_t>(value.value)), value.name, value.plainName});
+        }
+        Print("\n");
+        table.Write();
+        PrintUse("used by", ActionsWith([&](const ParameterView& parameter) { return parameter.enumType == view.id; }));
+        return true;
+    }
+    return false;
+}
+
+bool DescribeType(const std::string& lower, std::vector<std::string>& names)
+{
+    struct Row {
+        std::uint32_t kind;
+        const char* written;
+    };
+    constexpr Row kRows[] = {{ORV_KIND_Boolean, "0 or 1"},
+                             {ORV_KIND_Numeric32Bit, "-3; a leading zero means octal; the number of an enum's value"},
+                             {ORV_KIND_Numeric64Bit, "12345678901"},
+                             {ORV_KIND_NumericDouble, "1.5 or 1.5e-3 or 2"},
+                             {ORV_KIND_String, "\"text\""},
+                             {ORV_KIND_DateTime, "\"2022/10/20 11:30:00,000 GMT+00:00\""},
+                             {ORV_KIND_Guid, "\"01234567-89ab-cdef-0123-456789abcdef\""},
+                             {ORV_KIND_EventType, "\"name\", or { 12, \"name\" } with an id"},
+                             {ORV_KIND_MediaChannel, "7, the number, or { 4711, 7, \"name\" } with id, number, name"},
+                             {ORV_KIND_Resource, "\"name\", or { \"01234567-...\", \"name\" } with a guid"},
+                             {ORV_KIND_Rect, "{ 10, 20, 110, 220 }: top, left, bottom, right"},
+                             {ORV_KIND_ResultDataSet, "{ { 1, 2, 3, 4, 5, \"item\" } }"}};
+    for (const Row& row : kRows) {
+        const std::string name = KindName(row.kind);
+        names.push_back(name);
+        if (LowerCaseAscii(name) != lower) continue;
+        Print(Painted(Tone::Name, name) + ", a type\n");
+        Fact("kind", std::to_string(row.kind));
+        Fact("written as", row.written);
+        const bool common = row.kind == ORV_KIND_Numeric32Bit || row.kind == ORV_KIND_String;
+        if (!common) PrintUse("used by", ActionsWith([&](const auto& parameter) { return parameter.type == row.kind; }));
+        return true;
+    }
+    return false;
+}
+
+bool DescribeColumn(const std::string& lower, std::vector<std::string>& names)
+{
+    for (const EventColumn& column : kEventColumns) {
+        const std::string name = ColumnNames(column.bit);
+        names.push_back(name);
+        names.push_back(column.name);
+        if (LowerCaseAscii(name) != lower && LowerCaseAscii(column.name) != lower) continue;
+        Print(Painted(Tone::Name, name) + ", a column of the event record\n");
+        Fact("database", column.name);
+        PrintUse("filled by",
+                 ActionsWith([&](const ParameterView& parameter) { return (parameter.columns & column.bit) != 0; }));
+        return true;
+    }
+    return false;
 }
 
 }  // namespace
 
-int Describe(const std::string& nameOrCode)
+int Describe(const std::string& name)
 {
-    const std::uint32_t code = ActionCode(nameOrCode);
-    const ActionView* action = FindAction(code ? code : CodeFrom(nameOrCode));
-    if (!action) return ReportUnknownAction(nameOrCode);
-    Print(Painted(Tone::Name, action->name) + "\n");
-    Fact("code", std::to_string(action->code));
-    Fact("class", action->className + " (" + std::to_string(action->classCode) + ")");
-    Fact("priority", std::to_string(action->priority));
-    Fact("plain name", action->plainName);
-    Fact("description", action->description);
-    PrintParameters(*action);
-    PrintEnums(*action);
-    const std::string example = ExampleText(*action);
-    if (!example.empty()) Print("\n  " + Painted(Tone::Quiet, "example") + "\n    " + example + "\n");
-    return kDone;
+    const std::uint32_t code = ActionCode(name);
+    if (const ActionView* action = FindAction(code ? code : CodeFrom(name))) {
+        DescribeAction(*action);
+        return kDone;
+    }
+    std::vector<std::string> names;
+    const std::string lower = LowerCaseAscii(name);
+    const bool found = DescribeClass(lower, names) || DescribeEnum(lower, names) || DescribeType(lower, names) ||
+                       DescribeColumn(lower, names);
+    if (found) return kDone;
+    for (const ActionView& action : Actions()) names.push_back(action.name);
+    return ReportUnknown("action, class, enum, type or column", name, names);
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kBytesInRow = 8;
 
-void PrintBytes(std::string_view bytes, std::uint64_t offset, const std::string& meaning)
+void PrintRow(std::string_view bytes, std::uint64_t offset, const std::string& meaning)
 {
     std::size_t at = 0;
     do {
@@ -29,69 +29,67 @@ void PrintBytes(std::string_view bytes, std::uint64_t offset, const std::string&
 // What the library makes of the bytes, sound or not.
 void PrintReading(const std::string& bytes)
 {
-    std::uint32_t consumed = 0;
-    const Action action(
-        OrvAct_CreateFromBinBuffer(bytes.data(), static_cast<std::uint32_t>(bytes.size()), ORV_EXPECT_ANY, &consumed));
+    const Action action = Action::TryFromBinary(bytes);
     if (!action) return Print(Painted(Tone::Quiet, "reads as nothing\n"));
     const Encoded text = WriteTechnical(action);
     Print(Painted(Tone::Quiet, "reads as ") + (text.problem.empty() ? text.record : "an action that " + text.problem) +
           "\n");
 }
 
-bool DumpAction(const ActionReader& reader, const Record& record, const std::string& bytes, std::uint64_t offset)
+bool DumpAction(const Record& record, const std::string& bytes, std::uint64_t offset)
 {
     const BinaryWalk walk = WalkBinary(bytes, true);
     for (const BinaryField& field : walk.fields) {
         if (field.opensRecord) Print("\n");
-        PrintBytes(std::string_view(bytes).substr(field.offset, field.size), offset + field.offset, field.meaning);
+        PrintRow(std::string_view(bytes).substr(field.offset, field.size), offset + field.offset, field.meaning);
     }
     const std::string_view rest = std::string_view(bytes).substr(walk.sibling ? 4 : walk.end);
     if (!rest.empty()) {
         const std::uint64_t at = offset + bytes.size() - rest.size();
-        PrintBytes(rest, at, walk.sibling ? "known to its library only" : "not read");
+        PrintRow(rest, at, walk.sibling ? "known to its library only" : "not read");
     }
     PrintReading(bytes);
     std::string problem = walk.problem;
     if (problem.empty() && !rest.empty() && !walk.sibling) problem = "the action is complete, and more bytes follow";
-    if (!problem.empty()) reader.Report(record, "stops at " + Hex(offset + walk.end, 8) + ": " + problem);
+    if (!problem.empty()) {
+        Report(record.place, Severity::Error,
+               {"damaged", "stops at " + Hex(offset + walk.end, 8) + ": " + problem, {}, 0, 0, {}});
+    }
     return problem.empty();
 }
 
 // The binary form of a record; what cannot be turned into it is reported.
-bool BytesOf(const ActionReader& reader, const Record& record, std::string& bytes)
+bool BytesOf(ActionReader& reader, const Record& record, std::string& bytes)
 {
     const Form& form = reader.form();
     if (form.image && form.image(record.bytes, bytes)) return true;
-    const Decoded decoded = form.read(record.bytes);
-    if (decoded.action)
-        bytes = WriteBinary(decoded.action).record;
-    else
-        reader.Report(record, decoded.problem, decoded.column, decoded.context);
-    return static_cast<bool>(decoded.action);
+    const Action action = reader.Read(record);
+    if (action) bytes = WriteBinary(action).record;
+    return static_cast<bool>(action);
 }
 
-bool DumpRecord(const ActionReader& reader, const Record& record, bool first)
+bool DumpRecord(ActionReader& reader, const Record& record, bool first)
 {
     // Only binary input has the bytes in place; those of digits and texts are counted from 0.
     const Layout layout = reader.form().layout;
     const bool inPlace = layout == Layout::Frames || layout == Layout::EndToEnd;
-    Print((first ? "" : "\n") + Painted(Tone::Name, reader.Place(record)) + "\n");
+    Print((first ? "" : "\n") + Painted(Tone::Name, TextOf(record.place)) + "\n");
     if (!record.head.empty()) {
-        PrintBytes(
+        PrintRow(
             record.head, record.offset - record.head.size(),
             record.head.size() < 4 ? "not read" : "a frame of " + std::to_string(Word32At(record.head, 0)) + " bytes");
     }
     bool sound = record.problem.empty();
     std::string bytes;
     if (sound || !record.bytes.empty()) {
-        if (layout == Layout::Lines && !sound)
+        if (!inPlace && !sound)
             bytes.clear();  // a line that is too long
         else if (!BytesOf(reader, record, bytes))
             return false;
         else
-            sound = DumpAction(reader, record, bytes, inPlace ? record.offset : 0) && sound;
+            sound = DumpAction(record, bytes, inPlace ? record.offset : 0) && sound;
     }
-    if (!record.problem.empty()) reader.Report(record, record.problem);
+    if (!record.problem.empty()) Report(record.place, Severity::Error, {"damaged", record.problem, {}, 0, 0, {}});
     return sound;
 }
 
@@ -102,7 +100,7 @@ int Dump(const DumpOptions& options)
     bool sound = true;
     const Form* source = SourceForm(options.from, sound);
     ActionReader reader;
-    if (!sound || !reader.Open(options.file, source)) return kUsage;
+    if (!sound || !reader.Open(options.files, source)) return kUsage;
     std::size_t unsound = 0;
     bool first = true;
     for (Record record; reader.NextRecord(record); first = false) unsound += !DumpRecord(reader, record, first);

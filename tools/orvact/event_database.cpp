@@ -71,18 +71,18 @@ void EventDatabase::Store(const Action& action)
     // The image first: filling the record converts values in the action.
     const Encoded image = WriteBinary(action);
     if (!image.problem.empty()) throw DatabaseError("the action " + image.problem);
-    TOrvEventData record{};
-    record.size = sizeof record;
-    std::uint8_t unused = 0;
-    if (!OrvAct_GetActionEventData(action.get(), &record, &unused)) throw DatabaseError("the action gives no record");
-
+    std::optional<orv::EventRecord> record;
+    try {
+        record.emplace(action.Handle());
+    } catch (const orv::Error& error) {
+        throw DatabaseError(std::string("the action gives no record: ") + error.what());
+    }
     if (uncommitted_ == 0) database_.Run("begin immediate");
-    const OrvWChar* name = action->GetActionName();
     int parameter = 1;
     insert_->Bind(parameter++, StoredTime(Now()));
-    insert_->Bind(parameter++, Utf8FromWide(name));
-    insert_->Bind(parameter++, std::int64_t{record.code});
-    for (const EventColumn& column : kEventColumns) BindColumn(*insert_, parameter++, record, column);
+    insert_->Bind(parameter++, orv::ToUtf8(action.Name()));
+    insert_->Bind(parameter++, std::int64_t{(*record)->code});
+    for (const EventColumn& column : kEventColumns) BindColumn(*insert_, parameter++, *record->get(), column);
     insert_->BindBytes(parameter, image.record);
     insert_->Step();
     insert_->Reset();
@@ -131,5 +131,9 @@ std::string StoredTime(std::int64_t milliseconds)
 
 Action Restored(const StoredEvent& event)
 {
-    return Action(OrvAct_RestoreActionFromEventData(&event.record));
+    try {
+        return Action::Restored(event.record);
+    } catch (const orv::Error&) {
+        return Action();
+    }
 }

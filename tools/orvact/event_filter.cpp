@@ -6,7 +6,7 @@
 #include <set>
 
 #include "catalogue_view.h"
-#include "console.h"
+#include "report.h"
 #include "text.h"
 
 namespace {
@@ -74,6 +74,26 @@ bool ParseAge(std::string_view text, std::int64_t& milliseconds)
     return true;
 }
 
+// Z, or hours and minutes east of Greenwich: +02:00, +0200 or +02. Taken off the text.
+bool TakeOffset(std::string_view& text, std::int64_t& minutes)
+{
+    minutes = 0;
+    if (text.ends_with('Z') || text.ends_with('z')) {
+        text.remove_suffix(1);
+        return true;
+    }
+    const std::size_t sign = text.find_first_of("+-");
+    if (sign == std::string_view::npos) return true;
+    std::string digits(text.substr(sign + 1));
+    if (digits.size() == 5 && digits[2] == ':') digits.erase(2, 1);
+    if (digits.size() == 2) digits += "00";
+    std::uint32_t number = 0;
+    if (digits.size() != 4 || !ParseNumber(digits, number) || number / 100 > 14 || number % 100 > 59) return false;
+    minutes = (text[sign] == '-' ? -1 : 1) * static_cast<std::int64_t>(number / 100 * 60 + number % 100);
+    text = text.substr(0, sign);
+    return true;
+}
+
 // A date, and behind a T or a blank the hour, with minutes, seconds and milliseconds as far as they are given.
 bool ParseTime(const std::string& text, std::string& stored)
 {
@@ -84,7 +104,8 @@ bool ParseTime(const std::string& text, std::string& stored)
     int end = 0;
     if (std::sscanf(text.c_str(), "%4d-%2u-%2u%n", &year, &month, &day, &end) != 3) return false;
     std::string_view rest = std::string_view(text).substr(static_cast<std::size_t>(end));
-    if (rest.ends_with('Z') || rest.ends_with('z')) rest.remove_suffix(1);
+    std::int64_t offset = 0;
+    if (!TakeOffset(rest, offset)) return false;
     const char separators[] = {'T', ':', ':', '.'};
     for (int i = 0; i < 4 && !rest.empty(); ++i) {
         const std::string_view digits = rest.substr(1, i == 3 ? 3 : 2);
@@ -95,24 +116,25 @@ bool ParseTime(const std::string& text, std::string& stored)
     const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month), std::chrono::day(day)};
     if (!rest.empty() || !date.ok() || clock[0] > 23 || clock[1] > 59 || clock[2] > 59) return false;
     const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
-    stored = StoredTime((((days * 24 + clock[0]) * 60 + clock[1]) * 60 + clock[2]) * 1000 + clock[3]);
+    const std::int64_t minutes = (days * 24 + clock[0]) * 60 + clock[1] - offset;
+    stored = StoredTime((minutes * 60 + clock[2]) * 1000 + clock[3]);
     return true;
 }
 
-bool AddSince(const std::string& since, RowFilter& filter)
+bool AddTime(const std::string& time, const char* condition, RowFilter& filter)
 {
-    if (since.empty()) return true;
+    if (time.empty()) return true;
     std::string stored;
     std::int64_t age = 0;
-    if (ParseAge(since, age)) {
+    if (ParseAge(time, age)) {
         stored = StoredTime(Now() - age);
-    } else if (!ParseTime(since, stored)) {
-        PrintError("orvact: '" + Visible(since) +
-                   "' is no time; give a date such as 2026-11-21 or 2026-11-21T07:30 (UTC), or an age such as 90s, "
-                   "15m, 2h, 3d or 1w\n");
+    } else if (!ParseTime(time, stored)) {
+        Complain("time", "'" + Visible(time) +
+                             "' is no time; give a date such as 2026-11-21, 2026-11-21T07:30 (UTC) or "
+                             "2026-11-21T07:30+02:00, or an age such as 90s, 15m, 2h, 3d or 1w");
         return false;
     }
-    filter.Add("Stored >= ?", {stored});
+    filter.Add(condition, {stored});
     return true;
 }
 
@@ -136,53 +158,28 @@ class NecessaryColumns {
 public:
     NecessaryColumns(const Action& pattern, const ParameterView& parameter, RowFilter& filter)
         : pattern_(pattern), parameter_(parameter), filter_(filter)
-    {
-        bool clean = true;
-        wide_ = WideFromUtf8(parameter.name, clean);
-        name_ = Boundary(wide_.c_str());
-    }
+    {}
 
     void Add()
     {
         switch (parameter_.type) {
         case ORV_KIND_Boolean:
-        case ORV_KIND_Numeric32Bit: {
-            std::int32_t number = 0;
-            pattern_->GetInt32(name_, &number);
-            return AddFirst(ColumnSort::Int32, std::int64_t{number});
-        }
-        case ORV_KIND_Numeric64Bit: {
-            std::int64_t number = 0;
-            pattern_->GetInt64(name_, &number);
-            return AddFirst(ColumnSort::Int64, number);
-        }
-        case ORV_KIND_NumericDouble: {
-            double number = 0;
-            pattern_->GetDouble(name_, &number);
-            return AddFirst(ColumnSort::Double, number);
-        }
-        case ORV_KIND_DateTime: {
-            TUlmoDateTime date{};
-            pattern_->GetDateTime(name_, &date);
-            return AddFirst(ColumnSort::Date, static_cast<std::int64_t>(date.value));
-        }
+        case ORV_KIND_Numeric32Bit: return AddFirst(ColumnSort::Int32, std::int64_t{Value<std::int32_t>()});
+        case ORV_KIND_Numeric64Bit: return AddFirst(ColumnSort::Int64, Value<std::int64_t>());
+        case ORV_KIND_NumericDouble: return AddFirst(ColumnSort::Double, Value<double>());
+        case ORV_KIND_DateTime:
+            return AddFirst(ColumnSort::Date, static_cast<std::int64_t>(Value<orv::DateTime>().value));
         case ORV_KIND_String: {
-            OrvBStr text = nullptr;
-            pattern_->GetString(name_, &text);
-            const std::u16string wanted(reinterpret_cast<const char16_t*>(text), SystemStringLength(text));
-            FreeSystemString(text);
             const EventColumn* column = First();
-            if (column && column->sort == ColumnSort::String) AddText(column->name, wanted, filter_);
+            if (column && column->sort == ColumnSort::String) AddText(column->name, Value<std::u16string>(), filter_);
             return;
         }
         case ORV_KIND_EventType: {
-            TOrvEventTypeValue type{};
-            pattern_->GetEventType(name_, &type);
+            const orv::EventType type = Value<orv::EventType>();
             return AddIdentity(type.id, 0, type.name);
         }
         case ORV_KIND_MediaChannel: {
-            TOrvChannelValue channel{};
-            pattern_->GetMediaChannel(name_, &channel);
+            const orv::Channel channel = Value<orv::Channel>();
             return AddIdentity(channel.id, channel.number, channel.name);
         }
         default: return;  // halves of guids and whatever else the columns show badly
@@ -190,6 +187,12 @@ public:
     }
 
 private:
+    template <class T>
+    T Value() const
+    {
+        return pattern_.Get<T>(parameter_.name).value_or(T());
+    }
+
     // The first column of a plain parameter is the one that it fills.
     const EventColumn* First() const
     {
@@ -215,7 +218,7 @@ private:
     }
 
     // The first field that the pattern fills decides alone, as in the library.
-    void AddIdentity(std::uint64_t id, std::uint32_t number, const OrvWChar* text)
+    void AddIdentity(std::uint64_t id, std::uint32_t number, const std::u16string& text)
     {
         const EventColumn* column = FirstOf(id != 0       ? ColumnSort::Int64
                                             : number != 0 ? ColumnSort::Int32
@@ -225,27 +228,23 @@ private:
         if (number != 0) {
             return filter_.Add(std::string(column->name) + " = ?", {std::int64_t{static_cast<std::int32_t>(number)}});
         }
-        if (text) AddText(column->name, reinterpret_cast<const char16_t*>(text), filter_);
+        AddText(column->name, text, filter_);
     }
 
     const Action& pattern_;
     const ParameterView& parameter_;
     RowFilter& filter_;
-    std::u16string wide_;
-    const OrvWChar* name_ = nullptr;
 };
 
 void AddParameters(const Action& pattern, RowFilter& filter)
 {
-    const ActionView* declared = FindAction(pattern->GetActionCode());
-    if (!declared) return AddText("Name", reinterpret_cast<const char16_t*>(pattern->GetActionName()), filter);
+    const ActionView* declared = FindAction(pattern.Code());
+    if (!declared) return AddText("Name", pattern.Name(), filter);
     std::uint32_t taken = 0;
     for (const ParameterView& parameter : declared->parameters) {
-        bool clean = true;
-        const std::u16string name = WideFromUtf8(parameter.name, clean);
         // An earlier parameter may have taken the column, and a value of another kind is converted for it.
         const bool sure = parameter.columns != 0 && (parameter.columns & taken) == 0 &&
-                          pattern->GetParameterType(Boundary(name.c_str())) == parameter.type;
+                          pattern.KindOf(parameter.name) == parameter.type;
         taken |= parameter.columns;
         if (sure) NecessaryColumns(pattern, parameter, filter).Add();
     }
@@ -255,13 +254,14 @@ void AddParameters(const Action& pattern, RowFilter& filter)
 
 bool AddConditions(const EventsListOptions& options, RowFilter& filter)
 {
-    return AddCodes(options.codes, filter) && AddClasses(options.classes, filter) && AddSince(options.since, filter);
+    return AddCodes(options.codes, filter) && AddClasses(options.classes, filter) &&
+           AddTime(options.since, "Stored >= ?", filter) && AddTime(options.until, "Stored <= ?", filter);
 }
 
 void AddNecessary(const std::vector<Pattern>& patterns, RowFilter& filter)
 {
     std::set<std::int64_t> codes;
-    for (const Pattern& pattern : patterns) codes.insert(std::int64_t{pattern.action->GetActionCode()});
+    for (const Pattern& pattern : patterns) codes.insert(std::int64_t{pattern.action.Code()});
     filter.Add("Code in (" + Marks(codes.size()) + ")", std::vector<SqlValue>(codes.begin(), codes.end()));
     if (patterns.size() == 1) AddParameters(patterns.front().action, filter);
 }

@@ -78,7 +78,7 @@ std::string ColumnText(const TOrvEventData& record, const EventColumn& column)
     }
     const TOrvEventText& field = TextField(record, column.index);
     const std::u16string_view text(reinterpret_cast<const char16_t*>(field.text), field.length);
-    return "\"" + Visible(Utf8FromWide(text)) + "\"";
+    return "\"" + Visible(orv::ToUtf8(text)) + "\"";
 }
 
 std::string StoredEvent::ColumnList()

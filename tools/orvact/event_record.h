@@ -1,7 +1,7 @@
 // The columns of an event record, and a record that owns what it points at.
 #pragma once
 
-#include <OrvActions.h>
+#include <OrvActions.hpp>
 
 #include <array>
 #include <cstdint>

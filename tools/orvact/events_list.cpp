@@ -1,5 +1,6 @@
 // Reads event databases: lists what fits, and shows one event in full.
 #include <algorithm>
+#include <charconv>
 
 #include "action_page.h"
 #include "commands.h"
@@ -8,6 +9,8 @@
 #include "event_filter.h"
 #include "forms.h"
 #include "patterns.h"
+#include "progress.h"
+#include "report.h"
 #include "table.h"
 #include "text.h"
 
@@ -22,7 +25,7 @@ public:
     {
         if (!target_) {
             const std::string id = std::to_string(event.id);
-            const std::string text = action ? Visible(Utf8FromWide(TextOf(action, false)))
+            const std::string text = action ? Visible(action.TextUtf8())
                                             : Visible(event.name) + ", which cannot be restored";
             return Painted(Tone::Quiet,
                            std::string(width_ - std::min(width_, id.size()), ' ') + id + "  " + Visible(event.stored)) +
@@ -31,7 +34,7 @@ public:
         const Encoded encoded = action ? target_->write(action) : Encoded{"", "cannot be restored"};
         if (encoded.problem.empty()) return Delimited(*target_, encoded.record);
         sound_ = false;
-        PrintError("orvact: event " + std::to_string(event.id) + ": " + encoded.problem + "\n");
+        Complain("unwritten", encoded.problem, {}, "event " + std::to_string(event.id));
         return {};
     }
 
@@ -43,7 +46,18 @@ private:
     bool sound_ = true;
 };
 
-int ListRows(const EventsListOptions& options, const Form* target)
+// "" for all.
+bool ParseLimit(const std::string& text, std::size_t& limit)
+{
+    limit = 0;
+    if (text.empty()) return true;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), limit);
+    if (error == std::errc() && end == text.data() + text.size() && limit > 0) return true;
+    Complain("limit", "--limit " + Visible(text) + ": expected how many events to list, 1 or more");
+    return false;
+}
+
+int ListRows(const EventsListOptions& options, const Form* target, std::size_t limit)
 {
     std::vector<Pattern> patterns;
     RowFilter filter;
@@ -55,14 +69,17 @@ int ListRows(const EventsListOptions& options, const Form* target)
     Listing listing(target, database.LastId());
     std::vector<std::string> newest;  // in front, when there is a limit
     std::size_t found = 0;
-    database.Select(filter, options.limit > 0, [&](const StoredEvent& event) {
+    const std::int64_t last = database.LastId();
+    Progress progress(ShowsPassing() ? static_cast<std::uint64_t>(last) : 0, "event");
+    database.Select(filter, limit > 0, [&](const StoredEvent& event) {
+        if (ShowsPassing()) progress.Show(static_cast<std::uint64_t>(limit > 0 ? last - event.id : event.id), found);
         const Action action = Restored(event);
         const bool fits = patterns.empty() || (action && MatchesAny(patterns, action));
         if (!fits) return true;
         ++found;
         std::string line = listing.Line(event, action);
-        options.limit > 0 ? newest.push_back(std::move(line)) : Print(line);
-        return options.limit == 0 || found < options.limit;
+        limit > 0 ? newest.push_back(std::move(line)) : Print(line);
+        return limit == 0 || found < limit;
     });
     std::for_each(newest.rbegin(), newest.rend(), [](const std::string& line) { Print(line); });
     if (!listing.sound()) return kUnreadable;
@@ -80,10 +97,17 @@ void ShowColumns(const StoredEvent& event)
     Indented("image: ", std::to_string(event.record.imageSize) + " bytes");
 }
 
-void TakeDescription(OrvWord context, std::int32_t index, const OrvWChar* label, const OrvWChar* value, std::uint32_t)
+void PrintDescription(const StoredEvent& event)
 {
-    if (index < 0) return;
-    reinterpret_cast<Table*>(context)->Row({Visible(Utf8FromWide(label)), Visible(Utf8FromWide(value))});
+    Table table(6);
+    orv::DescribeEvent(
+        event.record,
+        [&](const orv::EventLine& line) {
+            if (!line.whole) table.Row({Visible(orv::ToUtf8(line.label)), Visible(orv::ToUtf8(line.value))});
+        },
+        Action::kEveryPriority);
+    Indented("described:", "");
+    table.Write();
 }
 
 int ShowRow(const EventsShowOptions& options)
@@ -94,28 +118,24 @@ int ShowRow(const EventsShowOptions& options)
     bool found = false;
     bool restored = false;
     database.Select(filter, false, [&](const StoredEvent& event) {
-        constexpr std::uint32_t kEveryPriority = 0xFFFFFFFF;
         found = true;
         const Action action = Restored(event);
         restored = static_cast<bool>(action);
         if (action) {
             PrintAction(action, "event " + std::to_string(event.id));
         } else {
-            PrintError("orvact: event " + std::to_string(event.id) + " cannot be restored\n");
+            Complain("unwritten", "cannot be restored", {}, "event " + std::to_string(event.id));
         }
-        Table description(6);
-        OrvAct_GetActionEventDescription2(&event.record, reinterpret_cast<OrvWord>(&description), TakeDescription,
-                                          kEveryPriority);
-        Indented("described:", "");
-        description.Write();
+        PrintDescription(event);
         ShowColumns(event);
         Indented("stored: ", Visible(event.stored));
         return false;
     });
     if (!found) {
-        PrintError("orvact: " + options.database + ": no event " + std::to_string(options.id) + "; the last one is " +
-                   std::to_string(database.LastId()) + "\n");
-        return kUsage;
+        return Complain("unknown",
+                        "no event " + std::to_string(options.id) + "; the last one is " +
+                            std::to_string(database.LastId()),
+                        {}, options.database);
     }
     return restored ? kDone : kUnreadable;
 }
@@ -126,8 +146,9 @@ int OverDatabase(const std::string& path, Work work)
     try {
         return work();
     } catch (const DatabaseError& error) {
-        PrintError("orvact: " + path + ": " + error.what() + "\n");
-        return kUsage;
+        return Complain("database", error.what(), {}, path);
+    } catch (const orv::Error& error) {
+        return Complain("database", error.what(), {}, path);
     }
 }
 
@@ -136,9 +157,10 @@ int OverDatabase(const std::string& path, Work work)
 int ListEvents(const EventsListOptions& options)
 {
     bool sound = true;
+    std::size_t limit = 0;
     const Form* target = options.to.empty() ? nullptr : TargetForm(options.to, sound);
-    if (!sound) return kUsage;
-    return OverDatabase(options.database, [&] { return ListRows(options, target); });
+    if (!sound || !ParseLimit(options.limit, limit) || (target && !MayGoOut(*target))) return kUsage;
+    return OverDatabase(options.database, [&] { return ListRows(options, target, limit); });
 }
 
 int ShowEvent(const EventsShowOptions& options)

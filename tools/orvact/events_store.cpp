@@ -28,16 +28,17 @@ void Commit(EventDatabase& database, Stored& stored, const std::string& place, s
 
 void StoreAll(ActionReader& reader, EventDatabase& database, Stored& stored)
 {
-    Progress progress(reader.size());
-    Action action{nullptr};
+    Progress progress(reader.size(), "event");
+    Action action;
     std::string place;
     for (Record record; reader.Next(action, record);) {
-        if (action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION) {
+        if (action.IsMatchAction()) {
             ++stored.refused;
-            reader.Report(record, "a match action is a pattern, not an event");
+            Report(record.place, Severity::Error,
+                   {"not-an-event", "a match action is a pattern, not an event", {}, 0, 0, {}});
         } else {
             database.Store(action);
-            place = reader.Place(record);
+            place = TextOf(record.place);
         }
         // What waits for more keeps nothing back and locks nobody out.
         const bool full = database.uncommitted() >= kEventsInTransaction;
@@ -58,19 +59,21 @@ int StoreEvents(const EventsStoreOptions& options)
 {
     bool sound = true;
     const Form* source = SourceForm(options.from, sound);
-    ActionReader reader;
-    if (!sound || !reader.Open(options.file, source)) return kUsage;
+    // What stands in the database must be what was meant.
+    ActionReader reader(Strictness::Unread);
+    reader.HideProgress();
+    if (!sound || !reader.Open(options.files, source)) return kUsage;
     std::optional<EventDatabase> database;
     Stored stored;
     const auto sayWhereToGoOn = [&] {
-        if (!stored.place.empty()) PrintError("orvact: the last event stored is that of " + stored.place + "\n");
+        if (!stored.place.empty()) Complain("stored", "the last event stored is that of " + stored.place);
     };
     try {
         database.emplace(options.database, EventDatabase::Use::Write);
         CatchInterrupts();
         StoreAll(reader, *database, stored);
     } catch (const DatabaseError& error) {
-        PrintError("orvact: " + options.database + ": " + error.what() + "\n");
+        Complain("database", error.what(), {}, options.database);
         sayWhereToGoOn();
         return kUsage;
     }
@@ -78,7 +81,7 @@ int StoreEvents(const EventsStoreOptions& options)
     Print(Events(database->committed()) + " stored in " + options.database +
           (left > 0 ? ", " + std::to_string(left) + " left out" : "") + "\n");
     if (Interrupted()) {
-        PrintError("orvact: interrupted before the end of the input\n");
+        Complain("interrupted", "interrupted before the end of the input");
         sayWhereToGoOn();
         return kInterrupted;
     }

@@ -28,8 +28,8 @@ char16_t FirstOf(std::u16string_view text)
 // A parameter is known by what follows it, so without the bracket reading stops in front of the last one.
 bool ReadsWithBracket(std::u16string_view text)
 {
-    std::uint32_t consumed = 0;
-    return static_cast<bool>(Action(ReadText(std::u16string(text) + u')', consumed)));
+    std::u16string closed(text);
+    return static_cast<bool>(orv::Action::TryParse(closed += u')'));
 }
 
 struct Cell {
@@ -38,8 +38,10 @@ struct Cell {
 };
 
 // A tab goes to the next of the columns that terminals stop at, counted from the start of the text.
-std::vector<Cell> Cells(std::u16string_view text)
+std::vector<Cell> Cells(std::u16string_view wide)
 {
+    const std::string narrow = orv::ToUtf8(wide);
+    std::string_view text = narrow;
     std::vector<Cell> cells;
     std::size_t column = 0;
     while (!text.empty()) {
@@ -60,28 +62,12 @@ void Append(std::string& line, const Cell& cell)
     }
 }
 
-}  // namespace
-
-std::string ReasonFor(std::u16string_view text, std::uint32_t consumed)
-{
-    TOrvLastErrorInfo error{};
-    if (OrvAct_GetLastError(&error)) return Visible(Utf8FromWide(error.messageW));
-    if (consumed == 0) return "no action here: expected a name and an opening bracket";
-    const char16_t first = FirstOf(text);
-    if (first == '?' || first == '!') {
-        return std::string("a message marked '") + static_cast<char>(first) + "' is neither action nor match action";
-    }
-    if (text[consumed - 1] == ')') {
-        return "complete, but text of the sibling platform, whose library is not here: a value without a name, or an "
-               "unknown action without parameters";
-    }
-    return ReadsWithBracket(text) ? "no closing bracket" : "neither a parameter nor the closing bracket";
-}
-
+// Counted in characters from 1.
 std::size_t ColumnOf(std::u16string_view text, std::size_t position)
 {
+    const std::string before = orv::ToUtf8(text.substr(0, position));
     std::size_t column = 1;
-    for (std::u16string_view before = text.substr(0, position); !before.empty(); ++column) NextCharacter(before);
+    for (std::string_view rest = before; !rest.empty(); ++column) NextCharacter(rest);
     return column;
 }
 
@@ -106,4 +92,35 @@ std::string WithCaret(std::u16string_view text, std::size_t position)
     }
     if (end < cells.size()) line += "…";
     return line + "\n" + below + "^\n";
+}
+
+}  // namespace
+
+std::string ReasonFor(std::u16string_view text, std::size_t consumed)
+{
+    if (consumed == 0) return "no action here: expected a name and an opening bracket";
+    const char16_t first = FirstOf(text);
+    if (first == '?' || first == '!') {
+        return std::string("a message marked '") + static_cast<char>(first) + "' is neither action nor match action";
+    }
+    if (text[consumed - 1] == ')') {
+        return "complete, but text of the sibling platform, whose library is not here: a value without a name, or an "
+               "unknown action without parameters";
+    }
+    return ReadsWithBracket(text) ? "no closing bracket" : "neither a parameter nor the closing bracket";
+}
+
+void Locate(std::u16string_view text, std::size_t position, Remark& remark)
+{
+    std::size_t begin = 0;
+    remark.line = 0;
+    for (std::size_t at = 0; (at = text.find_first_of(u"\r\n", at)) < position; begin = at) {
+        at += text.substr(at, 2) == u"\r\n" ? 2 : 1;
+        ++remark.line;
+    }
+    begin = std::min(begin, position);
+    const std::size_t end = std::min(text.find_first_of(u"\r\n", begin), text.size());
+    const std::u16string_view line = text.substr(begin, std::max(end, position) - begin);
+    remark.column = ColumnOf(line, position - begin);
+    remark.context = WithCaret(line, position - begin);
 }

@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-// The reason, as far as it shows. To be asked right after the reader gave nothing, while the last error is its own.
-std::string ReasonFor(std::u16string_view text, std::uint32_t consumed);
+#include "report.h"
 
-// The column of a position, counted in characters from 1.
-std::size_t ColumnOf(std::u16string_view text, std::size_t position);
+// The reason, as far as it shows, when reading gave neither an action nor an error.
+std::string ReasonFor(std::u16string_view text, std::size_t consumed);
 
-// Two lines: the text, or the part of a long one around the position, and a caret below the position.
-std::string WithCaret(std::u16string_view text, std::size_t position);
+// Fills line, column and context of a remark about a position of a text: the line of a text of several, the column in
+// characters from 1, and two lines that show it, the text, or the part of a long one around the position, and a caret.
+void Locate(std::u16string_view text, std::size_t position, Remark& remark);

@@ -5,6 +5,7 @@
 #include "bytes.h"
 #include "commands.h"
 #include "console.h"
+#include "settings.h"
 #include "text.h"
 
 namespace {
@@ -25,7 +26,7 @@ std::string_view FirstLine(std::string_view head)
 bool LooksLikeJson(std::string_view head)
 {
     const std::string_view line = FirstLine(head);
-    return line.starts_with("{\"") || line.starts_with("\"action\":");
+    return line.starts_with("{") || line.starts_with("\"action\":");
 }
 
 bool LooksLikeProperties(std::string_view head)
@@ -59,8 +60,29 @@ const Form* Wanted(const std::string& name, bool readable, bool& sound)
     sound = form && (readable ? form->read != nullptr : form->write != nullptr);
     if (sound) return form;
     const std::string what = form ? (readable ? " is only written" : " is only read") : " is no form";
-    PrintError("orvact: '" + Visible(name) + "'" + what + "; choose from " + Names(readable) + "\n");
+    std::vector<std::string> names;
+    for (const Form& other : Forms()) names.emplace_back(other.name);
+    Complain("form", "'" + Visible(name) + "'" + what + "; choose from " + Names(readable),
+             form ? "" : Nearest(name, names));
     return nullptr;
+}
+
+bool IsBinary(const Form& form)
+{
+    return form.layout == Layout::Frames || form.layout == Layout::EndToEnd;
+}
+
+// What a reader of lines would take for the end of this one is told apart by a backslash in front.
+std::string Continued(const std::string& record)
+{
+    if (record.find_first_of("\r\n") == std::string::npos) return record;
+    std::string line;
+    for (std::size_t i = 0; i < record.size(); ++i) {
+        const bool pair = record[i] == '\n' && i > 0 && record[i - 1] == '\r';
+        if ((record[i] == '\r' || record[i] == '\n') && !pair) line += '\\';
+        line += record[i];
+    }
+    return line;
 }
 
 }  // namespace
@@ -78,7 +100,7 @@ const std::vector<Form>& Forms()
          BytesOfBinary},
         {"hex", "the binary form as hexadecimal digits", Layout::Lines, true, LooksLikeHexLine, ReadHex, WriteHex,
          BytesOfHex},
-        {"json", "the JSON form, without a limit", Layout::Lines, false, LooksLikeJson, nullptr, WriteJson, nullptr},
+        {"json", "the JSON form, without a limit", Layout::Documents, false, LooksLikeJson, ReadJson, WriteJson, nullptr},
         {"properties", "names and values as XML", Layout::Blocks, false, LooksLikeProperties, nullptr, WriteProperties,
          nullptr},
         {"xml", "the flat list <action ...> <property ...>", Layout::Lines, false, LooksLikeFlatXml, nullptr,
@@ -121,6 +143,32 @@ std::string Delimited(const Form& form, const std::string& record)
     switch (form.layout) {
     case Layout::Frames: return LittleEndian(static_cast<std::uint32_t>(record.size())) + record;
     case Layout::EndToEnd: return record;
+    case Layout::Lines: return Continued(record) + "\n";
     default: return record + "\n";
     }
+}
+
+bool WriteRecord(const Form& form, const Action& action, const Place& place)
+{
+    const Encoded encoded = form.write(action);
+    if (!encoded.problem.empty()) {
+        Report(place, Severity::Error, {"unwritten", encoded.problem, {}, 0, 0, {}});
+        return false;
+    }
+    const std::string record = Delimited(form, encoded.record);
+    IsBinary(form) ? PrintBytes(record) : Print(record);
+    if (!form.read || form.faithful) return true;
+    const Decoded again = form.read(encoded.record);
+    if (again.action && action == again.action) return true;
+    Report(place, Severity::Note,
+           {"unfaithful", std::string("what was written in form ") + form.name + " does not read back as the same action",
+            {}, 0, 0, {}});
+    return true;
+}
+
+bool MayGoOut(const Form& form)
+{
+    if (!IsBinary(form) || settings.force || !OutputIsTerminal()) return true;
+    Complain("binary", std::string("form ") + form.name + " is not for a terminal; give -o FILE, a pipe or --force");
+    return false;
 }

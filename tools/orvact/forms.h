@@ -2,28 +2,44 @@
 // names; every command that reads or writes actions finds it there.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "action_view.h"
+#include "report.h"
 
 // How the actions of a form stand one behind the other.
 enum class Layout {
-    Lines,     // one a line; blank lines and lines that begin with # are skipped
-    Blocks,    // texts of several lines that tell their own ends
-    Frames,    // each behind its size in bytes, 32 bits little-endian
-    EndToEnd,  // nothing between them; the action tells its own end
+    Lines,      // one a line; blank lines and lines that begin with # are skipped
+    Documents,  // the same, and one may go on over several lines
+    Blocks,     // texts of several lines that tell their own ends
+    Frames,     // each behind its size in bytes, 32 bits little-endian
+    EndToEnd,   // nothing between them; the action tells its own end
 };
 
-// What reading one record gave: an action, or what is wrong with it and where.
+// Where a JSON document ends.
+class DocumentWalk {
+public:
+    void Add(std::string_view text);
+    bool IsWhole() const { return depth_ <= 0; }
+
+private:
+    std::int64_t depth_ = 0;
+    bool quoted_ = false;
+    bool escaped_ = false;
+};
+
+// The code of remarks about text that is no part of what was read.
+inline const std::string kUnreadCode = "unread";
+
+// What reading one record gave: an action, or why it is none.
 struct Decoded {
-    Action action{nullptr};
-    std::string problem;
-    std::string note;        // what the reader should know though the action was read
-    std::size_t column = 0;  // of the problem or the note, from 1; 0 for none
-    std::string context;     // lines that show the place
+    Action action;
+    Remark problem;
+    std::vector<Remark> remarks;  // what the user should know though the action was read
 };
 
 // The result of writing, or why the action has no such form.
@@ -53,8 +69,15 @@ const Form& GuessForm(std::string_view head);
 const Form* SourceForm(const std::string& name, bool& sound);
 const Form* TargetForm(const std::string& name, bool& sound);
 
-// What stands in front of a record and behind it in an output.
+// A record with what stands in front of it and behind it in an output. A line break inside a line becomes one behind a
+// backslash, which the reader takes off again.
 std::string Delimited(const Form& form, const std::string& record);
+
+// Writes an action to the results; false when the form does not hold it, which is reported.
+bool WriteRecord(const Form& form, const Action& action, const Place& place);
+
+// Binary is not for a terminal; false, and reported, when that is where it would go.
+bool MayGoOut(const Form& form);
 
 // The rows' functions: text_forms.cpp, binary_forms.cpp and sibling_forms.cpp.
 Decoded ReadTechnical(const std::string& record);
@@ -71,6 +94,7 @@ Decoded ReadHesk(const std::string& record);
 Encoded WriteHesk(const Action& action);
 bool BytesOfBinary(const std::string& record, std::string& bytes);
 bool BytesOfHex(const std::string& record, std::string& bytes);
+Decoded ReadJson(const std::string& record);
 bool LooksLikeFrames(std::string_view head);
 bool LooksLikeBinary(std::string_view head);
 bool LooksLikeHex(std::string_view head);

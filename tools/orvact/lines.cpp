@@ -1,41 +1,107 @@
 #include "lines.h"
 
+#include <OrvActions.hpp>
 #include <algorithm>
 
 #include "console.h"
 #include "report.h"
+#include "text.h"
+
+namespace {
+
+constexpr std::size_t kPiece = 65536;
+
+}  // namespace
 
 bool LineReader::Refill()
 {
-    constexpr std::size_t kPiece = 65536;
     buffer_.erase(0, position_);
     before_ += position_;
     position_ = 0;
     const std::size_t left = buffer_.size();
-    buffer_.resize(left + kPiece);
-    const std::size_t count = failed_ ? 0 : ReadBytes(file_, buffer_.data() + left, kPiece, failed_);
-    buffer_.resize(left + count);
-    return count > 0;
+    for (;;) {
+        buffer_.resize(left + kPiece);
+        const std::size_t count = failed_ ? 0 : ReadBytes(file_, buffer_.data() + left, kPiece, failed_);
+        read_ += count;
+        buffer_.resize(left + count);
+        if (encoding_ == Encoding::Utf8) return count > 0;
+        const std::string bytes = buffer_.substr(left);
+        buffer_.resize(left);
+        AppendDecoded(bytes, count == 0);
+        if (count == 0 || buffer_.size() > left) return buffer_.size() > left;
+    }
+}
+
+void LineReader::Decode(Encoding encoding)
+{
+    encoding_ = encoding;
+    if (encoding == Encoding::Utf8) return;
+    const std::string bytes = buffer_.substr(position_);
+    buffer_.resize(position_);
+    AppendDecoded(bytes, false);
+}
+
+void LineReader::AppendDecoded(std::string_view bytes, bool last)
+{
+    if (encoding_ == Encoding::Latin1) {
+        for (const char byte : bytes) AppendUtf8(buffer_, static_cast<unsigned char>(byte));
+        return;
+    }
+    undecoded_ += bytes;
+    const auto unit = [&](std::size_t at) {
+        const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(undecoded_[i])); };
+        const bool little = encoding_ == Encoding::Utf16Little;
+        return static_cast<char16_t>(little ? byte(at) | byte(at + 1) << 8 : byte(at) << 8 | byte(at + 1));
+    };
+    std::u16string units;
+    for (std::size_t at = 0; at + 1 < undecoded_.size(); at += 2) units += unit(at);
+    // Half of a pair waits for the other one.
+    const bool half = !last && !units.empty() && units.back() >= 0xD800 && units.back() < 0xDC00;
+    if (half) units.pop_back();
+    undecoded_.erase(0, 2 * units.size());
+    const std::string decoded = orv::ToUtf8(units);
+    buffer_ += decoded;
+    if (orv::ToUtf16(decoded) != units) buffer_ += '\xFF';
+    if (last && !undecoded_.empty()) buffer_ += '\xFF';
+    if (last) undecoded_.clear();
+}
+
+void LineReader::TakeLineFeed()
+{
+    if (!afterReturn_) return;
+    afterReturn_ = false;
+    if ((position_ == buffer_.size() && !Refill()) || buffer_[position_] != '\n') return;
+    ++position_;
+    end_ = "\r\n";
+}
+
+std::string LineReader::LineEnd()
+{
+    TakeLineFeed();
+    return end_;
 }
 
 bool LineReader::Next(std::string& line, bool& tooLong)
 {
+    TakeLineFeed();
     line.clear();
     tooLong = false;
     bool any = false;
-    for (bool ended = false; !ended;) {
+    end_.clear();
+    while (end_.empty()) {
         if (position_ == buffer_.size() && !Refill()) break;
         any = true;
-        const std::size_t end = buffer_.find('\n', position_);
-        ended = end != std::string::npos;
-        const std::size_t count = (ended ? end : buffer_.size()) - position_;
-        const std::size_t room = kLongest + 1 - line.size();
-        line.append(buffer_, position_, std::min(count, room));
+        const std::size_t found = buffer_.find_first_of("\r\n", position_);
+        const std::size_t count = std::min(found, buffer_.size()) - position_;
+        line.append(buffer_, position_, std::min(count, kLongest + 1 - line.size()));
         tooLong = tooLong || line.size() > kLongest;
-        position_ += count + ended;
+        position_ += count;
+        if (found != std::string::npos) end_ = buffer_[position_++];
     }
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (first_ && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+    // Not to be waited for: the line is whole.
+    afterReturn_ = end_ == "\r";
+    if (afterReturn_ && position_ < buffer_.size()) TakeLineFeed();
+    if (first_ && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
     first_ = false;
     return any;
 }
@@ -54,12 +120,18 @@ std::string_view LineReader::Head(std::size_t count)
 {
     // A comment says nothing about the form, so it does not end the head.
     const auto told = [&] {
-        for (std::size_t begin = 0, end; (end = buffer_.find('\n', begin)) != std::string::npos; begin = end + 1) {
-            if (!IsSkipped(buffer_.substr(begin, end - begin))) return true;
+        const std::string_view head(buffer_);
+        for (std::size_t begin = 0, end; (end = head.find_first_of("\r\n", begin)) != head.npos; begin = end + 1) {
+            if (!IsSkipped(head.substr(begin, end - begin))) return true;
         }
-        return buffer_.size() >= count;
+        return head.size() >= count;
     };
     while (!told() && Refill()) {
     }
     return buffer_;
+}
+
+std::uint64_t LineReader::taken() const
+{
+    return encoding_ == Encoding::Utf8 ? before_ + position_ : read_;
 }

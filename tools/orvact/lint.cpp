@@ -4,11 +4,12 @@
 #include "lint.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "catalogue/extension_reader.h"
 #include "console.h"
+#include "report.h"
+#include "settings.h"
 #include "text.h"
 #include "ulmo/xml_text.h"
 
@@ -51,22 +52,27 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
         at = remark.position;
         const bool error = remark.severity == ExtensionListener::Severity::Error;
         ++(error ? errors : warnings);
+        const std::string text = Shortened(Visible(remark.text), kLongest);
+        if (settings.jsonReport) {
+            Print(JsonReport({file, place.line}, error ? "error" : "warning", {"extension", text, {}, 0, place.column, {}}));
+            continue;
+        }
         Print(file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
-              (error ? ": error: " : ": warning: ") + Shortened(Visible(remark.text), kLongest) + "\n");
+              (error ? ": error: " : ": warning: ") + text + "\n");
     }
     remarks_.clear();
 }
 
 bool ReadFile(const std::string& path, std::string& bytes)
 {
-    std::FILE* file = OpenFile(path);
+    std::FILE* file = path == "-" ? stdin : OpenFile(path);
     bool failed = !file;
     if (file) {
         char piece[65536];
         while (const std::size_t got = ReadBytes(file, piece, sizeof piece, failed)) bytes.append(piece, got);
     }
-    if (failed) PrintError("orvact: " + path + ": " + std::strerror(errno) + "\n");
-    if (file) std::fclose(file);
+    if (failed) ReportFile(path);
+    if (file && file != stdin) std::fclose(file);
     return !failed;
 }
 
@@ -94,7 +100,7 @@ bool IsLookedFor(const std::string& path)
 void Check(const std::string& path, const std::string& document, OrvPLC::ExtensionReader& reader, Remarks& remarks)
 {
     using Severity = ExtensionListener::Severity;
-    if (!IsLookedFor(path)) {
+    if (path != "-" && !IsLookedFor(path)) {
         remarks.OnRemark(Severity::Warning, 0, "a file of this name is not loaded: only plc*.xml is looked for");
     }
     try {
@@ -114,7 +120,7 @@ void Check(const std::string& path, const std::string& document, OrvPLC::Extensi
 void AddLint(CLI::App& app, LintOptions& options)
 {
     CLI::App* command = app.add_subcommand("lint", "Checks extension files (plc*.xml) before they are deployed");
-    command->add_option("FILE", options.files, "An extension file; several are read in the order given")
+    command->add_option("FILE", options.files, "An extension file, - for standard input; several are read in the order given")
         ->type_name("")
         ->required();
     command->footer(
@@ -143,6 +149,7 @@ int Lint(const LintOptions& options)
     }
     if (!allRead) return kNotRead;
     if (remarks.errors + remarks.warnings == 0) return 0;
+    if (settings.jsonReport) return kFindings;
     PrintError(std::to_string(remarks.errors) + (remarks.errors == 1 ? " error, " : " errors, ") +
                std::to_string(remarks.warnings) + (remarks.warnings == 1 ? " warning\n" : " warnings\n"));
     return kFindings;

@@ -6,6 +6,7 @@
 #include "commands.h"
 #include "console.h"
 #include "forms.h"
+#include "report.h"
 #include "sibling_forms.h"
 #include "table.h"
 #include "text.h"
@@ -13,8 +14,6 @@
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr std::size_t kScreen = 120;
 
 // Codes of extensions begin above those of the built-in content.
 constexpr std::uint32_t kLeastActionCode = 10000;
@@ -112,7 +111,7 @@ int ListActions(const std::string& className, bool extension, bool json)
             table.Row({std::to_string(action.code), action.name, action.className, ParameterNames(action)});
         }
     }
-    json ? PrintJson(rows) : table.Write(kScreen);
+    json ? PrintJson(rows) : table.Write();
     return kDone;
 }
 
@@ -134,9 +133,7 @@ struct SiblingRow {
 std::vector<SiblingRow> SiblingRows(const ActionView& view)
 {
     const std::string example = ExampleText(view);
-    bool clean = true;
-    std::uint32_t consumed = 0;
-    const Action action(ReadText(WideFromUtf8(example.empty() ? view.name + " ()" : example, clean), consumed));
+    const Action action = Action::TryParse(example.empty() ? view.name + " ()" : example);
     std::vector<SiblingRow> rows = {{view.name, std::to_string(view.code), ActionFromSibling(view.name),
                                      action ? WriteHesk(action).record : std::string()}};
     // Some actions have a second text there, under a name that is none here.
@@ -164,7 +161,7 @@ int ListSibling(const std::string& className, bool json)
             table.Row({row.code, row.name, Direction(read, written), row.Remark()});
         }
     }
-    json ? PrintJson(rows) : table.Write(kScreen);
+    json ? PrintJson(rows) : table.Write();
     return kDone;
 }
 
@@ -203,7 +200,7 @@ int ListEnums(bool extension, bool json)
             table.Row({std::to_string(view.id), view.name, ValueNames(view)});
         }
     }
-    json ? PrintJson(rows) : table.Write(kScreen);
+    json ? PrintJson(rows) : table.Write();
     return kDone;
 }
 
@@ -216,8 +213,7 @@ int List(const ListOptions& options)
                             : ListActions(options.className, options.extension, options.json);
     }
     if (options.hesk || !options.className.empty()) {
-        PrintError("orvact: --class and --hesk go with actions only\n");
-        return kUsage;
+        return Complain("usage", "--class and --hesk go with actions only");
     }
     return options.what == "classes" ? ListClasses(options.extension, options.json)
                                      : ListEnums(options.extension, options.json);
@@ -225,9 +221,5 @@ int List(const ListOptions& options)
 
 int ReportUnknown(const std::string& what, const std::string& name, const std::vector<std::string>& names)
 {
-    std::string near;
-    for (const std::string& candidate : NearNames(name, names)) near += (near.empty() ? "" : ", ") + candidate;
-    PrintError("orvact: no " + what + " '" + Visible(name) + "'\n");
-    if (!near.empty()) PrintError("orvact: did you mean " + near + "?\n");
-    return kUsage;
+    return Complain("unknown", "no " + what + " '" + Visible(name) + "'", Nearest(name, names));
 }

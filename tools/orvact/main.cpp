@@ -1,6 +1,13 @@
 // orvact: shows, converts, matches and stores actions. But for lint it uses the public interface of the library only.
+#include <OrvActions.hpp>
+#include <new>
+
 #include "command_line.h"
+#include "catalogue_view.h"
 #include "console.h"
+#include "report.h"
+#include "settings.h"
+#include "text.h"
 
 namespace {
 
@@ -21,8 +28,23 @@ int Perform(const CommandLine& line)
     if (line.app.got_subcommand("match")) return Match(line.match);
     if (line.app.got_subcommand("events")) return PerformEvents(line);
     if (!line.show.texts.empty() || !line.show.files.empty()) return Show(line.show);
-    PrintError("orvact: show what? Give a TEXT, - or --file; see orvact show --help\n");
-    return kUsage;
+    return Complain("usage", "show what? Give a TEXT, a file or -; see orvact show --help");
+}
+
+std::vector<std::string> OptionsOf(const CLI::App& command)
+{
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    }
+    return names;
+}
+
+std::vector<std::string> CommandsOf(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands({})) names.push_back(command->get_name());
+    return names;
 }
 
 // Help and version are results, faults are not.
@@ -36,27 +58,66 @@ int Answer(const CLI::App& app, const CLI::ParseError& answer)
         Print(std::string(answer.what()) + "\n");
         return kDone;
     }
-    std::string commands;
-    for (auto chosen = app.get_subcommands(); !chosen.empty(); chosen = chosen.front()->get_subcommands()) {
-        commands += chosen.front()->get_name() + " ";
+    const CLI::App* command = &app;
+    std::string path;
+    for (auto chosen = app.get_subcommands(); !chosen.empty(); chosen = command->get_subcommands()) {
+        command = chosen.front();
+        path += command->get_name() + " ";
     }
-    PrintError("orvact: " + std::string(answer.what()) + "\nSee orvact " + commands + "--help.\n");
-    return kUsage;
+    const std::string see = "; see orvact " + path + "--help";
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (unknown.empty()) return Complain("usage", answer.what() + see);
+    const std::string word = unknown.front().substr(0, unknown.front().find('='));
+    if (word.starts_with("-")) {
+        return Complain("usage", "no option '" + Visible(word) + "'" + see, Nearest(word, OptionsOf(*command)));
+    }
+    const bool lacksCommand = !command->get_subcommands({}).empty();
+    return lacksCommand ? Complain("usage", "no command '" + Visible(word) + "'" + see, Nearest(word, CommandsOf(*command)))
+                        : Complain("usage", "'" + Visible(word) + "' is not expected here" + see);
+}
+
+// The file of the results stands when the work came to its end, whatever it found.
+int Finish(int code)
+{
+    const bool whole = code != kUsage && code != kInterrupted;
+    return FinishOutput(whole) ? code : Complain("output", "cannot write the results");
+}
+
+// Faults of the command line itself are reported as it asks for.
+bool AsksForJson(const std::vector<std::string>& arguments)
+{
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--report=json") return true;
+        if (arguments[i] == "--report" && i + 1 < arguments.size() && arguments[i + 1] == "json") return true;
+    }
+    return false;
+}
+
+int ParseAndPerform(CommandLine& line, const std::vector<std::string>& arguments)
+{
+    try {
+        line.app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError& answer) {
+        return Answer(line.app, answer);
+    }
+    line.Settle();
+    if (!SendOutputTo(line.output)) return ReportFile(line.output);
+    return Perform(line);
 }
 
 }  // namespace
 
 int Run(const std::vector<std::string>& arguments)
 {
+    settings.jsonReport = AsksForJson(arguments);
     CommandLine line;
-    int code = kDone;
+    int code = kUsage;
     try {
-        line.app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        code = Perform(line);
-    } catch (const CLI::ParseError& answer) {
-        code = Answer(line.app, answer);
+        code = ParseAndPerform(line, arguments);
+    } catch (const std::bad_alloc&) {
+        Complain("memory", "there is no memory for this");
+    } catch (const orv::Error& error) {
+        Complain("library", error.what());
     }
-    if (FlushOutput()) return code;
-    PrintError("orvact: cannot write the results\n");
-    return kUsage;
+    return Finish(code);
 }

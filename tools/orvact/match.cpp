@@ -1,4 +1,6 @@
 // Prints the actions that match one of the patterns.
+#include <algorithm>
+
 #include "action_reader.h"
 #include "commands.h"
 #include "console.h"
@@ -37,30 +39,27 @@ int Match(const MatchOptions& options)
     const Form* target = TargetForm(options.to, soundTarget);
     std::vector<Pattern> patterns;
     if (!soundSource || !soundTarget) return kUsage;
-    if (options.patterns == "-" && (options.file.empty() || options.file == "-")) {
-        PrintError("orvact: patterns and actions cannot both come from standard input\n");
-        return kUsage;
+    const bool standard = options.files.empty() || std::ranges::count(options.files, "-") > 0;
+    if (options.patterns == "-" && standard) {
+        return Complain("usage", "patterns and actions cannot both come from standard input");
     }
     ActionReader reader;
-    if (!ReadPatterns(options.patterns, patterns) || !reader.Open(options.file, source)) return kUsage;
+    if (!MayGoOut(*target) || !ReadPatterns(options.patterns, patterns) || !reader.Open(options.files, source)) {
+        return kUsage;
+    }
 
     std::size_t matched = 0;
     std::size_t unwritten = 0;
-    Action action{nullptr};
+    Action action;
     for (Record record; reader.Next(action, record);) {
         if (MatchesAny(patterns, action)) {
             ++matched;
-            const Encoded encoded = target->write(action);
-            if (encoded.problem.empty()) {
-                Print(Delimited(*target, encoded.record));
-            } else {
-                ++unwritten;
-                reader.Report(record, encoded.problem);
-            }
+            unwritten += !WriteRecord(*target, action, record.place);
             if (reader.MayWait()) FlushOutput();
         } else if (options.explain) {
-            const std::string text = Visible(Utf8FromWide(TextOf(action, false)));
-            reader.Report(record, "refused  " + text, 0, Explanation(patterns, action));
+            const std::string text = Visible(action.TextUtf8());
+            Report(record.place, Severity::Answer,
+                   {"refused", "refused  " + text, {}, 0, 0, Explanation(patterns, action)});
         }
     }
     if (reader.failed()) return kUsage;

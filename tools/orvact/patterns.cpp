@@ -1,22 +1,16 @@
 #include "patterns.h"
 
 #include "action_reader.h"
-#include "console.h"
+#include "settings.h"
 #include "text.h"
 
 namespace {
-
-bool Matches(const Action& pattern, const Action& action)
-{
-    OrvBool matches = 0;
-    return OrvMatchAct_Matches(pattern.get(), action.get(), &matches) && matches;
-}
 
 // A parameter that an action does not have as a pattern wants it.
 struct Differing {
     const Action& wanted;
     const Action& given;
-    HeldParameter parameter;
+    orv::CarriedParameter parameter;
     std::string name;
 
     std::string Field(const char* field, const std::string& is, const std::string& want) const
@@ -29,84 +23,89 @@ struct Differing {
         return Field(field, std::to_string(is), std::to_string(want));
     }
 
-    std::string Names(const OrvWChar* is, const OrvWChar* want) const
+    std::string Names(const std::u16string& is, const std::u16string& want) const
     {
-        const auto quoted = [](const OrvWChar* text) { return "\"" + Visible(Utf8FromWide(text)) + "\""; };
+        const auto quoted = [](const std::u16string& text) { return "\"" + Visible(orv::ToUtf8(text)) + "\""; };
         return Field("the name is", quoted(is), quoted(want));
     }
 
-    // The first field that the pattern fills decides alone.
-    std::string Channel() const
+    template <class T>
+    std::string Compared() const
     {
-        TOrvChannelValue is{};
-        TOrvChannelValue want{};
-        given->GetMediaChannel(parameter.Name(), &is);
-        wanted->GetMediaChannel(parameter.Name(), &want);
+        return Why(given.Get<T>(parameter.name).value_or(T()), wanted.Get<T>(parameter.name).value_or(T()));
+    }
+
+    // The first field that the pattern fills decides alone.
+    std::string Why(const orv::Channel& is, const orv::Channel& want) const
+    {
         if (want.id != 0) return Numbers("the id is", is.id, want.id);
         return want.number != 0 ? Numbers("the number is", is.number, want.number) : Names(is.name, want.name);
     }
 
-    std::string EventType() const
+    std::string Why(const orv::EventType& is, const orv::EventType& want) const
     {
-        TOrvEventTypeValue is{};
-        TOrvEventTypeValue want{};
-        given->GetEventType(parameter.Name(), &is);
-        wanted->GetEventType(parameter.Name(), &want);
         return want.id != 0 ? Numbers("the id is", is.id, want.id) : Names(is.name, want.name);
     }
 
-    std::string Resource() const
+    std::string Why(const orv::Resource& is, const orv::Resource& want) const
     {
-        TOrvResourceValue is{};
-        TOrvResourceValue want{};
-        given->GetResource(parameter.Name(), &is);
-        wanted->GetResource(parameter.Name(), &want);
-        const std::string guid = GuidText(want.guid);
-        const bool byName = guid.find_first_not_of("0-") == std::string::npos;
-        return byName ? Names(is.name, want.name) : Field("the guid is", GuidText(is.guid), guid);
+        if (orv::IsZero(want.guid)) return Names(is.name, want.name);
+        return Field("the guid is", orv::ToText(is.guid), orv::ToText(want.guid));
     }
 
     std::string Why() const
     {
-        if (!given->HasParameter(parameter.Name())) return name + ": the action has none";
-        const std::uint32_t kind = given->GetParameterType(parameter.Name());
+        if (!given.Has(parameter.name)) return name + ": the action has none";
+        const std::uint32_t kind = given.KindOf(parameter.name);
         if (kind != parameter.kind) {
             return Field("the kind is", KindName(kind), KindName(parameter.kind)) + ", and kinds are not converted";
         }
         switch (kind) {
-        case ORV_KIND_MediaChannel: return Channel();
-        case ORV_KIND_EventType: return EventType();
-        case ORV_KIND_Resource: return Resource();
+        case ORV_KIND_MediaChannel: return Compared<orv::Channel>();
+        case ORV_KIND_EventType: return Compared<orv::EventType>();
+        case ORV_KIND_Resource: return Compared<orv::Resource>();
         default: break;
         }
-        HeldParameter held = parameter;
-        held.enumType = given->GetParameterEnum(parameter.Name());
+        orv::CarriedParameter held = parameter;
+        held.enumType = given.EnumOf(parameter.name);
         return Field("the value is", ValueText(given, held), ValueText(wanted, parameter));
     }
 };
 
 // A pattern that asks for one parameter only: so the library itself says which of them fail.
-Action Narrowed(const Action& pattern, const std::vector<HeldParameter>& parameters, std::size_t kept)
+Action Narrowed(const Action& pattern, const std::vector<orv::CarriedParameter>& parameters, std::size_t kept)
 {
-    TOrvHandle clone = nullptr;
-    OrvAct_CloneHandle(pattern.get(), &clone);
-    Action narrowed(clone);
+    Action narrowed = pattern.Clone();
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (i != kept) narrowed->RemoveParameter(parameters[i].Name());
+        if (i != kept) narrowed.Remove(parameters[i].name);
     }
     return narrowed;
 }
 
 bool Take(Action& action, const std::string& place, std::vector<Pattern>& patterns)
 {
-    const std::string text = Visible(Utf8FromWide(TextOf(action, false)));
-    if (action->GetMessageKind() != ORV_MESSAGE_MATCH_ACTION) {
-        PrintError("orvact: " + (place.empty() ? "" : place + ": ") + "no match action: " + Shortened(text, 60) +
-                   "\norvact: a match action begins with @\n");
+    const std::string text = Visible(action.TextUtf8());
+    if (!action.IsMatchAction()) {
+        Complain("not-a-pattern", "no match action: " + Shortened(text, 60) + "; a match action begins with @", {},
+                 place);
         return false;
     }
     patterns.push_back({std::move(action), place, text});
     return true;
+}
+
+// One that is given as an argument.
+bool ReadPattern(const std::string& text, std::vector<Pattern>& patterns)
+{
+    Decoded decoded = ReadTechnical(text);
+    bool sound = static_cast<bool>(decoded.action);
+    if (!sound) decoded.remarks.push_back(decoded.problem);
+    for (const Remark& remark : decoded.remarks) {
+        const bool fault = !decoded.action || settings.strict || remark.code == kUnreadCode;
+        sound = sound && !fault;
+        Report({"the pattern", 1, false}, fault ? Severity::Error : Severity::Note, remark);
+    }
+    return sound && Take(decoded.action, "", patterns);
 }
 
 }  // namespace
@@ -114,26 +113,21 @@ bool Take(Action& action, const std::string& place, std::vector<Pattern>& patter
 bool ReadPatterns(const std::string& argument, std::vector<Pattern>& patterns)
 {
     const std::size_t first = argument.find_first_not_of(" \t");
-    if (first != std::string::npos && argument[first] == '@') {
-        Decoded decoded = ReadTechnical(argument);
-        if (decoded.action && decoded.note.empty()) return Take(decoded.action, "", patterns);
-        PrintError("orvact: the pattern: " + decoded.problem + decoded.note + "\n" + decoded.context);
-        return false;
-    }
-    ActionReader reader;
-    if (!reader.Open(argument, nullptr)) return false;
+    if (first != std::string::npos && argument[first] == '@') return ReadPattern(argument, patterns);
+    ActionReader reader(Strictness::Unread);
+    if (!reader.Open({argument}, nullptr)) return false;
     bool sound = true;
-    Action action{nullptr};
-    for (Record record; reader.Next(action, record);) sound = Take(action, reader.Place(record), patterns) && sound;
+    Action action;
+    for (Record record; reader.Next(action, record);) sound = Take(action, TextOf(record.place), patterns) && sound;
     sound = sound && !reader.failed() && reader.unreadable() == 0;
-    if (sound && patterns.empty()) PrintError("orvact: " + argument + ": holds no match action\n");
+    if (sound && patterns.empty()) Complain("no-patterns", "holds no match action", {}, argument);
     return sound && !patterns.empty();
 }
 
 bool MatchesAny(const std::vector<Pattern>& patterns, const Action& action)
 {
     for (const Pattern& pattern : patterns) {
-        if (Matches(pattern.action, action)) return true;
+        if (pattern.action.Matches(action)) return true;
     }
     return false;
 }
@@ -141,12 +135,12 @@ bool MatchesAny(const std::vector<Pattern>& patterns, const Action& action)
 std::vector<std::string> Refusals(const Pattern& pattern, const Action& action)
 {
     std::vector<std::string> reasons;
-    const std::vector<HeldParameter> parameters = HeldParameters(pattern.action);
+    const std::vector<orv::CarriedParameter> parameters = pattern.action.Parameters();
     // With none of its parameters the pattern asks for the name.
-    if (!Matches(Narrowed(pattern.action, parameters, parameters.size()), action)) return reasons;
+    if (!Narrowed(pattern.action, parameters, parameters.size()).Matches(action)) return reasons;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (Matches(Narrowed(pattern.action, parameters, i), action)) continue;
-        const std::string name = Visible(Utf8FromWide(parameters[i].name));
+        if (Narrowed(pattern.action, parameters, i).Matches(action)) continue;
+        const std::string name = Visible(orv::ToUtf8(parameters[i].name));
         reasons.push_back(Differing{pattern.action, action, parameters[i], name}.Why());
     }
     return reasons;

@@ -7,7 +7,7 @@
 #include "action_view.h"
 
 struct Pattern {
-    Action action{nullptr};
+    Action action;
     std::string place;  // "patterns:3", or "" for one given as an argument
     std::string text;
 };

@@ -1,12 +1,9 @@
 // Reads action texts and tells what they are.
 #include "action_page.h"
-#include "action_view.h"
+#include "action_reader.h"
 #include "commands.h"
 #include "console.h"
-#include "fault.h"
-#include "lines.h"
 #include "report.h"
-#include "text.h"
 
 namespace {
 
@@ -16,52 +13,39 @@ struct Totals {
     bool inputFailed = false;
 };
 
-void ShowText(const std::string& bytes, const Place& place, Totals& totals)
+void ShowAction(const Action& action, const std::string& label, Totals& totals)
 {
-    bool clean = true;
-    const std::u16string text = WideFromUtf8(bytes, clean);
-    std::uint32_t consumed = 0;
-    const Action action(ReadText(text, consumed));
-    if (!action) {
-        ++totals.unreadable;
-        ReportAt(place, ColumnOf(text, consumed), ReasonFor(text, consumed), WithCaret(text, consumed));
-        return;
-    }
     if (totals.read++ > 0) Print("\n");
-    PrintAction(action, std::to_string(place.line));
-    if (!clean) Indented("note:  ", "the text is not UTF-8 everywhere; what is not became U+FFFD");
-    const std::string rest = Utf8FromWide(std::u16string_view(text).substr(consumed));
-    if (rest.find_first_not_of(" \t") != std::string::npos) Indented("rest:  ", Shortened(Visible(rest), 80));
+    PrintAction(action, label);
 }
 
-void ShowLines(std::FILE* file, const std::string& source, Totals& totals)
+// All that comes from one reader.
+void ShowAll(ActionReader& reader, Totals& totals)
 {
-    LineReader reader(file);
-    std::string line;
-    bool tooLong = false;
-    for (Place place{source, 1}; reader.Next(line, tooLong); ++place.line) {
-        if (tooLong) {
-            ++totals.unreadable;
-            ReportAt(place, 1, "the line is longer than " + std::to_string(LineReader::kLongest) + " bytes");
-        } else if (!IsSkipped(line)) {
-            ShowText(line, place, totals);
-        }
+    Action action;
+    for (Record record; reader.Next(action, record);) {
+        ShowAction(action, std::to_string(record.place.number), totals);
+        if (reader.MayWait()) FlushOutput();
     }
-    if (!reader.failed()) return;
-    totals.inputFailed = true;
-    ReportFile(source);
+    totals.unreadable += reader.unreadable();
+    totals.inputFailed = totals.inputFailed || reader.failed();
 }
 
 void ShowFile(const std::string& path, Totals& totals)
 {
-    std::FILE* file = OpenFile(path);
-    if (!file) {
-        totals.inputFailed = true;
-        ReportFile(path);
-        return;
-    }
-    ShowLines(file, path, totals);
-    std::fclose(file);
+    ActionReader reader;
+    if (reader.Open({path}, nullptr)) return ShowAll(reader, totals);
+    totals.inputFailed = true;
+}
+
+void ShowText(const std::string& text, std::size_t number, Totals& totals)
+{
+    ActionReader reader;
+    Record record;
+    record.bytes = text;
+    record.place.number = number;
+    if (const Action action = reader.ReadText(record)) ShowAction(action, std::to_string(number), totals);
+    totals.unreadable += reader.unreadable();
 }
 
 }  // namespace
@@ -72,10 +56,10 @@ int Show(const ShowOptions& options)
     std::size_t argument = 0;
     for (const std::string& text : options.texts) {
         ++argument;
-        if (text == "-") {
-            ShowLines(stdin, "stdin", totals);
+        if (text == "-" || IsFile(text)) {
+            ShowFile(text, totals);
         } else {
-            ShowText(text, {"", argument}, totals);
+            ShowText(text, argument, totals);
         }
     }
     for (const std::string& path : options.files) ShowFile(path, totals);

@@ -2,29 +2,31 @@
 
 #include <algorithm>
 
-#include "console.h"
 #include "forms.h"
+#include "remarks.h"
 #include "text.h"
 
 namespace {
 
 using Conversion = OrvBool (*)(const OrvWChar* text, OrvBStr* converted);
 
-bool Convert(Conversion conversion, const std::u16string& text, std::u16string& converted)
+// The text of the other side; without one the last error tells why, if anything does.
+bool Convert(Conversion conversion, const orv::TextArg& text, std::u16string& converted)
 {
-    OrvBStr answer = nullptr;
-    if (!conversion(Boundary(text.c_str()), &answer)) return false;
-    converted.assign(reinterpret_cast<const char16_t*>(answer));
-    FreeSystemString(answer);
-    return true;
+    try {
+        converted = orv::detail::TakenText([&](OrvBStr* answer) { return conversion(text.c_str(), answer); });
+        return true;
+    } catch (const orv::Error&) {
+        return false;
+    }
 }
 
-bool FromSibling(const std::u16string& text, std::u16string& converted)
+bool FromSibling(const orv::TextArg& text, std::u16string& converted)
 {
     return Convert(Talvec_Action_ConvertHeskActionTextToOrvActionText, text, converted);
 }
 
-bool ToSibling(const std::u16string& text, std::u16string& converted)
+bool ToSibling(const orv::TextArg& text, std::u16string& converted)
 {
     return Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, text, converted);
 }
@@ -32,9 +34,8 @@ bool ToSibling(const std::u16string& text, std::u16string& converted)
 // What a failed conversion left, unless it is the plain answer that there is no counterpart.
 std::string OtherFailure()
 {
-    TOrvLastErrorInfo info{};
-    if (!OrvAct_GetLastError(&info) || info.code == ORV_ERROR) return {};
-    return info.messageW ? Utf8FromWide(info.messageW) : info.message;
+    const orv::Error error = orv::Error::Last("");
+    return error.Code() == ORV_ERROR ? std::string() : error.what();
 }
 
 std::string WithoutLeadingSpace(const std::string& text)
@@ -46,7 +47,7 @@ std::string WhyNotRead(const std::u16string& wide)
 {
     const std::string failure = OtherFailure();
     if (!failure.empty()) return failure;
-    const std::string text = WithoutLeadingSpace(Utf8FromWide(wide));
+    const std::string text = WithoutLeadingSpace(orv::ToUtf8(wide));
     if (text.find('(') == std::string::npos || text.front() == '(') return "no name with an opening bracket";
     if (text.find_first_of("@!?") == 0) return std::string("texts with the prefix ") + text[0] + " are not converted";
     const std::string name = text.substr(0, text.find_first_of(" \t("));
@@ -58,11 +59,10 @@ std::string WhyNotWritten(const Action& action)
 {
     const std::string failure = OtherFailure();
     if (!failure.empty()) return failure;
-    if (action->GetMessageKind() == ORV_MESSAGE_MATCH_ACTION) return "a match action has no counterpart there";
-    const std::string name = Utf8FromWide(action->GetActionName());
-    bool clean = true;
+    if (action.IsMatchAction()) return "a match action has no counterpart there";
+    const std::string name = orv::ToUtf8(action.Name());
     std::u16string converted;
-    if (!ToSibling(WideFromUtf8(name + " ()", clean), converted)) return Visible(name) + " has no counterpart there";
+    if (!ToSibling(name + " ()", converted)) return Visible(name) + " has no counterpart there";
     return "its technical text does not read back; a double quote in a string does that";
 }
 
@@ -71,34 +71,37 @@ std::string WhyNotWritten(const Action& action)
 Decoded ReadHesk(const std::string& record)
 {
     Decoded decoded;
-    bool clean = true;
-    const std::u16string text = WideFromUtf8(record, clean);
     std::u16string converted;
-    if (!FromSibling(text, converted)) {
-        decoded.problem = WhyNotRead(text);
+    decoded.problem.code = "not-an-action";
+    if (!FromSibling(record, converted)) {
+        decoded.problem.message = WhyNotRead(orv::ToUtf16(record));
         return decoded;
     }
-    std::uint32_t consumed = 0;
-    decoded.action = Action(ReadText(converted, consumed));
+    std::size_t consumed = 0;
+    std::string error;
+    decoded.action = ReadText(converted, consumed, error);
     if (!decoded.action) {
-        decoded.problem = "what it gives cannot be read: " + Visible(Utf8FromWide(converted));
-    } else if (!clean) {
-        decoded.note = "not UTF-8 everywhere; what is not became U+FFFD";
+        decoded.problem.message = "what it gives cannot be read: " + Visible(orv::ToUtf8(converted));
+        return decoded;
     }
+    if (!IsUtf8(record)) {
+        decoded.remarks.push_back({"encoding", "not valid in its encoding everywhere; what is not became U+FFFD", {}, 0,
+                                   0, {}});
+    }
+    AddRemarks(decoded.action, decoded.remarks);
     return decoded;
 }
 
 Encoded WriteHesk(const Action& action)
 {
     std::u16string converted;
-    if (ToSibling(TextOf(action, false), converted)) return {Utf8FromWide(converted), {}};
+    if (ToSibling(action.Text(), converted)) return {orv::ToUtf8(converted), {}};
     return {{}, WhyNotWritten(action)};
 }
 
 std::string ActionFromSibling(const std::string& name)
 {
-    bool clean = true;
     std::u16string converted;
-    if (!FromSibling(WideFromUtf8(name + " ()", clean), converted)) return {};
-    return Utf8FromWide(std::u16string_view(converted).substr(0, converted.find(u' ')));
+    if (!FromSibling(name + " ()", converted)) return {};
+    return orv::ToUtf8(std::u16string_view(converted).substr(0, converted.find(u' ')));
 }

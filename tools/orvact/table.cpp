@@ -16,8 +16,9 @@ void Table::Row(std::vector<std::string> cells)
     rows_.push_back(std::move(cells));
 }
 
-void Table::Write(std::size_t width) const
+void Table::Write() const
 {
+    const std::size_t width = OutputWidth();
     std::vector<std::size_t> widths;
     for (const std::vector<std::string>& row : rows_) {
         widths.resize(std::max(widths.size(), row.size()));

@@ -11,8 +11,8 @@ public:
     void Heading(std::vector<std::string> cells);  // printed quietly
     void Row(std::vector<std::string> cells);
     void NumbersIn(std::size_t column) { numbers_ = column; }  // aligned at the right
-    // Columns that are empty in all rows are left out; lines are cut at a width in their last cell, 0 for never.
-    void Write(std::size_t width = 0) const;
+    // Columns that are empty in all rows are left out. On a terminal lines are cut at its width, in their last cell.
+    void Write() const;
 
 private:
     std::string Line(const std::vector<std::string>& cells, const std::vector<std::size_t>& widths,

@@ -1,26 +1,16 @@
-// Text between the outside, which is UTF-8, and the library, which is UTF-16; and how wide text is on a screen.
+// How text stands on a screen, and whether it is text at all. All of it is UTF-8; the library's UTF-16 goes through the
+// wrapper's conversions.
 #pragma once
-
-#include <OrvActions.h>
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// Bytes that are no UTF-8 become U+FFFD, one a byte, and `clean` false.
-std::u16string WideFromUtf8(std::string_view text, bool& clean);
-std::string Utf8FromWide(std::u16string_view text);
-std::string Utf8FromWide(const OrvWChar* text);  // up to the terminator; null gives ""
+bool IsUtf8(std::string_view text);
 
-inline const OrvWChar* Boundary(const char16_t* text)
-{
-    return reinterpret_cast<const OrvWChar*>(text);
-}
-
-// Takes the first character off the text. Lone surrogates and broken UTF-8 come out as U+FFFD.
-char32_t NextCharacter(std::u16string_view& text);
-char32_t NextCharacter(std::string_view& text, bool& clean);
+// Takes the first character off the text; a byte that begins none comes out as U+FFFD.
+char32_t NextCharacter(std::string_view& text);
 void AppendUtf8(std::string& text, char32_t character);
 
 // Columns on a terminal: 2 for East Asian wide characters and emoji, 0 for combining ones.

@@ -1,0 +1,9 @@
+// A date of the JSON form.
+#pragma once
+
+#include <OrvActions.hpp>
+#include <optional>
+#include <string>
+
+// "2026-11-15T03:10:43.123+01:00", or Z behind the time.
+std::optional<orv::DateTime> DateFromIso(const std::string& text);
