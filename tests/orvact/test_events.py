@@ -41,6 +41,11 @@ class Events(unittest.TestCase):
         self.assertEqual((back.code, back.err), (0, ""))
         self.assertEqual(back.out, "".join(text for text in texts if not text.startswith("@")))
 
+    def test_what_is_left_over_is_not_stored(self):
+        run = self.store("PanLeft (Camera: 7) CameraOn (Camera: 3)\nPanLeft (Camera: 7 Speed: 3)\nPanLeft (Extra: 1)")
+        self.assertEqual((run.code, run.out), (3, f"1 event stored in {self.name}, 2 left out\n"))
+        self.assertIn("stdin:1:21: a second action", run.err)
+
     def test_columns_and_image(self):
         self.assertEqual(self.store('PanLeft (Camera: { 12, 7, "Süd" }, Speed: -3, User1: "ann")\n'
                                     'SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")\n'
@@ -92,6 +97,7 @@ class Events(unittest.TestCase):
             (["--code", "panleft"], [1, 2, 9]), (["--code", "PanRight", "--code", "1122"], [3, 4]),
             (["--code", "0"], [7]), (["--class", "cameracontrol", "--class", "POS"], [1, 2, 3, 4, 8, 9]),
             (["--limit", "2"], [11, 12]), (["--limit", "99"], list(range(1, 13))),
+            (["--until", "1h"], []), (["--until", "2999-01-01T00:00+14:00"], list(range(1, 13))),
             (["--match", "@ PanLeft ()", "--limit", "1"], [9]), (["--since", "1h", "--limit", "1"], [12]),
             (["--since", "2000-01-01T07:30", "--code", "PanRight"], [3]), (["--since", "2999-12-31"], []),
         ]
@@ -106,6 +112,9 @@ class Events(unittest.TestCase):
         stored = Run("events", "list", self.name).out.split()[1]
         self.assertLess(abs(time.time() - time.mktime(time.strptime(stored[:19], "%Y-%m-%dT%H:%M:%S")) + time.timezone), 60)
         self.assertEqual(Run("events", "list", self.name, "--since", stored).code, 0)
+        hour, rest = int(stored[11:13]), stored[13:-1]
+        east = f"{stored[:11]}{hour + 1:02}{rest}+01:00" if hour < 23 else stored[:-1] + "+00"
+        self.assertEqual(Run("events", "list", self.name, "--since", east, "--until", east).code, 0)
         self.assertEqual(Run("events", "list", self.name, "--since", stored[:-2] + "9Z").code, int(stored[-2] != "9"))
 
     def test_one_event_in_full(self):

@@ -1,7 +1,12 @@
 """convert and dump: the forms of an action and what is wrong with them."""
 
+import csv
+import io
 import json
+import os
+import tempfile
 import unittest
+from pathlib import Path
 
 from support import ROOT, TOOL, Run, start
 
@@ -95,6 +100,73 @@ class Convert(unittest.TestCase):
         broken = one.replace(b"y\0y\0", b"y\0\n\0")
         self.assertEqual(len(Run("convert", "--to", "json", data=broken).out.splitlines()), 1)
         self.assertEqual(bytes.fromhex(Run("convert", "--to", "hex", data=broken).out), broken)
+
+    def test_json_there_and_back(self):
+        actions = json.loads(Run("list", "actions", "--json").out)
+        texts = "".join(row["example"] + "\n" for row in actions) + '@ PanLeft (Camera: { 5, 0, "Süd" }, Speed: -3)\n'
+        written = start(TOOL, "convert", "--to", "json", data=texts.encode())
+        self.assertEqual((written.returncode, len(written.stdout.splitlines())), (0, 430))
+        for data in (written.stdout, json.dumps(json.loads(written.stdout.splitlines()[0]), indent=2).encode() + b"\n"
+                     + b"\n".join(written.stdout.splitlines()[1:])):
+            binary = start(TOOL, "convert", "--from", "json", "--strict", "--to", "binary", data=data)
+            self.assertEqual((binary.returncode, binary.stderr), (0, b""))
+            self.assertEqual(binary.stdout, start(TOOL, "convert", "--to", "binary", data=texts.encode()).stdout)
+
+    def test_json_of_any_names_is_json(self):
+        names = ['a"b', "a\\b", 'x":1,"y', "tab\tbed", "Ä"]
+        one = bytes.fromhex(Run("convert", "--to", "hex", data=b'A (n: "v, }")').out)
+        for name in names:
+            units = (name + "\0").encode("utf-16le")
+            data = one.replace(b"\2\0\0\0n\0\0\0", (len(units) // 2).to_bytes(4, "little") + units)
+            run = Run("convert", "--to", "json", data=data)
+            self.assertEqual(json.loads(run.out)["action"]["params"], {name.lower(): "v, }"})
+            self.assertNotIn("read back", run.err)
+
+    def test_json_of_others(self):
+        good = [
+            ('{"name": "panleft", "params": {"SPEED": 3, "camera": {"globalNo": 7}}}', "panleft (Camera: 7, Speed: 3)"),
+            ('"action":{"name":"PanLeft","messageClass":4}', '@ PanLeft (Comment: "")'),
+            ('{"name":"DigitalInput","params":{"state":"terminated"}}', "DigitalInput (State: 1)"),
+            ('{"name":"DigitalInput","params":{"state":"High"}}', "DigitalInput (State: 2)"),
+            ('{"name":"A","params":{"a":1.5,"b":12345678901,"c":true,"d":"\tx","e":{"top":1,"left":2,"bottom":3,"right":4}}}',
+             'A (a: 1.5, b: 12345678901, c: 1, d: "\tx", e: { 1, 2, 3, 4 })'),
+            ('{"name":"SystemStarted","params":{"date":"2022-10-20T05:58:12.041+02:00"}}',
+             'SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")'),
+        ]
+        for text, expected in good:
+            run = Run("convert", "--from", "json", "--to", "technical", data=text.encode())
+            self.assertEqual((run.code, run.out), (0, expected + "\n"), run.err)
+        bad = [("{]", ":1:2: no JSON"), ('{\n"name": x}', ":2:9: no JSON"), ("[]", "a name"), ('{"action":5}', "a name"),
+               ('{"name":"A","params":5}', "params is no object"), ('{"name":"A","params":{"x":[1]}}', "'x': is a list"),
+               ('{"name":"A","params":{"x":{}}}', "no value of an action"),
+               ('{"name":"DigitalInput","params":{"state":"hgh"}}', "did you mean high?"), ('{"name":', ":1:9: ")]
+        for text, expected in bad:
+            run = Run("convert", "--from", "json", "--to", "technical", data=text.encode())
+            self.assertEqual((run.code, run.out), (3, ""), text)
+            self.assertIn(expected, run.err)
+
+    def test_csv(self):
+        data = 'PanLeft (Camera: { 4, 7, "x" }, Speed: 3)\nDigitalInput (State: 2)\nA (camera: "a,\\\n""b", z: "Süd")\n'
+        run = Run("convert", "--to", "csv", "--names", data=data.replace('""', "'").encode())
+        self.assertEqual(list(csv.reader(io.StringIO(run.out, newline=""))), [
+            ["name", "code", "Camera", "Speed", "State", "z"], ["PanLeft", "1102", "7", "3", "", ""],
+            ["DigitalInput", "1030", "", "", "High", ""], ["A", "0", "a,\n'b", "", "", "Süd"]])
+
+    def test_several_files_and_an_output(self):
+        with tempfile.TemporaryDirectory(dir=os.environ.get("ORV_BIN")) as folder:
+            paths = [os.path.relpath(Path(folder) / name, ROOT) for name in ("a", "b", "out")]
+            Path(ROOT, paths[0]).write_bytes(b"PanLeft (Speed: 1)\nbroken\n")
+            Path(ROOT, paths[1]).write_bytes(bytes.fromhex(Run("convert", "--to", "hex", data=b"CaseOpened ()").out))
+            run = Run("convert", "--to", "technical", "-o", paths[2], paths[0], "-", paths[1], data=b"\nPanLeft (Speed: 2)")
+            self.assertEqual((run.code, run.out), (3, ""))
+            self.assertTrue(run.err.startswith(f"{paths[0]}:2:1: "), run.err)
+            whole = Path(ROOT, paths[2]).read_bytes()
+            self.assertEqual(whole, b"PanLeft (Speed: 1)\nPanLeft (Speed: 2)\nCaseOpened ()\n")
+            failed = Run("convert", "--to", "technical", "-o", paths[2], paths[0], paths[0] + ".none")
+            self.assertEqual((failed.code, Path(ROOT, paths[2]).read_bytes()), (2, whole))
+            self.assertEqual(len(list(Path(folder).iterdir())), 3)
+            self.assertEqual(Run("show", paths[1]).out, Run("show", "CaseOpened ()").out)
+            self.assertEqual(Run("convert", "--to", "hex", "-o", folder + "/none/x", paths[0]).code, 2)
 
     def test_faults_of_use(self):
         for arguments, data, expected in (

@@ -121,6 +121,13 @@ class Show(unittest.TestCase):
                 run = Run(*arguments)
                 self.assertEqual((run.code, run.out), (2, ""))
                 self.assertTrue(run.err.startswith("orvact: "), run.err)
+        for arguments, expected in ((["shwo"], "no command 'shwo'; see orvact --help; did you mean show?"),
+                                    (["events", "lst"], "did you mean list?"), (["show", "--stric"], "did you mean --strict?"),
+                                    (["describe", "DigitalInputStat"], "did you mean DigitalInputState"),
+                                    (["show", "--report", "json", "--stric"], '"suggestion":"--strict"')):
+            err = Run(*arguments).err
+            self.assertIn(expected, err)
+            self.assertEqual(len(err.splitlines()), 1)
         self.assertIn("did you mean PanLeft", Run("describe", "PanLeff").err)
         self.assertIn("Video", Run("list", "actions", "--class", "Vido").err)
 
@@ -194,6 +201,18 @@ class Catalogue(unittest.TestCase):
             self.assertIn(part, by_name.out)
 
 
+    def test_pages_of_other_things(self):
+        for name, parts in {"cameracontrol": ["CameraControl, a class", " PanLeft "],
+                            "DIGITALINPUTSTATE": ["an enum", "1  Middle  terminated", "DigitalInput.State"],
+                            "Rect": ["a type", "{ 10, 20, 110, 220 }", "NPRRecognition.ZoneRect"],
+                            "int64_a": ["Int64FieldA", "TemperatureDetection.Area"],
+                            "StringFieldFirstUser": ["FirstUser, a column"]}.items():
+            run = Run("describe", name)
+            self.assertEqual((run.code, run.err), (0, ""))
+            for part in parts:
+                self.assertIn(part, run.out)
+
+
 class Program(unittest.TestCase):
     def test_help_and_version_are_results(self):
         for arguments in (["--help"], ["show", "--help"], ["list", "--help"], ["describe", "-h"], ["convert", "-h"], ["dump", "-h"]):
@@ -220,6 +239,7 @@ class Program(unittest.TestCase):
             with self.subTest(names):
                 self.assertEqual(b"\x1b[" in self.on_a_terminal(names), coloured)
         self.assertNotIn("\x1b", Run("show", "CaseOpened()").out)
+        self.assertIn("\x1b[1m", Run("show", "--color=always", "CaseOpened()").out)
 
     def on_a_terminal(self, names):
         import pty

@@ -97,10 +97,10 @@ bool SendOutputTo(const std::string& path)
     std::FILE* known = OpenFile(path);
     const bool device = known && !IsFile(path);
     if (known) std::fclose(known);
-    output.path = path;
-    output.drawn = device ? path : path + ".part";
-    output.file = System::Create(output.drawn);
-    return output.file != nullptr;
+    const std::string drawn = device ? path : path + ".part";
+    std::FILE* file = System::Create(drawn);
+    if (file) output = {file, path, drawn};
+    return file != nullptr;
 }
 
 bool FlushOutput()

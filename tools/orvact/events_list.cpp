@@ -3,11 +3,11 @@
 #include <charconv>
 
 #include "action_page.h"
+#include "action_writer.h"
 #include "commands.h"
 #include "console.h"
 #include "event_database.h"
 #include "event_filter.h"
-#include "forms.h"
 #include "patterns.h"
 #include "progress.h"
 #include "report.h"
@@ -16,32 +16,37 @@
 
 namespace {
 
+// For people: a line with the number, the time and the text.
+std::string Line(const StoredEvent& event, const Action& action, std::size_t width)
+{
+    const std::string id = std::to_string(event.id);
+    const std::string text = action ? Visible(action.TextUtf8()) : Visible(event.name) + ", which cannot be restored";
+    const std::string before = std::string(width - std::min(width, id.size()), ' ') + id + "  " + Visible(event.stored);
+    return Painted(Tone::Quiet, before) + "  " + text + "\n";
+}
+
+// What is found, in a form or as lines.
 class Listing {
 public:
-    Listing(const Form* target, std::int64_t lastId) : target_(target), width_(std::to_string(lastId).size()) {}
+    Listing(ActionWriter* writer, std::int64_t lastId) : writer_(writer), width_(std::to_string(lastId).size()) {}
 
-    // One line, or one record of the form.
-    std::string Line(const StoredEvent& event, const Action& action)
+    void Add(const StoredEvent& event, const Action& action)
     {
-        if (!target_) {
-            const std::string id = std::to_string(event.id);
-            const std::string text = action ? Visible(action.TextUtf8())
-                                            : Visible(event.name) + ", which cannot be restored";
-            return Painted(Tone::Quiet,
-                           std::string(width_ - std::min(width_, id.size()), ' ') + id + "  " + Visible(event.stored)) +
-                   "  " + text + "\n";
+        const std::string name = "event " + std::to_string(event.id);
+        if (!writer_) {
+            Print(Line(event, action, width_));
+        } else if (!action) {
+            sound_ = false;
+            Complain("unwritten", "cannot be restored", {}, name);
+        } else {
+            sound_ = writer_->Write(action, {"event", static_cast<std::size_t>(event.id), false}) && sound_;
         }
-        const Encoded encoded = action ? target_->write(action) : Encoded{"", "cannot be restored"};
-        if (encoded.problem.empty()) return Delimited(*target_, encoded.record);
-        sound_ = false;
-        Complain("unwritten", encoded.problem, {}, "event " + std::to_string(event.id));
-        return {};
     }
 
     bool sound() const { return sound_; }
 
 private:
-    const Form* target_;
+    ActionWriter* writer_;
     std::size_t width_;
     bool sound_ = true;
 };
@@ -57,7 +62,28 @@ bool ParseLimit(const std::string& text, std::size_t& limit)
     return false;
 }
 
-int ListRows(const EventsListOptions& options, const Form* target, std::size_t limit)
+bool Fits(const std::vector<Pattern>& patterns, const StoredEvent& event)
+{
+    if (patterns.empty()) return true;
+    const Action action = Restored(event);
+    return action && MatchesAny(patterns, action);
+}
+
+// The id of the oldest of the newest so many that fit: those in front of it are passed over.
+std::int64_t FirstOfNewest(EventDatabase& database, const RowFilter& filter, const std::vector<Pattern>& patterns,
+                           std::size_t limit)
+{
+    std::int64_t first = 0;
+    std::size_t found = 0;
+    database.Select(filter, true, [&](const StoredEvent& event) {
+        if (!Fits(patterns, event)) return true;
+        first = event.id;
+        return ++found < limit;
+    });
+    return first;
+}
+
+int ListRows(const EventsListOptions& options, ActionWriter* writer, std::size_t limit)
 {
     std::vector<Pattern> patterns;
     RowFilter filter;
@@ -65,23 +91,20 @@ int ListRows(const EventsListOptions& options, const Form* target, std::size_t l
     if (!options.pattern.empty() && !ReadPatterns(options.pattern, patterns)) return kUsage;
     if (!AddConditions(options, filter)) return kUsage;
     if (!patterns.empty()) AddNecessary(patterns, filter);
+    if (limit > 0) filter.Add("Id >= ?", {FirstOfNewest(database, filter, patterns, limit)});
 
-    Listing listing(target, database.LastId());
-    std::vector<std::string> newest;  // in front, when there is a limit
-    std::size_t found = 0;
     const std::int64_t last = database.LastId();
-    Progress progress(ShowsPassing() ? static_cast<std::uint64_t>(last) : 0, "event");
-    database.Select(filter, limit > 0, [&](const StoredEvent& event) {
-        if (ShowsPassing()) progress.Show(static_cast<std::uint64_t>(limit > 0 ? last - event.id : event.id), found);
-        const Action action = Restored(event);
-        const bool fits = patterns.empty() || (action && MatchesAny(patterns, action));
-        if (!fits) return true;
+    Listing listing(writer, last);
+    std::uint64_t found = 0;
+    Progress progress(static_cast<std::uint64_t>(last), "event");
+    database.Select(filter, false, [&](const StoredEvent& event) {
+        if (ShowsPassing()) progress.Show(static_cast<std::uint64_t>(event.id), found);
+        if (!Fits(patterns, event)) return true;
         ++found;
-        std::string line = listing.Line(event, action);
-        limit > 0 ? newest.push_back(std::move(line)) : Print(line);
-        return limit == 0 || found < limit;
+        listing.Add(event, Restored(event));
+        return true;
     });
-    std::for_each(newest.rbegin(), newest.rend(), [](const std::string& line) { Print(line); });
+    if (writer) writer->Finish();
     if (!listing.sound()) return kUnreadable;
     return found > 0 ? kDone : kNoMatch;
 }
@@ -156,11 +179,11 @@ int OverDatabase(const std::string& path, Work work)
 
 int ListEvents(const EventsListOptions& options)
 {
-    bool sound = true;
     std::size_t limit = 0;
-    const Form* target = options.to.empty() ? nullptr : TargetForm(options.to, sound);
-    if (!sound || !ParseLimit(options.limit, limit) || (target && !MayGoOut(*target))) return kUsage;
-    return OverDatabase(options.database, [&] { return ListRows(options, target, limit); });
+    ActionWriter writer;
+    if (!ParseLimit(options.limit, limit) || (!options.to.empty() && !writer.Open(options.to))) return kUsage;
+    return OverDatabase(options.database,
+                        [&] { return ListRows(options, options.to.empty() ? nullptr : &writer, limit); });
 }
 
 int ShowEvent(const EventsShowOptions& options)

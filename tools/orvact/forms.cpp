@@ -4,8 +4,7 @@
 
 #include "bytes.h"
 #include "commands.h"
-#include "console.h"
-#include "settings.h"
+#include "csv.h"
 #include "text.h"
 
 namespace {
@@ -62,14 +61,10 @@ const Form* Wanted(const std::string& name, bool readable, bool& sound)
     const std::string what = form ? (readable ? " is only written" : " is only read") : " is no form";
     std::vector<std::string> names;
     for (const Form& other : Forms()) names.emplace_back(other.name);
-    Complain("form", "'" + Visible(name) + "'" + what + "; choose from " + Names(readable),
+    if (!readable) names.emplace_back(kCsv);
+    Complain("form", "'" + Visible(name) + "'" + what + "; choose from " + Names(readable) + (readable ? "" : ", csv"),
              form ? "" : Nearest(name, names));
     return nullptr;
-}
-
-bool IsBinary(const Form& form)
-{
-    return form.layout == Layout::Frames || form.layout == Layout::EndToEnd;
 }
 
 // What a reader of lines would take for the end of this one is told apart by a backslash in front.
@@ -110,6 +105,11 @@ const std::vector<Form>& Forms()
     return forms;
 }
 
+bool IsBinary(const Form& form)
+{
+    return form.layout == Layout::Frames || form.layout == Layout::EndToEnd;
+}
+
 const Form* FindForm(std::string_view name)
 {
     const std::string lower = LowerCaseAscii(name);
@@ -146,29 +146,4 @@ std::string Delimited(const Form& form, const std::string& record)
     case Layout::Lines: return Continued(record) + "\n";
     default: return record + "\n";
     }
-}
-
-bool WriteRecord(const Form& form, const Action& action, const Place& place)
-{
-    const Encoded encoded = form.write(action);
-    if (!encoded.problem.empty()) {
-        Report(place, Severity::Error, {"unwritten", encoded.problem, {}, 0, 0, {}});
-        return false;
-    }
-    const std::string record = Delimited(form, encoded.record);
-    IsBinary(form) ? PrintBytes(record) : Print(record);
-    if (!form.read || form.faithful) return true;
-    const Decoded again = form.read(encoded.record);
-    if (again.action && action == again.action) return true;
-    Report(place, Severity::Note,
-           {"unfaithful", std::string("what was written in form ") + form.name + " does not read back as the same action",
-            {}, 0, 0, {}});
-    return true;
-}
-
-bool MayGoOut(const Form& form)
-{
-    if (!IsBinary(form) || settings.force || !OutputIsTerminal()) return true;
-    Complain("binary", std::string("form ") + form.name + " is not for a terminal; give -o FILE, a pipe or --force");
-    return false;
 }

@@ -73,11 +73,7 @@ const Form* TargetForm(const std::string& name, bool& sound);
 // backslash, which the reader takes off again.
 std::string Delimited(const Form& form, const std::string& record);
 
-// Writes an action to the results; false when the form does not hold it, which is reported.
-bool WriteRecord(const Form& form, const Action& action, const Place& place);
-
-// Binary is not for a terminal; false, and reported, when that is where it would go.
-bool MayGoOut(const Form& form);
+bool IsBinary(const Form& form);
 
 // The rows' functions: text_forms.cpp, binary_forms.cpp and sibling_forms.cpp.
 Decoded ReadTechnical(const std::string& record);

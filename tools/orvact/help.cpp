@@ -1,5 +1,6 @@
 #include "help.h"
 
+#include "csv.h"
 #include "forms.h"
 #include "text.h"
 
@@ -7,14 +8,18 @@ const char* const kHelpFooter =
     "Exit codes: 0 all is well, 1 nothing fits (match, events list) or there is something to say (lint), 2\n"
     "wrong usage, an unknown name, input that cannot be opened or output that cannot be written, 3 some of\n"
     "the input is no action, 130 interrupted. Results go to standard output, everything else to standard\n"
-    "error; both are UTF-8. Colours appear on a terminal, and never when NO_COLOR is set.";
+    "error; both are UTF-8. Colours appear on a terminal, and never when NO_COLOR is set.\n\n"
+    "A line of standard error tells file, line and column. With --report json it is an object with the\n"
+    "members file, line (or action), column, severity, code, message and suggestion.";
 
 const char* const kShowFooter =
-    "Arguments are always texts, never file names. In files and standard input blank lines and lines\n"
-    "that begin with # are skipped. A text that is no action is reported with line:column and a caret\n"
-    "where reading stopped, and the others are shown all the same.\n\n"
+    "An argument that names a file is read as one, in whichever form. In files and standard input blank lines\n"
+    "and lines that begin with # are skipped. A text that is no action is reported with line:column and a\n"
+    "caret where reading stopped, and the others are shown all the same. What an action says otherwise than\n"
+    "it seems to gets a note; with --strict it is an error.\n\n"
     "  orvact show 'PanLeft (Camera: 7, Speed: 3)'\n"
-    "  orvact show --file examples/site.actions\n"
+    "  orvact show --names 'DigitalInput (Contact: 3, State: High)'\n"
+    "  orvact show examples/site.actions\n"
     "  orvact show - < actions.log";
 
 const char* const kListFooter =
@@ -24,15 +29,19 @@ const char* const kListFooter =
 
 const char* const kDescribeFooter =
     "  orvact describe LenelAccessEvent\n"
+    "  orvact describe DigitalInputState\n"
+    "  orvact describe MediaChannel\n"
     "  orvact describe 1102";
 
 const char* const kConvertFooter =
     "\nWithout --from the form is found out from the first bytes, or the first line that says something. An\n"
     "input that is no action is reported with its line, or with its number in a binary stream, and left\n"
-    "out; so is an action that the form cannot hold, such as a line break in a line. Exit code 3 then.\n\n"
+    "out; so is an action that the form cannot hold. Exit code 3 then. A line break inside a text stands behind\n"
+    "a backslash in the output, and is read so.\n\n"
     "  orvact convert --to binary examples/site.actions > site.bin\n"
     "  orvact convert --to technical site.bin\n"
-    "  echo 'PanLeft (Camera: 7)' | orvact convert --to json";
+    "  echo 'PanLeft (Camera: 7)' | orvact convert --to json\n"
+    "  orvact convert --to csv --names -o site.csv examples/site.actions";
 
 const char* const kDumpFooter =
     "Each field with its offset, its bytes and what they mean, and at the end what the library reads.\n"
@@ -58,15 +67,15 @@ const char* const kEventsFooter =
     "  orvact events show site.db 3";
 
 const char* const kEventsStoreFooter =
-    "What is no action, and what is a match action, is reported with its place and left out, with exit code\n"
-    "3. Events are stored in transactions of up to 1000; from a pipe they are in the database as soon as\n"
+    "What is no action, what holds text that is no part of one, and what is a match action is reported with\n"
+    "its place and left out, with exit code 3. Events are stored in transactions of up to 1000; from a pipe they are in the database as soon as\n"
     "the pipe is empty. Ctrl+C stores what was read and ends with exit code 130; whatever else interrupts\n"
     "loses the open transaction at most.\n\n"
     "  orvact events store site.db examples/site.actions\n"
     "  server-log | orvact events store site.db";
 
 const char* const kEventsListFooter =
-    "An event is listed when it fits all of --code, --class, --since and --match. Exit code 1 when none does.\n\n"
+    "An event is listed when it fits all of --code, --class, --since, --until and --match. Exit code 1 when none does.\n\n"
     "  orvact events list site.db --since 2h --limit 20\n"
     "  orvact events list site.db --code PanLeft --code 1122\n"
     "  orvact events list site.db --match '@ LogNPRRecognition (PlateNo: \"KA-OR 143\")'\n"
@@ -78,11 +87,13 @@ std::string FormsHelp()
 {
     std::string help = "Forms:\n";
     for (const Form& form : Forms()) {
-        const char* layout = form.layout == Layout::Lines    ? ", one action a line"
-                             : form.layout == Layout::Frames ? ", each action behind its size (32 bits, little-endian)"
-                                                             : "";
+        const char* layout = form.layout == Layout::Lines       ? ", one action a line"
+                             : form.layout == Layout::Documents ? ", one action a line or over several lines"
+                             : form.layout == Layout::Frames    ? ", each action behind its size (32 bits, little-endian)"
+                                                                : "";
         help += "  " + Padded(form.name, 12) + form.help + layout + (form.read ? "" : "; only written") +
                 (form.write ? "" : "; only read") + "\n";
     }
-    return help;
+    return help + "  " + Padded(kCsv, 12) +
+           "a table: name, code, and a column for each parameter that occurs; only written\n";
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "action_reader.h"
+#include "action_writer.h"
 #include "commands.h"
 #include "console.h"
 #include "patterns.h"
@@ -33,20 +34,17 @@ std::string Explanation(const std::vector<Pattern>& patterns, const Action& acti
 
 int Match(const MatchOptions& options)
 {
-    bool soundSource = true;
-    bool soundTarget = true;
-    const Form* source = SourceForm(options.from, soundSource);
-    const Form* target = TargetForm(options.to, soundTarget);
+    bool sound = true;
+    const Form* source = SourceForm(options.from, sound);
+    ActionWriter writer;
     std::vector<Pattern> patterns;
-    if (!soundSource || !soundTarget) return kUsage;
+    if (!sound || !writer.Open(options.to)) return kUsage;
     const bool standard = options.files.empty() || std::ranges::count(options.files, "-") > 0;
     if (options.patterns == "-" && standard) {
         return Complain("usage", "patterns and actions cannot both come from standard input");
     }
     ActionReader reader;
-    if (!MayGoOut(*target) || !ReadPatterns(options.patterns, patterns) || !reader.Open(options.files, source)) {
-        return kUsage;
-    }
+    if (!ReadPatterns(options.patterns, patterns) || !reader.Open(options.files, source)) return kUsage;
 
     std::size_t matched = 0;
     std::size_t unwritten = 0;
@@ -54,7 +52,7 @@ int Match(const MatchOptions& options)
     for (Record record; reader.Next(action, record);) {
         if (MatchesAny(patterns, action)) {
             ++matched;
-            unwritten += !WriteRecord(*target, action, record.place);
+            unwritten += !writer.Write(action, record.place);
             if (reader.MayWait()) FlushOutput();
         } else if (options.explain) {
             const std::string text = Visible(action.TextUtf8());
@@ -62,6 +60,7 @@ int Match(const MatchOptions& options)
                    {"refused", "refused  " + text, {}, 0, 0, Explanation(patterns, action)});
         }
     }
+    writer.Finish();
     if (reader.failed()) return kUsage;
     if (reader.unreadable() + unwritten > 0) return kUnreadable;
     return matched > 0 ? kDone : kNoMatch;

@@ -1,5 +1,6 @@
 #include "command_page.h"
 
+#include "csv.h"
 #include "forms.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ std::vector<std::string> FormNames(bool read)
     for (const Form& form : Forms()) {
         if (read ? form.read != nullptr : form.write != nullptr) names.emplace_back(form.name);
     }
+    if (!read) names.emplace_back(kCsv);
     return names;
 }
 
