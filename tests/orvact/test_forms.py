@@ -139,7 +139,7 @@ class Convert(unittest.TestCase):
         bad = [("{]", ":1:2: no JSON"), ('{\n"name": x}', ":2:9: no JSON"), ("[]", "a name"), ('{"action":5}', "a name"),
                ('{"name":"A","params":5}', "params is no object"), ('{"name":"A","params":{"x":[1]}}', "'x': is a list"),
                ('{"name":"A","params":{"x":{}}}', "no value of an action"),
-               ('{"name":"DigitalInput","params":{"state":"hgh"}}', "did you mean high?"), ('{"name":', ":1:9: ")]
+               ('{"name":"DigitalInput","params":{"state":"hgh"}}', "did you mean High or high?"), ('{"name":', ":1:9: ")]
         for text, expected in bad:
             run = Run("convert", "--from", "json", "--to", "technical", data=text.encode())
             self.assertEqual((run.code, run.out), (3, ""), text)
