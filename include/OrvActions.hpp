@@ -211,6 +211,14 @@ public:
     }
 
     void Set(const TextArg& name, const ResultData& value) { detail::ValueOf<ResultData>::Store(handle_, name, value); }
+    // A result data set from its text, as JSON shows it: "1 2 3 4 5 'name'".
+    void SetResultText(const TextArg& name, const TextArg& text)
+    {
+        detail::Record record;
+        record.SetText(text);
+        record->kind = ORV_KIND_ResultDataSet;
+        detail::Check(Talvec_Action_SetParameterByName(handle_, name.c_str(), record.get()));
+    }
     // A value of any type; an empty one takes the parameter away.
     void Set(const TextArg& name, const Value& value)
     {
@@ -389,5 +397,18 @@ private:
 
     TOrvHandle handle_ = nullptr;
 };
+
+// Text of the sibling product as action text, and the other way. They throw for a text without a counterpart; its code
+// is ORV_ERROR then.
+inline std::u16string FromSiblingText(const TextArg& text)
+{
+    return detail::TakenText(
+        [&](OrvBStr* converted) { return Talvec_Action_ConvertHeskActionTextToOrvActionText(text.c_str(), converted); });
+}
+inline std::u16string ToSiblingText(const TextArg& text)
+{
+    return detail::TakenText(
+        [&](OrvBStr* converted) { return Talvec_Action_ConvertOrvActionTextToHeskActionText(text.c_str(), converted); });
+}
 
 }  // namespace orv

@@ -4,6 +4,7 @@ import json
 import os
 import subprocess
 import sys
+import time
 import unittest
 
 from support import RUNNER, TOOL, Run, environment, start
@@ -113,6 +114,17 @@ class Lines(unittest.TestCase):
         self.assertIn("not valid in its encoding", Run("convert", "--to", "hex", "--encoding", "utf-16le", data=lone).err)
 
 
+class Values(unittest.TestCase):
+    def test_a_value_without_a_text_ends_nothing(self):
+        good = Run("convert", "--to", "hex", data=b'SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")').out.strip()
+        digits = "\n".join([good[:-16] + "f" * 12 + "0000", good[:-16] + "0" * 12 + "0180", good]).encode()
+        self.assertIn("3 of 3 texts read\n", Run("show", "-", data=digits).out)
+        for form in ("technical", "json", "hesk", "xml", "properties", "plain", "csv", "hex"):
+            run = Run("convert", "--to", form, data=digits)
+            self.assertIn(run.code, (0, 3), run.err)
+            self.assertGreater(len(run.out.splitlines()), 0)
+
+
 class Names(unittest.TestCase):
     def test_in_and_out(self):
         for value in ("High", "high", '"HIGH"', "2"):
@@ -169,6 +181,21 @@ class Terminal(unittest.TestCase):
         for form in ("technical", "xml", "csv", "properties"):
             _, out = self.shown("convert", "--to", form, data=b'CustomAction (String: "\x1b[31m\x07\x9b")')
             self.assertNotRegex(out, "[\x00-\x09\x0b-\x1f\x7f-\x9f]")
+
+    def test_progress_beside_results_in_a_pipe(self):
+        import pty
+        outer, inner = pty.openpty()
+        with subprocess.Popen([str(TOOL), "convert", "--to", "hex"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              stderr=inner, env=environment()) as process:
+            for text in (b"CaseOpened ()\n", b"CaseClosed ()\n"):
+                process.stdin.write(text)
+                process.stdin.flush()
+                time.sleep(0.8)  # longer than there is nothing to see
+            process.stdin.close()
+            self.assertEqual(len(process.stdout.read().splitlines()), 2)
+        os.close(inner)
+        self.assertEqual(os.read(outer, 4096), b"\r2 actions\r         \r")
+        os.close(outer)
 
     def test_tables_are_cut_here_only(self):
         _, out = self.shown("list", "enums", columns=60)

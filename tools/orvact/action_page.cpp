@@ -1,8 +1,6 @@
 #include "action_page.h"
 
 #include "console.h"
-#include "names.h"
-#include "settings.h"
 #include "table.h"
 #include "text.h"
 
@@ -38,7 +36,6 @@ void PrintAction(const Action& action, const std::string& label)
         table.Row({parameter.name, parameter.type, parameter.view, parameter.value});
     }
     table.Write();
-    const std::u16string text = action.Text();
-    Indented("text:  ", Visible(orv::ToUtf8(settings.names ? NameNumbers(text) : text)));
-    Indented("plain: ", Visible(action.PlainTextUtf8()));
+    Indented("text:  ", ShownText(action));
+    Indented("plain: ", ShownText(action, true));
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "names.h"
+#include "settings.h"
 #include "text.h"
 
 namespace {
@@ -51,7 +53,7 @@ StoredParameter Describe(const Action& action, const ActionView* declared, const
 }
 
 // The position among the declared parameters; others keep their order behind them.
-std::size_t Place(const ActionView* declared, const orv::CarriedParameter& stored)
+std::size_t PositionOf(const ActionView* declared, const orv::CarriedParameter& stored)
 {
     const ParameterView* own = declared ? declared->Find(orv::ToUtf8(stored.name)) : nullptr;
     return own ? static_cast<std::size_t>(own - declared->parameters.data()) : static_cast<std::size_t>(-1);
@@ -123,16 +125,21 @@ std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView
 {
     std::vector<orv::CarriedParameter> held = action.Parameters();
     std::stable_sort(held.begin(), held.end(), [&](const orv::CarriedParameter& a, const orv::CarriedParameter& b) {
-        return Place(declared, a) < Place(declared, b);
+        return PositionOf(declared, a) < PositionOf(declared, b);
     });
     std::vector<StoredParameter> parameters;
     for (const orv::CarriedParameter& stored : held) parameters.push_back(Describe(action, declared, stored));
     return parameters;
 }
 
-std::string WhyFailed(const std::string& otherwise)
+std::string ShownText(const Action& action, bool plain)
 {
-    return Visible(orv::Error::Last(otherwise.c_str()).what());
+    try {
+        const std::u16string text = plain ? action.PlainText() : action.Text();
+        return Visible(orv::ToUtf8(settings.names && !plain ? NameNumbers(text) : text));
+    } catch (const orv::Error&) {
+        return {};
+    }
 }
 
 Action ReadText(const std::u16string& text, std::size_t& consumed, std::string& error)

@@ -22,11 +22,11 @@ std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView
 
 std::string ValueText(const Action& action, const orv::CarriedParameter& held);
 
+// For people, without control characters; "" when a value has no text.
+std::string ShownText(const Action& action, bool plain = false);
+
 std::string DateText(TUlmoDateTime date);
 std::string RealText(double number);  // as many digits as tell it from every other
-
-// What the last call of the library has stored, else the other text.
-std::string WhyFailed(const std::string& otherwise);
 
 // Reads one action; `consumed` tells how far, and `error` why not, when the library tells it.
 Action ReadText(const std::u16string& text, std::size_t& consumed, std::string& error);

@@ -20,7 +20,7 @@ namespace {
 std::string Line(const StoredEvent& event, const Action& action, std::size_t width)
 {
     const std::string id = std::to_string(event.id);
-    const std::string text = action ? Visible(action.TextUtf8()) : Visible(event.name) + ", which cannot be restored";
+    const std::string text = action ? ShownText(action) : Visible(event.name) + ", which cannot be restored";
     const std::string before = std::string(width - std::min(width, id.size()), ' ') + id + "  " + Visible(event.stored);
     return Painted(Tone::Quiet, before) + "  " + text + "\n";
 }
@@ -123,12 +123,14 @@ void ShowColumns(const StoredEvent& event)
 void PrintDescription(const StoredEvent& event)
 {
     Table table(6);
-    orv::DescribeEvent(
-        event.record,
-        [&](const orv::EventLine& line) {
-            if (!line.whole) table.Row({Visible(orv::ToUtf8(line.label)), Visible(orv::ToUtf8(line.value))});
-        },
-        Action::kEveryPriority);
+    const auto take = [&](const orv::EventLine& line) {
+        if (!line.whole) table.Row({Visible(orv::ToUtf8(line.label)), Visible(orv::ToUtf8(line.value))});
+    };
+    try {
+        orv::DescribeEvent(event.record, take, Action::kEveryPriority);
+    } catch (const orv::Error&) {
+        // What cannot be restored is told already.
+    }
     Indented("described:", "");
     table.Write();
 }

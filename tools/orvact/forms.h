@@ -77,6 +77,8 @@ bool IsBinary(const Form& form);
 
 // The rows' functions: text_forms.cpp, binary_forms.cpp and sibling_forms.cpp.
 Decoded ReadTechnical(const std::string& record);
+inline constexpr const char* kNotUtf8 = "not valid in its encoding everywhere; what is not became U+FFFD";
+Encoded WriteText(const Action& action, bool plain);
 Encoded WriteTechnical(const Action& action);
 Encoded WritePlain(const Action& action);
 Encoded WriteJson(const Action& action);

@@ -213,22 +213,13 @@ orv::Value ByKind(const Json& value, const ParameterView& declared)
     return ByLook(value);
 }
 
-// The text of such a list is the value itself.
-void SetResultData(Action& action, const std::string& name, const std::string& text)
-{
-    orv::detail::Record record;
-    record.SetText(text);
-    record->kind = ORV_KIND_ResultDataSet;
-    orv::detail::Check(Talvec_Action_SetParameterByName(action.Handle(), orv::TextArg(name).c_str(), record.get()));
-}
-
 void SetParameter(Action& action, const ActionView* known, const std::string& key, const Json& value)
 {
     const ParameterView* declared = known ? known->Find(key) : nullptr;
     if (!declared) declared = FindGeneralParameter(key);
     const std::string name = declared ? declared->name : key;
     if (declared && declared->type == ORV_KIND_ResultDataSet && value.is_string()) {
-        return SetResultData(action, name, value.get<std::string>());
+        return action.SetResultText(name, value.get<std::string>());
     }
     try {
         action.Set(name, declared ? ByKind(value, *declared) : ByLook(value));

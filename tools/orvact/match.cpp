@@ -55,7 +55,7 @@ int Match(const MatchOptions& options)
             unwritten += !writer.Write(action, record.place);
             if (reader.MayWait()) FlushOutput();
         } else if (options.explain) {
-            const std::string text = Visible(action.TextUtf8());
+            const std::string text = ShownText(action);
             Report(record.place, Severity::Answer,
                    {"refused", "refused  " + text, {}, 0, 0, Explanation(patterns, action)});
         }

@@ -84,7 +84,7 @@ Action Narrowed(const Action& pattern, const std::vector<orv::CarriedParameter>&
 
 bool Take(Action& action, const std::string& place, std::vector<Pattern>& patterns)
 {
-    const std::string text = Visible(action.TextUtf8());
+    const std::string text = ShownText(action);
     if (!action.IsMatchAction()) {
         Complain("not-a-pattern", "no match action: " + Shortened(text, 60) + "; a match action begins with @", {},
                  place);

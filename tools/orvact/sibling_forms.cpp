@@ -1,6 +1,7 @@
 #include "sibling_forms.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "forms.h"
 #include "remarks.h"
@@ -8,46 +9,32 @@
 
 namespace {
 
-using Conversion = OrvBool (*)(const OrvWChar* text, OrvBStr* converted);
+using Conversion = std::u16string (*)(const orv::TextArg& text);
 
-// The text of the other side; without one the last error tells why, if anything does.
-bool Convert(Conversion conversion, const orv::TextArg& text, std::u16string& converted)
-{
-    try {
-        converted = orv::detail::TakenText([&](OrvBStr* answer) { return conversion(text.c_str(), answer); });
-        return true;
-    } catch (const orv::Error&) {
-        return false;
+// The text of the other side, or why there is none: "" is the plain answer that there is no counterpart.
+struct Converted {
+    std::optional<std::u16string> text;
+    std::string failure;
+
+    Converted(Conversion conversion, const orv::TextArg& given)
+    {
+        try {
+            text = conversion(given);
+        } catch (const orv::Error& error) {
+            if (error.Code() != ORV_ERROR) failure = error.what();
+        }
     }
-}
-
-bool FromSibling(const orv::TextArg& text, std::u16string& converted)
-{
-    return Convert(Talvec_Action_ConvertHeskActionTextToOrvActionText, text, converted);
-}
-
-bool ToSibling(const orv::TextArg& text, std::u16string& converted)
-{
-    return Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, text, converted);
-}
-
-// What a failed conversion left, unless it is the plain answer that there is no counterpart.
-std::string OtherFailure()
-{
-    const orv::Error error = orv::Error::Last("");
-    return error.Code() == ORV_ERROR ? std::string() : error.what();
-}
+};
 
 std::string WithoutLeadingSpace(const std::string& text)
 {
     return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
 }
 
-std::string WhyNotRead(const std::u16string& wide)
+std::string WhyNotRead(const Converted& converted, const std::string& record)
 {
-    const std::string failure = OtherFailure();
-    if (!failure.empty()) return failure;
-    const std::string text = WithoutLeadingSpace(orv::ToUtf8(wide));
+    if (!converted.failure.empty()) return converted.failure;
+    const std::string text = WithoutLeadingSpace(record);
     if (text.find('(') == std::string::npos || text.front() == '(') return "no name with an opening bracket";
     if (text.find_first_of("@!?") == 0) return std::string("texts with the prefix ") + text[0] + " are not converted";
     const std::string name = text.substr(0, text.find_first_of(" \t("));
@@ -55,14 +42,12 @@ std::string WhyNotRead(const std::u16string& wide)
     return "some field cannot be read, or the closing bracket is missing";
 }
 
-std::string WhyNotWritten(const Action& action)
+std::string WhyNotWritten(const Converted& converted, const Action& action)
 {
-    const std::string failure = OtherFailure();
-    if (!failure.empty()) return failure;
+    if (!converted.failure.empty()) return converted.failure;
     if (action.IsMatchAction()) return "a match action has no counterpart there";
     const std::string name = orv::ToUtf8(action.Name());
-    std::u16string converted;
-    if (!ToSibling(name + " ()", converted)) return Visible(name) + " has no counterpart there";
+    if (!Converted(orv::ToSiblingText, name + " ()").text) return Visible(name) + " has no counterpart there";
     return "its technical text does not read back; a double quote in a string does that";
 }
 
@@ -71,37 +56,35 @@ std::string WhyNotWritten(const Action& action)
 Decoded ReadHesk(const std::string& record)
 {
     Decoded decoded;
-    std::u16string converted;
     decoded.problem.code = "not-an-action";
-    if (!FromSibling(record, converted)) {
-        decoded.problem.message = WhyNotRead(orv::ToUtf16(record));
+    const Converted converted(orv::FromSiblingText, record);
+    if (!converted.text) {
+        decoded.problem.message = WhyNotRead(converted, record);
         return decoded;
     }
     std::size_t consumed = 0;
     std::string error;
-    decoded.action = ReadText(converted, consumed, error);
+    decoded.action = ReadText(*converted.text, consumed, error);
     if (!decoded.action) {
-        decoded.problem.message = "what it gives cannot be read: " + Visible(orv::ToUtf8(converted));
+        decoded.problem.message = "what it gives cannot be read: " + Visible(orv::ToUtf8(*converted.text));
         return decoded;
     }
-    if (!IsUtf8(record)) {
-        decoded.remarks.push_back({"encoding", "not valid in its encoding everywhere; what is not became U+FFFD", {}, 0,
-                                   0, {}});
-    }
+    if (!IsUtf8(record)) decoded.remarks.push_back({"encoding", kNotUtf8, {}, 0, 0, {}});
     AddRemarks(decoded.action, decoded.remarks);
     return decoded;
 }
 
 Encoded WriteHesk(const Action& action)
 {
-    std::u16string converted;
-    if (ToSibling(action.Text(), converted)) return {orv::ToUtf8(converted), {}};
-    return {{}, WhyNotWritten(action)};
+    const Encoded text = WriteText(action, false);
+    if (!text.problem.empty()) return text;
+    const Converted converted(orv::ToSiblingText, text.record);
+    if (converted.text) return {orv::ToUtf8(*converted.text), {}};
+    return {{}, WhyNotWritten(converted, action)};
 }
 
 std::string ActionFromSibling(const std::string& name)
 {
-    std::u16string converted;
-    if (!FromSibling(name + " ()", converted)) return {};
-    return orv::ToUtf8(std::u16string_view(converted).substr(0, converted.find(u' ')));
+    const Converted converted(orv::FromSiblingText, name + " ()");
+    return converted.text ? orv::ToUtf8(converted.text->substr(0, converted.text->find(u' '))) : std::string();
 }

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr const char* kNotUtf8 = "not valid in its encoding everywhere; what is not became U+FFFD";
-
 // The remark about text that is none, at the first place where it shows.
 void AddEncoding(const std::u16string& text, std::vector<Remark>& remarks)
 {

@@ -30,7 +30,7 @@ std::vector<std::string> Members(const std::string& typeName)
 
 bool IsFile(const std::string& name)
 {
-    for (const char* file : {"FILE", "PATTERNS", "PATTERN", "DB"}) {
+    for (const char* file : {"FILE", "TEXT", "PATTERNS", "PATTERN", "DB"}) {
         if (name == file) return true;
     }
     return false;
