@@ -294,8 +294,17 @@ TEST(Wrapper, ARangeOverValues)
     EXPECT_EQ((*data)[1].fifth, 10);
     EXPECT_EQ(orv::ToText(orv::Guid{0x01234567, 0x89ab, 0xcdef, {1, 0x23, 0x45, 0x67, 0x89, 0xab, 0xcd, 0xef}}),
               "01234567-89ab-cdef-0123-456789abcdef");
+    action.SetResultText("v22", "1 2 3 4 5 'i' 6 7 8 9 10 ''");
+    EXPECT_EQ(action.Get<orv::ResultData>("v22")->size(), 2u);
     action.Set("v10", orv::Value());
     EXPECT_FALSE(action.Has("v10"));
+}
+
+TEST(Wrapper, TextOfTheSiblingProduct)
+{
+    EXPECT_EQ(orv::FromSiblingText("CameraOn (5)"), u"CameraOn (Camera: 5)");
+    EXPECT_EQ(orv::ToSiblingText("CameraOn (Camera: 5)"), u"CameraOn (5)");
+    EXPECT_EQ(Thrown([] { orv::ToSiblingText("Counter ()"); }).Code(), static_cast<std::uint32_t>(ORV_ERROR));
 }
 
 // What a callable throws comes out again, and the walk has ended.
