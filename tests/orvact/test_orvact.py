@@ -225,6 +225,13 @@ class Program(unittest.TestCase):
         self.assertEqual(interface, "interface 143 of 20.10.2022")
         self.assertRegex(build, r"^build (Linux|Windows) \w+, \w+ [\d.]+, \w+")
 
+    def test_a_check_of_standard_input_for_programs(self):
+        run = Run("lint", "--report", "json", "-", data=b'<PLC><enums><enum nam="x"/></enums></PLC>')
+        rows = [json.loads(line) for line in run.out.splitlines()]
+        self.assertEqual([(row["file"], row["line"], row["column"], row["severity"]) for row in rows],
+                         [("stdin", 1, 13, "error"), ("stdin", 1, 19, "warning")])
+        self.assertEqual((run.code, run.err), (1, ""))
+
     def test_arguments_and_file_names_in_any_script(self):
         with tempfile.TemporaryDirectory(dir=os.environ.get("ORV_BIN")) as folder:
             path = Path(folder) / "Tür 東京.actions"

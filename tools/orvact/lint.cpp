@@ -112,7 +112,7 @@ void Check(const std::string& path, const std::string& document, OrvPLC::Extensi
     if (end != document.size()) {
         remarks.OnRemark(Severity::Error, end, "a zero byte ends the file for the reader: what follows is lost");
     }
-    remarks.PrintFor(path, document);
+    remarks.PrintFor(path == "-" ? "stdin" : path, document);
 }
 
 }  // namespace
