@@ -128,6 +128,7 @@ class Show(unittest.TestCase):
             err = Run(*arguments).err
             self.assertIn(expected, err)
             self.assertEqual(len(err.splitlines()), 1)
+        self.assertIn("no action", Run("describe", "/file").err)  # no option, on any system
         self.assertIn("did you mean PanLeft", Run("describe", "PanLeff").err)
         self.assertIn("Video", Run("list", "actions", "--class", "Vido").err)
 

@@ -22,6 +22,7 @@ std::string Version()
 CommandLine::CommandLine()
 {
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // the same command lines mean the same on both systems
     app.set_help_flag("-h,--help", "This page, or that of a command");
     app.set_version_flag("--version", Version())->description("The version, that of the interface, and the build");
     app.footer(kHelpFooter);
