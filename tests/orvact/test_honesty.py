@@ -57,6 +57,23 @@ class Remarks(unittest.TestCase):
         run = Run("convert", "--strict", "--to", "hex", data="\n".join(texts).encode())
         self.assertEqual((run.code, run.err), (0, ""))
 
+    def test_the_walk_reads_what_the_library_reads(self):
+        """Texts of pieces in any order: nothing is told exactly when all the values that were written are there."""
+        pieces = ["Int: 5", 'String: "a, b)"', 'String: "a \\" b"', '"Int" : -7', "Int:010", 'String:"<a b="1">x</a>"']
+        ends = [", ", " ,\t", ",", " "]
+        texts, whole = [], []
+        for first in pieces:
+            for second in pieces:
+                for end in ends:
+                    same = first.strip('"')[:3] == second.strip('"')[:3]
+                    texts.append(f"CustomAction ( {first}{end}{second} )")
+                    whole.append(end != " " and not same)
+        run = Run("convert", "--to", "json", "--report", "json", data="\n".join(texts).encode())
+        told = {json.loads(line)["line"] for line in run.err.splitlines() if json.loads(line)["code"] == "unread"}
+        self.assertEqual([number + 1 not in told for number in range(len(texts))], whole)
+        counts = [json.loads(line)["action"]["paramsCount"] for line in run.out.splitlines()]
+        self.assertEqual([count == 2 for count in counts], whole)
+
     def test_once_a_kind_and_line(self):
         run = Run("convert", "--to", "hex", "--report", "json", data=b"PanLeft (a: 1, b: 2, Speed: 1.5)\nPanLeft (a: 1)")
         self.assertEqual(codes(run), ["unknown-parameter", "kind", "unknown-parameter"])
