@@ -10,14 +10,14 @@ namespace {
 constexpr std::uint32_t kFirstChunk = 248;
 constexpr std::uint32_t kLastChunk = 1016;
 // A longer text would leave most of a chunk unused.
-constexpr std::size_t kLongestInChunk = 128;
+constexpr std::size_t kLongestInChunk = 60;
 
 }  // namespace
 
-bool TextRoom::AddChunk(std::size_t bytes) noexcept
+bool TextRoom::AddChunk(std::size_t units) noexcept
 {
     const bool full = chunks_ && chunks_->size >= kLastChunk;
-    if (full || bytes > kLongestInChunk) return false;
+    if (full || units > kLongestInChunk) return false;
     const std::uint32_t size = chunks_ ? 2 * chunks_->size + 8 : kFirstChunk;
     void* memory = ::operator new(size, std::nothrow);
     if (!memory) return false;

@@ -41,7 +41,9 @@ public:
     char16_t* Take(std::size_t units) noexcept
     {
         const std::size_t bytes = BytesFor(units);
-        if (bytes > left_ && !AddChunk(bytes)) return nullptr;
+        // Lengths come from outside: the bytes of a hostile one wrap.
+        const bool fits = units < left_ && bytes <= left_;
+        if (!fits && !AddChunk(units)) return nullptr;
         auto* header = reinterpret_cast<TextHeader*>(next_);
         header->room = static_cast<std::uint32_t>(units);
         next_ += bytes;
@@ -54,7 +56,7 @@ private:
         Chunk* next;
         std::uint32_t size;
     };
-    bool AddChunk(std::size_t bytes) noexcept;
+    bool AddChunk(std::size_t units) noexcept;  // with room for that many
     void FreeChunks() noexcept;
 
     std::byte* next_;

@@ -43,8 +43,8 @@ ThreadSlot::ThreadSlot(ThreadEnd threadEnd) : threadEnd_(threadEnd), number_(++s
 
 void* ThreadSlot::Get() const
 {
-    if (cached.owner == number_) return cached.block;
-    return allocated_ ? pthread_getspecific(Key(index_)) : nullptr;
+    if (!allocated_) return nullptr;
+    return cached.owner == number_ ? cached.block : pthread_getspecific(Key(index_));
 }
 
 bool ThreadSlot::Set(void* block)
