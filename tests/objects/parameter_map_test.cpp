@@ -89,6 +89,30 @@ TEST_F(MapOfPanLeft, AStoreMayReadTheValueThatItReplaces)
     }
 }
 
+// A text that fits takes the place of the one that it replaces, and an object gives room to so many texts only: one that
+// is changed for ever does not grow.
+TEST_F(MapOfPanLeft, TextsKeepTheirPlaceAndTheRoomHasAnEnd)
+{
+    const auto setName = [&](std::u16string_view name) {
+        map_.Store(u"Camera", [&](TOrvParameter& value) { value.SetMediaChannel(1, 2, name); });
+        EXPECT_EQ(map_.Find(u"Camera")->Wide(), name);
+    };
+    setName(u"front door");
+    const char16_t* place = map_.Find(u"Camera")->Wide().data();
+    for (const auto* name : {u"", u"yard", u"back doors"}) setName(name);
+    EXPECT_EQ(map_.Find(u"Camera")->Wide().data(), place);
+    setName(std::u16string(5000, u'x'));
+    setName(u"gate");
+
+    alignas(TextHeader) std::byte memory[64];
+    TextRoom room(memory, sizeof memory);
+    int given = 0;
+    while (given < 1000 && room.Take(10)) ++given;
+    EXPECT_GT(given, 10);
+    EXPECT_LT(given, 200);
+    EXPECT_EQ(room.Take(static_cast<std::size_t>(-1)), nullptr);
+}
+
 TEST_F(MapOfPanLeft, AFailedStoreChangesNothing)
 {
     SetNumber(map_, u"Speed", 7);
