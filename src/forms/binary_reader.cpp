@@ -81,7 +81,7 @@ bool ReadWholeRecord(TOrvBinaryReader& reader, Record& record)
 
 // The last record of a buffer that ends too early, field by field. What is missing is 0; false when that shows.
 struct CutRecord : Record {
-    std::byte room[16] = {};
+    alignas(std::uint64_t) std::byte room[16] = {};
 
     bool Read(TOrvBinaryReader& reader)
     {

@@ -98,7 +98,7 @@ void TOrvParameter::ReplaceText(std::u16string_view text)
 {
     char16_t* units = Units();
     if (Suits(units, text.size())) {
-        std::memmove(units, text.data(), text.size() * sizeof(char16_t));
+        if (!text.empty()) std::memmove(units, text.data(), text.size() * sizeof(char16_t));
         units[text.size()] = 0;
     } else if (text.empty()) {
         ReplaceUnits(reinterpret_cast<char16_t*>(NoText()));
