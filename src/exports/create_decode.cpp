@@ -13,7 +13,7 @@ namespace OrvPLC {
 namespace {
 
 constexpr std::uint32_t kWrongDecodeMethod = 3;
-constexpr std::size_t kMostArguments = ParameterMap::kMaximumSlots;  // the generator refuses more
+constexpr std::size_t kMostArguments = ParameterMap::kMaximumSlots;  // no built-in action has as many parameters
 constexpr std::uint32_t kAbsentEnumValue = 0x7FFFFFFF;
 
 // Built-in actions are registered first, so their places never change.
