@@ -29,7 +29,7 @@ void WriteOtherForms(const TOrvAction& action)
     try {
         TOrvJsonWriter writer(true);
         action.WriteJson(writer, nullptr);
-        writer.Take();
+        writer.Finish();
         FlatXml(action);
         PropertiesText(action);
     } catch (const std::exception&) {

@@ -260,6 +260,10 @@ public:
     {
         return Ulmo::SameText(Keys()[position].name.view(), name);
     }
+    bool IsSpelt(std::size_t position, const char16_t* terminatedName) const
+    {
+        return Ulmo::SameTerminated(Keys()[position].name.view(), terminatedName);
+    }
     // Once, before registration. Any number of parameters, and one name may come several times: all stand in the list,
     // and lookups by name give the first.
     void SetParameters(std::vector<TOrvParameterInternalInfo> parameters);

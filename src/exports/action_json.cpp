@@ -11,9 +11,9 @@ ORV_EXPORT_TWIN(OrvBool, StoreToJson,
                  const std::uint32_t* limit),
                 (handle, buffer, size, required, wrap, limit))
 {
+    TOrvJsonWriter writer(wrap != 0);
     return StoreText(buffer, size, required, [&, &object = ObjectOf(handle)] {
-        TOrvJsonWriter writer(wrap != 0);
         object.WriteJson(writer, limit);
-        return writer.Take();
+        return writer.Finish();
     });
 }

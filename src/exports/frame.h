@@ -53,7 +53,7 @@ OrvBool OnObject(TOrvHandle handle, Work&& work, const char* function = ORV_CALL
     });
 }
 
-// The buffer protocol of all text stores. `make` returns the text as a string of Char.
+// The buffer protocol of all text stores. `make` returns the text as a string or a view of Char.
 template <class Char, class Make>
 OrvBool StoreText(Char* buffer, std::uint32_t size, std::uint32_t* required, Make&& make) noexcept
 {
@@ -66,7 +66,8 @@ OrvBool StoreText(Char* buffer, std::uint32_t size, std::uint32_t* required, Mak
             LastError::StoreBufferTooSmall();
             return 0;
         }
-        std::memcpy(static_cast<void*>(buffer), text.c_str(), needed * sizeof(Char));
+        std::memcpy(static_cast<void*>(buffer), text.data(), text.size() * sizeof(Char));
+        buffer[text.size()] = Char{};
         LastError::Clear();
         return 1;
     } catch (...) {

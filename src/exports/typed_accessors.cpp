@@ -158,7 +158,7 @@ ORV_EXPORT_TALVEC_TWIN(OrvBool, GetParameterByName,
 {
     return Framed<OrvBool>(0, [&, &object = ObjectOf(handle)] {
         const auto& action = static_cast<const TOrvAction&>(object);
-        const TOrvParameter* found = action.Parameters().Find(TerminatedView(name));
+        const TOrvParameter* found = action.Parameters().FindTerminated(Units(name));
         if (found) FillRecord(*value, *found);
         return OrvBool{found != nullptr};
     });
@@ -169,7 +169,7 @@ ORV_EXPORT_TALVEC_TWIN(OrvBool, SetParameterByName,
                        (handle, name, value))
 {
     return OnAction(handle, [&](TOrvAction& action) {
-        action.Parameters().Store(TerminatedView(name), [&](TOrvParameter& stored) { SetFromRecord(stored, *value); });
+        action.Parameters().StoreTerminated(Units(name), [&](TOrvParameter& stored) { SetFromRecord(stored, *value); });
     });
 }
 

@@ -74,11 +74,10 @@ void TOrvBinaryCursor::Write(const TOrvAction& action)
     const TOrvParameter* description = action.DescriptionParameter();
     Place place = PutText(PutField(place_, action.Kind()), action.Name());
     place = PutField(place, static_cast<std::uint32_t>(action.Parameters().Size() + (description ? 1 : 0)));
-    if (description) place = PutRecord(place, action.DescriptionName(), *description);  // an empty one as well, deliberately
-    action.Parameters().ForEachByKey(
-        [&place](std::u16string_view, std::u16string_view name, const TOrvParameter& value) {
-            place = PutRecord(place, name, value);
-        });
+    if (description)
+        place = PutRecord(place, action.DescriptionName(), *description);  // an empty one as well, deliberately
+    action.Parameters().ForEachByKey([&place](std::u16string_view, std::u16string_view name, const TOrvParameter& value,
+                                              std::size_t) { place = PutRecord(place, name, value); });
     place_ = place;
 }
 

@@ -27,37 +27,15 @@ std::uint32_t SiblingClass(std::uint32_t kind)
     }
 }
 
-// Finds declared parameters by keys that come in ascending order: one step through the declaration for all of them.
-class DeclaredInKeyOrder {
-public:
-    explicit DeclaredInKeyOrder(const TOrvActionInternalInfo* entry) : entry_(entry) {}
-
-    const TOrvParameterInternalInfo* Find(View key)
-    {
-        for (; entry_ && next_ < entry_->KeyOrder().size(); ++next_) {
-            const TOrvParameterInternalInfo& info = entry_->Parameters[entry_->KeyOrder()[next_]];
-            const View name = info.LowerName.view();
-            if (name.data() == key.data()) return &info;  // mostly the map's key is the catalogue's own string
-            const int order = name.compare(key);
-            if (order >= 0) return order == 0 ? &info : nullptr;
-        }
-        return nullptr;
-    }
-
-private:
-    const TOrvActionInternalInfo* entry_;
-    std::size_t next_ = 0;
-};
-
 // What the catalogue does not declare has no priority and is always visible, so without an entry everything is.
 template <class Visit>
 void ForEachVisible(const TOrvAction& action, std::uint32_t limit, Visit&& visit)
 {
-    DeclaredInKeyOrder declared(action.Entry());
-    action.Parameters().ForEachByKey([&](View key, View, const TOrvParameter& value) {
-        const TOrvParameterInternalInfo* info = declared.Find(key);
-        if (!info || info->Priority <= limit) visit(key, value);
-    });
+    action.Parameters().ForEachByKey(
+        [&, entry = action.Entry()](View key, View, const TOrvParameter& value, std::size_t position) {
+            if (position == ParameterMap::kNotFound && entry) position = entry->FindParameter(key);
+            if (position == ParameterMap::kNotFound || entry->Parameters[position].Priority <= limit) visit(key, value);
+        });
 }
 
 void WriteNumber(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
@@ -163,10 +141,10 @@ void WriteParameters(TOrvJsonWriter& writer, const TOrvAction& action, std::uint
 
 void StoreJsonText(const TOrvMessage& message, OrvBStr* text, bool wrap, const std::uint32_t* limit)
 {
+    TOrvJsonWriter writer(wrap);
     StoreInOperation(text, [&] {
-        TOrvJsonWriter writer(wrap);
         message.WriteJson(writer, limit);
-        return writer.Take();
+        return writer.Finish();
     });
 }
 

@@ -16,8 +16,6 @@ namespace {
 
 using View = std::u16string_view;
 
-constexpr std::size_t kUsualLength = 2048;
-
 enum class Form { Plain, Backslash, Number };
 
 constexpr Form FormOf(char16_t unit)
@@ -43,88 +41,117 @@ constexpr bool IsPlainAscii(std::uint64_t units)
     return (plain & Lanes(0x80)) == Lanes(0x80);
 }
 
-// How many units in front stand for themselves.
-std::size_t PlainPrefix(View text)
+// Copies the units in front that stand for themselves and leaves both pointers behind them. The target may receive
+// some units more; it has room for the whole source.
+void CopyPlain(char16_t*& target, const char16_t*& source, const char16_t* end)
 {
-    std::size_t length = 0;
-    while (length < text.size()) {
+    constexpr std::ptrdiff_t kStep = 4;
+    const auto copyStep = [&](const char16_t* from, char16_t* to) {
         std::uint64_t units = 0;
-        if (text.size() - length >= 4) {
-            std::memcpy(&units, text.data() + length, sizeof units);
-            if (IsPlainAscii(units)) {
-                length += 4;
+        std::memcpy(&units, from, sizeof units);
+        std::memcpy(to, &units, sizeof units);
+        return IsPlainAscii(units);
+    };
+    const bool reachesBack = end - source >= kStep;
+    while (source != end) {
+        if (end - source >= kStep) {
+            if (copyStep(source, target)) {
+                source += kStep;
+                target += kStep;
                 continue;
             }
+        } else if (reachesBack && copyStep(end - kStep, target - (kStep - (end - source)))) {
+            target += end - source;
+            source = end;
+            return;
         }
-        if (FormOf(text[length]) != Form::Plain) break;
-        ++length;
+        if (FormOf(*source) != Form::Plain) return;
+        *target++ = *source++;
     }
-    return length;
 }
 
-void AppendEscape(std::u16string& output, char16_t unit)
+constexpr std::size_t kLongestEscape = 6;
+
+char16_t* WriteEscape(char16_t* target, char16_t unit)
 {
-    output += u'\\';
+    *target++ = u'\\';
     if (FormOf(unit) == Form::Backslash) {
-        output += unit;
-        return;
+        *target++ = unit;
+        return target;
     }
     constexpr char16_t kDigits[] = u"0123456789ABCDEF";
-    output += u'u';
-    for (int shift = 12; shift >= 0; shift -= 4) output += kDigits[(unit >> shift) & 15];
+    *target++ = u'u';
+    for (int shift = 12; shift >= 0; shift -= 4) *target++ = kDigits[(unit >> shift) & 15];
+    return target;
 }
 
 }  // namespace
 
 TOrvJsonWriter::TOrvJsonWriter(bool wrap, NonFinite nonFinite) : nonFinite_(nonFinite), wrapping_(wrap)
 {
-    output_.reserve(kUsualLength);
-    if (wrap) output_ += u'{';
+    if (wrap) output_.Append(u"{");
 }
 
-std::u16string TOrvJsonWriter::Take()
+View TOrvJsonWriter::Finish()
 {
     if (std::exchange(wrapping_, false)) CloseObject();
-    return std::move(output_);
+    return output_.view();
 }
 
 void TOrvJsonWriter::OpenObject(View key)
 {
-    AppendKey(key);
-    output_ += u'{';
+    char16_t* end = BeginValue(key, 1);
+    *end++ = u'{';
+    output_.EndAt(end);
+    follows_ = false;
+}
+
+void TOrvJsonWriter::CloseObject()
+{
+    output_.Append(u"}");
+    follows_ = true;
 }
 
 void TOrvJsonWriter::WriteRaw(View key, View text)
 {
-    AppendKey(key);
-    output_ += text;
+    char16_t* const end = BeginValue(key, text.size());
+    Ulmo::CopyUnits(end, text.data(), text.size());
+    output_.EndAt(end + text.size());
 }
 
 void TOrvJsonWriter::WriteString(View key, View text)
 {
     if (!text.data()) return WriteRaw(key, u"null");
-    AppendKey(key);
-    AppendString(text);
+    char16_t* end = BeginValue(key, text.size() + 2);
+    *end++ = u'"';
+    const char16_t* source = text.data();
+    const char16_t* const sourceEnd = source + text.size();
+    for (CopyPlain(end, source, sourceEnd); source != sourceEnd; CopyPlain(end, source, sourceEnd)) {
+        output_.EndAt(end);
+        end = output_.Room(kLongestEscape + static_cast<std::size_t>(sourceEnd - source));
+        end = WriteEscape(end, *source++);
+    }
+    *end++ = u'"';
+    output_.EndAt(end);
 }
 
 void TOrvJsonWriter::WriteDecimal(View key, std::int64_t value)
 {
-    AppendKey(key);
-    Ulmo::AppendDecimal(output_, value);
+    output_.EndAt(Ulmo::WriteDecimal(BeginValue(key, Ulmo::kLongestDecimal), value));
 }
 
 void TOrvJsonWriter::WriteUnsigned(View key, std::uint32_t value)
 {
-    AppendKey(key);
-    Ulmo::AppendUnsigned(output_, value);
+    output_.EndAt(Ulmo::WriteUnsigned(BeginValue(key, Ulmo::kLongestDecimal), value));
 }
 
 void TOrvJsonWriter::WriteDouble(View key, double value)
 {
     if (!std::isfinite(value)) return WriteRaw(key, NonFiniteText(value));
     if (value == 0) return WriteRaw(key, u"0.0");  // negative zero as well
-    AppendKey(key);
-    Ulmo::AppendDouble(output_, value, Ulmo::TrailingPoint::Keep);
+    std::u16string text;
+    Ulmo::AppendDouble(text, value, Ulmo::TrailingPoint::Keep);
+    WriteRaw(key, text);
 }
 
 void TOrvJsonWriter::WriteDate(View key, TUlmoDateTime value)
@@ -140,24 +167,19 @@ void TOrvJsonWriter::WriteGuid(View key, const TOrvGuid& value)
     WriteString(key, {text, Ulmo::GuidTools::kTextLength});
 }
 
-void TOrvJsonWriter::AppendKey(View key)
+char16_t* TOrvJsonWriter::BeginValue(View key, std::size_t units)
 {
-    const bool first = output_.empty() || output_.back() == u'{' || output_.back() == u'[';
-    output_ += first ? View(u"\"") : View(u",\"");
-    output_ += key;
-    output_.append(u"\":", 2);
-}
-
-void TOrvJsonWriter::AppendString(View text)
-{
-    output_ += u'"';
-    for (std::size_t plain = PlainPrefix(text);; plain = PlainPrefix(text)) {
-        output_ += text.substr(0, plain);
-        if (plain == text.size()) break;
-        AppendEscape(output_, text[plain]);
-        text.remove_prefix(plain + 1);
-    }
-    output_ += u'"';
+    constexpr std::size_t kMarks = 4;
+    char16_t* end = output_.Room(key.size() + kMarks + units);
+    *end = u',';
+    end += follows_;
+    *end++ = u'"';
+    Ulmo::CopyUnits(end, key.data(), key.size());
+    end += key.size();
+    *end++ = u'"';
+    *end++ = u':';
+    follows_ = true;
+    return end;
 }
 
 TOrvJsonWriter::View TOrvJsonWriter::NonFiniteText(double value) const

@@ -1,14 +1,15 @@
-// JSON by hand, for web-facing clients: text appended to a string, no tree, no way back.
+// JSON by hand, for web-facing clients: text appended to a text, no tree, no way back.
 //
 // What web clients know of it and what is therefore kept, although a strict parser refuses it: keys are written without
 // any escaping, and tab, line feed, carriage return, backspace and form feed stand raw in strings.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "OrvActions/OrvTypes.h"
+#include "ulmo/growing_text.h"
 
 namespace OrvPLC {
 
@@ -23,11 +24,11 @@ public:
         Words = 2,  // "Infinity", "-Infinity", "NaN"
     };
 
-    // With `wrap` the text is an object of its own: the brace is open from here on and Take closes it.
+    // With `wrap` the text is an object of its own: the brace is open from here on and Finish closes it.
     explicit TOrvJsonWriter(bool wrap, NonFinite nonFinite = NonFinite::Null);
 
     void OpenObject(View key);
-    void CloseObject() { output_ += u'}'; }
+    void CloseObject();
     void WriteRaw(View key, View text);
     void WriteString(View key, View text);  // a view without data, as of a null pointer, is written as null
     void WriteDecimal(View key, std::int64_t value);
@@ -36,16 +37,18 @@ public:
     void WriteDate(View key, TUlmoDateTime value);  // raises when the date cannot be shown
     void WriteGuid(View key, const TOrvGuid& value);
 
-    std::u16string Take();
+    // Ends the text, which lives as long as the writer. Nothing may be written afterwards.
+    View Finish();
 
 private:
-    void AppendKey(View key);
-    void AppendString(View text);
+    // Writes the key. The value goes to the place that is returned, which has room for so many units.
+    char16_t* BeginValue(View key, std::size_t units);
     View NonFiniteText(double value) const;
 
-    std::u16string output_;
     NonFinite nonFinite_;
     bool wrapping_;
+    bool follows_ = false;  // a member stands before the next one
+    Ulmo::GrowingText output_;
 };
 
 }  // namespace OrvPLC

@@ -101,7 +101,7 @@ std::u16string PropertiesText(const TOrvAction& action)
     if (action.Parameters().Size() == 0) return u"<properties />";
     std::u16string output = u"<properties>\r\n";
     std::u16string text;
-    action.Parameters().ForEachByKey([&](View, View name, const TOrvParameter& value) {
+    action.Parameters().ForEachByKey([&](View, View name, const TOrvParameter& value, std::size_t) {
         output += u"  <property>\r\n    <name>";
         AppendEscaped(output, name);
         output += u"</name>\r\n    <value>";
@@ -121,7 +121,7 @@ std::u16string FlatXml(const TOrvAction& action)
     output += action.Entry() ? action.Entry()->NameW.view() : action.Name();
     output += u"\">";
     std::u16string text;
-    action.Parameters().ForEachByKey([&](View key, View, const TOrvParameter& value) {
+    action.Parameters().ForEachByKey([&](View key, View, const TOrvParameter& value, std::size_t) {
         output += u"  <property ";
         output += key;
         output += u"=\"";

@@ -141,9 +141,9 @@ std::uint32_t TOrvAction::GetParameterCount()
 void TOrvAction::EnumerateParameters(ITalvecParameterEnumerator* enumerator)
 {
     if (!enumerator) return;
-    const auto tell = [enumerator](std::u16string_view, std::u16string_view name, const TOrvParameter& value) {
-        Platform::CallForeign(
-            [&] { enumerator->OnParameter(Boundary(name.data()), value.Kind(), value.EnumType()); });
+    const auto tell = [enumerator](std::u16string_view, std::u16string_view name, const TOrvParameter& value,
+                                   std::size_t) {
+        Platform::CallForeign([&] { enumerator->OnParameter(Boundary(name.data()), value.Kind(), value.EnumType()); });
     };
     InOperation([&] { parameters_.ForEachByKey(tell); });
 }

@@ -37,12 +37,6 @@ std::uint32_t OpenObjects()
     return openObjects.count.load(std::memory_order_relaxed);
 }
 
-std::u16string_view TerminatedView(const OrvWChar* text)
-{
-    if (!text) return {};
-    return {Units(text), Ulmo::TerminatedLength(Units(text))};
-}
-
 TOrvMessage::TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count)
     : count_(count), name_(std::move(name)), kind_(static_cast<std::uint8_t>(kind))
 {

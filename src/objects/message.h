@@ -37,7 +37,10 @@ inline const OrvWChar* Boundary(const char16_t* text)
 {
     return reinterpret_cast<const OrvWChar*>(text);
 }
-std::u16string_view TerminatedView(const OrvWChar* text);  // null reads as ""
+inline std::u16string_view TerminatedView(const OrvWChar* text)  // null reads as ""
+{
+    return Ulmo::TerminatedView(Units(text));
+}
 
 // The interfaces of the base class with what is common to all objects.
 class TOrvMessage : public ITalvecMatchAction, public ITalvecJson {

@@ -217,7 +217,7 @@ bool ParameterMap::SameContent(const ParameterMap& other) const
     }
     if (Size() != other.Size()) return false;
     bool same = true;
-    ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter& value) {
+    ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter& value, std::size_t) {
         const TOrvParameter* counterpart = same ? other.Find(key) : nullptr;
         same = counterpart && counterpart->SameValue(value);
     });
@@ -227,9 +227,8 @@ bool ParameterMap::SameContent(const ParameterMap& other) const
 void ParameterMap::CopyFrom(const ParameterMap& other)
 {
     if (entry_ != other.entry_) {
-        other.ForEachByKey([this](std::u16string_view, std::u16string_view name, const TOrvParameter& value) {
-            Put(name, TOrvParameter(value));
-        });
+        other.ForEachByKey([this](std::u16string_view, std::u16string_view name, const TOrvParameter& value,
+                                  std::size_t) { Put(name, TOrvParameter(value)); });
         return;
     }
     for (std::uint64_t left = other.present_; left != 0; left &= left - 1) {

@@ -2,8 +2,8 @@
 // unit, or in the order in which the catalogue declares them.
 //
 // A parameter that the catalogue declares lives in a slot of its own, found by its position in the declaration, without
-// a key or a name of its own: only a spelling that differs from the catalogue's is kept beside it. The slots are part of
-// the action's one block of memory, and so is the room for its texts. Any other parameter is a node of its own in a
+// a key or a name of its own: only a spelling that differs from the catalogue's is kept beside it. The slots are part
+// of the action's one block of memory, and so is the room for its texts. Any other parameter is a node of its own in a
 // tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
@@ -64,6 +64,21 @@ public:
     // may read texts of the value that goes. If it fails the map is as it was.
     template <class Fill>
     void Store(std::u16string_view name, Fill&& fill);
+    // The same by a name that ends in a zero unit; null reads as "". Where a caller goes by the declaration's order and
+    // spelling one comparison finds the place, and the end of the name is not looked for first.
+    template <class Fill>
+    void StoreTerminated(const char16_t* name, Fill&& fill)
+    {
+        const std::size_t position = ExpectedPlace(name);
+        if (position == kNotFound || Has(position) || more_) return StoreOther(name, fill);
+        FillSlot(position, fill);
+    }
+    const TOrvParameter* FindTerminated(const char16_t* name) const
+    {
+        const std::size_t position = ExpectedPlace(name);
+        if (position == kNotFound) return Find(Ulmo::TerminatedView(name));
+        return Has(position) ? &Slot(position) : nullptr;
+    }
     template <class Fill>
     void StoreDeclared(std::size_t position, Fill&& fill);  // under the catalogue's spelling
     // A declared parameter, in a slot, that an object under construction has not got yet. The caller sets it and calls
@@ -79,7 +94,8 @@ public:
     bool CopyOne(const ParameterMap& other, std::u16string_view name);
     bool Remove(std::u16string_view name);
 
-    // Calls visit(key, name, value) for each parameter, in key order. The name ends in a zero unit.
+    // Calls visit(key, name, value, position) for each parameter, in key order. The name ends in a zero unit; the
+    // position is kNotFound for a value in a node, which may be declared all the same.
     template <class Visit>
     void ForEachByKey(Visit&& visit) const;
     // Calls visit(name, value, position) for each declared parameter that is present, in declaration order, then with
@@ -124,13 +140,29 @@ private:
         bool spelt;  // as in the catalogue
     };
     Place PlaceOf(std::u16string_view name) const;
+    // That slot, when the name is spelt as the catalogue spells it there; else kNotFound.
+    std::size_t ExpectedPlace(const char16_t* name) const
+    {
+        const std::size_t expected = next_.load(std::memory_order_relaxed);
+        if (expected >= slotCount_ || !name || !entry_->IsSpelt(expected, name)) return kNotFound;
+        next_.store(static_cast<std::uint8_t>(expected + 1), std::memory_order_relaxed);
+        return expected;
+    }
+    // Kept apart, so that the usual case is small where it is used.
+    template <class Fill>
+    [[gnu::noinline]] void StoreOther(const char16_t* name, Fill& fill)
+    {
+        Store(Ulmo::TerminatedView(name), fill);
+    }
+    template <class Fill>
+    void FillSlot(std::size_t position, Fill& fill);  // which has no value yet
     template <class Fill>
     void StoreInSlot(std::size_t position, Fill&& fill);
     void PutInSlot(std::size_t position, TOrvParameter&& value);
     void PutInNode(std::u16string_view name, TOrvParameter&& value);
     More& NeedMore();
     const Nodes& GetNodes() const;
-    Node* FindNode(std::u16string_view key) const;             // by lower-cased name; null when absent
+    Node* FindNode(std::u16string_view key) const;                // by lower-cased name; null when absent
     const TOrvParameter* FindKey(std::u16string_view key) const;  // by lower-cased name, wherever it lives
 
     std::u16string_view NameOf(std::size_t position) const
@@ -189,8 +221,14 @@ void ParameterMap::StoreInSlot(std::size_t position, Fill&& fill)
         TOrvParameter value;
         fill(value);
         Slot(position) = std::move(value);
-        return;
+    } else {
+        FillSlot(position, fill);
     }
+}
+
+template <class Fill>
+void ParameterMap::FillSlot(std::size_t position, Fill& fill)
+{
     auto* slot = new (&Slot(position)) TOrvParameter(room_);
     try {
         fill(*slot);
@@ -230,25 +268,24 @@ void ParameterMap::ForEachByKey(Visit&& visit) const
         for (const std::uint32_t position : entry_->KeyOrder()) {
             if (position >= kMaximumSlots || !Has(position)) continue;
             const TOrvParameterInternalInfo& declared = entry_->Parameters[position];
-            visit(declared.LowerName.view(), declared.NameW.view(), Slot(position));
+            visit(declared.LowerName.view(), declared.NameW.view(), Slot(position), std::size_t{position});
         }
         return;
     }
     const Nodes& nodes = more_->nodes;
     auto node = nodes.begin();
+    const auto visitNode = [&] {
+        visit(std::u16string_view(node->first), std::u16string_view(node->second.name), node->second.value, kNotFound);
+    };
     if (present_ != 0) {
         for (const std::uint32_t position : entry_->KeyOrder()) {
             if (position >= kMaximumSlots || !Has(position)) continue;
             const std::u16string_view key = entry_->Parameters[position].LowerName.view();
-            for (; node != nodes.end() && node->first < key; ++node) {
-                visit(std::u16string_view(node->first), std::u16string_view(node->second.name), node->second.value);
-            }
-            visit(key, NameOf(position), Slot(position));
+            for (; node != nodes.end() && node->first < key; ++node) visitNode();
+            visit(key, NameOf(position), Slot(position), std::size_t{position});
         }
     }
-    for (; node != nodes.end(); ++node) {
-        visit(std::u16string_view(node->first), std::u16string_view(node->second.name), node->second.value);
-    }
+    for (; node != nodes.end(); ++node) visitNode();
 }
 
 template <class Visit>

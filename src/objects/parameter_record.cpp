@@ -55,7 +55,7 @@ void FillRecord(TOrvParameterValue& record, const TOrvParameter& value)
     record.enum_type = value.EnumType();
 }
 
-void SetFromRecord(TOrvParameter& value, const TOrvParameterValue& record)
+void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& record)
 {
     const auto& payload = record.payload;
     switch (record.kind) {

@@ -12,6 +12,11 @@ namespace OrvPLC {
 void FillRecord(TOrvParameterValue& record, const TOrvParameter& value);
 
 // Sets a new value from the record: kind, enum and what the kind uses. A kind that does not exist gives kind 0.
-void SetFromRecord(TOrvParameter& value, const TOrvParameterValue& record);
+void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& record);
+inline void SetFromRecord(TOrvParameter& value, const TOrvParameterValue& record)
+{
+    if (record.kind == ORV_KIND_Numeric32Bit) return value.SetInt32(record.payload.int32, record.enum_type);
+    SetFromRecordOfAnyKind(value, record);
+}
 
 }  // namespace OrvPLC

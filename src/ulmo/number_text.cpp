@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <system_error>
 
@@ -22,17 +23,32 @@ void AppendWidened(std::u16string& output, std::string_view narrow)
     output.append(wide, std::copy(narrow.begin(), narrow.end(), wide));
 }
 
-void AppendWidened(std::string& output, std::string_view narrow)
-{
-    output.append(narrow);
-}
+// "00" to "99", one behind the other.
+struct DigitPairs {
+    char16_t units[200];
 
-template <class Text, class Integer>
-void AppendInteger(Text& output, Integer value)
+    constexpr DigitPairs() : units()
+    {
+        for (unsigned i = 0; i < 100; ++i) {
+            units[2 * i] = static_cast<char16_t>(u'0' + i / 10);
+            units[2 * i + 1] = static_cast<char16_t>(u'0' + i % 10);
+        }
+    }
+};
+constexpr DigitPairs kDigitPairs;
+
+template <class Integer>
+void AppendInteger(std::string& output, Integer value)
 {
     char text[kLongestNumber];
-    const char* end = std::to_chars(text, text + sizeof text, value).ptr;
-    AppendWidened(output, {text, end});
+    output.append(text, std::to_chars(text, text + sizeof text, value).ptr);
+}
+
+std::size_t DigitCount(std::uint64_t value)
+{
+    std::size_t count = 1;
+    for (; value >= 100; value /= 100) count += 2;
+    return count + (value >= 10);
 }
 
 char16_t Unit(char c)
@@ -206,17 +222,39 @@ int DecimalExponent(double value)
 
 }  // namespace
 
-void AppendDecimal(std::u16string& output, std::int64_t value)
+char16_t* WriteUnsigned(char16_t* target, std::uint64_t value)
 {
-    AppendInteger(output, value);
+    char16_t* const end = target + DigitCount(value);
+    char16_t* place = end;
+    for (; value >= 10; value /= 100) {
+        place -= 2;
+        std::memcpy(place, &kDigitPairs.units[2 * (value % 100)], 2 * sizeof(char16_t));
+    }
+    if (place != target) *target = static_cast<char16_t>(u'0' + value);
+    return end;
 }
 
-void AppendDecimal(std::string& output, std::int64_t value)
+char16_t* WriteDecimal(char16_t* target, std::int64_t value)
 {
-    AppendInteger(output, value);
+    const auto bits = static_cast<std::uint64_t>(value);
+    if (value >= 0) return WriteUnsigned(target, bits);
+    *target = u'-';
+    return WriteUnsigned(target + 1, 0 - bits);
+}
+
+void AppendDecimal(std::u16string& output, std::int64_t value)
+{
+    char16_t text[kLongestDecimal];
+    output.append(text, WriteDecimal(text, value));
 }
 
 void AppendUnsigned(std::u16string& output, std::uint64_t value)
+{
+    char16_t text[kLongestDecimal];
+    output.append(text, WriteUnsigned(text, value));
+}
+
+void AppendDecimal(std::string& output, std::int64_t value)
 {
     AppendInteger(output, value);
 }

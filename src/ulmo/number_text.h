@@ -14,6 +14,11 @@ void AppendDecimal(std::string& output, std::int64_t value);
 void AppendUnsigned(std::u16string& output, std::uint64_t value);
 void AppendUnsigned(std::string& output, std::uint64_t value);
 
+// Decimal text from the target on, which has room for the longest. Returns the end of the text.
+inline constexpr std::size_t kLongestDecimal = 20;
+char16_t* WriteDecimal(char16_t* target, std::int64_t value);
+char16_t* WriteUnsigned(char16_t* target, std::uint64_t value);
+
 // How a double without decimal places is written: as a whole number (action text), or with ".0" behind it (JSON).
 enum class TrailingPoint { Drop, Keep };
 

@@ -97,11 +97,6 @@ bool EqualsLower(std::u16string_view text, std::u16string_view lower)
     return !ascii && SameText(LowerCase(text.substr(same)), lower.substr(same));
 }
 
-std::size_t TerminatedLength(const char16_t* text)
-{
-    return Platform::TerminatedLength(text);
-}
-
 int ClipSizeT(std::size_t size)
 {
     if (size <= std::numeric_limits<std::uint32_t>::max()) return static_cast<int>(static_cast<std::uint32_t>(size));

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/text.h"
+
 namespace Ulmo {
 
 // Each raises SystemException with the name of the system call when the system refuses the conversion. An empty input
@@ -48,11 +50,28 @@ inline bool SameText(std::u16string_view a, std::u16string_view b)
     }
     return sameWord(size - kStep);
 }
+// The same when both end in a zero unit, and the length of the second need not be known. Nothing behind its end is read.
+inline bool SameTerminated(std::u16string_view a, const char16_t* b)
+{
+    const char16_t* units = a.data();
+    for (; *units == *b; ++units, ++b) {
+        if (*units == 0) return units == a.data() + a.size();
+    }
+    return false;
+}
 // Compares after lower-casing `text`; `lower` is lower-cased already.
 bool EqualsLower(std::u16string_view text, std::u16string_view lower);
 
-// The length of a text that ends in a zero unit, eight units a step.
-std::size_t TerminatedLength(const char16_t* text);
+// The length of a text that ends in a zero unit.
+inline std::size_t TerminatedLength(const char16_t* text)
+{
+    return Platform::TerminatedLength(text);
+}
+// Null reads as "".
+inline std::u16string_view TerminatedView(const char16_t* text)
+{
+    return text ? std::u16string_view(text, TerminatedLength(text)) : std::u16string_view();
+}
 
 // The size as the 32 bits of an int for a system call. A size above 0xFFFFFFFF gives -1, which such calls take as "up
 // to the terminating zero", and a line in the debug sink.

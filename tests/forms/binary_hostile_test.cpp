@@ -30,8 +30,8 @@ public:
         AddText(action.Name(), false);
         Add(4, true);
         fields_.back().endsAll = true;
-        action.Parameters().ForEachByKey(
-            [this](std::u16string_view, std::u16string_view name, const TOrvParameter& value) { AddRecord(name, value); });
+        action.Parameters().ForEachByKey([this](std::u16string_view, std::u16string_view name,
+                                                const TOrvParameter& value, std::size_t) { AddRecord(name, value); });
         if (records_ == 0) return;
         fields_.back().endsAll = true;
         if (lastTextAtEnd_) fields_[fields_.size() - 2].endsAll = true;
@@ -81,10 +81,11 @@ private:
 void ExpectSameValues(const TOrvAction& read, const TOrvAction& original, std::size_t whole)
 {
     std::size_t same = 0;
-    read.Parameters().ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter& value) {
-        const TOrvParameter* counterpart = original.Parameters().Find(key);
-        if (counterpart && counterpart->SameValue(value)) ++same;
-    });
+    read.Parameters().ForEachByKey(
+        [&](std::u16string_view key, std::u16string_view, const TOrvParameter& value, std::size_t) {
+            const TOrvParameter* counterpart = original.Parameters().Find(key);
+            if (counterpart && counterpart->SameValue(value)) ++same;
+        });
     EXPECT_GE(same, whole);
 }
 

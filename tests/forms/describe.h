@@ -48,8 +48,8 @@ inline std::string Describe(const TOrvAction& action)
         DescribeValue(text, value);
     };
     if (const TOrvParameter* description = action.DescriptionParameter()) add(action.DescriptionName(), *description);
-    action.Parameters().ForEachByKey(
-        [&](std::u16string_view, std::u16string_view name, const TOrvParameter& value) { add(name, value); });
+    action.Parameters().ForEachByKey([&](std::u16string_view, std::u16string_view name, const TOrvParameter& value,
+                                         std::size_t) { add(name, value); });
     return Ulmo::Utf8FromWide(text);
 }
 

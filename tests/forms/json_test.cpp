@@ -20,7 +20,7 @@ std::string Json(const TOrvMessage& message, bool wrap = true, const std::uint32
 {
     TOrvJsonWriter writer(wrap);
     message.WriteJson(writer, limit);
-    return Ulmo::Utf8FromWide(writer.Take());
+    return Ulmo::Utf8FromWide(writer.Finish());
 }
 
 // What stands behind "paramsCount":, with the closing braces.
@@ -147,16 +147,25 @@ TEST(Json, Strings)
         {0x2027, u"\u2027"}, {0x2028, u"\\u2028"}, {0x2029, u"\\u2029"}, {0xD800, {0xD800}},
     };
     for (const auto& row : rows) {
-        for (std::size_t place = 0; place < 9; ++place) {
-            const std::u16string front(place, u'a');
+        for (std::size_t place = 0; place < 54; ++place) {
+            const std::u16string front(place % 9, u'a');
+            const std::u16string back(place / 9, u'z');
             TOrvJsonWriter writer(false);
-            writer.WriteString(u"k", front + row.unit + u"zzzzz");
-            EXPECT_EQ(writer.Take(), u"\"k\":\"" + front + row.written + u"zzzzz\"") << int{row.unit};
+            writer.WriteString(u"k", front + row.unit + back);
+            EXPECT_EQ(writer.Finish(), u"\"k\":\"" + front + row.written + back + u'"') << int{row.unit};
         }
+    }
+    // A text that outgrows the writer's first memory in the middle of its escapes.
+    for (std::size_t plain = 2020; plain < 2060; ++plain) {
+        TOrvJsonWriter writer(false);
+        std::u16string expected(u"\"k\":\"" + std::u16string(plain, u'p'));
+        for (int i = 0; i < 3000; ++i) expected += u"\\u0001";
+        writer.WriteString(u"k", std::u16string(plain, u'p') + std::u16string(3000, u'\1'));
+        EXPECT_EQ(writer.Finish(), expected + u'"') << plain;
     }
     TOrvJsonWriter writer(false);
     writer.WriteString(u"k", {});
-    EXPECT_EQ(writer.Take(), u"\"k\":null");
+    EXPECT_EQ(writer.Finish(), u"\"k\":null");
 }
 
 TEST(Json, NumbersThatAreNotFinite)
@@ -165,7 +174,7 @@ TEST(Json, NumbersThatAreNotFinite)
     const auto written = [](double value, NonFinite mode) {
         TOrvJsonWriter writer(true, mode);
         writer.WriteDouble(u"k", value);
-        return Ulmo::Utf8FromWide(writer.Take());
+        return Ulmo::Utf8FromWide(writer.Finish());
     };
     EXPECT_EQ(written(HUGE_VAL, NonFinite::Large), "{\"k\":1e999}");
     EXPECT_EQ(written(-HUGE_VAL, NonFinite::Large), "{\"k\":-1e999}");

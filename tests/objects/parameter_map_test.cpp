@@ -15,8 +15,9 @@ namespace {
 std::vector<std::u16string> Keys(const ParameterMap& map)
 {
     std::vector<std::u16string> keys;
-    map.ForEachByKey(
-        [&](std::u16string_view key, std::u16string_view, const TOrvParameter&) { keys.emplace_back(key); });
+    map.ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter&, std::size_t) {
+        keys.emplace_back(key);
+    });
     return keys;
 }
 
@@ -89,8 +90,8 @@ TEST_F(MapOfPanLeft, AStoreMayReadTheValueThatItReplaces)
     }
 }
 
-// A text that fits takes the place of the one that it replaces, and an object gives room to so many texts only: one that
-// is changed for ever does not grow.
+// A text that fits takes the place of the one that it replaces, and an object gives room to so many texts only: one
+// that is changed for ever does not grow.
 TEST_F(MapOfPanLeft, TextsKeepTheirPlaceAndTheRoomHasAnEnd)
 {
     const auto setName = [&](std::u16string_view name) {

@@ -17,6 +17,25 @@ TEST(NumberText, WritesIntegersAtTheirLimits)
     EXPECT_EQ(text, u"-9223372036854775808018446744073709551615");
 }
 
+// The wide digits are written in pairs; the narrow ones come from the standard library.
+TEST(NumberText, WritesWideDigitsAsTheNarrowOnes)
+{
+    const auto expectSame = [](std::int64_t value) {
+        std::u16string wide;
+        std::string narrow;
+        Ulmo::AppendDecimal(wide, value);
+        Ulmo::AppendDecimal(narrow, value);
+        EXPECT_EQ(wide, std::u16string(narrow.begin(), narrow.end()));
+    };
+    for (std::int64_t value = -1100; value <= 1100; ++value) expectSame(value);
+    for (std::int64_t power = 1000; power < std::numeric_limits<std::int64_t>::max() / 10; power *= 10) {
+        for (const std::int64_t value : {power - 1, power, power + 1}) {
+            expectSame(value);
+            expectSame(-value);
+        }
+    }
+}
+
 TEST(NumberText, WritesDoublesWithFifteenDigits)
 {
     struct Case {
