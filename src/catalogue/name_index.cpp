@@ -31,17 +31,31 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t units)
     return hash ^ (hash >> 29);
 }
 
-// The units from `offset` on, four or what is left of the name; missing ones are 0.
-std::uint64_t Load(std::u16string_view name, std::size_t offset)
+constexpr std::size_t kWordUnits = 4;
+
+std::uint64_t LoadWord(const char16_t* units)
 {
-    std::uint64_t units = 0;
-    const std::size_t left = name.size() - offset;
-    if (left >= 4) {
-        std::memcpy(&units, name.data() + offset, sizeof units);
-        return units;
-    }
-    for (std::size_t i = 0; i < left; ++i) units |= std::uint64_t{name[offset + i]} << (16 * i);
-    return units;
+    std::uint64_t word = 0;
+    std::memcpy(&word, units, sizeof word);
+    return word;
+}
+
+std::uint64_t LoadShort(std::u16string_view name)
+{
+    std::uint64_t word = 0;
+    for (std::size_t i = 0; i < name.size(); ++i) word |= std::uint64_t{name[i]} << (16 * i);
+    return word;
+}
+
+// Calls visit(word, offset) for four units after four; the last four may overlap those before. A shorter name is one
+// word, filled up with zeros.
+template <class Visit>
+void ForEachWord(std::u16string_view name, Visit&& visit)
+{
+    if (name.size() < kWordUnits) return visit(LoadShort(name), std::size_t{0});
+    const std::size_t last = name.size() - kWordUnits;
+    for (std::size_t at = 0; at < last; at += kWordUnits) visit(LoadWord(name.data() + at), at);
+    visit(LoadWord(name.data() + last), last);
 }
 
 // The hash of the folded name; false when the name needs more than ASCII folding.
@@ -49,11 +63,10 @@ bool HashFolded(std::u16string_view name, std::uint32_t& hash)
 {
     std::uint64_t mixed = name.size();
     std::uint64_t seen = 0;
-    for (std::size_t i = 0; i < name.size(); i += 4) {
-        const std::uint64_t units = Load(name, i);
+    ForEachWord(name, [&](std::uint64_t units, std::size_t) {
         seen |= units;
         mixed = Mix(mixed, FoldAscii(units));
-    }
+    });
     hash = static_cast<std::uint32_t>(mixed >> 32);
     return IsAscii(seen);
 }
@@ -62,19 +75,21 @@ bool HashFolded(std::u16string_view name, std::uint32_t& hash)
 std::uint32_t HashLower(std::u16string_view lower)
 {
     std::uint64_t mixed = lower.size();
-    for (std::size_t i = 0; i < lower.size(); i += 4) {
-        const std::uint64_t units = Load(lower, i);
+    ForEachWord(lower, [&](std::uint64_t units, std::size_t) {
         mixed = Mix(mixed, IsAscii(units) ? FoldAscii(units) : units);
-    }
+    });
     return static_cast<std::uint32_t>(mixed >> 32);
 }
 
+// Names of the same length.
 bool SameFolded(std::u16string_view name, std::u16string_view lower)
 {
-    for (std::size_t i = 0; i < name.size(); i += 4) {
-        if (FoldAscii(Load(name, i)) != Load(lower, i)) return false;
-    }
-    return true;
+    if (name.size() < kWordUnits) return FoldAscii(LoadShort(name)) == LoadShort(lower);
+    std::uint64_t differing = 0;
+    ForEachWord(name, [&](std::uint64_t units, std::size_t at) {
+        differing |= FoldAscii(units) ^ LoadWord(lower.data() + at);
+    });
+    return differing == 0;
 }
 
 }  // namespace

@@ -10,11 +10,6 @@
 
 namespace OrvPLC {
 
-TOrvAction::TOrvAction(std::uint32_t kind, SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
-                       const Block& block)
-    : TOrvMessage(kind, std::move(name), count), parameters_(entry, block.slots, block.textBytes)
-{}
-
 SharedName TOrvAction::NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry)
 {
     if (entry && Ulmo::SameText(name, entry->NameW.view())) return SharedName::Shared(entry->NameW.view());
@@ -28,8 +23,9 @@ TOrvAction::Block TOrvAction::Allocate(std::size_t objectSize, const TOrvActionI
     // A text that is longer than this room can be has a block of its own.
     constexpr std::size_t kMostTextBytes = 0x40000000;
     textBytes = std::min(textBytes, kMostTextBytes);
-    void* object = ::operator new(objectSize + ParameterMap::MemorySize(entry, textBytes));
-    return {object, static_cast<char*>(object) + objectSize, textBytes};
+    const std::size_t slots = ParameterMap::SlotCount(entry);
+    void* object = ::operator new(objectSize + ParameterMap::Memory::Size(slots, textBytes));
+    return {object, {static_cast<char*>(object) + objectSize, slots, textBytes}};
 }
 
 TOrvAction* TOrvAction::Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
@@ -65,7 +61,7 @@ TOrvAction* TOrvAction::CreateWithRoom(const TOrvActionInternalInfo& entry, std:
 TOrvMessage* TOrvAction::Clone() const
 {
     // Looking the name up again would find the same entry: entries are never removed.
-    ObjectPtr<TOrvAction> clone(Make(NameFor(Name(), Entry()), 1, Entry(), parameters_.TextBytes()));
+    ObjectPtr<TOrvAction> clone(Make(OwnName(), 1, Entry(), parameters_.TextBytes()));
     clone->parameters_.CopyFrom(parameters_);
     return clone.release();
 }

@@ -94,13 +94,14 @@ protected:
     // Memory for an object of a class, for its slots and for its texts, in one block.
     struct Block {
         void* object;
-        void* slots;
-        std::size_t textBytes;
+        ParameterMap::Memory memory;
     };
     static Block Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry, std::size_t textBytes);
 
     TOrvAction(std::uint32_t kind, SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
-               const Block& block);
+               const Block& block)
+        : TOrvMessage(kind, std::move(name), count), parameters_(entry, block.memory)
+    {}
     // The catalogue's own string where the spelling is the catalogue's.
     static SharedName NameFor(std::u16string_view name, const TOrvActionInternalInfo* entry);
     bool Supports(const TOrvGuid& id) const override;

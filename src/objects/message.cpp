@@ -14,17 +14,6 @@ constexpr std::int32_t kNoInterface = static_cast<std::int32_t>(0x80004002);
 constexpr std::int32_t kNullPointer = static_cast<std::int32_t>(0x80004003);
 constexpr TOrvGuid kMarshal = {3, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
-// At the end of the library a leak is told to whoever listens, and nothing else: no object is reclaimed.
-struct OpenObjectCounter {
-    std::atomic<std::uint32_t> count{0};
-
-    ~OpenObjectCounter()
-    {
-        if (count != 0) Platform::WriteDebug(u"OrvActionsDLL: some actions/messages are not destroyed!\n");
-    }
-};
-OpenObjectCounter openObjects;
-
 bool Same(const TOrvGuid& a, const TOrvGuid& b)
 {
     return std::memcmp(&a, &b, sizeof a) == 0;
@@ -32,15 +21,11 @@ bool Same(const TOrvGuid& a, const TOrvGuid& b)
 
 }  // namespace
 
-std::uint32_t OpenObjects()
-{
-    return openObjects.count.load(std::memory_order_relaxed);
-}
+OpenObjectCounter openObjects;
 
-TOrvMessage::TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count)
-    : count_(count), name_(std::move(name)), kind_(static_cast<std::uint8_t>(kind))
+OpenObjectCounter::~OpenObjectCounter()
 {
-    openObjects.count.fetch_add(1, std::memory_order_relaxed);
+    if (count != 0) Platform::WriteDebug(u"OrvActionsDLL: some actions/messages are not destroyed!\n");
 }
 
 TOrvMessage::~TOrvMessage()

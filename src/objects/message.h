@@ -25,8 +25,18 @@ class TOrvPlainTextWriter;
 class TOrvJsonWriter;
 class TOrvBinaryCursor;
 
-// How many objects of this library are alive.
-std::uint32_t OpenObjects();
+// How many objects of this library are alive. At the end of the library a leak is told to whoever listens, and nothing
+// else: no object is reclaimed.
+struct OpenObjectCounter {
+    std::atomic<std::uint32_t> count{0};
+
+    ~OpenObjectCounter();
+};
+extern OpenObjectCounter openObjects;
+inline std::uint32_t OpenObjects()
+{
+    return openObjects.count.load(std::memory_order_relaxed);
+}
 
 // The boundary casts: the interface speaks OrvWChar, the library char16_t; both are the same 16-bit unit.
 inline const char16_t* Units(const OrvWChar* text)
@@ -85,7 +95,12 @@ public:
     const char* NarrowName();  // the own name in the ANSI code page, made on first use
 
 protected:
-    TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count);
+    const SharedName& OwnName() const noexcept { return name_; }
+    TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count)
+        : count_(count), name_(std::move(name)), kind_(static_cast<std::uint8_t>(kind))
+    {
+        openObjects.count.fetch_add(1, std::memory_order_relaxed);
+    }
     // Beside IUnknown, ITalvecMessage and ITalvecJson, which every object has.
     virtual bool Supports(const TOrvGuid& id) const = 0;
     virtual bool OffersMarshaler() const = 0;

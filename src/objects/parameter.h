@@ -1,9 +1,9 @@
 // The value of one parameter: a tagged record of twelve kinds, copied by value, with plain functions that switch on
 // the kind.
 //
-// A value keeps its address until it is changed or removed, because callers hold pointers into it. It is small, since an
-// object has one for each parameter: it does not know its own name, kinds that exclude each other share room, and what
-// is rarely there (a narrow text, result data items) lives behind the pointer to the text.
+// A value keeps its address until it is changed or removed, because callers hold pointers into it. It is small, since
+// an object has one for each parameter: it does not know its own name, kinds that exclude each other share room, and
+// what is rarely there (a narrow text, result data items) lives behind the pointer to the text.
 //
 // Threads: an action is for one thread at a time. Only the lazily built narrow text and the result data items have a
 // lock, one of a fixed pool, chosen by the value's address.
@@ -206,10 +206,7 @@ private:
     static TextHeader& HeaderOf(char16_t* units) noexcept { return *(reinterpret_cast<TextHeader*>(units) - 1); }
     static std::uint32_t RoomOf(char16_t* units) noexcept { return HeaderOf(units).room & ~TextHeader::kOnHeap; }
     static bool IsOnHeap(char16_t* units) noexcept { return (HeaderOf(units).room & TextHeader::kOnHeap) != 0; }
-    Side* GetSide() const noexcept
-    {
-        return text_ & kSideTag ? reinterpret_cast<Side*>(text_ - kSideTag) : nullptr;
-    }
+    Side* GetSide() const noexcept { return text_ & kSideTag ? reinterpret_cast<Side*>(text_ - kSideTag) : nullptr; }
     static bool Suits(char16_t* units, std::size_t length) noexcept;  // whether a text of that length goes there
     bool OwnsMemory() const noexcept
     {

@@ -14,24 +14,10 @@ constexpr std::size_t kMostUsualTextBytes = 240;
 
 }  // namespace
 
-std::size_t ParameterMap::SlotCount(const TOrvActionInternalInfo* entry)
-{
-    return entry && !entry->HasRepeatedNames() ? std::min(entry->Parameters.size(), kMaximumSlots) : 0;
-}
-
 std::size_t ParameterMap::UsualTextBytes(const TOrvActionInternalInfo* entry)
 {
     return std::min(SlotCount(entry) * kUsualTextBytesPerSlot, kMostUsualTextBytes);
 }
-
-ParameterMap::ParameterMap(const TOrvActionInternalInfo* entry, void* memory, std::size_t textBytes)
-    : entry_(entry),
-      room_(static_cast<std::byte*>(memory) + SlotCount(entry) * sizeof(TOrvParameter),
-            static_cast<std::uint32_t>(textBytes)),
-      slotsOffset_(static_cast<std::uint16_t>(reinterpret_cast<std::uintptr_t>(memory) -
-                                              reinterpret_cast<std::uintptr_t>(this))),
-      slotCount_(static_cast<std::uint8_t>(SlotCount(entry)))
-{}
 
 ParameterMap::~ParameterMap()
 {

@@ -7,6 +7,7 @@
 // tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <bit>
 #include <cstdint>
@@ -31,20 +32,36 @@ public:
     // repeats a name all live in nodes, since a name has one value.
     static constexpr std::size_t kMaximumSlots = 64;
     static constexpr std::size_t kNotFound = TOrvActionInternalInfo::kNotFound;
-    static std::size_t SlotCount(const TOrvActionInternalInfo* entry);
-
-    // Bytes of the memory that a map needs behind its object: its slots, then the room for texts.
-    static std::size_t MemorySize(const TOrvActionInternalInfo* entry, std::size_t textBytes)
+    static std::size_t SlotCount(const TOrvActionInternalInfo* entry)
     {
-        return SlotCount(entry) * sizeof(TOrvParameter) + textBytes;
+        return entry && !entry->HasRepeatedNames() ? std::min(entry->Parameters.size(), kMaximumSlots) : 0;
     }
+
+    // The memory that a map has behind its object: its slots, then the room for texts.
+    struct Memory {
+        void* place;  // raw
+        std::size_t slots;
+        std::size_t textBytes;
+
+        static std::size_t Size(std::size_t slots, std::size_t textBytes)
+        {
+            return slots * sizeof(TOrvParameter) + textBytes;
+        }
+    };
     // Room for texts of a usual length, for an object whose texts come later.
     static std::size_t UsualTextBytes(const TOrvActionInternalInfo* entry);
     // The room that the texts of all slots take.
     std::size_t TextBytes() const;
 
-    // `entry` may be null; `memory` is raw, of that size, and lies behind the map in the same block.
-    ParameterMap(const TOrvActionInternalInfo* entry, void* memory, std::size_t textBytes);
+    // `entry` may be null. The memory has its SlotCount() and lies behind the map in the same block.
+    ParameterMap(const TOrvActionInternalInfo* entry, const Memory& memory)
+        : entry_(entry),
+          room_(static_cast<std::byte*>(memory.place) + memory.slots * sizeof(TOrvParameter),
+                static_cast<std::uint32_t>(memory.textBytes)),
+          slotsOffset_(static_cast<std::uint16_t>(reinterpret_cast<std::uintptr_t>(memory.place) -
+                                                  reinterpret_cast<std::uintptr_t>(this))),
+          slotCount_(static_cast<std::uint8_t>(memory.slots))
+    {}
     ParameterMap(const ParameterMap&) = delete;
     ParameterMap& operator=(const ParameterMap&) = delete;
     ~ParameterMap();

@@ -148,11 +148,13 @@ TEST(ParameterMap, ManyDeclaredParameters)
     for (int i = 0; i < 100; ++i) parameters.emplace_back(nameAt(i), 2u, 0u, 5u, 0u, 0u);
     entry->SetParameters(std::move(parameters));
     // A map finds its slots behind itself.
-    const std::size_t size = sizeof(ParameterMap) + ParameterMap::MemorySize(entry.get(), 0);
+    const std::size_t slots = ParameterMap::SlotCount(entry.get());
+    const std::size_t size = sizeof(ParameterMap) + ParameterMap::Memory::Size(slots, 0);
     const auto memory = std::make_unique<std::max_align_t[]>(size / sizeof(std::max_align_t) + 1);
     auto* const behind = reinterpret_cast<std::byte*>(memory.get()) + sizeof(ParameterMap);
-    const std::unique_ptr<ParameterMap, void (*)(ParameterMap*)> made(
-        new (memory.get()) ParameterMap(entry.get(), behind, 0), [](ParameterMap* map) { std::destroy_at(map); });
+    const std::unique_ptr<ParameterMap, void (*)(ParameterMap*)> made(new (memory.get())
+                                                                          ParameterMap(entry.get(), {behind, slots, 0}),
+                                                                      [](ParameterMap* map) { std::destroy_at(map); });
     ParameterMap& map = *made;
     std::vector<std::u16string> declared;
     SetNumber(map, u"undeclared", 1);

@@ -45,7 +45,7 @@ def _path(table: str) -> str:
 def name_hash(name: str) -> int:
     """The hash of a lower-cased ASCII name, as src/catalogue/name_index.cpp computes it."""
     mixed = len(name)
-    for at in range(0, len(name), 4):
+    for at in [*range(0, len(name) - 4, 4), max(len(name) - 4, 0)]:
         units = sum(ord(unit) << (16 * lane) for lane, unit in enumerate(name[at : at + 4]))
         mixed = ((mixed ^ units) * 0x9E3779B97F4A7C15) & MASK
         mixed ^= mixed >> 29
