@@ -17,11 +17,14 @@ set(ORV_GENERATOR_COMMAND
     "${Python3_EXECUTABLE}" -B "${PROJECT_SOURCE_DIR}/tools/generate/generate.py"
     --data "${PROJECT_SOURCE_DIR}/src/catalogue/data"
     --exports "${PROJECT_SOURCE_DIR}/src/exports/exports.list"
-    --character-classes "${PROJECT_SOURCE_DIR}/src/ulmo/data/character_classes.txt")
+    --character-classes "${PROJECT_SOURCE_DIR}/src/ulmo/data/character_classes.txt"
+    --headers "${PROJECT_SOURCE_DIR}/include")
 
 file(GLOB ORV_GENERATOR_INPUTS CONFIGURE_DEPENDS
     "${PROJECT_SOURCE_DIR}/src/catalogue/data/*.toml"
     "${PROJECT_SOURCE_DIR}/src/catalogue/data/actions/*.toml"
+    "${PROJECT_SOURCE_DIR}/include/*.h"
+    "${PROJECT_SOURCE_DIR}/include/OrvActions/*.h"
     "${PROJECT_SOURCE_DIR}/tools/generate/*.py"
     "${PROJECT_SOURCE_DIR}/tools/generate/orvgen/*.py")
 list(APPEND ORV_GENERATOR_INPUTS "${PROJECT_SOURCE_DIR}/src/exports/exports.list"

@@ -8,6 +8,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 DATA = ROOT / "src/catalogue/data"
 EXPORTS = ROOT / "src/exports/exports.list"
+HEADERS = ROOT / "include"
 CHARACTERS = ROOT / "src/ulmo/data/character_classes.txt"
 
 sys.path.insert(0, str(ROOT / "tools/generate"))
@@ -70,6 +71,12 @@ parameters = []
 """,
     "sibling_text.toml": "",
     "exports.list": "OrvAct_CloseHandle [T]\n",
+    "include/OrvActions.h": """\
+#include "OrvActions/OrvGenerated.h"
+uint8_t OrvAct_CloseHandle(TOrvHandle handle);
+uint8_t Talvec_Action_CloseHandle(TOrvHandle handle);
+""",
+    "include/OrvActions/OrvTypes.h": "typedef struct TOrvActionObject* TOrvHandle;\n",
     "characters.txt": "# head\nletter 0041-005A 0061\nletter 0100\ndigit 0030-0039\nblank 0020\n",
 }
 
@@ -80,8 +87,9 @@ def problems_of(changes: Mapping[str, str | None]) -> list[str]:
         for name, text in {**SOUND, **changes}.items():
             if text is not None:
                 path = Path(folder) / name
-                path.parent.mkdir(exist_ok=True)
+                path.parent.mkdir(parents=True, exist_ok=True)
                 path.write_text(text, encoding="utf-8")
-        files, report = generate(Path(folder), Path(folder) / "exports.list", Path(folder) / "characters.txt")
+        files, report = generate(Path(folder), Path(folder) / "exports.list", Path(folder) / "characters.txt",
+                                 Path(folder) / "include")
         assert bool(files) != bool(report.problems), "files are made of sound data only"
         return [line.replace(f"{Path(folder).as_posix()}/", "") for line in report.lines()]

@@ -3,7 +3,7 @@
 import re
 import unittest
 
-from support import CHARACTERS, DATA, EXPORTS, generate
+from support import CHARACTERS, DATA, EXPORTS, HEADERS, generate
 
 from orvgen.model import Parameter, Texts
 from orvgen.pairs import create_arguments, decode_outputs
@@ -78,7 +78,7 @@ class CTypes(unittest.TestCase):
 class Functions(unittest.TestCase):
     @classmethod
     def setUpClass(cls) -> None:
-        cls.files, report = generate(DATA, EXPORTS, CHARACTERS)
+        cls.files, report = generate(DATA, EXPORTS, CHARACTERS, HEADERS)
         assert not report.problems, report.lines()
         cls.header = cls.files["include/OrvActions/OrvGenerated.h"]
         cls.sources = [text for name, text in cls.files.items() if re.fullmatch(r"src/create_decode_\d\.cpp", name)]

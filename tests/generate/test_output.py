@@ -5,7 +5,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from support import CHARACTERS, DATA, EXPORTS, ROOT, generate
+from support import CHARACTERS, DATA, EXPORTS, HEADERS, ROOT, generate
 
 from orvgen import exports
 from orvgen.report import Report
@@ -15,11 +15,11 @@ from orvgen.run import write_changed
 class Output(unittest.TestCase):
     @classmethod
     def setUpClass(cls) -> None:
-        cls.files, report = generate(DATA, EXPORTS, CHARACTERS)
+        cls.files, report = generate(DATA, EXPORTS, CHARACTERS, HEADERS)
         assert not report.problems, report.lines()
 
     def test_second_run_is_the_same_and_writes_nothing(self) -> None:
-        again, _ = generate(DATA, EXPORTS, CHARACTERS)
+        again, _ = generate(DATA, EXPORTS, CHARACTERS, HEADERS)
         self.assertEqual(again, self.files)
         with tempfile.TemporaryDirectory() as folder:
             out = Path(folder)

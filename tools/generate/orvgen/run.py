@@ -2,12 +2,25 @@
 
 from pathlib import Path
 
-from . import characters, check, emit_create_decode, emit_header, emit_reference, emit_rows, emit_sibling, exports, load
-from .report import Report
+from . import (
+    characters,
+    check,
+    declarations,
+    emit_create_decode,
+    emit_header,
+    emit_python,
+    emit_reference,
+    emit_rows,
+    emit_sibling,
+    exports,
+    load,
+)
+from .model import Catalogue
+from .report import Place, Report
 from .text_pool import TextPool
 
 
-def generate(data: Path, export_list: Path, character_classes: Path) -> tuple[dict[str, str], Report]:
+def generate(data: Path, export_list: Path, character_classes: Path, headers: Path) -> tuple[dict[str, str], Report]:
     """The files to write, by path below the output folder; none when the report holds a problem."""
     report = Report()
     catalogue = load.load(data, report)
@@ -26,10 +39,23 @@ def generate(data: Path, export_list: Path, character_classes: Path) -> tuple[di
         emit_sibling.emit(catalogue, pool),
         emit_rows.emit_texts(pool),
         characters.emit(classes),
-        exports.emit(exports.with_generated(names, emit_create_decode.names(catalogue))),
     ):
         files.update(emitted)
-    return files, report
+    exported = exports.with_generated(names, emit_create_decode.names(catalogue))
+    files.update(exports.emit(exported))
+    files.update(_bindings(catalogue, exported, files, headers, report))
+    return ({} if report.problems else files), report
+
+
+def _bindings(catalogue: Catalogue, exported: list[exports.Export], files: dict[str, str], headers: Path,
+              report: Report) -> dict[str, str]:
+    """The bindings of other languages, which hold every export or are not made."""
+    declared = declarations.load(headers, files)
+    for name in sorted({export.name for export in exported} ^ set(declared.functions)):
+        report.add(Place(headers.as_posix(), 1), f"'{name}' stands in the list of exports or in a header, not in both")
+    if report.problems:
+        return {}
+    return emit_python.emit(catalogue, declared)
 
 
 def write_changed(out: Path, files: dict[str, str]) -> list[str]:

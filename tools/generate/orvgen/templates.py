@@ -286,3 +286,80 @@ Id $id, public type $public_type.
 |---|---|---|
 $values
 """)
+
+PYTHON_INTERFACE = Template('''\
+"""The flat interface for ctypes: records, prototypes and constants. Generated from the public headers.
+
+A signature is the result and the arguments in the letters of Python's struct module; v is no result, P any pointer and
+z a constant text, given as bytes that end in a zero unit.
+"""
+
+from ctypes import Structure, Union, c_double, c_int16, c_int32, c_int64, c_uint8, c_uint16, c_uint32, c_uint64, c_void_p
+
+VERSION = "$version"
+
+$records
+
+FUNCTIONS = {
+$functions
+}
+
+# The tables of the interfaces, in order.
+OPERATIONS = {
+$operations
+}
+
+$constants
+''')
+
+PYTHON_ENUMS = Template('''\
+"""The enums of the catalogue. Generated from its data.
+
+A value that an enum does not name is a plain int wherever one of these is expected.
+"""
+
+import enum
+
+
+class Enum(enum.IntEnum):
+    """The base of them all; shows a value as it is written in Python."""
+
+    def __repr__(self) -> str:
+        return f"enums.{type(self).__name__}.{self.name}"
+
+    def __str__(self) -> str:
+        return self.name
+
+    def __format__(self, form: str) -> str:
+        return format(self.name if form in ("", "s") else int(self), form)
+
+
+$enums
+
+BY_ID: "dict[int, type[Enum]]" = {
+$by_id
+}
+IDS: "dict[type[Enum], int]" = {kind: number for number, kind in BY_ID.items()}
+''')
+
+PYTHON_TEXTS = Template('''\
+"""The descriptions of actions and parameters, of which actions.py makes classes. Generated from the catalogue's data."""
+
+ACTIONS = {
+$actions}
+''')
+
+PYTHON_STUBS = Template('''\
+# One class for each action of the catalogue. Generated from its data.
+from uuid import UUID
+
+from . import enums
+from .action import Action
+from .values import Channel, DataSet, Date, EventType, Rect, Resource, Value
+
+__all__: list[str]
+
+def class_of(name: str) -> type[Action]: ...
+
+$classes
+''')
