@@ -1,6 +1,7 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
-.PHONY: help run build test test-windows test-sanitizers test-package compare-readers bench fuzz install package clean
+.PHONY: help run build test test-windows test-sanitizers test-package compare-readers bench bench-python fuzz install \
+	package python clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
@@ -55,6 +56,11 @@ bench:
 	$(call build,bench,base bench)
 	@scripts/bench build/bench
 
+## bench-python     what the Python package costs
+bench-python: build
+	@ORVACTIONS_LIBRARY=build/native/bin/libOrvActions.so PYTHONPATH=build/native/python \
+		python3 -B bench/python_bench.py build/native/bin/orvact
+
 ## fuzz             run each fuzz target for FUZZ_SECONDS (600)
 fuzz:
 	$(call build,fuzz,base fuzz)
@@ -71,6 +77,12 @@ package:
 	@umask 022 && cpack --config build/native/CPackConfig.cmake
 	$(call build,windows,base windows package)
 	@umask 022 && cpack --config build/windows/CPackConfig.cmake
+
+## python           the wheels of the Python package for both systems, into build/package
+python:
+	$(call build,native,base)
+	$(call build,windows,base windows)
+	@scripts/wheels build/native build/windows
 
 ## clean            remove everything that was built
 clean:

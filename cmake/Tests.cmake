@@ -96,6 +96,14 @@ if(ORV_TOOLS)
     orv_python_test(orvact -m unittest discover -s tests/orvact)
 endif()
 
+# The bindings. Under the sanitizers an interpreter would have to be built with them.
+if(NOT CMAKE_CROSSCOMPILING AND NOT ORV_SANITIZE)
+    add_test(NAME bindings_python COMMAND ${Python3_EXECUTABLE} -m unittest discover
+        -s ${PROJECT_SOURCE_DIR}/tests/bindings/python -t ${PROJECT_SOURCE_DIR}/tests/bindings/python)
+    set_tests_properties(bindings_python PROPERTIES ENVIRONMENT
+        "PYTHONDONTWRITEBYTECODE=1;PYTHONPATH=${PROJECT_BINARY_DIR}/python;ORVACTIONS_LIBRARY=$<TARGET_FILE:OrvActions>;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated")
+endif()
+
 # A host that links nothing of ours.
 add_executable(plain_host ${PROJECT_SOURCE_DIR}/tests/host/plain_host.c)
 target_include_directories(plain_host PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
