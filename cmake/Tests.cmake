@@ -96,12 +96,31 @@ if(ORV_TOOLS)
     orv_python_test(orvact -m unittest discover -s tests/orvact)
 endif()
 
-# The bindings. Under the sanitizers an interpreter would have to be built with them.
+# The bindings. One table for all languages; those of C and C++ run wherever the library does, and with them a compiler
+# confirms the layout that the generator hands to the other languages.
+set(ORV_CONFORMANCE ${PROJECT_SOURCE_DIR}/bindings/conformance/cases.txt
+    ${ORV_GENERATED_DIR}/bindings/conformance/catalogue.txt)
+set(layout ${ORV_GENERATED_DIR}/bindings/conformance/layout.c)
+set_source_files_properties(${layout} PROPERTIES GENERATED TRUE)
+add_executable(conformance_c ${PROJECT_SOURCE_DIR}/tests/bindings/native/conformance.c ${layout})
+add_executable(conformance_cpp ${PROJECT_SOURCE_DIR}/tests/bindings/native/conformance_wrapper.cpp)
+target_link_libraries(conformance_c PRIVATE orv_flags OrvActions)
+target_link_libraries(conformance_cpp PRIVATE orv_flags OrvActions::Cpp)
+foreach(language c cpp)
+    add_dependencies(conformance_${language} orv_generated)
+    if(WIN32)
+        target_link_options(conformance_${language} PRIVATE -static)
+    endif()
+    add_test(NAME conformance_${language} COMMAND conformance_${language} ${ORV_CONFORMANCE})
+endforeach()
+
+# Under the sanitizers an interpreter would have to be built with them.
 if(NOT CMAKE_CROSSCOMPILING AND NOT ORV_SANITIZE)
+    list(JOIN ORV_CONFORMANCE : tables)
     add_test(NAME bindings_python COMMAND ${Python3_EXECUTABLE} -m unittest discover
         -s ${PROJECT_SOURCE_DIR}/tests/bindings/python -t ${PROJECT_SOURCE_DIR}/tests/bindings/python)
     set_tests_properties(bindings_python PROPERTIES ENVIRONMENT
-        "PYTHONDONTWRITEBYTECODE=1;PYTHONPATH=${PROJECT_BINARY_DIR}/python;ORVACTIONS_LIBRARY=$<TARGET_FILE:OrvActions>;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated")
+        "PYTHONDONTWRITEBYTECODE=1;PYTHONPATH=${PROJECT_BINARY_DIR}/python;ORVACTIONS_LIBRARY=$<TARGET_FILE:OrvActions>;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated;ORV_CONFORMANCE=${tables}")
 endif()
 
 # A host that links nothing of ours.

@@ -6,8 +6,10 @@ from . import (
     characters,
     check,
     declarations,
+    emit_conformance,
     emit_create_decode,
     emit_header,
+    emit_layout,
     emit_python,
     emit_reference,
     emit_rows,
@@ -55,7 +57,7 @@ def _bindings(catalogue: Catalogue, exported: list[exports.Export], files: dict[
         report.add(Place(headers.as_posix(), 1), f"'{name}' stands in the list of exports or in a header, not in both")
     if report.problems:
         return {}
-    return emit_python.emit(catalogue, declared)
+    return {**emit_python.emit(catalogue, declared), **emit_conformance.emit(catalogue), **emit_layout.emit(declared)}
 
 
 def write_changed(out: Path, files: dict[str, str]) -> list[str]:
