@@ -76,7 +76,7 @@ parameters = []
 uint8_t OrvAct_CloseHandle(TOrvHandle handle);
 uint8_t Talvec_Action_CloseHandle(TOrvHandle handle);
 """,
-    "include/OrvActions/OrvTypes.h": "typedef struct TOrvActionObject* TOrvHandle;\n",
+    "include/OrvActions/OrvTypes.h": "typedef struct TOrvChannelValue { uint64_t id; } TOrvChannelValue;\n",
     "characters.txt": "# head\nletter 0041-005A 0061\nletter 0100\ndigit 0030-0039\nblank 0020\n",
 }
 

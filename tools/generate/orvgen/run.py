@@ -10,6 +10,7 @@ from . import (
     emit_create_decode,
     emit_header,
     emit_layout,
+    emit_pascal,
     emit_python,
     emit_reference,
     emit_rows,
@@ -20,6 +21,9 @@ from . import (
 from .model import Catalogue
 from .report import Place, Report
 from .text_pool import TextPool
+
+# What is written by hand of a binding that has to be one file with what is generated.
+_LAYERS = Path(__file__).resolve().parents[3] / "bindings"
 
 
 def generate(data: Path, export_list: Path, character_classes: Path, headers: Path) -> tuple[dict[str, str], Report]:
@@ -57,7 +61,11 @@ def _bindings(catalogue: Catalogue, exported: list[exports.Export], files: dict[
         report.add(Place(headers.as_posix(), 1), f"'{name}' stands in the list of exports or in a header, not in both")
     if report.problems:
         return {}
-    return {**emit_python.emit(catalogue, declared), **emit_conformance.emit(catalogue), **emit_layout.emit(declared)}
+    made = emit_python.emit(catalogue, declared)
+    made.update(emit_conformance.emit(catalogue))
+    made.update(emit_layout.emit(declared))
+    made.update(emit_pascal.emit(catalogue, declared, _LAYERS / "pascal"))
+    return made
 
 
 def write_changed(out: Path, files: dict[str, str]) -> list[str]:
