@@ -23,6 +23,7 @@ set(ORV_GENERATOR_COMMAND
 file(GLOB ORV_GENERATOR_INPUTS CONFIGURE_DEPENDS
     "${PROJECT_SOURCE_DIR}/src/catalogue/data/*.toml"
     "${PROJECT_SOURCE_DIR}/src/catalogue/data/actions/*.toml"
+    "${PROJECT_SOURCE_DIR}/bindings/*/*.in"
     "${PROJECT_SOURCE_DIR}/include/*.h"
     "${PROJECT_SOURCE_DIR}/include/OrvActions/*.h"
     "${PROJECT_SOURCE_DIR}/tools/generate/*.py"

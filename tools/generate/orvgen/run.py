@@ -8,6 +8,7 @@ from . import (
     declarations,
     emit_conformance,
     emit_create_decode,
+    emit_csharp,
     emit_header,
     emit_layout,
     emit_pascal,
@@ -64,6 +65,7 @@ def _bindings(catalogue: Catalogue, exported: list[exports.Export], files: dict[
     made = emit_python.emit(catalogue, declared)
     made.update(emit_conformance.emit(catalogue))
     made.update(emit_layout.emit(declared))
+    made.update(emit_csharp.emit(catalogue, declared, _LAYERS / "csharp"))
     made.update(emit_pascal.emit(catalogue, declared, _LAYERS / "pascal"))
     return made
 
