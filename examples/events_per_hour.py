@@ -11,16 +11,20 @@ from typing import List, Optional, Tuple
 import orvactions as orv
 
 
+def hour_of(time: datetime) -> datetime:
+    """The begin of the hour on the local clock."""
+    return time.astimezone().replace(minute=0, second=0, microsecond=0)
+
+
 def per_hour(path: str, name: Optional[str]) -> List[Tuple[datetime, int]]:
     """Every hour from the first event to the last, in local time, with the number of its events."""
     with orv.events.open(path) as events:
-        times = [event.stored.astimezone() for event in events.select(name=name)]
-    counts = Counter(time.replace(minute=0, second=0, microsecond=0) for time in times)
+        counts = Counter(hour_of(event.stored) for event in events.select(name=name))
     hours: List[Tuple[datetime, int]] = []
     hour = min(counts, default=None)
     while hour is not None and hour <= max(counts):
         hours.append((hour, counts[hour]))
-        hour += timedelta(hours=1)
+        hour = hour_of(hour + timedelta(hours=1))  # the clock may have been moved, by half an hour even
     return hours
 
 

@@ -20,6 +20,7 @@ from .forms import from_bytes, parse
 
 _APPLICATION = 0x4F727645
 _VERSION = 1
+_COLUMNS = ("id", "stored", "name", "code")
 
 
 class Event(NamedTuple):
@@ -145,15 +146,17 @@ class EventDatabase:
         """The dictionaries of all events, or of those that select() gives for the same arguments."""
         events = self.select(**filters)
         with _without_collector():
-            return [{"id": number, "stored": stored, "name": name, "code": code, "parameters": _parameters_of(image, code)}
-                    for number, stored, name, code, image in events]
+            return [event.to_dict() for event in events]
 
     def to_dataframe(self, **filters: Any) -> Any:
-        """A pandas.DataFrame: a row an event under its id, columns for time, name and code, and one a parameter. Needs
-        pandas."""
+        """A pandas.DataFrame: a row an event under its id, columns for time, name and code, and one a parameter, with
+        a _ at the end of its name where that is one of the others. Needs pandas."""
         pandas = import_module("pandas")
-        rows = [{**row, **row.pop("parameters")} for row in self.to_dicts(**filters)]
-        return pandas.DataFrame(rows).set_index("id") if rows else pandas.DataFrame()
+        rows = self.to_dicts(**filters)
+        for row in rows:
+            parameters = row.pop("parameters")
+            row.update({f"{name}_" if name in _COLUMNS else name: value for name, value in parameters.items()})
+        return pandas.DataFrame(rows, columns=None if rows else list(_COLUMNS)).set_index("id")
 
 
 def _conditions(name: Optional[str], since: Optional[datetime], until: Optional[datetime],

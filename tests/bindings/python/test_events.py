@@ -2,10 +2,12 @@
 import os
 import sqlite3
 import subprocess
+import sys
 import tempfile
 import unittest
 from datetime import datetime, timedelta, timezone
 from pathlib import Path
+from unittest import mock
 
 import orvactions as orv
 
@@ -24,10 +26,13 @@ class Events(unittest.TestCase):
         self.folder = tempfile.TemporaryDirectory()
         self.addCleanup(self.folder.cleanup)
         self.path = Path(self.folder.name) / "my #1 site.db"
-        subprocess.run([os.environ["ORVACT"], "events", "store", str(self.path)], input="\n".join(TEXTS) + "\n", check=True,
-                       capture_output=True, text=True)
+        self.store("\n".join(TEXTS) + "\n")
         self.events = orv.events.open(self.path)
         self.addCleanup(self.events.close)
+
+    def store(self, texts):
+        subprocess.run([os.environ["ORVACT"], "events", "store", str(self.path)], input=texts, check=True,
+                       capture_output=True, text=True)
 
     def ids(self, **filters):
         return [event.id for event in self.events.select(**filters)]
@@ -47,7 +52,8 @@ class Events(unittest.TestCase):
         for filters, expected in [
             ({"name": "panleft"}, [1, 2]), ({"name": "mine"}, [4, 5]), ({"match": "@ PanLeft (Camera: 7)"}, [1]),
             ({"match": orv.MatchAction("Mine", x="Y")}, [4]), ({"where": "Int32FieldA = ?", "values": [8]}, [2]),
-            ({"since": now + timedelta(hours=1)}, []), ({"until": now + timedelta(hours=1), "newest_first": True}, [6, 5, 4, 3, 2, 1]),
+            ({"since": now + timedelta(hours=1)}, []),
+            ({"until": now + timedelta(hours=1), "newest_first": True}, [6, 5, 4, 3, 2, 1]),
             ({"since": now - timedelta(hours=1), "name": "Other"}, [6]), ({"until": now - timedelta(hours=1)}, []),
         ]:
             self.assertEqual(self.ids(**filters), expected, filters)
@@ -56,11 +62,23 @@ class Events(unittest.TestCase):
         with self.assertRaises(ValueError):
             self.ids(since=datetime(2026, 1, 1))
 
+    def test_rows_of_a_frame(self):
+        """Not with pandas itself, which need not be here: with what is handed to it."""
+        frame = mock.Mock()
+        frame.DataFrame = lambda rows, columns: mock.Mock(set_index=lambda name: (name, rows, columns))
+        self.store('Own (name: 1, x: "y")\n')
+        with mock.patch.dict(sys.modules, pandas=frame):
+            index, rows, _ = self.events.to_dataframe(name="Own")
+            self.assertEqual(self.events.to_dataframe(name="None"), ("id", [], ["id", "stored", "name", "code"]))
+        self.assertEqual((index, len(rows), list(rows[0].items())[2:]),
+                         ("id", 1, [("name", "Own"), ("code", 0), ("name_", 1), ("x", "y")]))
+
     def test_a_damaged_image_gives_what_is_whole(self):
         with sqlite3.connect(self.path) as connection:
             connection.execute("update Events set Image = substr(Image, 1, length(Image) - 3) where Id = 1")
         connection.close()
-        self.assertEqual(self.events[1].to_dict()["parameters"], {"Camera": orv.Channel(7, "front door", 12), "Speed": 3})
+        self.assertEqual(self.events[1].to_dict()["parameters"],
+                         {"Camera": orv.Channel(7, "front door", 12), "Speed": 3})
 
     def test_other_files_are_refused(self):
         other = Path(self.folder.name) / "other.db"
