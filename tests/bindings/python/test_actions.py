@@ -15,7 +15,8 @@ GUID = UUID("01234567-89ab-cdef-0123-456789abcdef")
 VALUES = [
     (True, "1"), (-5, "-5"), (1 << 40, "1099511627776"), (0.25, "0.25"), ('a "b" ü \U0001F600', None),
     (datetime.datetime(2026, 11, 15, 3, 10, 43, 123000, EAST), '"2026/11/15 03:10:43,123 GMT+05:30"'),
-    (GUID, f'"{GUID}"'), (orv.EventType("motion", 7), '{ 7, "motion" }'), (orv.Channel(5, "gate", 7), '{ 7, 5, "gate" }'),
+    (GUID, f'"{GUID}"'), (orv.EventType("motion", 7), '{ 7, "motion" }'),
+    (orv.Channel(5, "gate", 7), '{ 7, 5, "gate" }'),
     (orv.Resource("night", GUID), f'{{ "{GUID}", "night" }}'), (orv.Rect(1, -2, 3, 32767), None),
     (orv.DataSet((orv.DataItem(1, 2, -3, 4, 5, "a"), orv.DataItem(name="b"))), None),
     (orv.RawDate((1 << 48) - 1), None), (orv.enums.LPRColor(1), "1"),
@@ -55,11 +56,13 @@ class Mapping(unittest.TestCase):
 
     def test_what_does_not_fit_is_refused_and_changes_nothing(self):
         a = orv.Action("PanLeft", Speed=3)
-        for name, value, problem in [("Speed", "3", TypeError), ("Speed", True, TypeError), ("Speed", 1 << 32, ValueError),
-                                     ("Camera", 1.5, TypeError), ("Camera", -1, ValueError), ("x", object(), TypeError),
-                                     ("x", "a\0b", ValueError), ("x", orv.DataSet((orv.DataItem(field4=-1),)), ValueError),
-                                     ("x", orv.Rect(1 << 15), ValueError), ("User1", 5, TypeError), ("a\0b", 1, ValueError),
-                                     ("x", datetime.datetime(2026, 1, 1), ValueError)]:
+        for name, value, problem in [
+            ("Speed", "3", TypeError), ("Speed", True, TypeError), ("Speed", 1 << 32, ValueError),
+            ("Camera", 1.5, TypeError), ("Camera", -1, ValueError), ("x", object(), TypeError),
+            ("x", "a\0b", ValueError), ("x", orv.DataSet((orv.DataItem(field4=-1),)), ValueError),
+            ("x", orv.Rect(1 << 15), ValueError), ("User1", 5, TypeError), ("a\0b", 1, ValueError),
+            ("x", datetime.datetime(2026, 1, 1), ValueError),
+        ]:
             with self.subTest(name=name, value=value):
                 with self.assertRaises(problem):
                     a[name] = value
@@ -178,7 +181,8 @@ class Patterns(unittest.TestCase):
         texts = ["@ PanLeft (Camera: 7)", "@ panleft ()", "@ TiltUp ()", "@ PanLeft (Speed: 3)", "@ kk (a: 1)"]
         single = [*map(orv.parse, texts), orv.MatchAction("K\u212a")]
         rules = orv.RuleSet(single)
-        for text in ("PANLEFT (Camera: 7, Speed: 3)", "PanLeft (Speed: 3)", "TiltUp ()", "KK (a: 1)", "k\u212a", "B (a: 1)"):
+        for text in ("PANLEFT (Camera: 7, Speed: 3)", "PanLeft (Speed: 3)", "TiltUp ()", "KK (a: 1)", "k\u212a",
+                     "B (a: 1)"):
             action = orv.parse(text) if "(" in text else orv.Action(text)
             expected = [number for number, rule in enumerate(single) if rule.matches(action)]
             self.assertEqual(rules.match(action), expected, text)

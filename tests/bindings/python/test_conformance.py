@@ -38,7 +38,8 @@ def shown(value, kind):
     if isinstance(value, orv.Rect):
         return f"{value.top},{value.left},{value.bottom},{value.right}"
     if isinstance(value, orv.DataSet):
-        return ", ".join(f"{it.field0} {it.field1} {it.field2} {it.field3} {it.field4} '{it.name}'" for it in value.items)
+        return ", ".join(f"{it.field0} {it.field1} {it.field2} {it.field3} {it.field4} '{it.name}'"
+                         for it in value.items)
     if kind == orv.Kind.DateTime:
         return str(orv.values.word_of(value))
     if kind == orv.Kind.NumericDouble:
