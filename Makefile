@@ -1,7 +1,7 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
 .PHONY: help run build test test-windows test-sanitizers test-package compare-readers bench bench-python fuzz install \
-	package python clean
+	package python csharp pascal test-bindings clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
@@ -46,6 +46,11 @@ test-package: package
 	@ORV_WINDOWS_BUILD=$(CURDIR)/build/windows \
 		scripts/with-wine ctest --test-dir build/native --no-tests=error -C package -L package
 
+## test-bindings    the conformance table in C, C++, Python, C# and Pascal, and the pages of the last three
+test-bindings:
+	$(call build,native,base bindings)
+	@ctest --test-dir build/native --no-tests=error -C bindings -R '^(bindings|conformance)_'
+
 ## compare-readers  compare the reading of text with the patterns that define it, on COUNT texts (1000000) from SEED (1)
 compare-readers: build
 	@cmake --build build/native --target orv_compare_readers
@@ -79,10 +84,12 @@ package:
 	@umask 022 && cpack --config build/windows/CPackConfig.cmake
 
 ## python           the wheels of the Python package for both systems, into build/package
-python:
+## csharp           the sources of the C# assembly, a project and both libraries, into build/package/csharp
+## pascal           the Pascal unit and both libraries, into build/package/pascal
+python csharp pascal:
 	$(call build,native,base)
 	$(call build,windows,base windows)
-	@scripts/wheels build/native build/windows
+	@scripts/bindings $@ build/native build/windows
 
 ## clean            remove everything that was built
 clean:

@@ -17,7 +17,7 @@ EVENTS = 100_000
 
 
 def microseconds(work) -> float:
-    """The best of many runs that are shorter than a turn of the scheduler: other programs spoil some of them, not all."""
+    """The best of many runs, each shorter than a turn of the scheduler: other programs spoil some of them, not all."""
     return min(timeit.repeat(work, number=100, repeat=1000)) / 100 * 1e6
 
 

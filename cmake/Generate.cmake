@@ -1,5 +1,5 @@
-# Runs the generator: the catalogue's data, the list of exports and the classes of characters become sources, headers, linker files and pages in
-# the build tree. Defines
+# Runs the generator: the catalogue's data, the list of exports, the classes of characters and the public headers become
+# sources, headers, linker files, pages and bindings in the build tree. Defines
 #
 #   ORV_GENERATED_SOURCES       the .cpp files to compile into the library
 #   ORV_GENERATED_INCLUDE_DIR   holds OrvActions/OrvEnums.h

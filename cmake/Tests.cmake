@@ -114,13 +114,16 @@ foreach(language c cpp)
     add_test(NAME conformance_${language} COMMAND conformance_${language} ${ORV_CONFORMANCE})
 endforeach()
 
-# Under the sanitizers an interpreter would have to be built with them.
+# Under the sanitizers an interpreter would have to be built with them. `make test-bindings` runs those of the languages
+# whose compilers it has installed, by ctest -C bindings.
 if(NOT CMAKE_CROSSCOMPILING AND NOT ORV_SANITIZE)
+    orv_python_test(bindings_python -m unittest discover -s tests/bindings/python -t tests/bindings/python)
+    set(orv_configurations CONFIGURATIONS bindings)
+    orv_python_test(bindings_compiled tests/bindings/test_compiled.py)
+    unset(orv_configurations)
     list(JOIN ORV_CONFORMANCE : tables)
-    add_test(NAME bindings_python COMMAND ${Python3_EXECUTABLE} -m unittest discover
-        -s ${PROJECT_SOURCE_DIR}/tests/bindings/python -t ${PROJECT_SOURCE_DIR}/tests/bindings/python)
-    set_tests_properties(bindings_python PROPERTIES ENVIRONMENT
-        "PYTHONDONTWRITEBYTECODE=1;PYTHONPATH=${PROJECT_BINARY_DIR}/python;ORVACTIONS_LIBRARY=$<TARGET_FILE:OrvActions>;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated;ORV_CONFORMANCE=${tables}")
+    set_property(TEST bindings_python bindings_compiled APPEND PROPERTY ENVIRONMENT ORV_CONFORMANCE=${tables}
+        PYTHONPATH=${PROJECT_BINARY_DIR}/python ORVACTIONS_LIBRARY=$<TARGET_FILE:OrvActions>)
 endif()
 
 # A host that links nothing of ours.

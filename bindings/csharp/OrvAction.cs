@@ -228,13 +228,15 @@ namespace Orv
         {
             get
             {
-                return Call(Operation.GetParameterCount, (call, self) => (int)((CountCall)call)(self), typeof(CountCall));
+                return Call(Operation.GetParameterCount, (call, self) => (int)((CountCall)call)(self),
+                            typeof(CountCall));
             }
         }
 
         public bool Has(string name)
         {
-            return Call(Operation.HasParameter, (call, self) => ((HasCall)call)(self, Checked(name)) != 0, typeof(HasCall));
+            return Call(Operation.HasParameter, (call, self) => ((HasCall)call)(self, Checked(name)) != 0,
+                        typeof(HasCall));
         }
 
         /// <summary>False when there was none.</summary>
@@ -259,11 +261,12 @@ namespace Orv
         /// <summary>The id of the enum of a value; 0 for none.</summary>
         public uint EnumOf(string name)
         {
-            return Call(Operation.GetParameterEnum, (call, self) => ((NameCall)call)(self, Checked(name)), typeof(NameCall));
+            return Call(Operation.GetParameterEnum, (call, self) => ((NameCall)call)(self, Checked(name)),
+                        typeof(NameCall));
         }
 
-        /// <summary>A value: null when the parameter is not there; setting null removes it. A value that is set keeps its
-        /// own kind, whatever the catalogue declares: the typed classes know the declared kinds.</summary>
+        /// <summary>A value: null when the parameter is not there; setting null removes it. A value that is set keeps
+        /// its own kind, whatever the catalogue declares: the typed classes know the declared kinds.</summary>
         public object this[string name]
         {
             get { return Read(name); }
@@ -285,10 +288,12 @@ namespace Orv
                 case Kind.DateTime: return new OrvDate(record.payload_dateTime.value);
                 case Kind.Guid: return record.payload_guid;
                 case Kind.EventType:
-                    return new EventType(Marshal.PtrToStringUni(record.payload_eventType_name), record.payload_eventType_id);
+                    return new EventType(Marshal.PtrToStringUni(record.payload_eventType_name),
+                                         record.payload_eventType_id);
                 case Kind.MediaChannel: return ChannelOf(record.payload_channel);
                 case Kind.Resource:
-                    return new Resource(Marshal.PtrToStringUni(record.payload_resource.name), record.payload_resource.guid);
+                    return new Resource(Marshal.PtrToStringUni(record.payload_resource.name),
+                                        record.payload_resource.guid);
                 case Kind.Rect: return new Rect(record.payload_int64);
                 default: return ReadDataSet(name);
             }
@@ -305,7 +310,8 @@ namespace Orv
             {
                 IntPtr items;
                 ulong count;
-                if (((ReadSetCall)call)(self, name, out items, out count) == 0 || items == IntPtr.Zero) return new DataItem[0];
+                bool there = ((ReadSetCall)call)(self, name, out items, out count) != 0 && items != IntPtr.Zero;
+                if (!there) return new DataItem[0];
                 var found = new DataItem[count];
                 int size = Marshal.SizeOf(typeof(TOrvResultDataItem));
                 for (int at = 0; at < found.Length; ++at)
@@ -350,11 +356,13 @@ namespace Orv
         {
             var record = new TOrvParameterValue();
             if (value is bool) record.payload_boolean = Of(ref record, Kind.Boolean, (byte)((bool)value ? 1 : 0));
-            else if (value is int || value is Enum) record.payload_int32 = Of(ref record, Kind.Numeric32Bit, Convert.ToInt32(value));
+            else if (value is int || value is Enum)
+                record.payload_int32 = Of(ref record, Kind.Numeric32Bit, Convert.ToInt32(value));
             else if (value is long) record.payload_int64 = Of(ref record, Kind.Numeric64Bit, (long)value);
             else if (value is double) record.payload_real = Of(ref record, Kind.NumericDouble, (double)value);
             else if (value is string) record.text = Of(ref record, Kind.String, Text((string)value, texts));
-            else if (value is OrvDate) record.payload_dateTime.value = Of(ref record, Kind.DateTime, ((OrvDate)value).Word);
+            else if (value is OrvDate)
+                record.payload_dateTime.value = Of(ref record, Kind.DateTime, ((OrvDate)value).Word);
             else if (value is DateTimeOffset) return RecordOf((OrvDate)(DateTimeOffset)value, texts);
             else if (value is Guid) record.payload_guid = Of(ref record, Kind.Guid, (Guid)value);
             else if (value is Rect) record.payload_int64 = Of(ref record, Kind.Rect, ((Rect)value).Word);
@@ -393,7 +401,8 @@ namespace Orv
             else throw new ArgumentException("no parameter holds a value of the type " + value.GetType().Name);
         }
 
-        /// <summary>A text in the form of a system string: its length in bytes stands in front of the first unit.</summary>
+        /// <summary>A text in the form of a system string: its length in bytes stands in front of the first unit.
+        /// </summary>
         private static IntPtr Text(string text, List<IntPtr> texts)
         {
             text = Checked(text ?? "");
@@ -508,8 +517,8 @@ namespace Orv
             return records.Select(record => Marshal.PtrToStringUni(record.NameW)).ToList();
         }
 
-        /// <summary>The names in the order of the library, which hands them to a sink: a record that begins with a pointer
-        /// to a table, whose fourth operation is called.</summary>
+        /// <summary>The names in the order of the library, which hands them to a sink: a record that begins with a
+        /// pointer to a table, whose fourth operation is called.</summary>
         private List<string> Names()
         {
             var names = new List<string>();

@@ -11,6 +11,17 @@ namespace Orv
 
         internal OrvMatchAction(OrvHandle handle) : base(handle) { }
 
+        /// <summary>The match action of a technical text, which begins with @.</summary>
+        /// <exception cref="OrvException">The text holds none.</exception>
+        public new static OrvMatchAction Parse(string text)
+        {
+            OrvAction found = OrvAction.Parse(text);
+            var match = found as OrvMatchAction;
+            if (match != null) return match;
+            found.Dispose();
+            throw new OrvException("the text is not that of a match action");
+        }
+
         /// <summary>For people; takes no part in matching.</summary>
         public string Description
         {
@@ -30,7 +41,8 @@ namespace Orv
             return answer != 0;
         }
 
-        /// <summary>An action with the values of this one, and what it lacks from an example, which may be null.</summary>
+        /// <summary>An action with the values of this one, and what it lacks from an example, which may be null.
+        /// </summary>
         public OrvAction CreateAction(OrvAction example = null)
         {
             OrvHandle made;

@@ -144,7 +144,8 @@ namespace Orv
         public static implicit operator OrvDate(DateTimeOffset date)
         {
             long milliseconds = (date.UtcTicks - Start) / TimeSpan.TicksPerMillisecond;
-            if (date.UtcTicks < Start) throw new ArgumentOutOfRangeException("date", "a date begins with 1601-01-01 UTC");
+            if (date.UtcTicks < Start)
+                throw new ArgumentOutOfRangeException("date", "a date begins with 1601-01-01 UTC");
             var bias = (short)-(date.Offset.Ticks / TimeSpan.TicksPerMinute);
             return new OrvDate((ulong)(ushort)bias << 48 | (ulong)milliseconds);
         }

@@ -40,7 +40,8 @@ enum { EACH(CONSTANT) ORV_Last };
 """)
         self.assertEqual(sorted(found.functions), ["A_Get", "B_Get"])
         self.assertEqual(found.functions["A_Get"].result, Type("char", 1, True))
-        self.assertEqual([it.type for it in found.functions["B_Get"].arguments], [Type("uint32_t", 1, True), Type("void", 2)])
+        self.assertEqual([it.type for it in found.functions["B_Get"].arguments],
+                         [Type("uint32_t", 1, True), Type("void", 2)])
         self.assertEqual(found.constants, {"ORV_One": 1, "ORV_Two": 32, "ORV_Last": 33})
 
     def test_layout_of_unions_arrays_and_records_in_records(self) -> None:
@@ -55,7 +56,8 @@ typedef struct Outer {
 """).records
         self.assertEqual((found["Inner"].size, found["Inner"].alignment), (8, 2))
         outer = found["Outer"]
-        self.assertEqual([(it.name, it.offset) for it in outer.fields], [("a", 0), ("inner", 2), ("payload", 24), ("tail", 40)])
+        self.assertEqual([(it.name, it.offset) for it in outer.fields],
+                         [("a", 0), ("inner", 2), ("payload", 24), ("tail", 40)])
         self.assertEqual((outer.size, outer.fields[2].inner[1].inner[1].offset), (48, 8))
 
 

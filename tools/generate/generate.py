@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Generates the built-in catalogue, the export lists, the classes of characters and the bindings of other languages into
-a build tree; see orvgen/__init__.py for the way."""
+"""Generates the built-in catalogue, the export lists, the classes of characters and the bindings of other languages
+into a build tree; see orvgen/__init__.py for the way."""
 
 import argparse
 import sys

@@ -1,8 +1,8 @@
 """The flat interface as it is, for what the rest of the package does not offer: raw.OrvAct_GetReferenceCounter(...).
 
-Every function of the library is an attribute with its prototype prepared for ctypes, every record a class, every constant
-a number. Handles and pointers are addresses. What belongs to whom is told by the public headers: a handle that comes out
-is closed with OrvAct_CloseHandle, a system string freed with SysFreeString.
+Every function of the library is an attribute with its prototype prepared for ctypes, every record a class, every
+constant a number. Handles and pointers are addresses. What belongs to whom is told by the public headers: a handle that
+comes out is closed with OrvAct_CloseHandle, a system string freed with SysFreeString.
 """
 
 from typing import Any, List

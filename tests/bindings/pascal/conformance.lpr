@@ -43,6 +43,7 @@ function Bytes(const ADigits: UnicodeString): TBytes;
 var
   At: Integer;
 begin
+  Result := nil;
   SetLength(Result, Length(ADigits) div 2);
   for At := 0 to High(Result) do
     Result[At] := StrToInt('$' + string(Copy(ADigits, 2 * At + 1, 2)));
@@ -235,7 +236,8 @@ begin
     Result := '-'#9'-'#9'-';
 end;
 
-function CallOn(AAction: TOrvHandle; const ACall: UnicodeString; ANumber: Cardinal; var ASecond: UnicodeString): Boolean;
+function CallOn(AAction: TOrvHandle; const ACall: UnicodeString; ANumber: Cardinal;
+  var ASecond: UnicodeString): Boolean;
 var
   Channel: TOrvChannelValue;
   Event: TOrvEventData;

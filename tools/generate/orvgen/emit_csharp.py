@@ -114,14 +114,18 @@ class _Names:
         return "IntPtr" if kind.pointers else _TYPES.get(kind.base, kind.base)
 
     def _size(self, kind: Type) -> int:
-        if not kind.pointers and kind.base in self._known.records:
+        if kind.pointers:
+            return 8
+        if kind.base in self._known.records:
             return self._known.records[kind.base].size
-        return 8 if kind.pointers else {"byte": 1, "ushort": 2, "short": 2, "int": 4, "uint": 4}.get(_TYPES[kind.base], 8)
+        return {"byte": 1, "ushort": 2, "short": 2, "int": 4, "uint": 4}.get(_TYPES[kind.base], 8)
 
     # ---- functions ----
 
     def callback(self, function: Function) -> str:
-        name = function.name if function.name.startswith("T") else f"TOrv{function.name[0].upper()}{function.name[1:]}Callback"
+        name = function.name
+        if not name.startswith("T"):
+            name = f"TOrv{name[0].upper()}{name[1:]}Callback"
         arguments = ", ".join(f"{self._plain(it.type)} {_argument_name(it)}" for it in function.arguments)
         return (f"    [UnmanagedFunctionPointer(CallingConvention.Cdecl)]\n"
                 f"    public delegate {self._plain(function.result)} {name}({arguments});\n")

@@ -126,7 +126,8 @@ class _Names:
         """The longest other table with which this one begins; else the root of all interfaces."""
         names = [it.name for it in interface.operations]
         found = [it for it in self._known.interfaces.values()
-                 if 3 < len(it.operations) < len(names) and [row.name for row in it.operations] == names[: len(it.operations)]]
+                 if 3 < len(it.operations) < len(names)
+                 and [row.name for row in it.operations] == names[: len(it.operations)]]
         longest = max(found, key=lambda it: len(it.operations), default=None)
         return (longest.name, len(longest.operations)) if longest else ("IInterface", 3)
 
@@ -138,8 +139,9 @@ class _Names:
         lines = [f"  Check('{record.name}', SizeOf({record.name}), {record.size});"]
         if record.name == "TOrvGuid":
             return lines
-        return lines + [f"  Check('{record.name}.{it.name}', NativeUInt({_address(it)}{pointer}(nil)^.{field_name(it)}), "
-                        f"{it.offset});" for it in record.fields]
+        return lines + [f"  Check('{record.name}.{it.name}', "
+                        f"NativeUInt({_address(it)}{pointer}(nil)^.{field_name(it)}), {it.offset});"
+                        for it in record.fields]
 
 
 def _address(member: Field) -> str:

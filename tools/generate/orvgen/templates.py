@@ -294,7 +294,9 @@ A signature is the result and the arguments in the letters of Python's struct mo
 z a constant text, given as bytes that end in a zero unit.
 """
 
-from ctypes import Structure, Union, c_double, c_int16, c_int32, c_int64, c_uint8, c_uint16, c_uint32, c_uint64, c_void_p
+from ctypes import (
+    Structure, Union, c_double, c_int16, c_int32, c_int64, c_uint8, c_uint16, c_uint32, c_uint64, c_void_p,
+)
 
 VERSION = "$version"
 
@@ -343,7 +345,8 @@ IDS: "dict[type[Enum], int]" = {kind: number for number, kind in BY_ID.items()}
 ''')
 
 PYTHON_TEXTS = Template('''\
-"""The descriptions of actions and parameters, of which actions.py makes classes. Generated from the catalogue's data."""
+"""The descriptions of actions and parameters, of which actions.py makes classes. Generated from the catalogue.
+"""
 
 ACTIONS = {
 $actions}
