@@ -14,7 +14,7 @@ define build
 	@scripts/install-packages $(2)
 	@cmake --preset $(1) $(WERROR) >build-$(1).log 2>&1 || { cat build-$(1).log; exit 1; }
 	@rm -f build-$(1).log
-	@cmake --build build/$(1)
+	@cmake --build build/$(1) $(3)
 endef
 
 help:
@@ -87,8 +87,8 @@ package:
 ## csharp           the sources of the C# assembly, a project and both libraries, into build/package/csharp
 ## pascal           the Pascal unit and both libraries, into build/package/pascal
 python csharp pascal:
-	$(call build,native,base)
-	$(call build,windows,base windows)
+	$(call build,native,base,--target OrvActions orv_python)
+	$(call build,windows,base windows,--target OrvActions orv_python)
 	@scripts/bindings $@ build/native build/windows
 
 ## clean            remove everything that was built
