@@ -135,7 +135,10 @@ class EventDatabase:
             given += values
         sql = f" where {' and '.join(conditions)}" if conditions else ""
         events = self._rows(sql, given, " desc" if newest_first else "")
-        return events if pattern is None else (event for event in events if pattern.matches(event.action))
+        patterns = [] if pattern is None else [pattern]
+        if name is not None and not _entries.by_name(name).code:
+            patterns.append(MatchAction(name))  # SQL gives too many, see _add_name
+        return (event for event in events if _meets(event, patterns)) if patterns else events
 
     def _rows(self, sql: str, given: List[Any], order: str) -> Iterator[Event]:
         sql = f"select Id, Stored, Name, Code, Image from Events{sql} order by Id{order}"
@@ -176,8 +179,14 @@ def _conditions(name: Optional[str], since: Optional[datetime], until: Optional[
     return conditions, given
 
 
+def _meets(event: Event, patterns: List[MatchAction]) -> bool:
+    action = event.action
+    return all(pattern.matches(action) for pattern in patterns)
+
+
 def _add_name(entry: _entries.Entry, conditions: List[str], given: List[Any]) -> None:
-    """By the code, which has an index; an unknown action by its name, as far as SQL compares it in any case."""
+    """By the code, which has an index; an unknown action by its name, as far as SQL compares it in any case. All others
+    that may be meant are given too, and the library decides."""
     conditions.append("Code = ?")
     given.append(entry.code)
     if not entry.code and entry.name.isascii():

@@ -18,6 +18,7 @@ TEXTS = [
     'Mine (x: "y")',
     'MINE (x: "z")',
     'Other (x: "y")',
+    'Übrig (x: "y")',
 ]
 
 
@@ -39,21 +40,22 @@ class Events(unittest.TestCase):
 
     def test_events_come_back_as_they_were_stored(self):
         self.assertEqual([event.action.to_text() for event in self.events], TEXTS)
-        self.assertEqual((len(self.events), self.events[3].name, self.events[4].code), (6, "SensorVideoAlarm", 0))
+        self.assertEqual((len(self.events), self.events[3].name, self.events[4].code), (7, "SensorVideoAlarm", 0))
         for event, row in zip(self.events, self.events.to_dicts()):
             self.assertEqual(row["parameters"], dict(event.action))
             self.assertEqual(list(row["parameters"]), list(event.action))
             self.assertLess(abs(datetime.now(timezone.utc) - row["stored"]), timedelta(minutes=10))
         with self.assertRaises(KeyError):
-            self.events[7]
+            self.events[8]
 
     def test_filters(self):
         now = datetime.now(timezone(timedelta(hours=3)))
         for filters, expected in [
-            ({"name": "panleft"}, [1, 2]), ({"name": "mine"}, [4, 5]), ({"match": "@ PanLeft (Camera: 7)"}, [1]),
+            ({"name": "panleft"}, [1, 2]), ({"name": "mine"}, [4, 5]), ({"name": "übRIG"}, [7]),
+            ({"name": "none"}, []), ({"match": "@ PanLeft (Camera: 7)"}, [1]),
             ({"match": orv.MatchAction("Mine", x="Y")}, [4]), ({"where": "Int32FieldA = ?", "values": [8]}, [2]),
             ({"since": now + timedelta(hours=1)}, []),
-            ({"until": now + timedelta(hours=1), "newest_first": True}, [6, 5, 4, 3, 2, 1]),
+            ({"until": now + timedelta(hours=1), "newest_first": True}, [7, 6, 5, 4, 3, 2, 1]),
             ({"since": now - timedelta(hours=1), "name": "Other"}, [6]), ({"until": now - timedelta(hours=1)}, []),
         ]:
             self.assertEqual(self.ids(**filters), expected, filters)
