@@ -1,6 +1,7 @@
 """An action, and a match action."""
 
 import ctypes
+from keyword import iskeyword
 from threading import Lock
 from typing import Any, Dict, Iterator, List, Mapping, MutableMapping, Optional, Tuple, Type, TypeVar, cast
 from uuid import UUID
@@ -38,6 +39,15 @@ _room_type = ctypes.c_char * _ROOM
 _units_type = ctypes.c_uint16 * _ROOM
 
 A = TypeVar("A", bound="Action")
+
+
+def _made_of(data: bytes) -> int:
+    """The handle of an action out of its binary form."""
+    create = _from_image if len(data) < _LARGE else _from_large_image
+    handle = create(data, len(data), 0, None)
+    if not handle:
+        raise last_error("the action cannot be made")
+    return cast(int, handle)
 
 
 class Action(MutableMapping[str, Value]):
@@ -82,11 +92,7 @@ class Action(MutableMapping[str, Value]):
             if kind == 12:
                 sets.append(name)
             count += 1
-        data = _image.written(self._KIND, entry.coded_name, parts, count, description)
-        handle = _from_image(data, len(data), 0, None)
-        if not handle:
-            raise last_error("the action cannot be made")
-        self._take(handle, entry)
+        self._take(_made_of(_image.written(self._KIND, entry.coded_name, parts, count, description)), entry)
         for name in sets:
             self[name] = cast(DataSet, parameters[name])
 
@@ -97,8 +103,9 @@ class Action(MutableMapping[str, Value]):
         self._release = operations_of(handle)["Release"]
 
     def __del__(self) -> None:
-        # Release leaves the last error alone, which another call may be about to ask for.
-        if self._handle:
+        # Release leaves the last error alone, which another call may be about to ask for. There is no handle where the
+        # arguments of the constructor were wrong.
+        if getattr(self, "_handle", 0):
             self._release(self._handle)
 
     # ---- what it is ----
@@ -338,8 +345,8 @@ class Action(MutableMapping[str, Value]):
         return self._shown(entry, items)
 
     def _shown(self, entry: _entries.Entry, items: List[Item], more: str = "") -> str:
-        named = "".join(f", {item.name}={item.value!r}" for item in items if item.name.isidentifier())
-        others = {item.name: item.value for item in items if not item.name.isidentifier()}
+        named = "".join(f", {item.name}={item.value!r}" for item in items if _is_keyword(item.name))
+        others = {item.name: item.value for item in items if not _is_keyword(item.name)}
         rest = f", **{others!r}" if others else ""
         return f"{self._constructor()}({entry.name!r}{named}{more}{rest})"
 
@@ -457,7 +464,7 @@ def _class_of(entry: _entries.Entry) -> Type[Action]:
 
 
 def _unpickled(kind: Type[Action], data: bytes) -> Action:
-    return adopted(_from_image(data, len(data), 0, None), kind)
+    return adopted(_made_of(data), kind)
 
 
 # ---- values ----
@@ -534,6 +541,11 @@ def _value_of(record: TOrvParameterValue) -> Value:
     if kind == Kind.Resource:
         return Resource(wide_at(payload.resource.name), UUID(bytes_le=bytes(payload.resource.guid)))
     raise Error(f"a value of the unknown kind {kind}")
+
+
+def _is_keyword(name: str) -> bool:
+    """Whether a call can have an argument of that name. Python takes some letters beyond ASCII for others."""
+    return name.isascii() and name.isidentifier() and not iskeyword(name)
 
 
 def _comes_back(entry: _entries.Entry, item: Item) -> bool:

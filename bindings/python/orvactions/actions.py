@@ -36,7 +36,7 @@ def _made(name: str) -> Type[Action]:
 
 
 def _constructor(action: str) -> Any:
-    def __init__(self: Action, **parameters: Optional[Value]) -> None:
+    def __init__(self: Action, /, **parameters: Optional[Value]) -> None:
         self._handle = 0
         self._fill(_entries.by_name(action), parameters)
 

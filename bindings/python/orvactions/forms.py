@@ -123,7 +123,9 @@ def write_frames(actions: Iterable[Action]) -> bytes:
 def from_dict(row: Dict[str, Any]) -> Action:
     """The action of what Action.to_dict() gave; the code is not looked at."""
     if row.get("match"):
-        return MatchAction(row["name"], row.get("description", ""), **row["parameters"])
+        made = MatchAction(row["name"], row.get("description", ""))
+        made.update(row["parameters"])  # one of them may be named description
+        return made
     entry = _entries.by_name(row["name"])
     if entry.code:
         from . import actions

@@ -3,6 +3,7 @@ import copy
 import datetime
 import pickle
 import unittest
+from unittest import mock
 from uuid import UUID
 
 import orvactions as orv
@@ -86,6 +87,24 @@ class Mapping(unittest.TestCase):
         self.assertNotIn("Camera", a)
         with self.assertRaises(TypeError):
             hash(a)
+
+    def test_names_that_mean_something_in_python(self):
+        for name in ("class", "self", "name", "description", "a b", "\ufb01", "Zähler", "_handle"):
+            for made in (orv.Action("Mine"), orv.actions.PanLeft(Speed=3), orv.MatchAction("Mine", description="d")):
+                made[name] = 1
+                with self.subTest(made=made):
+                    for again in (eval(repr(made), vars(orv)), orv.from_dict(made.to_dict())):
+                        self.assertEqual((again, list(again)), (made, list(made)))
+            self.assertEqual(dict(orv.actions.PanLeft(**{name: 1})), {name: 1})
+
+    def test_what_fails_at_its_begin_ends_in_silence(self):
+        with mock.patch("sys.unraisablehook") as unraisable:
+            with self.assertRaises(TypeError):
+                orv.Action()
+            unraisable.assert_not_called()
+        restore, (kind, _) = orv.Action("A").__reduce__()
+        with self.assertRaises(orv.Error):
+            restore(kind, b"")
 
     def test_long_values_pass_in_whole(self):
         text = "ü" * 100_000

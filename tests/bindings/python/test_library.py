@@ -75,7 +75,7 @@ class Threads(unittest.TestCase):
         action = orv.parse(text)
         data = action.to_bytes()
         for call in (lambda: orv.parse(text), lambda: orv.from_bytes(data), action.to_text, action.to_bytes,
-                     action.to_json, action.to_plain, action.copy):
+                     action.to_json, action.to_plain, action.copy, lambda: orv.Action("Mine", x=text)):
             ran, begin = [], threading.Lock()
             begin.acquire()
             other = threading.Thread(target=lambda: ran.append(begin.acquire()))
