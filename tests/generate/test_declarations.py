@@ -34,6 +34,12 @@ TWIN(const char*, Get, (const uint32_t* a, void** b));  /* a comment, with a ; i
 #else
 void Other(void);
 #endif
+#if !defined(_WIN32)
+#elif !defined(_WIN64)
+void Second(void);
+#else
+void Third(void);
+#endif
 #define EACH(X) X(One, 1) X(Two, 0x20)
 #define CONSTANT(name, number) ORV_##name = number,
 enum { EACH(CONSTANT) ORV_Last };

@@ -29,7 +29,8 @@ class Preprocessor:
         """`read` gives the text of a header by its name, as an #include writes it."""
         self._read = read
         self._macros: dict[str, Macro] = {name: Macro(None, "") for name in _COMPILER | _IGNORED}
-        self._taken: list[bool] = []
+        # Of each condition around the line: whether its branch counts, and whether one of its branches has counted.
+        self._branches: list[tuple[bool, bool]] = []
         self._seen: set[str] = set()
 
     def text(self, header: str) -> str:
@@ -55,20 +56,20 @@ class Preprocessor:
                 if macro.arguments is None and re.fullmatch(r"(0x[0-9A-F]+|\d+)u?|\"[^\"]*\"", macro.body)}
 
     def _active(self) -> bool:
-        return all(self._taken)
+        return all(active for active, _ in self._branches)
 
     def _directive(self, line: str) -> str:
         word, _, rest = line.partition(" ")
         if word in ("if", "ifdef", "ifndef"):
             text = rest if word == "if" else f"{'!' if word == 'ifndef' else ''}defined({rest.strip()})"
-            self._taken.append(self._holds(text))
-        elif word == "elif":
-            # Where the branch before was taken none of the others counts.
-            self._taken[-1] = not self._taken[-1] and self._holds(rest)
-        elif word == "else":
-            self._taken[-1] = not self._taken[-1]
+            active = self._holds(text)
+            self._branches.append((active, active))
+        elif word in ("elif", "else"):
+            _, done = self._branches[-1]
+            active = not done and (word == "else" or self._holds(rest))
+            self._branches[-1] = active, done or active
         elif word == "endif":
-            self._taken.pop()
+            self._branches.pop()
         elif self._active():
             return self._statement(word, rest, line)
         return ""
