@@ -24,7 +24,7 @@ namespace Orv
     }
 
     /// <summary>System strings: Windows brings its own functions, elsewhere the library has them.</summary>
-    internal static class SystemString
+    public static class SystemString
     {
         private static readonly bool Windows = Environment.OSVersion.Platform == PlatformID.Win32NT;
 
@@ -34,14 +34,15 @@ namespace Orv
         [DllImport("oleaut32", EntryPoint = "SysFreeString")]
         private static extern void FreeOnWindows(IntPtr text);
 
-        internal static void Free(IntPtr text)
+        /// <summary>Frees a string that a function of Orv.Native.Api handed out; null is none.</summary>
+        public static void Free(IntPtr text)
         {
             if (Windows) FreeOnWindows(text);
             else FreeHere(text);
         }
 
         /// <summary>The text of a string that was handed out, which is freed.</summary>
-        internal static string Taken(IntPtr text)
+        public static string Taken(IntPtr text)
         {
             if (text == IntPtr.Zero) return "";
             try
