@@ -78,7 +78,7 @@ SIBLING_REPLACED = [
     ('"+Speed=Rate/Int64"', "3", "sibling_text.toml:3: 'fields' must hold texts only"),
 ]
 
-MANY_PARAMETERS = "parameters = [" + ", ".join(f'{{ name = "P{at}", type = "Bool" }}' for at in range(256)) + "]"
+MANY_PARAMETERS = "parameters = [" + ", ".join(f'{{ name = "P{at}", type = "Bool" }}' for at in range(65)) + "]"
 EXTENDED = SOUND[ACTIONS].replace("code = 10\n", "code = 10\nexport_ex = 1\n").replace("PanStop", "PanLeftEx")
 SECOND_ENUM = SOUND["enums.toml"] + '[[enum]]\nname = "Moods"\nid = 4096\nvalues = []\n'
 WHOLE_FILES = [
@@ -89,7 +89,7 @@ WHOLE_FILES = [
     ({"characters.txt": "letter 0041\ndigit 0030\nblank\n"}, ["characters.txt:1: the class 'blank' has no units"]),
     (
         {ACTIONS: SOUND[ACTIONS].replace("parameters = []", MANY_PARAMETERS)},
-        [f"{ACTIONS}:10: more than 255 parameters"],
+        [f"{ACTIONS}:10: more than 64 parameters"],
     ),
     ({ACTIONS: EXTENDED}, [f"{ACTIONS}:2: create and decode pair 'PanLeftEx' stands already in {ACTIONS}:11"]),
     ({"enums.toml": SECOND_ENUM}, ["enums.toml:12: enum id '4096' stands already in enums.toml:5"]),

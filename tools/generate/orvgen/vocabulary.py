@@ -72,8 +72,9 @@ ENUM_ID_BIT = 0x1000
 FIRST_EXTENSION_ACTION_CODE = 10000
 FIRST_EXTENSION_CLASS_CODE = 1000
 
-# A row's key order is written as bytes.
-MAX_PARAMETERS = 255
+# As many as an action has slots for: ParameterMap::kMaximumSlots in src/objects/parameter_map.h, on which the making of
+# built-in actions relies.
+MAX_PARAMETERS = 64
 
 
 def public_enum_type(enum_id: int) -> int:
