@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -73,7 +74,8 @@ void FetchLongText(HeskHandle action, std::u16string& output)
     output = std::move(text);
 }
 
-// The text of an action. A failure leaves the output empty.
+// The text of an action. A failure leaves the output empty. Here and below, that memory has run out is no failure of
+// the sibling's and goes on to the caller.
 void FetchText(HeskHandle action, std::u16string& output)
 {
     output.clear();
@@ -86,6 +88,8 @@ void FetchText(HeskHandle action, std::u16string& output)
         } else {
             FetchLongText(action, output);
         }
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (...) {
         Platform::WriteDebug(kTextFault);
     }
@@ -95,7 +99,12 @@ void FetchText(HeskHandle action, std::u16string& output)
 bool TakeText(HeskHandle action, std::u16string& output)
 {
     if (!action) return false;
-    FetchText(action, output);
+    try {
+        FetchText(action, output);
+    } catch (...) {
+        Call(functions.closeHandle, action);
+        throw;
+    }
     Call(functions.closeHandle, action);
     ConvertHeskTextToOrvText(output);
     return !output.empty();
@@ -106,6 +115,8 @@ bool Guarded(std::u16string_view fault, Work&& work)
 {
     try {
         return work();
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (...) {
         Platform::WriteDebug(fault);
         return false;
@@ -146,12 +157,14 @@ bool HeskActionsWrapper::ConvertTextBuffer(std::u16string_view text, std::uint32
 {
     return Guarded(kBufferFault, [&] {
         if (!Load() || text.empty()) return false;
+        // The library only says whether the text is valid: it is converted as it was given. The copy is made before
+        // there is something to close.
+        std::u16string valid(text);
         const HeskHandle action = Call(functions.createFromTextBuffer, text.data(),
                                        static_cast<std::uint32_t>(text.size()), version, 0U, flag);
         output.clear();
         if (!action) return false;
-        // The library only says whether the text is valid: it is converted as it was given.
-        output = text;
+        output.swap(valid);
         Call(functions.closeHandle, action);
         ConvertHeskTextToOrvText(output);
         return true;

@@ -1,3 +1,4 @@
+#include <new>
 #include <string>
 
 #include "OrvActions/OrvErrors.h"
@@ -6,6 +7,7 @@
 #include "bridge/action_text_writer.h"
 #include "exports/frame.h"
 #include "forms/technical_text_writer.h"
+#include "forms/text_reader.h"
 #include "objects/action.h"
 #include "objects/orv_plc_exception.h"
 #include "platform/system_string.h"
@@ -26,12 +28,20 @@ std::u16string OrvText(std::u16string_view heskText)
     return TechnicalText(*action);
 }
 
-// A text that does not read, for whatever reason, and an action without a counterpart get the same answer.
-std::u16string HeskText(const OrvWChar* orvText)
+// Null for a text that does not read, whatever fails in it. That there is no memory says nothing about a text.
+ObjectPtr<TOrvAction> ReadOrvText(std::u16string_view text)
+try {
+    return ObjectPtr<TOrvAction>(ReadActionText(text, ORV_MESSAGE_SIBLING_ACTION, false).object);
+} catch (const std::bad_alloc&) {
+    throw;
+} catch (...) {
+    return nullptr;
+}
+
+// A text that does not read and an action without a counterpart get the same answer.
+std::u16string HeskText(std::u16string_view orvText)
 {
-    const TOrvHandle handle =
-        OrvAct_CreateFromTextBufferW(orvText, ORV_LENGTH_TERMINATED, ORV_MESSAGE_SIBLING_ACTION, 1, nullptr);
-    const ObjectPtr<TOrvAction> action(handle ? &ActionOf(handle) : nullptr);
+    const ObjectPtr<TOrvAction> action = ReadOrvText(orvText);
     if (!action || !HeskPLC::FindWritingConverter(TerminatedView(action->GetActionName()))) {
         throw OrvPLCException(u"Action doesn't exist in HESK", ORV_SUBERROR_NO_COUNTERPART);
     }
@@ -51,7 +61,7 @@ extern "C" OrvBool Talvec_Action_ConvertHeskActionTextToOrvActionText(const OrvW
 extern "C" OrvBool Talvec_Action_ConvertOrvActionTextToHeskActionText(const OrvWChar* text, OrvBStr* converted)
 {
     return Framed<OrvBool>(0, [&] {
-        HandOut(HeskText(text), converted);
+        HandOut(HeskText(TerminatedView(text)), converted);
         return OrvBool{1};
     });
 }

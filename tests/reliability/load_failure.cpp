@@ -1,0 +1,94 @@
+// Makes memory run out at every place of the loading of the library, each in a process of its own. The host has to
+// live: dlopen answers null, or the library is there and answers like any other.
+//
+//   reliability_load LIBRARY [STEP]
+//
+// With STEP only every so manyth place is tried.
+#include <dlfcn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include <OrvActions.h>
+
+#include "failing_allocator.h"
+
+namespace {
+
+enum Verdict { kRefused, kLoaded, kWrongAnswer, kBehindTheEnd };
+
+const char* library = nullptr;
+
+template <class Function>
+Function* Find(void* module, const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(module, name));
+}
+
+bool Answers(void* module)
+{
+    auto* create = Find<decltype(OrvAct_CreateFromTextBufferA)>(module, "OrvAct_CreateFromTextBufferA");
+    auto* store = Find<decltype(OrvAct_StoreToTextBufferA)>(module, "OrvAct_StoreToTextBufferA");
+    auto* close = Find<decltype(OrvAct_CloseHandle)>(module, "OrvAct_CloseHandle");
+    auto* actions = Find<decltype(OrvAct_GetNumberOfActions)>(module, "OrvAct_GetNumberOfActions");
+    auto* error = Find<decltype(OrvAct_GetLastError)>(module, "OrvAct_GetLastError");
+    if (actions() != 429) return false;
+    TOrvHandle handle = create("PanLeft (Camera: 7, Speed: 3)", ORV_LENGTH_TERMINATED, 0, 1, nullptr);
+    if (!handle) return false;
+    char text[200];
+    const bool stored = store(handle, text, sizeof text, 0, 1, nullptr);
+    const bool right = stored && std::string(text) == "PanLeft (Camera: 7, Speed: 3)";
+    close(handle);
+    TOrvLastErrorInfo info{};
+    return right && !create("A(x: \"2024-13-29 12:13:14\")", ORV_LENGTH_TERMINATED, 0, 1, nullptr) && error(&info);
+}
+
+int LoadOnce(std::uint64_t number, bool all)
+{
+    FailingAllocator::Arm(number, all);
+    void* module = dlopen(library, RTLD_NOW | RTLD_LOCAL);
+    FailingAllocator::Disarm();
+    if (!FailingAllocator::Failed()) return kBehindTheEnd;
+    if (module) return Answers(module) ? kLoaded : kWrongAnswer;
+    // Once there is memory again the host may try again.
+    module = dlopen(library, RTLD_NOW | RTLD_LOCAL);
+    return module && Answers(module) ? kRefused : kWrongAnswer;
+}
+
+}  // namespace
+
+int main(int count, char** arguments)
+{
+    if (count < 2) return 2;
+    library = arguments[1];
+    const std::uint64_t step = count > 2 ? std::strtoull(arguments[2], nullptr, 10) : 1;
+    std::uint64_t points = 0, refused = 0, loaded = 0, findings = 0;
+    for (std::uint64_t number = 1;; number += step) {
+        bool behindTheEnd = false;
+        for (const bool all : {false, true}) {
+            std::fflush(stdout);
+            const pid_t child = fork();
+            if (child == 0) _exit(LoadOnce(number, all));
+            int status = 0;
+            waitpid(child, &status, 0);
+            const int verdict = WIFEXITED(status) ? WEXITSTATUS(status) : int{kWrongAnswer};
+            behindTheEnd = behindTheEnd || verdict == kBehindTheEnd;
+            if (verdict == kBehindTheEnd) break;
+            ++points;
+            refused += verdict == kRefused;
+            loaded += verdict == kLoaded;
+            if (verdict != kWrongAnswer) continue;
+            ++findings;
+            std::printf("finding %s: allocation %u%s while the library loads\n",
+                        WIFEXITED(status) ? "wrong answer" : "the host ends", static_cast<unsigned>(number),
+                        all ? " and all behind it" : "");
+        }
+        if (behindTheEnd) break;
+    }
+    std::printf("points %s\nrefused %s\nloaded %s\nfindings %s\n", std::to_string(points).c_str(),
+                std::to_string(refused).c_str(), std::to_string(loaded).c_str(), std::to_string(findings).c_str());
+    return findings != 0;
+}
