@@ -1,7 +1,7 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
-.PHONY: help run build test test-windows test-sanitizers test-package compare-readers bench bench-python fuzz install \
-	package python csharp pascal test-bindings clean
+.PHONY: help run build test test-windows test-sanitizers test-package test-reliability reliability compare-readers \
+	bench bench-python fuzz install package python csharp pascal test-bindings clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
@@ -50,6 +50,17 @@ test-package: package
 test-bindings:
 	$(call build,native,base bindings)
 	@ctest --test-dir build/native --no-tests=error -C bindings -R '^(bindings|conformance)_'
+
+## reliability      everything that the library promises under fire, and a sheet of it: build/reliability.md; QUICK=1 takes
+##                  ten minutes once things are built, DATE= is what the sheet shows
+reliability:
+	@scripts/install-packages base
+	@scripts/reliability $(if $(QUICK),--quick) $(if $(DATE),--date "$(DATE)")
+
+## test-reliability the part of it that belongs into the gate
+test-reliability:
+	@scripts/install-packages base
+	@scripts/reliability --gate $(if $(DATE),--date "$(DATE)")
 
 ## compare-readers  compare the reading of text with the patterns that define it, on COUNT texts (1000000) from SEED (1)
 compare-readers: build

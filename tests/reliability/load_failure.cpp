@@ -41,9 +41,10 @@ bool Answers(void* module)
     char text[200];
     const bool stored = store(handle, text, sizeof text, 0, 1, nullptr);
     const bool right = stored && std::string(text) == "PanLeft (Camera: 7, Speed: 3)";
-    close(handle);
     TOrvLastErrorInfo info{};
-    return right && !create("A(x: \"2024-13-29 12:13:14\")", ORV_LENGTH_TERMINATED, 0, 1, nullptr) && error(&info);
+    const bool told = !store(handle, text, 3, 0, 1, nullptr) && error(&info) && info.code == ORV_ERROR;
+    close(handle);
+    return right && told;
 }
 
 int LoadOnce(std::uint64_t number, bool all)
