@@ -239,6 +239,10 @@ TEST(HeskConverters, NamesInAnyCase)
     EXPECT_FALSE(SameName(u"\u00c4rger", u"Arger"));
     EXPECT_FALSE(SameName(u"", u"\u00e4"));
     EXPECT_FALSE(SameName(u"a", u"ab"));
+    EXPECT_TRUE(SameName(u"AZaz@[", u"azAZ@["));
+    EXPECT_FALSE(SameName(u"@[", u"`{"));
+    ASSERT_NE(FindConverter(u"panLEFT"), nullptr);
+    EXPECT_EQ(FindConverter(u"PanLeft\u00e4"), nullptr);
     EXPECT_EQ(FindConverter(std::u16string(70, u'a')), nullptr);
 }
 

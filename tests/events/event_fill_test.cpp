@@ -2,7 +2,9 @@
 
 #include <cstring>
 
+#include "catalogue/extension_reader.h"
 #include "events/describe_record.h"
+#include "events/event_fill.h"
 #include "events/event_settings.h"
 #include "forms/text_reader.h"
 #include "objects/match_action.h"
@@ -46,6 +48,29 @@ TEST(EventFill, DeclaredParametersAndUsers)
         const ObjectPtr<TOrvAction> action(ReadActionText(text, ORV_EXPECT_ANY, false).object);
         EXPECT_EQ(Filled(*action), record);
     }
+}
+
+// An extension may declare fewer columns than a value has parts: the others have no place to go.
+TEST(EventFill, AMaskThatLacksASort)
+{
+    TOrvActionCatalogue catalogue(TOrvActionCatalogue::Content::BuiltIn);
+    ExtensionReader(catalogue).Read(
+        "<PLC><actions><action name='Gate' code='10000' class='1'><params>"
+        "<parameter name='Door' type='MediaChannel' dbfield='Int32_A'/></params></action></actions></PLC>");
+    const auto* entry = catalogue.FindActionByName(u"Gate");
+    ASSERT_NE(entry, nullptr);
+    ASSERT_EQ(entry->Parameters[0].DbField, std::uint32_t{ORV_COLUMN_Int32_A});
+    const ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
+    action->Parameters().StoreDeclared(0, [](TOrvParameter& value) { value.SetMediaChannel(7, 5, u"x"); });
+    // What stands in front of a column of the record and behind the record has to stay.
+    struct {
+        std::uint64_t before = 0x55;
+        TOrvEventData record{};
+        std::uint64_t behind = 0x55;
+    } guarded;
+    FillEventRecord(guarded.record, *action);
+    EXPECT_EQ(Describe(guarded.record), "10000; Int32FieldA 5");
+    EXPECT_EQ(guarded.before + guarded.behind, 0xAAu);
 }
 
 constexpr TOrvGuid kGuid = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};

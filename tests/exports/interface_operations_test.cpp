@@ -76,6 +76,12 @@ TEST(InterfaceOperations, FunctionsStoreWhatOperationsKeep)
     EXPECT_FALSE(OrvAct_StoreToTextBufferW(handle.get(), nullptr, 0, 0, 0, &required));
     EXPECT_EQ(LastError().value_or(Failure{}).code, 87u);
     EXPECT_EQ(required, 7u);
+    const TUlmoDateTime impossible{0x7FFF000000000000};
+    handle->SetDateTime(W(u"ClientHost"), &impossible);
+    const OrvWChar *host = nullptr, *account = nullptr;
+    const std::uint32_t* type = nullptr;
+    EXPECT_FALSE(OrvAct_GetWindowsClientInfo(handle.get(), &host, &type, &account));
+    EXPECT_EQ(LastError().value_or(Failure{}).code, 87u);
 }
 
 struct ThrowingEnumerator final : ITalvecParameterEnumerator {

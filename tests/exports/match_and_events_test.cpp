@@ -146,10 +146,10 @@ TEST(EventExports, DescriptionsOfEveryForm)
                                                       std::uint32_t priority) {
         reinterpret_cast<std::u16string*>(to)->append(Text(label)).append(priority == 5 ? u"+" : u"-");
     };
-    EXPECT_TRUE(OrvAct_GetActionEventDescription(&record, context, plain));
-    EXPECT_TRUE(Talvec_Action_GetActionEventDescriptionEx(&record, context, plain, 4));
-    EXPECT_TRUE(OrvAct_GetActionEventDescription2(&record, context, extended, 5));
-    EXPECT_TRUE(OrvAct_GetActionEventDescription2(&record, context, nullptr, 5));
+    EXPECT_EQ(OrvAct_GetActionEventDescription(&record, context, plain), 1);
+    EXPECT_EQ(Talvec_Action_GetActionEventDescriptionEx(&record, context, plain, 4), 1);
+    EXPECT_EQ(OrvAct_GetActionEventDescription2(&record, context, extended, 5), 1);
+    EXPECT_EQ(OrvAct_GetActionEventDescription2(&record, context, nullptr, 5), 1);
     EXPECT_EQ(text, u"3|speed: 3;||speed+Pan left-");
 
     const std::uint32_t open = OrvAct_GetNumberOfOpenHandles();

@@ -20,8 +20,11 @@ TEST(ObjectLife, AnUnknownNameIsAnActionLikeAnyOther)
     EXPECT_EQ(action->GetActionClassCode(), 0u);
     EXPECT_EQ(Text(action->GetActionPlainName()), u"");
     EXPECT_EQ(Text(action->GetActionName()), u"NobodyKnows");
+    EXPECT_EQ(Text(action->GetActionDescription()), u"");
     action->SetInt32(W(u"x"), 5);
     EXPECT_EQ(action->GetParameterCount(), 1u);
+    EXPECT_EQ(action->GetParameterEnum(W(u"absent")), 0u);
+    EXPECT_EQ(action->GetParameterType(W(u"absent")), 0u);
     EXPECT_EQ(OrvAct_GetNumberOfOpenHandles(), open + 1);
     EXPECT_TRUE(OrvAct_CloseHandle(handle));
     EXPECT_EQ(OrvAct_GetNumberOfOpenHandles(), open);
@@ -106,6 +109,9 @@ TEST(ObjectLife, GenericAction)
     ASSERT_TRUE(OrvAct_CloneHandle(handle.get(), &copy));
     const Handle clone(copy);
     EXPECT_EQ(clone->GetParameterCount(), 0u);  // deliberately
+    std::uint32_t count = 0;
+    EXPECT_TRUE(OrvAct_GetReferenceCounter(clone.get(), &count));
+    EXPECT_EQ(count, 1u);
     std::uint32_t required = 0;
     OrvWChar buffer[4];
     EXPECT_TRUE(OrvAct_StoreToTextBufferW(handle.get(), buffer, 4, 0, 0, &required));

@@ -168,6 +168,9 @@ TEST(TypedAccessors, WhatAnActionIs)
         EXPECT_EQ(number, c.kind);
         const OrvWChar* wide = nullptr;
         const char* narrow = nullptr;
+        TTalvecActionPlainInfo info{};
+        Talvec_Action_GetActionInfo(&info, c.code);
+        EXPECT_EQ(Text(OrvInterfaceOf(handle)->GetActionDescription()), Text(info.DescriptionW));
         EXPECT_TRUE(TalvecMatchAct_GetActionNameW(handle, &wide));
         EXPECT_EQ(Text(wide), c.name);
         EXPECT_TRUE(Talvec_Action_GetActionNameA(handle, &narrow));

@@ -171,6 +171,13 @@ TEST(BinaryReader, SiblingBuffers)
     }
 }
 
+TEST(BinaryReader, ABufferWithoutAKindIsNotTheSiblings)
+{
+    FakeSibling sibling(u"PanLeft ()");
+    EXPECT_FALSE(ReadBytes(Bytes().Put('\1').Put('\0').Put('\0').Get()).object);
+    EXPECT_TRUE(sibling.seenBuffer.empty());
+}
+
 TEST(BinaryRoundTrip, EveryBuiltInAction)
 {
     for (const auto& [name, entry] : Catalogue().ActionsByName()) {

@@ -58,6 +58,9 @@ TEST(TemplateAction, TakesTheRolesOfAGenericAction)
         {u"@ NobodyKnows (x: 1)", "3 NobodyKnows; x i32 1"},
     };
     for (const auto& [match, made] : cases) EXPECT_EQ(Made(*Read(match), generic.get()), made);
+    const ObjectPtr<TOrvAction> output(TOrvGenericAction::Create({{}, {}, {}, GenericChannel(&contact), 77}));
+    EXPECT_EQ(Made(*Read(u"@ SetDigitalOutput ()"), output.get()),
+              "3 SetDigitalOutput; Contact chan 5 6 'in'; State i32 77");
 }
 
 }  // namespace

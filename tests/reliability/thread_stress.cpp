@@ -50,6 +50,7 @@ void DisplayTexts(int, std::uint64_t round)
     const std::uint32_t code = OrvAct_GetActionCodeByNameA("CameraOn");
     Expect(Talvec_Action_GetActionInfo(&record, code));
     record.PlainNameW = W(texts[round % std::size(texts)].c_str());
+    record.DescriptionW = W(u"eine Beschreibung");  // the one that came is the catalogue's, which others write
     Expect(Talvec_Action_SetActionPlainInfo(&record));
     TOrvHandle object = Talvec_Action_CreateActionByCode(code);
     OrvWChar text[500];

@@ -61,6 +61,7 @@ TEST(DateTimeText, WritesTheUsersLanguage)
     EXPECT_NE(Text(kMoment, dtsmLocale | dtsmDateOnly | dtsmLongDate).find(u"2026"), std::u16string::npos);
     EXPECT_EQ(Text(kMoment, dtsmLocale),
               Text(kMoment, dtsmLocale | dtsmDateOnly) + u" " + Text(kMoment, dtsmLocale | dtsmTimeOnly));
+    EXPECT_NE(Text(kMoment, dtsmLocale | dtsmTimeOnly).find(u"43"), std::u16string::npos);
     EXPECT_EQ(Text(kMoment, dtsmLocale | dtsmTimeOnly | dtsmNoSeconds).find(u"43"), std::u16string::npos);
     EXPECT_EQ(Text(kMoment, dtsmLocale | dtsmDateOnly | dtsmWeekday).find(u"26"), std::u16string::npos);
     char narrow[100];

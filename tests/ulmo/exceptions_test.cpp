@@ -4,6 +4,7 @@
 
 #include "platform/system_error.h"
 #include "ulmo/exception_history.h"
+#include "ulmo/reference_count.h"
 
 namespace {
 
@@ -56,6 +57,29 @@ TEST(Exceptions, SystemErrorsCarryTextCodeAndFunction)
         return;
     }
     ADD_FAILURE() << "nothing was raised";
+}
+
+struct Ending : VirtualReferenceCountBaseClass {
+    explicit Ending(std::string& calls) : calls_(calls) {}
+    ~Ending() override { calls_ += "gone"; }
+    void OnFinalRelease() noexcept override { calls_ += "final "; }
+    void Delete() noexcept override
+    {
+        calls_ += "delete ";
+        VirtualReferenceCountBaseClass::Delete();
+    }
+    std::string& calls_;
+};
+
+TEST(ReferenceCount, TheLastReleaseIsToldBeforeTheEnd)
+{
+    std::string calls;
+    const CountedPtr<Ending> first = MakeCounted<Ending>(calls);
+    {
+        const CountedPtr<Ending> second = MakeCounted<Ending>(calls);
+        const CountedPtr<Ending> again = second;
+    }
+    EXPECT_EQ(calls, "final delete gone");
 }
 
 TEST(ExceptionHistory, KeepsTheLatest512)
