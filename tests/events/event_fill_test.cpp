@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "catalogue/extension_reader.h"
 #include "events/describe_record.h"
@@ -62,15 +64,14 @@ TEST(EventFill, AMaskThatLacksASort)
     ASSERT_EQ(entry->Parameters[0].DbField, std::uint32_t{ORV_COLUMN_Int32_A});
     const ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
     action->Parameters().StoreDeclared(0, [](TOrvParameter& value) { value.SetMediaChannel(7, 5, u"x"); });
-    // What stands in front of a column of the record and behind the record has to stay.
+    // A column that is none would lie behind the record.
     struct {
-        std::uint64_t before = 0x55;
         TOrvEventData record{};
-        std::uint64_t behind = 0x55;
+        unsigned char behind[1024]{};
     } guarded;
     FillEventRecord(guarded.record, *action);
     EXPECT_EQ(Describe(guarded.record), "10000; Int32FieldA 5");
-    EXPECT_EQ(guarded.before + guarded.behind, 0xAAu);
+    EXPECT_TRUE(std::all_of(std::begin(guarded.behind), std::end(guarded.behind), [](auto byte) { return byte == 0; }));
 }
 
 constexpr TOrvGuid kGuid = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};

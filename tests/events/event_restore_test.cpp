@@ -67,18 +67,6 @@ TOrvParameter Kept(TOrvParameter value, Columns columns)
     return value;
 }
 
-TEST(EventRestore, EveryBuiltInActionFromItsImage)
-{
-    for (const auto& [name, entry] : Catalogue().ActionsByName()) {
-        const ObjectPtr<TOrvAction> action(MakeSampleAction(*entry));
-        TOrvEventData record{};
-        action->GetEventData(&record);
-        const std::vector<std::byte> image = BinaryOf(*action);
-        SetImage(record, image);
-        EXPECT_EQ(Restored(RestoreAction(record)), Describe(*action));
-    }
-}
-
 // A parameter with columns of its own comes back; one that lost a column to an earlier parameter comes back with what
 // is there.
 TEST(EventRestore, EveryBuiltInActionFromItsColumns)

@@ -118,16 +118,6 @@ TEST(Golden, EveryFormIsWritten)
     for (const auto& [form, write] : forms) EXPECT_EQ(write(action), Golden(form)) << form;
 }
 
-TEST(Golden, TheBinaryFormReadsBack)
-{
-    const std::string bytes = Bytes(Golden("hex"));
-    std::uint32_t consumed = 0;
-    const orv::Action read(
-        OrvAct_CreateFromBinBuffer(bytes.data(), static_cast<std::uint32_t>(bytes.size()), ORV_EXPECT_ANY, &consumed));
-    EXPECT_EQ(consumed, bytes.size());
-    EXPECT_TRUE(read == GoldenAction());
-}
-
 TEST(Golden, TheEventRecordReadsBack)
 {
     TOrvEventData record{};

@@ -225,6 +225,13 @@ TEST(Parameter, ACopyIsIndependent)
     EXPECT_STREQ(copy.MakeNarrowText(), "1 2 3 4 5 'a'");
     value = TOrvParameter();
     EXPECT_EQ(copied.items[0].field4, 5);
+    // Items stay while the text behind them is none; a copy has them as well.
+    copy.SetResultDataText(u"no item");
+    TOrvParameter later = copy;
+    TOrvResultDataList kept{};
+    ASSERT_TRUE(later.ReadResultDataSet(kept));
+    ASSERT_EQ(kept.count, 1u);
+    EXPECT_EQ(kept.items[0].field4, 5);
 }
 
 TEST(Parameter, DoublesOutsideTheRangeOfAnIntegerStopAtItsLimits)

@@ -13,12 +13,15 @@ typedef uint8_t (*SetInput)(void* handle, const void* channel);
 
 static HMODULE library;
 
+/* The system gives a function of any kind as one of no arguments. */
+#define FIND(Type, name) ((Type)(void (*)(void))GetProcAddress(library, name))
+
 static DWORD WINAPI Use(void* unused)
 {
     (void)unused;
-    Create create = (Create)(void*)GetProcAddress(library, "Talvec_Action_CreateActionByName");
-    SetInput fail = (SetInput)(void*)GetProcAddress(library, "OrvAct_SetVideoInput");
-    OnHandle closeHandle = (OnHandle)(void*)GetProcAddress(library, "OrvAct_CloseHandle");
+    Create create = FIND(Create, "Talvec_Action_CreateActionByName");
+    SetInput fail = FIND(SetInput, "OrvAct_SetVideoInput");
+    OnHandle closeHandle = FIND(OnHandle, "OrvAct_CloseHandle");
     void* object = create(L"Nobody");
     const int right = object && !fail(object, NULL);
     closeHandle(object);
@@ -41,7 +44,7 @@ int main(int count, char** arguments)
         WaitForSingleObject(thread, INFINITE);
         GetExitCodeThread(thread, &verdict);
         CloseHandle(thread);
-        Number open = (Number)(void*)GetProcAddress(library, "OrvAct_GetNumberOfOpenHandles");
+        Number open = FIND(Number, "OrvAct_GetNumberOfOpenHandles");
         wrong += verdict != 0 || open() != 0;
         FreeLibrary(library);
         wrong += GetModuleHandleA("OrvActions.dll") != NULL; /* it really went */
