@@ -53,6 +53,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 if(ORV_WERROR)
     target_compile_options(orv_flags INTERFACE -Werror)
+    # Fences order atomic accesses only, in which ThreadSanitizer sees no race without them either.
+    if(ORV_SANITIZE STREQUAL thread)
+        target_compile_options(orv_flags INTERFACE -Wno-error=tsan)
+    endif()
 endif()
 # Sanitizers are for all targets, the test framework's included.
 if(ORV_SANITIZE)

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <source_location>
 #include <thread>
 
 #include "sample.h"
@@ -15,9 +16,10 @@ namespace {
 constexpr int kThreads = 16;
 std::atomic<std::uint64_t> wrong{0};
 
-void Expect(bool right)
+void Expect(bool right, std::source_location where = std::source_location::current())
 {
-    if (!right) ++wrong;
+    if (right) return;
+    if (++wrong <= 10) std::printf("finding at line %u\n", static_cast<unsigned>(where.line()));
 }
 
 const OrvWChar* W(const char16_t* text)
@@ -34,7 +36,7 @@ void OwnObjects(int thread, std::uint64_t round)
     for (const OrvBool plain : {0, 1}) OrvAct_StoreToTextBufferW(object, text, std::size(text), plain, 0, nullptr);
     OrvAct_StoreToTextBufferW(object, text, std::size(text), 0, 0, nullptr);
     TOrvHandle back = OrvAct_CreateFromTextBufferW(text, ORV_LENGTH_TERMINATED, ORV_EXPECT_ANY, 0, nullptr);
-    Expect(back != nullptr);
+    Expect((back != nullptr) == (test.variant % Sample::kSubjects != 2));  // a generic action has no text
     if (back) OrvAct_CloseHandle(back);
     std::uint32_t required = 0;
     OrvAct_StoreToJson(object, text, std::size(text), &required, 1, nullptr);
