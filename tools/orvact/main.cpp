@@ -1,5 +1,6 @@
 // orvact: shows, converts, matches and stores actions. But for lint it uses the public interface of the library only.
 #include <OrvActions.hpp>
+#include <cstdio>
 #include <new>
 
 #include "command_line.h"
@@ -105,9 +106,7 @@ int ParseAndPerform(CommandLine& line, const std::vector<std::string>& arguments
     return Perform(line);
 }
 
-}  // namespace
-
-int Run(const std::vector<std::string>& arguments)
+int ParseAndPerform(const std::vector<std::string>& arguments)
 {
     settings.jsonReport = AsksForJson(arguments);
     CommandLine line;
@@ -120,4 +119,15 @@ int Run(const std::vector<std::string>& arguments)
         Complain("library", error.what());
     }
     return Finish(code);
+}
+
+}  // namespace
+
+int Run(const std::vector<std::string>& arguments)
+try {
+    return ParseAndPerform(arguments);
+} catch (const std::bad_alloc&) {
+    // Not even for the report: said without a string.
+    std::fputs("orvact: there is not enough memory\n", stderr);
+    return kUsage;
 }
