@@ -13,10 +13,28 @@ extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, st
 
 namespace {
 
-constexpr const char16_t* kPieces[] = {
-    u"PanLeft (", u"@ ", u"Camera: 7", u", Speed: 3", u"{ 5, 7, \"x\" }", u"{ 4, \"x\" }", u"{{1,2,3,4,5,\"a\"},}", u"\"<a b=\"1\"/>\"",
-    u"\"2026/11/15 03:10:43,123 GMT+01:00\"", u"\"714596eb-24d2-43bb-a3e2-1fa78b5bec09\"", u"{ 1, 2, 3, 4 }", u"true",
-    u"1.5e300", u"-2147483648", u"99999999999", u"\\\"", u"<![CDATA[", u"]]>", u"<!--", u"-->", u"ForeignKey: ", u"\u2028"};
+constexpr const char16_t* kPieces[] = {u"PanLeft (",
+                                       u"@ ",
+                                       u"Camera: 7",
+                                       u", Speed: 3",
+                                       u"{ 5, 7, \"x\" }",
+                                       u"{ 4, \"x\" }",
+                                       u"{{1,2,3,4,5,\"a\"},}",
+                                       u"\"<a b=\"1\"/>\"",
+                                       u"\"2026/11/15 03:10:43,123 GMT+01:00\"",
+                                       u"\"714596eb-24d2-43bb-a3e2-1fa78b5bec09\"",
+                                       u"{ 1, 2, 3, 4 }",
+                                       u"true",
+                                       u"1.5e300",
+                                       u"-2147483648",
+                                       u"99999999999",
+                                       u"\\\"",
+                                       u"<![CDATA[",
+                                       u"]]>",
+                                       u"<!--",
+                                       u"-->",
+                                       u"ForeignKey: ",
+                                       u"\u2028"};
 
 using Random = std::minstd_rand;
 

@@ -229,9 +229,9 @@ int main(int count, char** arguments)
     for (const auto& [reason, number] : byReason) {
         std::printf("%s times: %s\n", std::to_string(number).c_str(), reason.c_str());
     }
-    const std::pair<const char*, std::uint64_t> figures[] = {{"operations", done},   {"cases", cases},
-                                                             {"points", points},     {"answered", answered},
-                                                             {"refused", refused},   {"findings", findings}};
+    const std::pair<const char*, std::uint64_t> figures[] = {{"operations", done}, {"cases", cases},
+                                                             {"points", points},   {"answered", answered},
+                                                             {"refused", refused}, {"findings", findings}};
     for (const auto& [name, value] : figures) {
         if (value || !fresh) std::printf("%s %s\n", name, std::to_string(value).c_str());
     }

@@ -1,10 +1,10 @@
 #include "failing_allocator.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <atomic>
 
 #include <execinfo.h>
 #include <fcntl.h>

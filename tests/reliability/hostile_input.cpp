@@ -16,8 +16,8 @@
 
 #include <unistd.h>
 
-#define TARGET(name, maker)                                                   \
-    extern "C" int Fuzz_##name(const std::uint8_t* data, std::size_t size);   \
+#define TARGET(name, maker)                                                 \
+    extern "C" int Fuzz_##name(const std::uint8_t* data, std::size_t size); \
     int Make_##maker(int count, char** arguments);
 #include "hostile_targets.inc"
 #undef TARGET

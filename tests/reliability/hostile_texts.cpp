@@ -22,11 +22,35 @@
 
 namespace {
 
-constexpr const char16_t* kFronts[] = {u"", u"A(", u"A(x: ", u"A(x: \"", u"A(x: {", u"A(x: 1, <a b=\"", u"?A(", u"A b\n"};
-constexpr const char16_t* kPieces[] = {
-    u"\\", u"\"", u"\\\"", u"{", u"}", u"{1,2,\"", u"{{1,1,1,1,1,\"\\\"},", u"(", u")", u":", u",", u"a:", u"a: 1, ",
-    u" ", u"\n", u"1", u"1.", u"1e", u"<", u"<a b=\"", u"</a>", u"<!--\"", u"<![CDATA[\"", u"b=c=", u"x: \"<a/>\", ",
-    u"\u2028", u"\xD800"};
+constexpr const char16_t* kFronts[] = {u"",    u"A(",   u"A(x: ", u"A(x: \"", u"A(x: {", u"A(x: 1, <a b=\"",
+                                       u"?A(", u"A b\n"};
+constexpr const char16_t* kPieces[] = {u"\\",
+                                       u"\"",
+                                       u"\\\"",
+                                       u"{",
+                                       u"}",
+                                       u"{1,2,\"",
+                                       u"{{1,1,1,1,1,\"\\\"},",
+                                       u"(",
+                                       u")",
+                                       u":",
+                                       u",",
+                                       u"a:",
+                                       u"a: 1, ",
+                                       u" ",
+                                       u"\n",
+                                       u"1",
+                                       u"1.",
+                                       u"1e",
+                                       u"<",
+                                       u"<a b=\"",
+                                       u"</a>",
+                                       u"<!--\"",
+                                       u"<![CDATA[\"",
+                                       u"b=c=",
+                                       u"x: \"<a/>\", ",
+                                       u"\u2028",
+                                       u"\xD800"};
 constexpr const char16_t* kEnds[] = {u"", u")", u"\")", u"})", u">)", u": 1)"};
 constexpr double kMostGrowth = 7;
 constexpr std::uint64_t kNoiseInstructions = 20'000'000, kNoiseNanoseconds = 20'000'000;
@@ -95,7 +119,8 @@ int main(int count, char** arguments)
                 const std::uint64_t large = Cost(work, Series(front, piece, end, 4 * units));
                 if (large < noise) continue;
                 const std::uint64_t small = Cost(work, Series(front, piece, end, units));
-                const double growth = static_cast<double>(large) / static_cast<double>(std::max<std::uint64_t>(small, 1));
+                const double growth =
+                    static_cast<double>(large) / static_cast<double>(std::max<std::uint64_t>(small, 1));
                 most = std::max(most, growth);
                 if (growth < kMostGrowth) continue;
                 ++findings;

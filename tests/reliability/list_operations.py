@@ -37,7 +37,8 @@ def interface_operations(includes: list[Path]) -> list[tuple[str, str]]:
     rows = []
     for name, body in re.findall(r"struct (\w+)(?: : \w+)? \{([^}]*?\bvirtual\b.*?)\n\};", text, re.S):
         if name in INTERFACES:
-            rows += [(name, operation) for operation in re.findall(r"virtual\s+[\w\s*]+?\b(\w+)\([^)]*\)\s*=\s*0;", body)]
+            names = re.findall(r"virtual\s+[\w\s*]+?\b(\w+)\([^)]*\)\s*=\s*0;", body)
+            rows += [(name, operation) for operation in names]
     return rows
 
 

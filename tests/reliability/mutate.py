@@ -2,7 +2,7 @@
 
     mutate.py BUILD [--count N] [--seed S] [--files GLOB] [--list FILE]
 
-Works in a copy of the sources beside BUILD, with a build tree of its own there that is kept from run to run; the sources
+Works in a copy of the sources in BUILD, with a build tree of its own there that is kept from run to run; the sources
 are never touched. A change that does not compile does not count. Prints what survived and the share that was noticed.
 """
 import argparse
@@ -21,8 +21,8 @@ RULES = [
     (r" && ", " || "), (r" \|\| ", " && "), (r" \+ ", " - "), (r" - ", " + "), (r"\btrue\b", "false"),
     (r"\bfalse\b", "true"), (r"\b0\b", "1"), (r"\b1\b", "0"), (r"\b([2-9]|[1-9]\d+)\b", r"(\1 + 1)"),
     (r"(?<=[(= ])!(?=\w)", ""), (r"\+\+(?=\w)", "--"), (r" \+= ", " -= "), (r"\bcontinue;", "break;"),
-    (r"^(\s+)(?!return|throw|using|static|const|else|case|break|continue|if|for|while|do|auto|std::)[\w.:>\-\[\]]+\([^{}]*\);$",
-     r"\1;"),
+    (r"^(\s+)(?!return|throw|using|static|const|else|case|break|continue|if|for|while|do|auto|std::)"
+     r"[\w.:>\-\[\]]+\([^{}]*\);$", r"\1;"),
     (r"^(\s+)return (?!;)(?!\{)[^;]{3,};$", r"\1return {};"),
 ]
 TESTS = ["orv_unit_tests", "orv_interface_tests"]

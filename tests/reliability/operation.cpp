@@ -151,14 +151,29 @@ void OnDescription2(OrvWord context, std::int32_t index, const OrvWChar* label, 
 }
 
 template <>
-ITalvecParameterEnumerator* SinkOfOurs() { return One<Enumerator>(); }
+ITalvecParameterEnumerator* SinkOfOurs()
+{
+    return One<Enumerator>();
+}
 template <>
-ITalvecActionClassSink* SinkOfOurs() { return One<ClassSink>(); }
+ITalvecActionClassSink* SinkOfOurs()
+{
+    return One<ClassSink>();
+}
 template <>
-ITalvecActionSink* SinkOfOurs() { return One<ActionSink>(); }
+ITalvecActionSink* SinkOfOurs()
+{
+    return One<ActionSink>();
+}
 template <>
-ITalvecParameterSink* SinkOfOurs() { return One<ParameterSink>(); }
+ITalvecParameterSink* SinkOfOurs()
+{
+    return One<ParameterSink>();
+}
 template <>
-ITalvecEnumValueSink* SinkOfOurs() { return One<EnumValueSink>(); }
+ITalvecEnumValueSink* SinkOfOurs()
+{
+    return One<EnumValueSink>();
+}
 
 }  // namespace Arguments

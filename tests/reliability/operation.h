@@ -15,7 +15,7 @@ struct Outcome {
     std::string answer;         // result and outputs
     std::string before, state;  // the object that the call was made on, before and after it
     std::string error;          // what the last error says, if there is one
-    bool refused = false;      // the result says no, or the operation threw for memory
+    bool refused = false;       // the result says no, or the operation threw for memory
     bool threw = false;
     bool otherThrown = false;  // something else left the operation
 };
@@ -37,8 +37,14 @@ namespace Arguments {
 using Sample::Case;
 using Sample::Describe;
 
-inline void DescribeOne(std::string& answer, const OrvWChar* value) { Describe(answer, value); }
-inline void DescribeOne(std::string& answer, const char* value) { Describe(answer, value); }
+inline void DescribeOne(std::string& answer, const OrvWChar* value)
+{
+    Describe(answer, value);
+}
+inline void DescribeOne(std::string& answer, const char* value)
+{
+    Describe(answer, value);
+}
 template <class Value>
 void DescribeOne(std::string& answer, const Value& value)
 {
@@ -54,10 +60,9 @@ inline constexpr bool kIsObject = std::is_base_of_v<OrvUnknown, T>;
 template <>
 inline constexpr bool kIsObject<OrvActionObject> = true;  // known by name alone
 template <class T>
-inline constexpr bool kIsSink =
-    std::is_same_v<T, ITalvecParameterEnumerator> || std::is_same_v<T, ITalvecActionClassSink> ||
-    std::is_same_v<T, ITalvecActionSink> || std::is_same_v<T, ITalvecParameterSink> ||
-    std::is_same_v<T, ITalvecEnumValueSink>;
+inline constexpr bool kIsSink = std::is_same_v<T, ITalvecParameterEnumerator> ||
+                                std::is_same_v<T, ITalvecActionClassSink> || std::is_same_v<T, ITalvecActionSink> ||
+                                std::is_same_v<T, ITalvecParameterSink> || std::is_same_v<T, ITalvecEnumValueSink>;
 
 template <class Object>
 TOrvHandle HandleOf(Object* object)
@@ -163,8 +168,7 @@ struct Of<const char*> {
 
 // Objects: the first is the subject of the call, others are further ones.
 template <class Object>
-    requires kIsObject<Object> && (!kIsSink<Object>)
-struct Of<Object*> {
+requires kIsObject<Object> &&(!kIsSink<Object>)struct Of<Object*> {
     TOrvHandle made;
     Object* value;
     bool isSubject;
@@ -178,13 +182,15 @@ struct Of<Object*> {
     }
     void Finish(std::string& answer, TOrvHandle)
     {
-        if (!isSubject) Sample::CloseAll(made);
-        else answer += std::to_string(Sample::CloseAll(made)) + " references;";
+        if (!isSubject)
+            Sample::CloseAll(made);
+        else
+            answer += std::to_string(Sample::CloseAll(made)) + " references;";
     }
 };
 
 template <class Object>
-    requires kIsObject<Object>
+requires kIsObject<Object>
 struct Of<Object**> {
     Object* made = nullptr;
     Object** value = &made;
@@ -219,8 +225,7 @@ struct Of<OrvBStr*> {
 
 // Pointers that a call sets to something inside the object or the catalogue.
 template <class Pointee>
-    requires(!kIsObject<Pointee>) && (!std::is_same_v<Pointee, void>)
-struct Of<const Pointee**> {
+requires(!kIsObject<Pointee>) && (!std::is_same_v<Pointee, void>)struct Of<const Pointee**> {
     const Pointee* given = nullptr;
     const Pointee** value = &given;
     explicit Of(const Situation&) {}
@@ -240,9 +245,8 @@ struct Of<const Pointee**> {
 
 // Records and numbers that a call fills, one or as many as an enumeration may want.
 template <class Value>
-    requires(!kIsObject<Value>) && (!std::is_pointer_v<Value>) && (!std::is_const_v<Value>) &&
-            (!std::is_void_v<Value>) && (!std::is_same_v<Value, char>) && (!std::is_same_v<Value, OrvWChar>)
-struct Of<Value*> {
+requires(!kIsObject<Value>) && (!std::is_pointer_v<Value>)&&(!std::is_const_v<Value>)&&(!std::is_void_v<Value>)&&(
+                                   !std::is_same_v<Value, char>)&&(!std::is_same_v<Value, OrvWChar>)struct Of<Value*> {
     std::vector<Value> values;
     Value* value;
     explicit Of(const Situation& s) : values(s.test.function.find("Enumerate") == std::string_view::npos ? 1 : 2000)
@@ -278,7 +282,10 @@ void MakeValue(Value& value, const Situation&)
 {
     if constexpr (std::is_arithmetic_v<Value>) value = 3;
 }
-inline void MakeValue(TUlmoDateTime& value, const Situation&) { value = {13350000000000ULL}; }
+inline void MakeValue(TUlmoDateTime& value, const Situation&)
+{
+    value = {13350000000000ULL};
+}
 inline void MakeValue(TOrvChannelValue& value, const Situation&)
 {
     value = Sample::ParameterValue(ORV_KIND_MediaChannel).payload.channel;
@@ -296,8 +303,14 @@ inline void MakeValue(TOrvParameterValue& value, const Situation& s)
 {
     value = Sample::ParameterValue(s.test.variant % (Sample::kKinds + 1));
 }
-inline void MakeValue(TOrvEventData& value, const Situation&) { value = Sample::EventRecord(); }
-inline void MakeValue(TOrvActionClassPlainInfo& value, const Situation&) { OrvAct_GetActionClassInfo(&value, 1); }
+inline void MakeValue(TOrvEventData& value, const Situation&)
+{
+    value = Sample::EventRecord();
+}
+inline void MakeValue(TOrvActionClassPlainInfo& value, const Situation&)
+{
+    OrvAct_GetActionClassInfo(&value, 1);
+}
 inline void MakeValue(TTalvecActionClassPlainInfo& value, const Situation&)
 {
     Talvec_Action_GetActionClassInfo(&value, 1);
@@ -318,24 +331,30 @@ inline void MakeValue(TTalvecParameterPlainInfo& value, const Situation&)
 {
     Talvec_Action_GetActionParameterInfo(&value, OrvAct_GetActionCodeByNameA("CameraOn"), 0);
 }
-inline void MakeValue(TOrvEnumValuePlainInfo& value, const Situation&) { OrvAct_GetEnumValueInfo(&value, 11, 0); }
+inline void MakeValue(TOrvEnumValuePlainInfo& value, const Situation&)
+{
+    OrvAct_GetEnumValueInfo(&value, 11, 0);
+}
 inline void MakeValue(TTalvecEnumValuePlainInfo& value, const Situation&)
 {
     Talvec_Action_GetEnumValueInfo(&value, 2, 0x1001, 0);
 }
 void MakeValue(TOrvActionInfoUpdateCallbacks& value, const Situation&);
-inline void EndValue(TOrvParameterValue& value) { SysFreeString(value.text); }
+inline void EndValue(TOrvParameterValue& value)
+{
+    SysFreeString(value.text);
+}
 template <class Value>
-void EndValue(Value&) {}
+void EndValue(Value&)
+{}
 
 // A text set writes longer and longer texts, so that a call has to find room.
 void Lengthen(const OrvWChar*& plainName, unsigned variant);
 
 template <class Value>
-    requires(!kIsObject<Value>) && (!std::is_void_v<Value>) && (!std::is_same_v<Value, char>) &&
-            (!std::is_same_v<Value, OrvWChar>) && (!std::is_pointer_v<Value>) &&
-            (!std::is_same_v<Value, TOrvResultDataItem>)
-struct Of<const Value*> {
+requires(!kIsObject<Value>) &&
+    (!std::is_void_v<Value>)&&(!std::is_same_v<Value, char>)&&(!std::is_same_v<Value, OrvWChar>)&&(
+        !std::is_pointer_v<Value>)&&(!std::is_same_v<Value, TOrvResultDataItem>)struct Of<const Value*> {
     Value given{};
     const Value* value = &given;
     explicit Of(const Situation& s)
@@ -391,7 +410,7 @@ template <class Sink>
 Sink* SinkOfOurs();
 
 template <class Sink>
-    requires kIsSink<Sink>
+requires kIsSink<Sink>
 struct Of<Sink*> {
     Sink* value = SinkOfOurs<Sink>();
     explicit Of(const Situation&) {}
@@ -406,7 +425,8 @@ struct ResultOf {
     {
         if constexpr (std::is_pointer_v<Result>) return !value;
         // A status of the pointer family has its highest bit set.
-        else return value == 0 || (sizeof(value) == 4 && (static_cast<std::uint64_t>(value) & 0x80000000) != 0);
+        else
+            return value == 0 || (sizeof(value) == 4 && (static_cast<std::uint64_t>(value) & 0x80000000) != 0);
     }
     void Finish(std::string& answer, TOrvHandle subject)
     {
@@ -446,8 +466,10 @@ struct PlaceOf final : Place {
     explicit PlaceOf(const Situation& s) : held(s) {}
     bool IsRefusal() const override
     {
-        if constexpr (requires { held.IsRefusal(); }) return held.IsRefusal();
-        else return false;
+        if constexpr (requires { held.IsRefusal(); })
+            return held.IsRefusal();
+        else
+            return false;
     }
     void Look(std::string& answer) override
     {
@@ -505,7 +527,8 @@ void InvokeMember(Result (Interface::*member)(Types...), Place* const* given, Pl
     if constexpr (std::is_void_v<Result>) {
         (self->*member)(ValueIn<Types>(given[Places + 1])...);
     } else {
-        static_cast<PlaceOf<ResultOf<Result>>&>(result).held.value = (self->*member)(ValueIn<Types>(given[Places + 1])...);
+        static_cast<PlaceOf<ResultOf<Result>>&>(result).held.value =
+            (self->*member)(ValueIn<Types>(given[Places + 1])...);
     }
 }
 

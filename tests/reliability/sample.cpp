@@ -11,7 +11,8 @@ constexpr const char16_t* kLong = u"Gr\u00FCn und mehr als f\u00FCnfzehn Zeichen
 constexpr const char16_t* kTechnical =
     u"EventStarted (EventID: 7, TypeID: {9, \"ein Ereignis mit Namen\"}, Comment: \"<a b=\"1\"/> und mehr Text\", "
     u"other: {5, 7, \"ein Kanal mit langem Namen\"}, set: {{1,2,3,4,5,\"ein langer Name\"},{1,2,3,4,5,\"b\"}}, "
-    u"when: \"2024/02/29 12:13:14,150 GMT+01:00\", id: \"{714596EB-24D2-43BB-A3E2-1FA78B5BEC09}\", real: 1.5, yes: true)";
+    u"when: \"2024/02/29 12:13:14,150 GMT+01:00\", id: \"{714596EB-24D2-43BB-A3E2-1FA78B5BEC09}\", real: 1.5, yes: "
+    u"true)";
 constexpr const char16_t* kSibling = u"PanLeft (7, 3)";
 
 const TOrvChannelValue kChannel{5, reinterpret_cast<const OrvWChar*>(kLong), 7};

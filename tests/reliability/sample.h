@@ -31,7 +31,7 @@ std::string StateOf(TOrvHandle object);
 // Ends all references to an object and tells how many there were.
 std::uint32_t CloseAll(TOrvHandle object);
 
-const char16_t* Text(const Case& test, unsigned place);     // a text argument
+const char16_t* Text(const Case& test, unsigned place);  // a text argument
 const char* NarrowText(const Case& test, unsigned place);
 std::uint64_t Number(const Case& test, unsigned place, unsigned width);
 

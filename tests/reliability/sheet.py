@@ -3,7 +3,8 @@
     sheet.py [--quick | --gate] [--only PART] [--date TEXT] [--fuzz-seconds N]
 
 A part is a program of its own that prints `name value` lines, `finding` lines, and ends with 0 when all is well. What a
-part printed is what the sheet shows; a part that did not run says so and why. Exit status 1 when a part found something.
+part printed is what the sheet shows; a part that did not run says so and why. Exit status 1 when a part found
+something.
 """
 import argparse
 import os
@@ -104,7 +105,8 @@ class Runner:
         install("base", "windows")
         bin_ = build("windows", "OrvActions", "reliability_load_unload") / "bin"
         wine = shutil.which("wine64") or shutil.which("wine") or "/usr/lib/wine/wine64"
-        return self.run(part, "scripts/with-wine", wine, bin_ / "reliability_load_unload.exe", bin_ / "OrvActions.dll", 50)
+        program, library = bin_ / "reliability_load_unload.exe", bin_ / "OrvActions.dll"
+        return self.run(part, "scripts/with-wine", wine, program, library, 50)
 
     def hostile(self, part: Part) -> bool:
         bin_ = build("sanitizers", "reliability_hostile") / "bin"

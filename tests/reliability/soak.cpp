@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::uint64_t kWarmUp = 20'000;
 constexpr long kAllowed = 1 << 20;  // bytes of drift
-constexpr const char* kNames[] = {"PanLeft", "EventStarted", "UserLogin", "LenelAccessEvent", "CameraOn",
-                                  "FaceRecEvent"};
+constexpr const char* kNames[] = {"PanLeft",          "EventStarted", "UserLogin",
+                                  "LenelAccessEvent", "CameraOn",     "FaceRecEvent"};
 
 long ResidentBytes()
 {

@@ -33,7 +33,7 @@ void OwnObjects(int thread, std::uint64_t round)
     const Sample::Case test{"", static_cast<unsigned>(thread + round)};
     TOrvHandle object = Sample::MakeSubject(test);
     OrvWChar text[8192];
-    for (const OrvBool plain : {0, 1}) OrvAct_StoreToTextBufferW(object, text, std::size(text), plain, 0, nullptr);
+    for (const OrvBool plain : {OrvBool{0}, OrvBool{1}}) OrvAct_StoreToTextBufferW(object, text, std::size(text), plain, 0, nullptr);
     OrvAct_StoreToTextBufferW(object, text, std::size(text), 0, 0, nullptr);
     TOrvHandle back = OrvAct_CreateFromTextBufferW(text, ORV_LENGTH_TERMINATED, ORV_EXPECT_ANY, 0, nullptr);
     Expect((back != nullptr) == (test.variant % Sample::kSubjects != 2));  // a generic action has no text
@@ -122,7 +122,8 @@ int main(int count, char** arguments)
     Sample::Image();
     void (*const works[])(int, std::uint64_t) = {OwnObjects, DisplayTexts, Catalogue, Switches, Failures, SiblingTexts};
     InThreads([&](int thread) {
-        for (std::uint64_t round = 0; round < rounds; ++round) works[(thread + round) % std::size(works)](thread, round);
+        for (std::uint64_t round = 0; round < rounds; ++round)
+            works[(thread + round) % std::size(works)](thread, round);
     });
     TOrvHandle shared = Talvec_Action_CreateActionByName(W(u"PanLeft"));
     InThreads([&](int) {

@@ -16,7 +16,8 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-TEXT = b'PanLeft (Camera: 7, Speed: 3)\nEventStarted (EventID: 7, TypeID: {9, "ein Ereignis"}, Comment: "<a b=\\"1\\"/>")\n'
+TEXT = (b'PanLeft (Camera: 7, Speed: 3)\n'
+        b'EventStarted (EventID: 7, TypeID: {9, "ein Ereignis"}, Comment: "<a b=\"1\"/>")\n')
 BEFORE_MAIN = 40  # allocations at most
 COMMANDS = {
     "convert": ["convert", "--to", "json"],

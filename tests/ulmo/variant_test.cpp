@@ -266,7 +266,8 @@ Variant Another(const Variant& value)
     if (value.GetKind() == Variant(VariantReferencePointer()).GetKind()) return VariantReferencePointer();
     Variant other = value;
     const bool isBinary = value.ToString().starts_with("binarydata");
-    other.FromString(isBinary ? "binarydata 1 eA==" : value.GetFixedSize() == 16 ? Variant(TOrvGuid{}).ToString() : "0");
+    const bool isGuid = value.GetFixedSize() == 16;
+    other.FromString(isBinary ? "binarydata 1 eA==" : isGuid ? Variant(TOrvGuid{}).ToString() : "0");
     return other;
 }
 
