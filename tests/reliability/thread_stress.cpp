@@ -33,7 +33,8 @@ void OwnObjects(int thread, std::uint64_t round)
     const Sample::Case test{"", static_cast<unsigned>(thread + round)};
     TOrvHandle object = Sample::MakeSubject(test);
     OrvWChar text[8192];
-    for (const OrvBool plain : {OrvBool{0}, OrvBool{1}}) OrvAct_StoreToTextBufferW(object, text, std::size(text), plain, 0, nullptr);
+    for (const OrvBool plain : {OrvBool{0}, OrvBool{1}})
+        OrvAct_StoreToTextBufferW(object, text, std::size(text), plain, 0, nullptr);
     OrvAct_StoreToTextBufferW(object, text, std::size(text), 0, 0, nullptr);
     TOrvHandle back = OrvAct_CreateFromTextBufferW(text, ORV_LENGTH_TERMINATED, ORV_EXPECT_ANY, 0, nullptr);
     Expect((back != nullptr) == (test.variant % Sample::kSubjects != 2));  // a generic action has no text
