@@ -1,6 +1,7 @@
 #include "sample.h"
 
 #include <cstring>
+#include <iterator>
 #include <map>
 
 namespace Sample {
@@ -52,6 +53,8 @@ void SetOne(ITalvecMatchAction& object, const OrvWChar* name, std::uint32_t kind
 // p1 to p12, by the number of their kind.
 const char16_t* const kNames[] = {u"p0", u"p1", u"p2", u"p3",  u"p4",  u"p5", u"p6",
                                   u"p7", u"p8", u"p9", u"p10", u"p11", u"p12"};
+// Declared ones of an action of the catalogue: as it spells them, otherwise, and one that the object has not got.
+const char16_t* const kDeclared[] = {u"EventText", u"eVENTtEXT", u"AssetID"};
 
 void SetEveryKind(TOrvHandle object)
 {
@@ -83,6 +86,11 @@ bool NamesParameter(std::string_view function)
     return false;
 }
 
+bool NamesDeclared(const Case& test)
+{
+    return NamesParameter(test.function) && test.variant > kKinds;
+}
+
 const char16_t* ActionName(const Case& test)
 {
     for (const std::string_view head : {"OrvAct_Decode", "OrvAct_Create"}) {
@@ -102,7 +110,7 @@ TOrvHandle Generic()
 
 unsigned Variants(std::string_view function)
 {
-    return NamesParameter(function) ? kKinds + 1 : kSubjects;
+    return NamesParameter(function) ? kKinds + 1 + static_cast<unsigned>(std::size(kDeclared)) : kSubjects;
 }
 
 void SetEveryParameter(TOrvHandle object)
@@ -116,6 +124,12 @@ void SetEveryParameter(TOrvHandle object)
 
 TOrvHandle MakeSubject(const Case& test)
 {
+    if (NamesDeclared(test)) {
+        TOrvHandle object = Talvec_Action_CreateActionByName(W(u"LenelAccessEvent"));
+        SetEveryParameter(object);
+        OrvInterfaceOf(object)->RemoveParameter(W(kDeclared[2]));
+        return object;
+    }
     const bool everyKind = NamesParameter(test.function) || test.variant % kSubjects == 3;
     if (!everyKind && test.variant % kSubjects == 2) return Generic();
     TOrvHandle object = nullptr;
@@ -161,7 +175,8 @@ std::uint32_t CloseAll(TOrvHandle object)
 const char16_t* Text(const Case& test, unsigned place)
 {
     const std::string_view name = test.function;
-    if (NamesParameter(name)) return place <= 1 ? kNames[test.variant % (kKinds + 1)] : kLong;
+    if (NamesParameter(name) && place > 1) return kLong;
+    if (NamesParameter(name)) return NamesDeclared(test) ? kDeclared[test.variant - kKinds - 1] : kNames[test.variant];
     if (Contains(name, "HeskActionTextTo")) return test.variant % 2 ? u"no action" : kSibling;
     if (Contains(name, "OrvActionTextTo")) return test.variant % 2 ? kTechnical : u"PanLeft (Camera: 7, Speed: 3)";
     if (Contains(name, "FromTextBuffer")) {
