@@ -3,7 +3,6 @@
 #include <cmath>
 #include <limits>
 
-#include "catalogue/catalogue.h"
 #include "catalogue/settings.h"
 #include "forms/json_writer.h"
 #include "objects/generic_action.h"
@@ -29,24 +28,6 @@ std::string Parameters(const TOrvAction& action, const std::uint32_t* limit = nu
     const std::string text = Json(action, true, limit);
     const std::string mark = "\"paramsCount\":";
     return text.substr(text.find(mark) + mark.size());
-}
-
-TEST(Json, AWholeAction)
-{
-    const TOrvActionInternalInfo* entry = Catalogue().FindActionByName(u"PanLeft");
-    const ObjectPtr<TOrvAction> action(TOrvAction::Create(u"panleft"));
-    const TOrvChannelValue camera = {7, Boundary(u"front \"door\""), 5};
-    action->SetMediaChannel(Boundary(u"CAMERA"), &camera);
-    action->SetInt32(Boundary(u"Speed"), -3);
-    const std::string inner =
-        "\"action\":{\"classCode\":3,\"className\":\"CameraControl\",\"code\":" + std::to_string(entry->Code) +
-        ",\"flags\":0,\"name\":\"PanLeft\",\"plainName\":\"Pan "
-        "left\",\"priority\":5,\"heskMessageClass\":1,\"index\":" +
-        std::to_string(entry->InternalIndex) +
-        ",\"messageClass\":3,\"paramsCount\":2,\"params\":{\"camera\":{\"channelID\":7,"
-        "\"channelName\":\"front \\\"door\\\"\",\"globalNo\":5},\"speed\":-3}}";
-    EXPECT_EQ(Json(*action), "{" + inner + "}");
-    EXPECT_EQ(Json(*action, false), inner);
 }
 
 TEST(Json, WithoutEntryAndParameters)
