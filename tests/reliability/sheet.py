@@ -155,6 +155,7 @@ class Runner:
     def coverage(self, part: Part) -> bool:
         if self.mode == GATE:
             raise NotRun("a build of its own")
+        install("base", "coverage")
         tree = BUILD / "coverage"
         quiet(["cmake", "--preset", "coverage"])
         quiet(["cmake", "--build", str(tree)])
