@@ -5,6 +5,8 @@
 Prints `folder lines% branches%` lines and what is under the limits: 95 % of lines and 90 % of branches for each folder,
 80 % of lines for each file. Exit status 1 when something is under a limit.
 """
+from __future__ import annotations
+
 import argparse
 import json
 import os
@@ -19,7 +21,7 @@ LINES, BRANCHES, FILE = 95.0, 90.0, 80.0
 LEFT_OUT = ["--exclude-throw-branches", "--exclude-unreachable-branches"]
 
 
-def percent(totals: Counter, what: str) -> float:
+def percent(totals: Counter[str], what: str) -> float:
     return 100.0 * totals[f"{what}_covered"] / totals[f"{what}_total"] if totals[f"{what}_total"] else 100.0
 
 
@@ -34,7 +36,7 @@ def main() -> int:
         print(done.stderr[-2000:])
         return 1
     print("branches are counted with", *LEFT_OUT)
-    folders: dict[str, Counter] = {}
+    folders: dict[str, Counter[str]] = {}
     low = []
     for file in json.loads(done.stdout)["files"]:
         parts = Path(file["filename"]).parts

@@ -5,6 +5,8 @@
 What a writer has reported is in the database, in order; a reader works at once; nothing ends in a crash. Prints figures
 as `name value` lines. Exit status 1 with findings.
 """
+from __future__ import annotations
+
 import argparse
 import os
 import pty
@@ -19,6 +21,7 @@ import tempfile
 import threading
 import time
 from pathlib import Path
+from typing import Any
 
 EVENTS = 200_000
 figures: dict[str, int] = {}
@@ -38,14 +41,15 @@ def line(writer: int, number: int) -> str:
     return f"PanLeft (Camera: {number}, Speed: {writer})"
 
 
-def run(tool: str, *arguments: str, **options) -> subprocess.CompletedProcess:
+def run(tool: str, *arguments: str, **options: Any) -> subprocess.CompletedProcess[bytes]:
     return subprocess.run([tool, *arguments], capture_output=True, timeout=120, check=False, **options)
 
 
 def read_back(tool: str, database: Path, what: str) -> list[str]:
     listed = run(tool, "events", "list", str(database), "--to", "technical")
     expect(listed.returncode == 0, f"{what}: reading ends with {listed.returncode}: {listed.stderr[-200:]!r}")
-    return listed.stdout.decode().splitlines()
+    output: bytes = listed.stdout
+    return output.decode().splitlines()
 
 
 class Terminal:

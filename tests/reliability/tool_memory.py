@@ -7,6 +7,8 @@ are counted apart: the parser of the command line makes objects before main, whe
 library takes memory in its destructors, which ends the program when there is none. An end of `list` is counted there
 unseen. Prints figures as `name value` lines.
 """
+from __future__ import annotations
+
 import argparse
 import os
 import subprocess
@@ -44,13 +46,14 @@ def main() -> int:
         database = f"{folder}/events.db"
         subprocess.run([options.tool, "events", "store", database], input=TEXT, check=True, capture_output=True)
 
-        def run(command: list[str], number: int, mode: str) -> subprocess.CompletedProcess:
+        def run(command: list[str], number: int, mode: str) -> subprocess.CompletedProcess[bytes]:
             target = database if mode == "ORV_FAIL_NONE" or command[1] == "list" else f"{folder}/{number}{mode}.db"
             arguments = [target if argument == "DATABASE" else argument for argument in command]
             return subprocess.run([options.tool, *arguments], input=TEXT, capture_output=True, cwd=ROOT, check=False,
                                   timeout=60, env=os.environ | {"LD_PRELOAD": options.library, mode: str(number)})
 
-        def check(name: str, command: list[str], number: int, mode: str, whole: subprocess.CompletedProcess) -> None:
+        def check(name: str, command: list[str], number: int, mode: str,
+                  whole: subprocess.CompletedProcess[bytes]) -> None:
             done = run(command, number, mode)
             same = (done.returncode, done.stdout) == (whole.returncode, whole.stdout)
             if done.returncode < 0 and number <= BEFORE_MAIN:
