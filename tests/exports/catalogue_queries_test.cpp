@@ -269,6 +269,37 @@ TEST(CatalogueTexts, OfGeneralParametersGoByName)
     EXPECT_FALSE(Talvec_Action_SetActionParameterPlainInfo(&written, ORV_GENERAL_PARAMETERS, 0));
 }
 
+// Writes a plain name, looks for it and puts back what was there.
+template <class Record>
+void ExpectWritable(OrvBool (*get)(Record*), OrvBool (*set)(const Record*))
+{
+    Record record{}, seen{};
+    ASSERT_TRUE(get(&record));
+    const std::u16string plain = Text(record.PlainNameW);
+    record.PlainNameW = W(u"geschrieben");
+    record.DescriptionW = W(u"");
+    EXPECT_TRUE(set(&record));
+    EXPECT_TRUE(get(&seen));
+    EXPECT_EQ(Text(seen.PlainNameW), u"geschrieben");
+    record.PlainNameW = W(plain.c_str());
+    EXPECT_TRUE(set(&record));
+}
+
+TEST(CatalogueTexts, OfClassesAndEventRecords)
+{
+    ExpectWritable<TOrvActionClassPlainInfo>([](auto* record) { return OrvAct_GetActionClassInfo(record, 3); },
+                                             OrvAct_SetActionClassPlainInfo);
+    ExpectWritable(Talvec_Action_GetEventDescriptionInfo, Talvec_Action_SetEventDescriptionPlainInfo);
+    ExpectWritable<TOrvParameterPlainInfo>([](auto* record) { return OrvAct_GetEventFieldInfo(record, 19); },
+                                           [](auto* record) { return OrvAct_SetEventFieldPlainInfo(record, 19); });
+    TOrvParameterPlainInfo field{};
+    TTalvecActionClassPlainInfo unknown{};
+    unknown.Code = 23;
+    field.PlainNameW = field.DescriptionW = unknown.PlainNameW = unknown.DescriptionW = W(u"x");
+    EXPECT_FALSE(OrvAct_SetEventFieldPlainInfo(&field, 20));
+    EXPECT_FALSE(Talvec_Action_SetActionClassPlainInfo(&unknown));
+}
+
 TEST(CatalogueTexts, OfEnumValuesTakeTheDescriptionFromTheName)
 {
     TTalvecEnumValuePlainInfo value{};

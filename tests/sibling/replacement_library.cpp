@@ -75,8 +75,8 @@ int HeskAct_StoreToTextBufferW(void* action, char16_t* buffer, std::uint32_t cap
     return fits;
 }
 
-void* HeskAct_CreateFromTextBufferW(const char16_t* text, std::uint32_t length, std::uint32_t version, std::uint32_t zero,
-                                    std::uint8_t flag)
+void* HeskAct_CreateFromTextBufferW(const char16_t* text, std::uint32_t length, std::uint32_t version,
+                                    std::uint32_t zero, std::uint8_t flag)
 {
     Note("text", version, flag + zero);
     return Create({text, length});
