@@ -1,6 +1,7 @@
 #include <OrvActions.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <stdexcept>
 
 #include "exports/boundary.h"
@@ -82,6 +83,46 @@ TEST(InterfaceOperations, FunctionsStoreWhatOperationsKeep)
     const std::uint32_t* type = nullptr;
     EXPECT_FALSE(OrvAct_GetWindowsClientInfo(handle.get(), &host, &type, &account));
     EXPECT_EQ(LastError().value_or(Failure{}).code, 87u);
+}
+
+TEST(InterfaceOperations, ValuesOfAFixedSizeComeBack)
+{
+    const Handle handle(Talvec_Action_CreateActionByName(W(u"Nobody")));
+    const TUlmoDateTime date{13350000000000};
+    const TOrvGuid guid{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+    const std::int64_t rect = 0x0004000300020001;
+    handle->SetDateTime(W(u"date"), &date);
+    handle->SetGuid(W(u"guid"), &guid);
+    handle->SetRect(W(u"rect"), &rect);
+    TUlmoDateTime dateRead{};
+    TOrvGuid guidRead{};
+    std::int64_t rectRead = 0;
+    EXPECT_TRUE(handle->GetDateTime(W(u"DATE"), &dateRead));
+    EXPECT_TRUE(handle->GetGuid(W(u"GUID"), &guidRead));
+    EXPECT_TRUE(handle->GetRect(W(u"RECT"), &rectRead));
+    EXPECT_EQ(std::memcmp(&dateRead, &date, sizeof date), 0);
+    EXPECT_EQ(std::memcmp(&guidRead, &guid, sizeof guid), 0);
+    EXPECT_EQ(rectRead, rect);
+    EXPECT_FALSE(handle->GetRect(W(u"absent"), &rectRead));
+}
+
+TEST(InterfaceOperations, AnActionIsNoPattern)
+{
+    const Handle handle(Talvec_Action_CreateActionByName(W(u"PanLeft")));
+    handle->SetDescription(W(u"x"));
+    EXPECT_EQ(Text(handle->GetDescription()), u"");
+    EXPECT_FALSE(handle->HasDescription());
+    EXPECT_FALSE(handle->Matches(handle.operator->())) << "not even itself";
+    EXPECT_EQ(handle->CreateActionFromTemplate(handle.operator->()), nullptr);
+    std::uint32_t index = 0;
+    EXPECT_TRUE(OrvAct_GetInternalIndex(handle.get(), &index));
+    EXPECT_EQ(index, OrvAct_GetInternalIndexByCode(ORV_ACTION_PanLeft));
+    ITalvecMatchAction* const pattern = handle->CreateMatchAction();
+    ASSERT_NE(pattern, nullptr);
+    pattern->AddRef();
+    EXPECT_EQ(pattern->GetMessageKind(), std::uint32_t{ORV_MESSAGE_MATCH_ACTION});
+    EXPECT_TRUE(pattern->Matches(handle.operator->()));
+    EXPECT_EQ(pattern->Release(), 0u);
 }
 
 struct ThrowingEnumerator final : ITalvecParameterEnumerator {
