@@ -412,3 +412,5 @@ inline std::u16string ToSiblingText(const TextArg& text)
 }
 
 }  // namespace orv
+
+#include "OrvActions/Cpp/RuleSet.hpp"

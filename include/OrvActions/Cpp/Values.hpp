@@ -146,10 +146,15 @@ public:
     Record& operator=(const Record&) = delete;
     ~Record() { SysFreeString(value_.text); }
 
-    // Reads a parameter; false when it is absent or of another kind.
+    // Reads a parameter; false when it is absent.
+    bool Read(TOrvHandle handle, const TextArg& name)
+    {
+        return Talvec_Action_GetParameterByName(handle, name.c_str(), &value_);
+    }
+    // The same; false also for a value of another kind.
     bool Read(TOrvHandle handle, const TextArg& name, std::uint32_t kind)
     {
-        return Talvec_Action_GetParameterByName(handle, name.c_str(), &value_) && value_.kind == kind;
+        return Read(handle, name) && value_.kind == kind;
     }
     void SetText(const TextArg& text)
     {
