@@ -20,11 +20,19 @@ if(NOT no_commit)
 endif()
 configure_file(${PROJECT_SOURCE_DIR}/tools/orvact/build.h.in ${PROJECT_BINARY_DIR}/orvact/build.h @ONLY)
 
+# The frames, styles and scripts of the pages that it writes.
+file(GLOB web_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/orvact/web/*)
+set(web_source ${PROJECT_BINARY_DIR}/orvact/web_files.cpp)
+add_custom_command(OUTPUT ${web_source}
+    COMMAND ${CMAKE_COMMAND} -D OUTPUT=${web_source} "-DFILES=${web_files}" -P ${PROJECT_SOURCE_DIR}/cmake/Embed.cmake
+    DEPENDS ${web_files} ${PROJECT_SOURCE_DIR}/cmake/Embed.cmake VERBATIM)
+list(APPEND orvact_sources ${web_source})
+
 # All of the tool but its entry, which the program that makes the pages replaces.
 add_library(orvact_parts OBJECT ${orvact_sources})
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/orvact/lint.cpp PROPERTIES
     INCLUDE_DIRECTORIES ${PROJECT_SOURCE_DIR}/src)
-target_include_directories(orvact_parts PRIVATE ${PROJECT_BINARY_DIR}/orvact)
+target_include_directories(orvact_parts PRIVATE ${PROJECT_BINARY_DIR}/orvact ${PROJECT_SOURCE_DIR}/tools/orvact)
 target_link_libraries(orvact_parts PUBLIC orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite orv_utf8proc)
 if(WIN32)
     target_link_options(orvact_parts PUBLIC -static -municode)

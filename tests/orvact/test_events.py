@@ -1,6 +1,10 @@
 """events: a real database, filled and read back."""
 
+import csv
+import io
+import json
 import os
+import re
 import shutil
 import signal
 import sqlite3
@@ -116,6 +120,90 @@ class Events(unittest.TestCase):
         east = f"{stored[:11]}{hour + 1:02}{rest}+01:00" if hour < 23 else stored[:-1] + "+00"
         self.assertEqual(Run("events", "list", self.name, "--since", east, "--until", east).code, 0)
         self.assertEqual(Run("events", "list", self.name, "--since", stored[:-2] + "9Z").code, int(stored[-2] != "9"))
+
+    def test_rows_for_programs(self):
+        self.store('PanLeft (Camera: { 12, 7, "Süd, 1" }, Speed: 3, User1: "ann")\nUnknown (x: 1)\n'
+                   'SystemStarted (Date: "2022/10/20 05:58:12,041 GMT+02:00")\n')
+        rows = json.loads(Run("events", "list", self.name, "--json").out)
+        columns = [name for (name,) in self.rows("select name from pragma_table_info('Events')") if name != "Image"]
+        self.assertEqual([sorted(row) for row in rows], [sorted([*columns, "Parameters"])] * 3)
+        first, unknown, started = rows
+        self.assertEqual([first[key] for key in ("Id", "Code", "Name", "Int32FieldA", "Int64FieldA", "StringFieldA",
+                                                 "StringFieldFirstUser", "DoubleFieldA")],
+                         [1, 1102, "PanLeft", 7, 12, "Süd, 1", "ann", None])
+        self.assertEqual(first["Parameters"]["camera"], {"channelID": 12, "channelName": "Süd, 1", "globalNo": 7})
+        self.assertEqual((unknown["Code"], unknown["Parameters"]), (0, {"x": 1}))
+        self.assertEqual(started["DateFieldA"], "2022-10-20T05:58:12.041+02:00")
+        self.assertEqual(started["DateFieldA"], started["Parameters"]["date"])
+        table = list(csv.DictReader(io.StringIO(Run("events", "list", self.name, "--csv").out, newline="")))
+        self.assertEqual([row["Id"] for row in table], ["1", "2", "3"])
+        for row, wanted in zip(table, rows):
+            self.assertEqual({key: row[key] for key in columns},
+                             {key: "" if wanted[key] is None else str(wanted[key]) for key in columns})
+        self.assertEqual((table[0]["Camera"], table[0]["Speed"], table[1]["x"], table[1]["Camera"]), ("7", "3", "1", ""))
+        self.assertEqual(Run("events", "list", self.name, "--json", "--id", "9..").out, "[]\n")
+
+    def test_numbers_and_groups(self):
+        self.store("PanLeft (Camera: 7)\nPanLeft (Camera: 8, User1: \"ann\")\nTiltUp (Camera: 7)\nUnknown (x: 1)\n"
+                   "SetDigitalOutput (Contact: 7)\n")
+        database = sqlite3.connect(self.path)
+        database.executemany("update Events set Stored = ? where Id = ?", [
+            ("2026-11-20T23:59:59.999Z", 1), ("2026-11-21T00:00:00.000Z", 2), ("2026-11-21T00:30:00.000Z", 3),
+            ("2026-11-21T05:00:00.000Z", 4), ("2026-11-22T00:00:00.000Z", 5)])
+        database.commit()
+        database.close()
+        cases = {
+            "class": {"CameraControl": 3, "": 1, "DigitalContacts": 1},
+            "action": {"PanLeft": 2, "SetDigitalOutput": 1, "TiltUp": 1, "Unknown": 1},
+            "hour": {"2026-11-20T23:00Z": 1, "2026-11-21T00:00Z": 2, "2026-11-21T05:00Z": 1, "2026-11-22T00:00Z": 1},
+            "day": {"2026-11-20": 1, "2026-11-21": 3, "2026-11-22": 1},
+            "user": {"": 4, "ann": 1},
+            "channel": {"video input 7": 2, "": 1, "output contact 7": 1, "video input 8": 1},
+        }
+        for key, wanted in cases.items():
+            with self.subTest(key):
+                run = Run("events", "list", self.name, "--group-by", key, "--json")
+                groups = {row[key]: row["count"] for row in json.loads(run.out)}
+                self.assertEqual((groups, list(groups.values())), (wanted, list(wanted.values())))
+                lines = Run("events", "list", self.name, "--group-by", key, "--csv").out.split("\r\n")
+                self.assertEqual(lines, [f"{key},count", *(f"{name},{count}" for name, count in groups.items()), ""])
+                shown = Run("events", "list", self.name, "--group-by", key).out.splitlines()
+                self.assertEqual([line.split(None, 1) for line in shown],
+                                 [[str(count), name or "(none)"] for name, count in groups.items()])
+        for arguments, count in ((["--id", "2"], 1), (["--id", "2..4"], 3), (["--id", "4.."], 2), (["--id", "..9"], 5),
+                                 (["--match", "@ PanLeft ()"], 2), (["--limit", "2", "--code", "PanLeft"], 2),
+                                 (["--until", "2026-11-21T00:00"], 2), (["--id", "9"], 0)):
+            run = Run("events", "list", self.name, "--count", *arguments)
+            self.assertEqual((run.out, run.code), (f"{count}\n", 0 if count else 1), arguments)
+        for ids in ("", "..", "a", "1..b", "1...2", "99999999999999999999"):
+            run = Run("events", "list", self.name, "--id", ids)
+            self.assertEqual(run.code, 2 if ids else 0, ids)
+
+    @unittest.skipIf(RUNNER, "an interrupt does not reach a program under Wine")
+    def test_what_is_added_is_followed(self):
+        self.store("CaseOpened ()\nCaseClosed ()\n")
+        command = [str(TOOL), "events", "follow", self.name, "--json", "--limit", "1", "--code", "CaseClosed",
+                   "--code", "PanLeft"]
+        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=ROOT,
+                              env=environment()) as tool:
+            self.assertEqual(json.loads(tool.stdout.readline())["Id"], 2)
+            self.store("CaseOpened ()\nPanLeft (Camera: 7)\n")
+            row = json.loads(tool.stdout.readline())
+            self.assertEqual((row["Id"], row["Parameters"]["camera"]["globalNo"]), (4, 7))
+            tool.send_signal(signal.SIGINT)
+            self.assertEqual((tool.communicate(timeout=60), tool.returncode), ((b"", b""), 0))
+        table = Run("events", "follow", self.name, "--to", "csv")
+        self.assertEqual((table.code, table.out), (2, ""))
+
+    def test_a_report_is_one_page(self):
+        self.store('PanLeft (Camera: 7, User1: "</script><b>")\nUnknown (x: "{{script}}")\n')
+        page = Run("events", "report", self.name).out
+        self.assertNotRegex(page, r"(?i)\b(src|href)=\"(?!data:)|@import|url\(|\bfetch\b")
+        data = json.loads(re.search(r'<script id="data" type="application/json">(.*?)</script>', page, re.S)[1])
+        self.assertEqual((data["names"], data["users"]), (["PanLeft", "Unknown"], ["</script><b>", ""]))
+        self.assertEqual(data["texts"][1], 'Unknown (x: "{{script}}")')
+        self.assertEqual((data["ids"], data["classes"], data["channels"]), ([1, 1], ["CameraControl", ""], ["video input 7", ""]))
+        self.assertEqual(Run("events", "report", self.name, "--code", "TiltUp").code, 1)
 
     def test_one_event_in_full(self):
         self.store("PanLeft (Speed: 3)")

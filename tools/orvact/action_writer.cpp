@@ -31,7 +31,7 @@ bool ActionWriter::Open(const std::string& form)
 bool ActionWriter::Write(const Action& action, const Place& place)
 {
     if (!form_) {
-        table_.Add(action);
+        table_.Add({orv::ToUtf8(action.Name()), std::to_string(action.Code())}, action);
         return true;
     }
     const Encoded encoded = form_->write(action);

@@ -16,5 +16,5 @@ public:
 
 private:
     const Form* form_ = nullptr;  // null for the table
-    CsvTable table_;
+    CsvTable table_{{"name", "code"}};
 };

@@ -4,6 +4,7 @@
 
 #include "build.h"
 #include "console.h"
+#include "event_groups.h"
 #include "help.h"
 #include "settings.h"
 #include "text.h"
@@ -154,43 +155,93 @@ void CommandLine::AddEvents()
     CLI::App* command = app.add_subcommand("events", "Stores actions in an event database and reads them back");
     command->require_subcommand(1);
     command->footer(kEventsFooter);
-    const auto addDatabase = [](CLI::App* to, std::string& database) {
-        to->add_option("DB", database, "The database, a file")->type_name("")->required();
-    };
 
     CLI::App* storing = command->add_subcommand("store", "Stores actions; makes the database when there is none");
-    addDatabase(storing, store.database);
+    AddDatabase(storing, store.database);
     AddInput(storing, store.from, store.files);
     AddCommon(storing);
     storing->footer(kEventsStoreFooter);
 
-    CLI::App* listing = command->add_subcommand("list", "Lists events, oldest first");
-    addDatabase(listing, events.database);
-    listing->add_option("--code", events.codes, "Actions of this code or name; may be given several times")
-        ->type_name("CODE")
-        ->allow_extra_args(false);
-    listing->add_option("--class", events.classes, "Actions of this class; may be given several times")
-        ->type_name("NAME")
-        ->allow_extra_args(false);
-    listing
-        ->add_option("--since", events.since,
-                     "Stored at this time or later: 2026-11-21T07:30 (UTC), 2026-11-21T07:30+02:00, or an age: 15m")
-        ->type_name("TIME");
-    listing->add_option("--until", events.until, "Stored at this time or before")->type_name("TIME");
-    listing->add_option("--match", events.pattern, "Actions that match: a match action, or a file of them")
-        ->type_name("PATTERN");
-    listing->add_option("--limit", events.limit, "The newest N of them only")
-        ->type_name("N");
-    listing->add_option("--to", events.to, "The actions in a form, instead of a list")->type_name("FORM");
-    listing->add_flag("--names", settings.names, "Values of enums by name");
-    AddForce(listing);
-    AddCommon(listing);
-    listing->footer(kEventsListFooter);
+    AddEventsList(command);
+    AddEventsFollow(command);
+    AddEventsReport(command);
 
     CLI::App* showing = command->add_subcommand("show", "Shows one event: the action, its columns and description");
-    addDatabase(showing, event.database);
+    AddDatabase(showing, event.database);
     showing->add_option("ID", event.id, "The number of the event")->type_name("")->required();
     showing->add_flag("--names", settings.names, "Values of enums by name");
     AddCommon(showing);
     showing->footer(kEventsShowFooter);
+}
+
+void CommandLine::AddDatabase(CLI::App* command, std::string& database)
+{
+    command->add_option("DB", database, "The database, a file")->type_name("")->required();
+}
+
+// Which events.
+void CommandLine::AddEventFilters(CLI::App* command)
+{
+    AddDatabase(command, events.database);
+    command->add_option("--code", events.codes, "Actions of this code or name; may be given several times")
+        ->type_name("CODE")
+        ->allow_extra_args(false);
+    command->add_option("--class", events.classes, "Actions of this class; may be given several times")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    command->add_option("--match", events.pattern, "Actions that match: a match action, or a file of them")
+        ->type_name("PATTERN");
+}
+
+void CommandLine::AddPeriod(CLI::App* command)
+{
+    command->add_option("--id", events.ids, "The events of these numbers: 5, 5..9, 5.. or ..9")->type_name("A..B");
+    command
+        ->add_option("--since", events.since,
+                     "Stored at this time or later: 2026-11-21T07:30 (UTC), 2026-11-21T07:30+02:00, or an age: 15m")
+        ->type_name("TIME");
+    command->add_option("--until", events.until, "Stored at this time or before")->type_name("TIME");
+    command->add_option("--limit", events.limit, "The newest N of them only")->type_name("N");
+}
+
+void CommandLine::AddEventsList(CLI::App* to)
+{
+    CLI::App* command = to->add_subcommand("list", "Lists events, oldest first");
+    AddEventFilters(command);
+    AddPeriod(command);
+    CLI::Option* form = command->add_option("--to", events.to, "The actions in a form, instead of a list")->type_name("FORM");
+    CLI::Option* json = command->add_flag("--json", events.json, "With number, time, all columns and the parameters, as JSON");
+    CLI::Option* csv = command->add_flag("--csv", events.csv, "The same as a table")->excludes(json);
+    command->add_flag("--count", events.count, "How many they are")->excludes(json)->excludes(csv)->excludes(form);
+    command->add_option("--group-by", events.groupBy, "How many they are by class, action, hour, day, user or channel")
+        ->check(CLI::IsMember(EventGroups::Keys()))
+        ->type_name("KEY")
+        ->excludes(form);
+    form->excludes(json)->excludes(csv);
+    command->add_flag("--names", settings.names, "Values of enums by name");
+    AddForce(command);
+    AddCommon(command);
+    command->footer(kEventsListFooter);
+}
+
+void CommandLine::AddEventsFollow(CLI::App* to)
+{
+    CLI::App* command = to->add_subcommand("follow", "Prints what is added as it comes, until Ctrl+C");
+    AddEventFilters(command);
+    command->add_option("--limit", events.limit, "Begin with the newest N that are there")->type_name("N");
+    CLI::Option* form = command->add_option("--to", events.to, "The actions in a form of lines")->type_name("FORM");
+    command->add_flag("--json", events.json, "An event a line as JSON, with all columns and the parameters")->excludes(form);
+    command->add_flag("--names", settings.names, "Values of enums by name");
+    AddCommon(command);
+    command->footer(kEventsFollowFooter);
+}
+
+void CommandLine::AddEventsReport(CLI::App* to)
+{
+    CLI::App* command = to->add_subcommand("report", "Writes a page about events to be looked at in a browser");
+    AddEventFilters(command);
+    AddPeriod(command);
+    command->add_flag("--names", settings.names, "Values of enums by name");
+    AddCommon(command);
+    command->footer(kEventsReportFooter);
 }

@@ -39,6 +39,12 @@ private:
     void AddDump();
     void AddMatch();
     void AddEvents();
+    void AddEventsList(CLI::App* events);
+    void AddEventsFollow(CLI::App* events);
+    void AddEventsReport(CLI::App* events);
+    void AddDatabase(CLI::App* command, std::string& database);
+    void AddEventFilters(CLI::App* command);
+    void AddPeriod(CLI::App* command);
     void AddCommon(CLI::App* command);
     void AddInput(CLI::App* command, std::string& form, std::vector<std::string>& files);
     void AddReading(CLI::App* command);

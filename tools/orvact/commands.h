@@ -62,6 +62,7 @@ int StoreEvents(const EventsStoreOptions& options);
 
 struct EventsListOptions {
     std::string database;
+    std::string ids;                   // "5", "5..9", "5.." or "..9"; "" for all
     std::vector<std::string> codes;    // codes or names
     std::vector<std::string> classes;  // names
     std::string since;                 // a time or an age
@@ -69,8 +70,14 @@ struct EventsListOptions {
     std::string pattern;               // as MatchOptions::patterns; "" for any
     std::string limit;                 // the newest so many; "" for all
     std::string to;                    // the name of a form, "" for a list
+    std::string groupBy;               // see EventGroups::Keys; "" for no groups
+    bool json = false;
+    bool csv = false;
+    bool count = false;
 };
 int ListEvents(const EventsListOptions& options);
+int FollowEvents(const EventsListOptions& options);
+int ReportEvents(const EventsListOptions& options);
 
 struct EventsShowOptions {
     std::string database;

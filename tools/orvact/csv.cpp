@@ -52,6 +52,13 @@ bool IsCsv(const std::string& form)
     return LowerCaseAscii(form) == kCsv;
 }
 
+std::string CsvLine(const std::vector<std::string>& cells)
+{
+    std::string line;
+    for (std::size_t i = 0; i < cells.size(); ++i) line += (i > 0 ? "," : "") + Cell(cells[i]);
+    return line + "\r\n";
+}
+
 std::size_t CsvTable::ColumnOf(const std::u16string& name)
 {
     const std::string narrow = orv::ToUtf8(name);
@@ -60,25 +67,24 @@ std::size_t CsvTable::ColumnOf(const std::u16string& name)
     return found->second;
 }
 
-void CsvTable::Add(const Action& action)
+void CsvTable::Add(std::vector<std::string> cells, const Action& action)
 {
     auto& row = rows_.emplace_back();
-    row.push_back({0, orv::ToUtf8(action.Name())});
-    row.push_back({1, std::to_string(action.Code())});
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (!cells[i].empty()) row.emplace_back(i, std::move(cells[i]));
+    }
+    if (!action) return;
     for (const orv::ParameterWithValue& parameter : action.Values()) {
-        row.push_back({ColumnOf(parameter.name), std::visit(CellText{action, parameter}, parameter.value)});
+        row.emplace_back(ColumnOf(parameter.name), std::visit(CellText{action, parameter}, parameter.value));
     }
 }
 
 void CsvTable::Write() const
 {
-    std::vector<std::string> cells = heading_;
-    for (std::size_t next = 0;; ++next) {
-        std::string line;
-        for (std::size_t i = 0; i < cells.size(); ++i) line += (i > 0 ? "," : "") + Cell(cells[i]);
-        Print(line + "\r\n");
-        if (next == rows_.size()) return;
-        cells.assign(heading_.size(), "");
-        for (const auto& [column, text] : rows_[next]) cells[column] = text;
+    Print(CsvLine(heading_));
+    for (const auto& row : rows_) {
+        std::vector<std::string> cells(heading_.size());
+        for (const auto& [column, text] : row) cells[column] = text;
+        Print(CsvLine(cells));
     }
 }

@@ -1,9 +1,9 @@
 #include "event_database.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "forms.h"
+#include "iso_time.h"
 #include "text.h"
 
 namespace {
@@ -117,16 +117,7 @@ std::int64_t Now()
 
 std::string StoredTime(std::int64_t milliseconds)
 {
-    using namespace std::chrono;
-    const sys_time<std::chrono::milliseconds> time{std::chrono::milliseconds(milliseconds)};
-    const year_month_day date(floor<days>(time));
-    const hh_mm_ss clock(time - floor<days>(time));
-    char text[64];
-    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                  static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                  static_cast<int>(clock.seconds().count()), static_cast<int>(clock.subseconds().count()));
-    return text;
+    return ClockText(orv::TimePoint(std::chrono::milliseconds(milliseconds))) + "Z";
 }
 
 Action Restored(const StoredEvent& event)

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
+#include <limits>
 #include <set>
 
 #include "catalogue_view.h"
@@ -22,6 +23,12 @@ bool ParseNumber(std::string_view text, std::uint32_t& number)
 {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return !text.empty() && error == std::errc() && end == text.data() + text.size();
+}
+
+bool ParseId(std::string_view text, std::int64_t& id)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
+    return error == std::errc() && end == text.data() + text.size();
 }
 
 bool AddCodes(const std::vector<std::string>& wanted, RowFilter& filter)
@@ -135,6 +142,24 @@ bool AddTime(const std::string& time, const char* condition, RowFilter& filter)
         return false;
     }
     filter.Add(condition, {stored});
+    return true;
+}
+
+// "5", "5..9", "5.." or "..9".
+bool AddIds(const std::string& ids, RowFilter& filter)
+{
+    if (ids.empty()) return true;
+    const std::size_t dots = ids.find("..");
+    const std::string first = ids.substr(0, dots);
+    const std::string last = dots == std::string::npos ? first : ids.substr(dots + 2);
+    std::int64_t from = 0;
+    std::int64_t to = std::numeric_limits<std::int64_t>::max();
+    const bool sound = (first.empty() || ParseId(first, from)) && (last.empty() || ParseId(last, to));
+    if (!sound || (first.empty() && last.empty())) {
+        Complain("id", "'" + Visible(ids) + "' is no range of events; give 5, 5..9, 5.. or ..9");
+        return false;
+    }
+    filter.Add("Id between ? and ?", {from, to});
     return true;
 }
 
@@ -254,7 +279,7 @@ void AddParameters(const Action& pattern, RowFilter& filter)
 
 bool AddConditions(const EventsListOptions& options, RowFilter& filter)
 {
-    return AddCodes(options.codes, filter) && AddClasses(options.classes, filter) &&
+    return AddIds(options.ids, filter) && AddCodes(options.codes, filter) && AddClasses(options.classes, filter) &&
            AddTime(options.since, "Stored >= ?", filter) && AddTime(options.until, "Stored <= ?", filter);
 }
 

@@ -7,7 +7,7 @@
 #include "event_database.h"
 #include "patterns.h"
 
-// Adds the conditions of --code, --class and --since. Reports what is no code, class or time and gives false.
+// Adds the conditions of --id, --code, --class, --since and --until. Reports what is none and gives false.
 bool AddConditions(const EventsListOptions& options, RowFilter& filter);
 
 // Adds what every row must have that one of the patterns matches, as far as the columns tell it. The library decides:

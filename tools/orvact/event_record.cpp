@@ -1,6 +1,7 @@
 #include "event_record.h"
 
 #include "action_view.h"
+#include "iso_time.h"
 #include "text.h"
 
 const std::array<EventColumn, kColumnCount> kEventColumns = {{
@@ -67,18 +68,24 @@ void BindColumn(Statement& statement, int parameter, const TOrvEventData& record
     statement.BindText(parameter, field.text, field.length);
 }
 
-std::string ColumnText(const TOrvEventData& record, const EventColumn& column)
+std::string ColumnValue(const TOrvEventData& record, const EventColumn& column)
 {
     switch (column.sort) {
     case ColumnSort::Int32: return std::to_string(*record.int32Field[column.index]);
     case ColumnSort::Int64: return std::to_string(*record.int64Field[column.index]);
     case ColumnSort::Double: return RealText(*record.doubleField[column.index]);
-    case ColumnSort::Date: return DateText(*record.dateField[column.index]);
+    case ColumnSort::Date: return IsoText(*record.dateField[column.index]);
     case ColumnSort::String: break;
     }
     const TOrvEventText& field = TextField(record, column.index);
-    const std::u16string_view text(reinterpret_cast<const char16_t*>(field.text), field.length);
-    return "\"" + Visible(orv::ToUtf8(text)) + "\"";
+    return orv::ToUtf8({reinterpret_cast<const char16_t*>(field.text), static_cast<std::size_t>(field.length)});
+}
+
+std::string ColumnText(const TOrvEventData& record, const EventColumn& column)
+{
+    if (column.sort == ColumnSort::Date) return DateText(*record.dateField[column.index]);
+    const std::string value = ColumnValue(record, column);
+    return column.sort == ColumnSort::String ? "\"" + Visible(value) + "\"" : value;
 }
 
 std::string StoredEvent::ColumnList()

@@ -23,6 +23,7 @@ extern const std::array<EventColumn, kColumnCount> kEventColumns;
 
 bool IsFilled(const TOrvEventData& record, const EventColumn& column);
 void BindColumn(Statement& statement, int parameter, const TOrvEventData& record, const EventColumn& column);
+std::string ColumnValue(const TOrvEventData& record, const EventColumn& column);  // for programs; dates as in JSON
 std::string ColumnText(const TOrvEventData& record, const EventColumn& column);  // for people
 
 // A row of the database: Id, Stored, Name, Code, the columns, Image.

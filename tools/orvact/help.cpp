@@ -75,11 +75,27 @@ const char* const kEventsStoreFooter =
     "  server-log | orvact events store site.db";
 
 const char* const kEventsListFooter =
-    "An event is listed when it fits all of --code, --class, --since, --until and --match. Exit code 1 when none does.\n\n"
+    "An event is listed when it fits all of --id, --code, --class, --since, --until and --match. Exit code 1\n"
+    "when none does. --json is an array of objects with Id, Stored, Code, Name, the columns (null where\n"
+    "empty) and Parameters as in the JSON form; --csv is the same as a table, with a column for each parameter\n"
+    "that occurs. --group-by goes with them too.\n\n"
     "  orvact events list site.db --since 2h --limit 20\n"
     "  orvact events list site.db --code PanLeft --code 1122\n"
     "  orvact events list site.db --match '@ LogNPRRecognition (PlateNo: \"KA-OR 143\")'\n"
+    "  orvact events list site.db --group-by class --since 1d\n"
+    "  orvact events list site.db --id 100..200 --csv -o some.csv\n"
     "  orvact events list site.db --to technical > site.actions";
+
+const char* const kEventsFollowFooter =
+    "Looks five times a second. Ends with Ctrl+C, or when nobody reads the results any more.\n\n"
+    "  orvact events follow site.db --class CameraControl --limit 10\n"
+    "  orvact events follow site.db --json | my-dashboard";
+
+const char* const kEventsReportFooter =
+    "One HTML file that needs nothing else, no network either: the events over time by class, the busiest\n"
+    "actions, channels and users, the longest gaps, and a table to search in.\n\n"
+    "  orvact events report site.db -o report.html\n"
+    "  orvact events report site.db --since 7d --class CameraControl -o week.html";
 
 const char* const kEventsShowFooter = "  orvact events show site.db 3";
 

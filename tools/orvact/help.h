@@ -13,6 +13,8 @@ extern const char* const kMatchFooter;
 extern const char* const kEventsFooter;
 extern const char* const kEventsStoreFooter;
 extern const char* const kEventsListFooter;
+extern const char* const kEventsFollowFooter;
+extern const char* const kEventsReportFooter;
 extern const char* const kEventsShowFooter;
 
 // The forms as a list, with what each is for.

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 
 std::optional<orv::DateTime> DateFromIso(const std::string& text)
 {
@@ -20,4 +21,27 @@ std::optional<orv::DateTime> DateFromIso(const std::string& text)
     const sys_time<milliseconds> local =
         sys_days(date) + std::chrono::hours(h) + minutes(mi) + seconds(s) + milliseconds(ms);
     return orv::ToDateTime(orv::TimePoint((local - east).time_since_epoch()), -east);
+}
+
+std::string ClockText(orv::TimePoint time)
+{
+    using namespace std::chrono;
+    const year_month_day date(floor<days>(time));
+    const hh_mm_ss clock(time - floor<days>(time));
+    char text[80];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.%03d", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                  static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+                  static_cast<int>(clock.seconds().count()), static_cast<int>(clock.subseconds().count()));
+    return text;
+}
+
+std::string IsoText(orv::DateTime date)
+{
+    const int bias = static_cast<std::int16_t>(date.value >> 48);
+    const std::string clock = ClockText(orv::ToTimePoint(date) - std::chrono::minutes(bias));
+    if (bias == 0) return clock + "Z";
+    char zone[40];
+    std::snprintf(zone, sizeof zone, "%c%02d:%02d", bias < 0 ? '+' : '-', std::abs(bias) / 60, std::abs(bias) % 60);
+    return clock + zone;
 }

@@ -16,7 +16,9 @@ int PerformEvents(const CommandLine& line)
 {
     const CLI::App* command = line.app.get_subcommand("events");
     if (command->got_subcommand("store")) return StoreEvents(line.store);
-    return command->got_subcommand("list") ? ListEvents(line.events) : ShowEvent(line.event);
+    if (command->got_subcommand("list")) return ListEvents(line.events);
+    if (command->got_subcommand("follow")) return FollowEvents(line.events);
+    return command->got_subcommand("report") ? ReportEvents(line.events) : ShowEvent(line.event);
 }
 
 int Perform(const CommandLine& line)

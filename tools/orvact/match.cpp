@@ -46,11 +46,12 @@ int Match(const MatchOptions& options)
     ActionReader reader;
     if (!ReadPatterns(options.patterns, patterns) || !reader.Open(options.files, source)) return kUsage;
 
+    const orv::RuleSet rules = RulesOf(patterns);
     std::size_t matched = 0;
     std::size_t unwritten = 0;
     Action action;
     for (Record record; reader.Next(action, record);) {
-        if (MatchesAny(patterns, action)) {
+        if (!rules.Match(action).empty()) {
             ++matched;
             unwritten += !writer.Write(action, record.place);
             if (reader.MayWait()) FlushOutput();

@@ -124,12 +124,11 @@ bool ReadPatterns(const std::string& argument, std::vector<Pattern>& patterns)
     return sound && !patterns.empty();
 }
 
-bool MatchesAny(const std::vector<Pattern>& patterns, const Action& action)
+orv::RuleSet RulesOf(const std::vector<Pattern>& patterns)
 {
-    for (const Pattern& pattern : patterns) {
-        if (pattern.action.Matches(action)) return true;
-    }
-    return false;
+    orv::RuleSet rules;
+    for (const Pattern& pattern : patterns) rules.Add(pattern.action);
+    return rules;
 }
 
 std::vector<std::string> Refusals(const Pattern& pattern, const Action& action)

@@ -16,7 +16,8 @@ struct Pattern {
 // is reported and gives false: a missing pattern would change the answer.
 bool ReadPatterns(const std::string& argument, std::vector<Pattern>& patterns);
 
-bool MatchesAny(const std::vector<Pattern>& patterns, const Action& action);
+// The same as a set that finds what matches, however many they are.
+orv::RuleSet RulesOf(const std::vector<Pattern>& patterns);
 
 // Why the pattern refuses the action, a line for each parameter that does not fit; empty when it has another name.
 std::vector<std::string> Refusals(const Pattern& pattern, const Action& action);

@@ -1,0 +1,23 @@
+# Turns files into constants of a C++ source, byte by byte: web/report.css becomes Web::kReportCss.
+#
+#   cmake -D OUTPUT=... -D "FILES=a;b" -P cmake/Embed.cmake
+set(text "#include \"web.h\"\n\nnamespace Web {\n\nnamespace {\n\n")
+set(views)
+foreach(file ${FILES})
+    get_filename_component(name ${file} NAME)
+    string(REGEX REPLACE "[.-]" ";" words ${name})
+    set(constant)
+    foreach(word ${words})
+        string(SUBSTRING ${word} 0 1 first)
+        string(SUBSTRING ${word} 1 -1 rest)
+        string(TOUPPER ${first} first)
+        string(APPEND constant ${first}${rest})
+    endforeach()
+    file(READ ${file} bytes HEX)
+    string(REGEX REPLACE "(................................................................)" "\\1\n" bytes "${bytes}")
+    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "'\\\\x\\1'," bytes "${bytes}")
+    string(APPEND text "constexpr char kBytesOf${constant}[] = {\n${bytes}\n};\n\n")
+    string(APPEND views "const std::string_view k${constant}(kBytesOf${constant}, sizeof kBytesOf${constant});\n")
+endforeach()
+string(APPEND text "}  // namespace\n\n${views}\n}  // namespace Web\n")
+file(WRITE ${OUTPUT} "${text}")

@@ -1,0 +1,23 @@
+// What events list makes of the events that it finds: lines for people, a form, JSON, a table, groups or a number.
+#pragma once
+
+#include <memory>
+
+#include "commands.h"
+#include "event_database.h"
+
+class EventResults {
+public:
+    virtual ~EventResults() = default;
+    // The action is empty when the event cannot be restored.
+    virtual void Add(const StoredEvent& event, const Action& action) = 0;
+    virtual void Finish() {}
+    bool sound() const { return sound_; }  // everything could be written
+
+protected:
+    bool sound_ = true;
+};
+
+// What the options ask for; null, and a report, when they ask for a form that does not exist or that needs an end which
+// there is none of. `last` is the greatest id.
+std::unique_ptr<EventResults> ResultsFor(const EventsListOptions& options, std::int64_t last, bool endless);
