@@ -1,5 +1,7 @@
 """The reference pages: one a class, the enums, the parameters that hang on no action, and an index."""
 
+from dataclasses import replace
+
 from . import templates, vocabulary
 from .load import file_stem
 from .model import Action, ActionClass, Catalogue, Enum, Parameter
@@ -12,9 +14,9 @@ def emit(catalogue: Catalogue) -> dict[str, str]:
     pages["enums.md"] = templates.REFERENCE_ENUMS.substitute(enums="\n".join(map(_enum, catalogue.enums)))
     pages["general_parameters.md"] = _list(
         "General parameters",
-        "Any action may carry these besides its own parameters. In the event record `User1`, `User2`, `ClientHost` and "
-        "`ClientAccount` fill the columns of the users and of the client; the others have no column.",
-        catalogue.general_parameters,
+        "Any action may carry these besides its own parameters. The columns of the event record that they occupy go to "
+        "parameters that the action declares first.",
+        [replace(row, column_names=vocabulary.GENERAL_COLUMNS.get(row.name, "")) for row in catalogue.general_parameters],
     )
     pages["event_fields.md"] = _list(
         "Event fields",
@@ -76,7 +78,7 @@ def _parameters(parameters: list[Parameter]) -> str:
 
 
 def _parameter(row: Parameter) -> str:
-    kind = f"[{row.enum}](enums.md#{row.enum.lower()})" if row.enum else row.type_name
+    kind = f"[{row.enum}](enums.md#{row.enum.lower()})" if row.enum else vocabulary.PUBLIC_KINDS.get(row.type_name, row.type_name)
     view = row.view_name if row.view else ""
     columns = row.column_names.replace("|", ", ")
     return _line(row.name, kind, view, row.priority, columns, row.texts.plain, row.texts.description)

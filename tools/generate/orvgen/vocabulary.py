@@ -15,6 +15,22 @@ TYPES: dict[str, int] = {
     "ResultDataSet": 12,
 }
 
+# The kinds under which callers know the types that are called otherwise in the data: ORV_KIND_....
+PUBLIC_KINDS: dict[str, str] = {
+    "Bool": "Boolean",
+    "Int32": "Numeric32Bit",
+    "Int64": "Numeric64Bit",
+    "Double": "NumericDouble",
+}
+
+# The columns that parameters of these names fill on any action, where no declared parameter has taken them.
+GENERAL_COLUMNS: dict[str, str] = {
+    "User1": "FirstUser",
+    "User2": "SecondUser",
+    "ClientHost": "WindowsHost",
+    "ClientAccount": "WindowsUser",
+}
+
 # A parameter that takes its values from an enum is stored as a number.
 ENUM_STORAGE_TYPE = TYPES["Int32"]
 
