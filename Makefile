@@ -1,6 +1,6 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
-.PHONY: help run build test test-windows test-sanitizers test-package test-reliability reliability compare-readers \
+.PHONY: help run build test test-windows test-sanitizers test-package test-pages test-reliability reliability compare-readers \
 	bench bench-python fuzz install package python csharp pascal test-bindings clean
 
 PREFIX ?= /usr/local
@@ -61,6 +61,10 @@ reliability:
 test-reliability:
 	@scripts/install-packages base
 	@scripts/reliability --gate $(if $(DATE),--date "$(DATE)")
+
+## test-pages       the pages of the catalogue and of event reports in a headless browser
+test-pages: build
+	@scripts/test-pages build/native
 
 ## compare-readers  compare the reading of text with the patterns that define it, on COUNT texts (1000000) from SEED (1)
 compare-readers: build

@@ -1,5 +1,5 @@
-# The command-line tool, its pages and the example programs. They see the public header only, but for lint.cpp: it reads
-# extension files by the library's own rules.
+# The command-line tool, its pages and the example programs. They see the public header only, but for lint.cpp and
+# catalogue_content.cpp: they read extension files by the library's own rules.
 file(GLOB orvact_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/orvact/*.cpp)
 if(WIN32)
     list(FILTER orvact_sources EXCLUDE REGEX "_posix\\.cpp$")
@@ -30,8 +30,8 @@ list(APPEND orvact_sources ${web_source})
 
 # All of the tool but its entry, which the program that makes the pages replaces.
 add_library(orvact_parts OBJECT ${orvact_sources})
-set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/orvact/lint.cpp PROPERTIES
-    INCLUDE_DIRECTORIES ${PROJECT_SOURCE_DIR}/src)
+set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/orvact/lint.cpp
+    ${PROJECT_SOURCE_DIR}/tools/orvact/catalogue_content.cpp PROPERTIES INCLUDE_DIRECTORIES ${PROJECT_SOURCE_DIR}/src)
 target_include_directories(orvact_parts PRIVATE ${PROJECT_BINARY_DIR}/orvact ${PROJECT_SOURCE_DIR}/tools/orvact)
 target_link_libraries(orvact_parts PUBLIC orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite orv_utf8proc)
 if(WIN32)

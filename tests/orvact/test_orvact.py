@@ -2,6 +2,7 @@
 
 import json
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -165,6 +166,22 @@ class Catalogue(unittest.TestCase):
         video = json.loads(Run("list", "actions", "--class", "video", "--json").out)
         self.assertEqual({row["class"] for row in video}, {"Video"})
         self.assertEqual(len(video), classes[1]["actions"])
+
+    def test_the_reference_pages_say_the_same(self):
+        """Both are made of the catalogue's data, each its own way."""
+        told = {}
+        for path in (Path(os.environ["ORV_GENERATED"]) / "docs/reference").glob("*.md"):
+            for section in path.read_text(encoding="utf-8").split("\n## ")[1:]:
+                rows = re.findall(r"^\| (\w+) \| (?:\[(\w+)\][^|]*|(\w+)) \| (\w*) \| (\d+) \| ([\w, ]*) \|", section, re.M)
+                if ", priority " in section:
+                    told[section.partition("\n")[0]] = rows
+        actions = json.loads(Run("list", "actions", "--json").out)
+        self.assertEqual(set(told), {action["name"] for action in actions})
+        for action in actions:
+            rows = [(row["name"], "" if row["type"] != "Numeric32Bit" else row.get("enum", ""),
+                     "" if row["type"] == "Numeric32Bit" and "enum" in row else row["type"], row.get("view", ""),
+                     str(row["priority"]), row.get("columns", "").replace("|", ", ")) for row in action["parameters"]]
+            self.assertEqual(told[action["name"]], rows, action["name"])
 
     def test_every_example_reads_as_its_action(self):
         actions = json.loads(Run("list", "actions", "--json").out)

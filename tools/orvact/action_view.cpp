@@ -154,10 +154,16 @@ Action ReadText(const std::u16string& text, std::size_t& consumed, std::string& 
     }
 }
 
+Action ExampleAction(const ActionView& view)
+{
+    Action action = Action::Named(view.name);
+    for (const ParameterView& parameter : view.parameters) action.Set(parameter.name, Sample(parameter));
+    return action;
+}
+
 std::string ExampleText(const ActionView& view)
 {
-    Action action = Action::OfCode(view.code);
-    for (const ParameterView& parameter : view.parameters) action.Set(parameter.name, Sample(parameter));
+    const Action action = ExampleAction(view);
     const std::u16string text = action.Text();
     std::size_t consumed = 0;
     std::string error;

@@ -31,5 +31,7 @@ std::string RealText(double number);  // as many digits as tell it from every ot
 // Reads one action; `consumed` tells how far, and `error` why not, when the library tells it.
 Action ReadText(const std::u16string& text, std::size_t& consumed, std::string& error);
 
-// A technical text of an action with all its parameters set, "" when the text would not read back as the same action.
+// An action with all its parameters set to samples.
+Action ExampleAction(const ActionView& action);
+// A technical text of that, "" when the text would not read back as the same action.
 std::string ExampleText(const ActionView& action);

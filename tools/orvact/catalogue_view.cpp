@@ -80,11 +80,46 @@ std::size_t EditDistance(std::string_view a, std::string_view b)
     return row[b.size()];
 }
 
+// The catalogue does not tell which columns a parameter fills by its name alone, the record does.
+std::uint32_t ColumnsOnAnyAction(const std::string& name)
+{
+    orv::Action action = orv::Action::OfCode(ORV_ACTION_CustomAction);
+    action.Set(name, u"text");
+    const orv::EventRecord record(action.Handle());
+    constexpr std::uint32_t kColumns[] = {ORV_COLUMN_FirstUser, ORV_COLUMN_SecondUser, ORV_COLUMN_WindowsHost,
+                                          ORV_COLUMN_WindowsUser};
+    std::uint32_t columns = 0;
+    for (std::size_t i = 0; i < 4; ++i) columns |= record->userField[i].text ? kColumns[i] : 0;
+    return columns;
+}
+
 }  // namespace
 
 const ParameterView* ActionView::Find(std::string_view parameter) const
 {
     return FindIn(parameters, parameter);
+}
+
+bool IsExtension(const ClassView& view)
+{
+    return view.code >= 1000;
+}
+
+bool IsExtension(const ActionView& view)
+{
+    return view.code >= 10000;
+}
+
+bool IsExtension(const EnumView& view)
+{
+    return view.id >= (0x1000 | 1000);
+}
+
+std::vector<ParameterView> GeneralParameters()
+{
+    std::vector<ParameterView> parameters = Parameters(ORV_GENERAL_PARAMETERS);
+    for (ParameterView& parameter : parameters) parameter.columns |= ColumnsOnAnyAction(parameter.name);
+    return parameters;
 }
 
 std::vector<ClassView> Classes()
@@ -128,7 +163,7 @@ const ActionView* FindAction(std::uint32_t code)
 
 const ParameterView* FindGeneralParameter(std::string_view name)
 {
-    static const std::vector<ParameterView> parameters = Parameters(ORV_GENERAL_PARAMETERS);
+    static const std::vector<ParameterView> parameters = GeneralParameters();
     return FindIn(parameters, name);
 }
 
@@ -147,6 +182,27 @@ std::string KindName(std::uint32_t kind)
     default: return "kind " + std::to_string(kind);
     }
 #undef ORV_KIND_CASE
+}
+
+std::string WrittenAs(std::uint32_t kind)
+{
+    constexpr std::pair<std::uint32_t, const char*> kRows[] = {
+        {ORV_KIND_Boolean, "0 or 1"},
+        {ORV_KIND_Numeric32Bit, "-3; a leading zero means octal; the number of an enum's value"},
+        {ORV_KIND_Numeric64Bit, "12345678901"},
+        {ORV_KIND_NumericDouble, "1.5 or 1.5e-3 or 2"},
+        {ORV_KIND_String, "\"text\""},
+        {ORV_KIND_DateTime, "\"2022/10/20 11:30:00,000 GMT+00:00\""},
+        {ORV_KIND_Guid, "\"01234567-89ab-cdef-0123-456789abcdef\""},
+        {ORV_KIND_EventType, "\"name\", or { 12, \"name\" } with an id"},
+        {ORV_KIND_MediaChannel, "7, the number, or { 4711, 7, \"name\" } with id, number, name"},
+        {ORV_KIND_Resource, "\"name\", or { \"01234567-...\", \"name\" } with a guid"},
+        {ORV_KIND_Rect, "{ 10, 20, 110, 220 }: top, left, bottom, right"},
+        {ORV_KIND_ResultDataSet, "{ { 1, 2, 3, 4, 5, \"item\" } }"}};
+    for (const auto& [row, written] : kRows) {
+        if (row == kind) return written;
+    }
+    return {};
 }
 
 std::string ViewName(std::uint32_t view)

@@ -51,6 +51,12 @@ struct EnumView {
     std::vector<EnumValueView> values;
 };
 
+// Whether it comes from an extension file: their codes begin above those of the built-in content.
+bool IsExtension(const ClassView& view);
+bool IsExtension(const ActionView& view);
+bool IsExtension(const EnumView& view);
+
+std::vector<ParameterView> GeneralParameters();
 std::vector<ClassView> Classes();   // by code
 std::vector<ActionView> Actions();  // by name
 std::vector<EnumView> Enums();      // by id, the Boolean enum first
@@ -60,6 +66,7 @@ const ParameterView* FindGeneralParameter(std::string_view name);
 std::uint32_t ActionCode(const std::string& name);  // 0 when unknown
 
 std::string KindName(std::uint32_t kind);
+std::string WrittenAs(std::uint32_t kind);  // in action text
 std::string ViewName(std::uint32_t view);
 std::string EnumName(std::uint32_t id);
 std::string ColumnNames(std::uint32_t columns);                      // joined by "|", "" for none

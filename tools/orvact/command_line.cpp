@@ -34,6 +34,7 @@ CommandLine::CommandLine()
     AddDump();
     AddMatch();
     AddEvents();
+    AddCatalogue();
     AddLint(app, lint);
     AddCommon(app.get_subcommand("lint"));
 }
@@ -41,6 +42,11 @@ CommandLine::CommandLine()
 void CommandLine::AddCommon(CLI::App* command)
 {
     command->add_option("-o,--output", output, "The results go into this file, whole or not at all")->type_name("FILE");
+    AddReporting(command);
+}
+
+void CommandLine::AddReporting(CLI::App* command)
+{
     command->add_option("--color", colours, "When there are colours; auto is on a terminal")
         ->check(CLI::IsMember({"auto", "always", "never"}));
     command->add_option("--report", report, "How standard error is written: for people, or a JSON object a line")
@@ -114,6 +120,19 @@ void CommandLine::AddDescribe()
     command->add_option("NAME", described, "Its name in any case; of an action also its code")->required();
     AddCommon(command);
     command->footer(kDescribeFooter);
+}
+
+void CommandLine::AddCatalogue()
+{
+    CLI::App* command = app.add_subcommand("catalogue", "Writes the catalogue as pages for a browser");
+    command->add_option("-o,--output", catalogue.folder, "The folder of the pages, made when there is none")
+        ->type_name("DIR")
+        ->required();
+    command->add_option("--extension", catalogue.extensions, "An extension file whose content is shown as well")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    AddReporting(command);
+    command->footer(kCatalogueFooter);
 }
 
 void CommandLine::AddConvert()

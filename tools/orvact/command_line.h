@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue_pages.h"
 #include "commands.h"
 #include "lint.h"
 
@@ -22,6 +23,7 @@ struct CommandLine {
     EventsListOptions events;
     EventsShowOptions event;
     LintOptions lint;
+    CatalogueOptions catalogue;
     std::string output;  // "" and "-" for standard output
     std::string colours = "auto";
     std::string report = "text";
@@ -38,6 +40,7 @@ private:
     void AddConvert();
     void AddDump();
     void AddMatch();
+    void AddCatalogue();
     void AddEvents();
     void AddEventsList(CLI::App* events);
     void AddEventsFollow(CLI::App* events);
@@ -46,6 +49,7 @@ private:
     void AddEventFilters(CLI::App* command);
     void AddPeriod(CLI::App* command);
     void AddCommon(CLI::App* command);
+    void AddReporting(CLI::App* command);
     void AddInput(CLI::App* command, std::string& form, std::vector<std::string>& files);
     void AddReading(CLI::App* command);
     void AddForce(CLI::App* command);

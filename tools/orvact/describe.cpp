@@ -138,31 +138,15 @@ bool DescribeEnum(const std::string& lower, std::vector<std::string>& names)
 
 bool DescribeType(const std::string& lower, std::vector<std::string>& names)
 {
-    struct Row {
-        std::uint32_t kind;
-        const char* written;
-    };
-    constexpr Row kRows[] = {{ORV_KIND_Boolean, "0 or 1"},
-                             {ORV_KIND_Numeric32Bit, "-3; a leading zero means octal; the number of an enum's value"},
-                             {ORV_KIND_Numeric64Bit, "12345678901"},
-                             {ORV_KIND_NumericDouble, "1.5 or 1.5e-3 or 2"},
-                             {ORV_KIND_String, "\"text\""},
-                             {ORV_KIND_DateTime, "\"2022/10/20 11:30:00,000 GMT+00:00\""},
-                             {ORV_KIND_Guid, "\"01234567-89ab-cdef-0123-456789abcdef\""},
-                             {ORV_KIND_EventType, "\"name\", or { 12, \"name\" } with an id"},
-                             {ORV_KIND_MediaChannel, "7, the number, or { 4711, 7, \"name\" } with id, number, name"},
-                             {ORV_KIND_Resource, "\"name\", or { \"01234567-...\", \"name\" } with a guid"},
-                             {ORV_KIND_Rect, "{ 10, 20, 110, 220 }: top, left, bottom, right"},
-                             {ORV_KIND_ResultDataSet, "{ { 1, 2, 3, 4, 5, \"item\" } }"}};
-    for (const Row& row : kRows) {
-        const std::string name = KindName(row.kind);
+    for (std::uint32_t kind = ORV_KIND_Boolean; kind <= ORV_KIND_ResultDataSet; ++kind) {
+        const std::string name = KindName(kind);
         names.push_back(name);
         if (LowerCaseAscii(name) != lower) continue;
         Print(Painted(Tone::Name, name) + ", a type\n");
-        Fact("kind", std::to_string(row.kind));
-        Fact("written as", row.written);
-        const bool common = row.kind == ORV_KIND_Numeric32Bit || row.kind == ORV_KIND_String;
-        if (!common) PrintUse("used by", ActionsWith([&](const auto& parameter) { return parameter.type == row.kind; }));
+        Fact("kind", std::to_string(kind));
+        Fact("written as", WrittenAs(kind));
+        const bool common = kind == ORV_KIND_Numeric32Bit || kind == ORV_KIND_String;
+        if (!common) PrintUse("used by", ActionsWith([&](const auto& parameter) { return parameter.type == kind; }));
         return true;
     }
     return false;

@@ -33,6 +33,13 @@ const char* const kDescribeFooter =
     "  orvact describe MediaChannel\n"
     "  orvact describe 1102";
 
+const char* const kCatalogueFooter =
+    "A page for each action, class and enum, with examples in every form, in C and in C++, and one to search\n"
+    "in. They need no server: open index.html. What extension files beside this program or named here add\n"
+    "is marked.\n\n"
+    "  orvact catalogue -o catalogue\n"
+    "  orvact catalogue -o catalogue --extension examples/plcGate.xml";
+
 const char* const kConvertFooter =
     "\nWithout --from the form is found out from the first bytes, or the first line that says something. An\n"
     "input that is no action is reported with its line, or with its number in a binary stream, and left\n"

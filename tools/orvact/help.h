@@ -7,6 +7,7 @@ extern const char* const kHelpFooter;
 extern const char* const kShowFooter;
 extern const char* const kListFooter;
 extern const char* const kDescribeFooter;
+extern const char* const kCatalogueFooter;
 extern const char* const kConvertFooter;
 extern const char* const kDumpFooter;
 extern const char* const kMatchFooter;

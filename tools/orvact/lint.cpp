@@ -8,6 +8,7 @@
 
 #include "catalogue/extension_reader.h"
 #include "console.h"
+#include "extension_file.h"
 #include "report.h"
 #include "settings.h"
 #include "text.h"
@@ -61,19 +62,6 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
               (error ? ": error: " : ": warning: ") + text + "\n");
     }
     remarks_.clear();
-}
-
-bool ReadFile(const std::string& path, std::string& bytes)
-{
-    std::FILE* file = path == "-" ? stdin : OpenFile(path);
-    bool failed = !file;
-    if (file) {
-        char piece[65536];
-        while (const std::size_t got = ReadBytes(file, piece, sizeof piece, failed)) bytes.append(piece, got);
-    }
-    if (failed) ReportFile(path);
-    if (file && file != stdin) std::fclose(file);
-    return !failed;
 }
 
 std::string Advice(std::string_view document)
@@ -141,7 +129,7 @@ int Lint(const LintOptions& options)
     bool allRead = true;
     for (const std::string& path : options.files) {
         std::string document;
-        if (ReadFile(path, document)) {
+        if (ReadExtensionFile(path, document)) {
             Check(path, document, reader, remarks);
         } else {
             allRead = false;

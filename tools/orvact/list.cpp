@@ -15,11 +15,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Codes of extensions begin above those of the built-in content.
-constexpr std::uint32_t kLeastActionCode = 10000;
-constexpr std::uint32_t kLeastClassCode = 1000;
-constexpr std::uint32_t kLeastEnumId = 0x1000 | 1000;
-
 void PrintJson(const Json& json)
 {
     Print(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
@@ -39,7 +34,7 @@ int ListClasses(bool extension, bool json)
     table.NumbersIn(0);
     table.Heading({"Code", "Name", "Priority", "Actions", "Plain name"});
     for (const ClassView& view : Classes()) {
-        if (extension && view.code < kLeastClassCode) continue;
+        if (extension && !IsExtension(view)) continue;
         const std::size_t count = ActionsOf(actions, view.code);
         rows.push_back({{"code", view.code},
                         {"name", view.name},
@@ -104,7 +99,7 @@ int ListActions(const std::string& className, bool extension, bool json)
     table.Heading({"Code", "Name", "Class", "Parameters"});
     for (const ActionView& action : Actions()) {
         if (!wanted.empty() && action.className != wanted) continue;
-        if (extension && action.code < kLeastActionCode) continue;
+        if (extension && !IsExtension(action)) continue;
         if (json) {
             rows.push_back(ToJson(action));
         } else {
@@ -193,7 +188,7 @@ int ListEnums(bool extension, bool json)
     table.NumbersIn(0);
     table.Heading({"Id", "Name", "Values"});
     for (const EnumView& view : Enums()) {
-        if (extension && view.id < kLeastEnumId) continue;
+        if (extension && !IsExtension(view)) continue;
         if (json) {
             rows.push_back(ToJson(view));
         } else {

@@ -26,6 +26,7 @@ int Perform(const CommandLine& line)
     if (line.app.got_subcommand("lint")) return Lint(line.lint);
     if (line.app.got_subcommand("list")) return List(line.list);
     if (line.app.got_subcommand("describe")) return Describe(line.described);
+    if (line.app.got_subcommand("catalogue")) return WriteCatalogue(line.catalogue);
     if (line.app.got_subcommand("convert")) return Convert(line.convert);
     if (line.app.got_subcommand("dump")) return Dump(line.dump);
     if (line.app.got_subcommand("match")) return Match(line.match);

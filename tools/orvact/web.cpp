@@ -27,3 +27,18 @@ std::string Filled(std::string_view frame, const std::vector<std::pair<std::stri
         frame.remove_prefix(close + 2);
     }
 }
+
+std::string Html(std::string_view text)
+{
+    std::string result;
+    for (const char unit : text) {
+        switch (unit) {
+        case '&': result += "&amp;"; break;
+        case '<': result += "&lt;"; break;
+        case '>': result += "&gt;"; break;
+        case '"': result += "&quot;"; break;
+        default: result += unit;
+        }
+    }
+    return result;
+}
