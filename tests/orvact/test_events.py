@@ -144,7 +144,7 @@ class Events(unittest.TestCase):
         self.assertEqual(Run("events", "list", self.name, "--json", "--id", "9..").out, "[]\n")
 
     def test_numbers_and_groups(self):
-        self.store("PanLeft (Camera: 7)\nPanLeft (Camera: 8, User1: \"ann\")\nTiltUp (Camera: 7)\nUnknown (x: 1)\n"
+        self.store("PanLeft (Camera: 7)\nPanLeft (Camera: 0, User1: \"ann\")\nTiltUp (Camera: 7)\nUnknown (x: 1)\n"
                    "SetDigitalOutput (Contact: 7)\n")
         database = sqlite3.connect(self.path)
         database.executemany("update Events set Stored = ? where Id = ?", [
@@ -158,7 +158,7 @@ class Events(unittest.TestCase):
             "hour": {"2026-11-20T23:00Z": 1, "2026-11-21T00:00Z": 2, "2026-11-21T05:00Z": 1, "2026-11-22T00:00Z": 1},
             "day": {"2026-11-20": 1, "2026-11-21": 3, "2026-11-22": 1},
             "user": {"": 4, "ann": 1},
-            "channel": {"video input 7": 2, "": 1, "output contact 7": 1, "video input 8": 1},
+            "channel": {"video input 7": 2, "": 1, "output contact 7": 1, "video input 0": 1},
         }
         for key, wanted in cases.items():
             with self.subTest(key):

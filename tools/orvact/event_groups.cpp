@@ -19,7 +19,8 @@ std::string Text(const TOrvEventText& field)
 std::string Text(const orv::Channel& channel)
 {
     if (channel.number != 0) return std::to_string(channel.number);
-    return channel.id != 0 ? "id " + std::to_string(channel.id) : "\"" + orv::ToUtf8(channel.name) + "\"";
+    if (channel.id != 0) return "id " + std::to_string(channel.id);
+    return channel.name.empty() ? "0" : "\"" + orv::ToUtf8(channel.name) + "\"";
 }
 
 }  // namespace

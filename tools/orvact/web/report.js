@@ -135,7 +135,7 @@
         gaps.sort((a, b) => b[0] - a[0]);
         const longest = gaps.filter(([length]) => length > 0).slice(0, kBusiest);
         drawBars("gaps", longest.map(([length, event]) => ({
-            text: `before ${clock(times[event])}`,
+            text: clock(times[event]),
             amount: duration(length),
             share: length / longest[0][0],
             open: () => {
