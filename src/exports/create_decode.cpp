@@ -31,7 +31,10 @@ const T& ValueOf(const CreateArgument& argument)
 // The text of an argument; null for one without and for a narrow one, which has to be converted.
 const OrvWChar* TextOf(const CreateArgument& argument, std::uint32_t kind)
 {
-    if (argument.IsUnset() || argument.IsNarrow()) return nullptr;
+    // Most kinds have none, which takes no jump.
+    constexpr std::uint32_t kWithText = 1U << ORV_KIND_String | 1U << ORV_KIND_EventType | 1U << ORV_KIND_MediaChannel |
+                                        1U << ORV_KIND_Resource;
+    if (!(kWithText >> kind & 1) || argument.IsUnset() || argument.IsNarrow()) return nullptr;
     switch (kind) {
     case ORV_KIND_String: return &ValueOf<OrvWChar>(argument);
     case ORV_KIND_EventType: return ValueOf<TOrvEventTypeValue>(argument).name;
@@ -71,12 +74,14 @@ void SetItems(TOrvParameter& value, const CreateArgument& argument)
 void Set(TOrvParameter& value, const CreateArgument& argument, std::size_t length,
          const TOrvParameterInternalInfo& declared)
 {
+    if (declared.Type == ORV_KIND_Numeric32Bit) {
+        return value.SetInt32(argument.NumberAs<std::int32_t>(), declared.EnumType);
+    }
+    if (declared.Type == ORV_KIND_String) return SetString(value, argument, length);
     switch (declared.Type) {
     case ORV_KIND_Boolean: return value.SetBoolean(argument.NumberAs<OrvBool>() != 0);
-    case ORV_KIND_Numeric32Bit: return value.SetInt32(argument.NumberAs<std::int32_t>(), declared.EnumType);
     case ORV_KIND_Numeric64Bit: return value.SetInt64(ValueOf<std::int64_t>(argument));
     case ORV_KIND_NumericDouble: return value.SetDouble(ValueOf<double>(argument));
-    case ORV_KIND_String: return SetString(value, argument, length);
     case ORV_KIND_DateTime: return value.SetDateTime(ValueOf<TUlmoDateTime>(argument));
     case ORV_KIND_Guid: return value.SetGuid(ValueOf<TOrvGuid>(argument));
     case ORV_KIND_EventType: return SetEventType(value, ValueOf<TOrvEventTypeValue>(argument), length);
