@@ -6,9 +6,12 @@ Blocks of code with a file's name behind the language are written to that file. 
 in one shell; of `console` blocks the lines behind `$ `, and what stands below each is the output that it must give.
 Chapters of README.md that are other ways to the same end are skipped by their headings.
 """
+import os
 import re
+import signal
 import subprocess
 import sys
+import threading
 from dataclasses import dataclass, field
 from pathlib import Path
 
@@ -65,20 +68,26 @@ class Shell:
     """One shell for all lines, so that folders and variables stay."""
 
     MARK = "-- end of the line, code "
+    SECONDS = 600  # a line that takes longer waits for somebody
 
     def __init__(self):
         self.process = subprocess.Popen(["bash", "--norc"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                        stderr=subprocess.STDOUT, text=True)
+                                        stderr=subprocess.STDOUT, text=True, start_new_session=True)
 
     def run(self, command: str) -> tuple[int, str]:
         self.process.stdin.write(f"{{ {command}\n}} </dev/null\necho '{self.MARK}'$?\n")
         self.process.stdin.flush()
         output = ""
-        for line in self.process.stdout:
-            before, mark, code = line.partition(self.MARK)
-            output += before
-            if mark:
-                return int(code), output
+        watch = threading.Timer(self.SECONDS, os.killpg, (self.process.pid, signal.SIGKILL))
+        watch.start()
+        try:
+            for line in self.process.stdout:
+                before, mark, code = line.partition(self.MARK)
+                output += before
+                if mark:
+                    return int(code), output
+        finally:
+            watch.cancel()
         raise SystemExit(f"the shell ended in: {command}\n{output}")
 
 
