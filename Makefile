@@ -1,7 +1,7 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
-.PHONY: help run build test test-windows test-sanitizers test-package test-pages test-reliability reliability compare-readers \
-	bench bench-python fuzz install package python csharp pascal test-bindings clean
+.PHONY: help run build test test-windows test-sanitizers test-package test-pages test-reliability test-bindings \
+	reliability compare-readers bench bench-python fuzz install package python csharp pascal clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600

@@ -40,6 +40,7 @@ std::uint64_t LoadWord(const char16_t* units)
     return word;
 }
 
+// Of a name with fewer than four units; missing ones are 0.
 std::uint64_t LoadShort(std::u16string_view name)
 {
     std::uint64_t word = 0;

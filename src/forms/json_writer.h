@@ -1,4 +1,4 @@
-// JSON by hand, for web-facing clients: text appended to a text, no tree, no way back.
+// JSON by hand, for web-facing clients: members are appended to a growing text, no tree, no way back.
 //
 // What web clients know of it and what is therefore kept, although a strict parser refuses it: keys are written without
 // any escaping, and tab, line feed, carriage return, backspace and form feed stand raw in strings.

@@ -50,7 +50,8 @@ inline bool SameText(std::u16string_view a, std::u16string_view b)
     }
     return sameWord(size - kStep);
 }
-// The same when both end in a zero unit, and the length of the second need not be known. Nothing behind its end is read.
+// The same when both end in a zero unit, and the length of the second need not be known. Nothing after its end is
+// read.
 inline bool SameTerminated(std::u16string_view a, const char16_t* b)
 {
     const char16_t* units = a.data();
