@@ -40,7 +40,8 @@ void FreeBlock(void* block)
 
 std::optional<Platform::ThreadSlot> slot;
 
-TOrvLastError* MakeBlock() noexcept
+// Once a thread; kept out of the way of every other call.
+[[gnu::noinline]] TOrvLastError* MakeBlock() noexcept
 {
     void* memory = std::malloc(sizeof(TOrvLastError));
     auto* block = memory ? static_cast<TOrvLastError*>(memory) : TakeReserve();
@@ -56,7 +57,7 @@ TOrvLastError* MakeBlock() noexcept
     return nullptr;
 }
 
-TOrvLastError* Block() noexcept
+inline TOrvLastError* Block() noexcept
 {
     if (!slot) return nullptr;
     void* block = slot->Get();

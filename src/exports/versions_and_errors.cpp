@@ -3,6 +3,7 @@
 #include "exports/export_twin.h"
 #include "exports/last_error.h"
 #include "objects/message.h"
+#include "platform/living_count.h"
 
 using namespace OrvPLC;
 
@@ -13,7 +14,7 @@ ORV_EXPORT_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo * info), (info))
 
 ORV_EXPORT_TWIN(std::uint32_t, GetNumberOfOpenHandles, (), ())
 {
-    return OpenObjects();
+    return Platform::LivingCount::Read();
 }
 
 ORV_EXPORT_TWIN(std::uint32_t, InterfaceVersion, (), ())

@@ -19,19 +19,23 @@ bool Same(const TOrvGuid& a, const TOrvGuid& b)
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
+// At the end of the library a leak is told to whoever listens, and nothing else: no object is reclaimed.
+struct LeakReport {
+    ~LeakReport()
+    {
+        if (Platform::LivingCount::Read() != 0) {
+            Platform::WriteDebug(u"OrvActionsDLL: some actions/messages are not destroyed!\n");
+        }
+    }
+};
+const LeakReport leakReport;
+
 }  // namespace
-
-OpenObjectCounter openObjects;
-
-OpenObjectCounter::~OpenObjectCounter()
-{
-    if (count != 0) Platform::WriteDebug(u"OrvActionsDLL: some actions/messages are not destroyed!\n");
-}
 
 TOrvMessage::~TOrvMessage()
 {
     if (void* marshaler = marshaler_.load(std::memory_order_acquire)) static_cast<OrvUnknown*>(marshaler)->Release();
-    openObjects.count.fetch_sub(1, std::memory_order_relaxed);
+    Platform::LivingCount::ObjectEnded();
 }
 
 std::int32_t TOrvMessage::QueryInterface(const TOrvGuid& id, void** object)

@@ -17,6 +17,7 @@
 #include "catalogue/catalogue.h"
 #include "objects/parameter_map.h"
 #include "objects/shared_name.h"
+#include "platform/living_count.h"
 
 namespace OrvPLC {
 
@@ -24,19 +25,6 @@ class TOrvTechnicalTextWriter;
 class TOrvPlainTextWriter;
 class TOrvJsonWriter;
 class TOrvBinaryCursor;
-
-// How many objects of this library are alive. At the end of the library a leak is told to whoever listens, and nothing
-// else: no object is reclaimed.
-struct OpenObjectCounter {
-    std::atomic<std::uint32_t> count{0};
-
-    ~OpenObjectCounter();
-};
-extern OpenObjectCounter openObjects;
-inline std::uint32_t OpenObjects()
-{
-    return openObjects.count.load(std::memory_order_relaxed);
-}
 
 // The boundary casts: the interface speaks OrvWChar, the library char16_t; both are the same 16-bit unit.
 inline const char16_t* Units(const OrvWChar* text)
@@ -99,7 +87,7 @@ protected:
     TOrvMessage(std::uint32_t kind, SharedName name, std::uint32_t count)
         : count_(count), name_(std::move(name)), kind_(static_cast<std::uint8_t>(kind))
     {
-        openObjects.count.fetch_add(1, std::memory_order_relaxed);
+        Platform::LivingCount::ObjectMade();
     }
     // Beside IUnknown, ITalvecMessage and ITalvecJson, which every object has.
     virtual bool Supports(const TOrvGuid& id) const = 0;

@@ -17,14 +17,35 @@ public:
     ThreadSlot(const ThreadSlot&) = delete;
     ThreadSlot& operator=(const ThreadSlot&) = delete;
 
-    void* Get() const;
+    void* Get() const
+    {
+#if defined(_WIN32)
+        return Ask();
+#else
+        return cached.owner == number_ ? cached.block : Ask();
+#endif
+    }
     bool Set(void* block);
     void ThreadEnded();  // runs the hook for the calling thread and clears its slot
     void Free();         // gives the slot back; the blocks of living threads are not freed
 
 private:
+#if !defined(_WIN32)
+    // What the system holds for this thread, beside it: asking the system costs more than all else that a call does
+    // around its work. A plain block needs no destructor, and the static model no call; a library may use a few such
+    // bytes.
+    struct Cached {
+        unsigned long owner;  // the number of the slot, which no other slot ever has; 0 with an empty block at first
+        void* block;
+        ThreadEnd threadEnd;
+    };
+    static constinit thread_local Cached cached __attribute__((tls_model("initial-exec")));
+    static void EndThread(void* block);
+#endif
+    void* Ask() const;  // the system
+
     ThreadEnd threadEnd_;
-    [[maybe_unused]] unsigned long number_ = 0;
+    [[maybe_unused]] unsigned long number_ = 0;  // 0 has no slot
     unsigned long index_;
     bool allocated_;
 };

@@ -165,14 +165,14 @@ TEST(HeskText, Writing)
 
 TEST(HeskText, WhatFails)
 {
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     EXPECT_THROW(ReadHesk(u"SetClock (\"2026/13/15 03:10:43,123 GMT+01:00\")"), Ulmo::EUlmoDateTime);
     EXPECT_THROW(ReadHesk(u"SetClock (5)"), Ulmo::EUlmoDateTime);
     // Each quote begins a string that goes on to the end of the text.
     std::u16string endless = u"CameraOn (";
     for (int i = 0; i < 500'000; ++i) endless += u"\\\"";
     EXPECT_EQ(ReadHesk(endless), "none");
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 // An action with a value of its own in each field of a text.

@@ -168,10 +168,10 @@ TEST(EventRestore, LengthsOfTexts)
     filled.record.stringField[0].length = 0;  // an empty text, but a filled column
     filled.record.userField[0].length = 0;    // not filled: here the length counts as well
     EXPECT_EQ(Restored(RestoreAction(filled.record)), "3 CustomAction; String str ''");
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     filled.record.stringField[0].length = 0xFFFFFFFFFFFFFFFF;
     EXPECT_THROW(RestoreAction(filled.record), std::length_error);
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 TEST(EventRestore, TheImageGoesFirst)

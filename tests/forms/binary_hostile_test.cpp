@@ -104,7 +104,7 @@ void ExpectTruncatedReading(const TOrvAction& action, const std::vector<std::byt
 
 TEST(HostileBinary, EveryTruncationOfEveryAction)
 {
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     for (const auto& [name, entry] : Catalogue().ActionsByName()) {
         const ObjectPtr<TOrvAction> action(MakeSampleAction(*entry));
         const std::vector<std::byte> form = BinaryForm(*action);
@@ -117,7 +117,7 @@ TEST(HostileBinary, EveryTruncationOfEveryAction)
         }
         if (HasFailure()) FAIL() << Describe(*action);
     }
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 // Any object that comes out is one like any other: what it writes reads back and writes the same bytes.
@@ -168,7 +168,7 @@ TEST(HostileBinary, SizesWithoutRoom)
 
 TEST(HostileBinary, EveryByteChanged)
 {
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     for (const ObjectPtr<TOrvAction>& action : FewActions()) {
         const std::vector<std::byte> form = BinaryForm(*action);
         for (std::size_t place = 0; place < form.size(); ++place) {
@@ -180,7 +180,7 @@ TEST(HostileBinary, EveryByteChanged)
             }
         }
     }
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 std::vector<std::byte> WithCount(std::vector<std::byte> form, std::size_t place, std::uint32_t count)

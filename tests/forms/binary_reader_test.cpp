@@ -24,14 +24,14 @@ struct Row {
 
 void ExpectReadings(std::span<const Row> rows)
 {
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     for (const Row& row : rows) {
         const BinaryReading read = ReadBytes(row.bytes.Get(), row.expectedKind);
         EXPECT_EQ(read.object ? Describe(*read.object) : "none", row.object);
         EXPECT_EQ(read.consumed, row.consumed == kAll ? row.bytes.Get().size() : row.consumed) << row.object;
         EXPECT_TRUE(!read.object || read.object->ReferenceCount() == 1);
     }
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 TEST(BinaryReader, WhatStandsInTheBuffer)

@@ -87,7 +87,7 @@ TEST(HostileText, IsReadInOneWalk)
         {"equal rows", u"A(x: \"", u"<p x=\"0\" y=\"0\"><q/></p>", u"\")", "1"},
         {"values with a bracket", u"A(", u"x: \"<a b=\"1\"/> <\", ", u")", "1"},
     };
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     for (const auto& row : rows) {
         for (const std::size_t few : {0u, 1u, 2u, 3u, 5u}) {
             const std::u16string text = std::u16string(row.before) + Repeat(row.piece, few) + std::u16string(row.after);
@@ -99,7 +99,7 @@ TEST(HostileText, IsReadInOneWalk)
         EXPECT_EQ(Outcome(std::u16string(row.before) + Repeat(row.piece, many) + std::u16string(row.after)),
                   row.outcome)
             << row.what;
-        EXPECT_EQ(OpenObjects(), open) << row.what;
+        EXPECT_EQ(Platform::LivingCount::Read(), open) << row.what;
     }
 }
 

@@ -31,14 +31,14 @@ struct Row {
 
 void ExpectReadings(std::span<const Row> rows)
 {
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     for (const Row& row : rows) {
         const std::u16string_view text = row.text;
         const Answer answer = Read(text);
         EXPECT_EQ(answer.object, row.object) << Ulmo::Utf8FromWide(text);
         EXPECT_EQ(answer.consumed, text.size() - static_cast<std::size_t>(row.left)) << Ulmo::Utf8FromWide(text);
     }
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 TEST(TextReader, Frame)
@@ -171,11 +171,11 @@ TEST(TextReader, ExpectedKind)
 
 TEST(TextReader, ImpossibleLiteralsRaise)
 {
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     EXPECT_THROW(Read(u"A(x: 1, g: \"zzzzzzzz-0000-0000-0000-000000000000\")"), Ulmo::GuidConversionException);
     EXPECT_THROW(Read(u"A(r: {\"zzzzzzzz-0000-0000-0000-000000000000\", \"\"})"), Ulmo::GuidConversionException);
     EXPECT_THROW(Read(u"CustomAction(String: \"2026/02/29 03:10:43,123 GMT+01:00\")"), Ulmo::EUlmoDateTime);
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 TEST(SiblingText, WhatCountsAsSiblingText)
@@ -210,7 +210,7 @@ TEST(SiblingText, Answers)
         {u"@ PanLeft (Camera: 1)", 3, "none", 0},
         {u"B (1, 2)", 0, "3 B;  i32 2", 8},  // not checked a second time
     };
-    const std::uint32_t open = OpenObjects();
+    const std::uint32_t open = Platform::LivingCount::Read();
     for (const auto& row : rows) {
         FakeSibling sibling(row.rewritten);
         const Answer answer = Read(u"A (1) tail", row.expected);
@@ -219,7 +219,7 @@ TEST(SiblingText, Answers)
     }
     FakeSibling sibling(u"A(x: \"2026/13/01 00:00:00,000 GMT+00:00\")");
     EXPECT_THROW(Read(u"A (1)"), Ulmo::EUlmoDateTime);
-    EXPECT_EQ(OpenObjects(), open);
+    EXPECT_EQ(Platform::LivingCount::Read(), open);
 }
 
 TEST(SiblingText, NarrowTextIsSeenThroughUtf8)

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <cstring>
 #include <thread>
+#include <vector>
 
+#include "platform/living_count.h"
 #include "platform/system_error.h"
 #include "platform/system_string.h"
 #include "platform/thread_slot.h"
@@ -66,6 +68,31 @@ TEST(ThreadSlot, IsPerThreadAndReportsTheEnd)
     EXPECT_FALSE(slot.Set(&mine));
     slot.ThreadEnded();
     EXPECT_EQ(endedBlocks, 1);
+}
+
+// Shares go from thread to thread, and with more threads than shares some count in common: nothing is lost.
+TEST(LivingCount, IsExactOverThreadsThatComeAndGo)
+{
+    const std::uint32_t before = Platform::LivingCount::Read();
+    constexpr int kThreads = 200;
+    constexpr int kEach = 1000;
+    int block = 0;
+    Platform::ThreadSlot slot(CountEnd);  // with a block in it the end of a thread is noticed
+    const auto run = [&](void (*count)() noexcept) {
+        std::vector<std::thread> threads;
+        for (int i = 0; i < kThreads; ++i) {
+            threads.emplace_back([&] {
+                EXPECT_TRUE(slot.Set(&block));
+                for (int at = 0; at < kEach; ++at) count();
+            });
+        }
+        for (std::thread& thread : threads) thread.join();
+    };
+    run(Platform::LivingCount::ObjectMade);
+    EXPECT_EQ(Platform::LivingCount::Read() - before, std::uint32_t{kThreads * kEach});
+    run(Platform::LivingCount::ObjectEnded);
+    EXPECT_EQ(Platform::LivingCount::Read(), before);
+    slot.Free();
 }
 
 TEST(SystemErrors, HaveTextsWithoutLineBreaks)

@@ -4,27 +4,13 @@
 
 #include <atomic>
 
+#include "platform/living_count.h"
+
 namespace Platform {
 
 namespace {
 
-// What the system holds for this thread, beside it: asking the system costs more than all else that a call does around
-// its work. A plain pointer needs no destructor, and the static model no call; a library may use a few such bytes.
-struct Cached {
-    unsigned long owner;  // the number of the slot, which no other slot ever has; 0 is none
-    void* block;
-    ThreadSlot::ThreadEnd threadEnd;
-};
-__attribute__((tls_model("initial-exec"))) thread_local Cached cached;
-
 std::atomic<unsigned long> slotsMade{0};
-
-void EndThread(void* block)
-{
-    const ThreadSlot::ThreadEnd threadEnd = cached.threadEnd;
-    cached = {};
-    threadEnd(block);
-}
 
 pthread_key_t Key(unsigned long index)
 {
@@ -33,18 +19,28 @@ pthread_key_t Key(unsigned long index)
 
 }  // namespace
 
-ThreadSlot::ThreadSlot(ThreadEnd threadEnd) : threadEnd_(threadEnd), number_(++slotsMade), index_(0), allocated_(false)
+constinit thread_local ThreadSlot::Cached ThreadSlot::cached = {};
+
+void ThreadSlot::EndThread(void* block)
+{
+    const ThreadEnd threadEnd = cached.threadEnd;
+    cached = {};
+    threadEnd(block);
+    LivingCount::ThreadEnded();
+}
+
+ThreadSlot::ThreadSlot(ThreadEnd threadEnd) : threadEnd_(threadEnd), index_(0), allocated_(false)
 {
     pthread_key_t key = 0;
     if (pthread_key_create(&key, EndThread) != 0) return;
+    number_ = ++slotsMade;
     index_ = key;
     allocated_ = true;
 }
 
-void* ThreadSlot::Get() const
+void* ThreadSlot::Ask() const
 {
-    if (!allocated_) return nullptr;
-    return cached.owner == number_ ? cached.block : pthread_getspecific(Key(index_));
+    return allocated_ ? pthread_getspecific(Key(index_)) : nullptr;
 }
 
 bool ThreadSlot::Set(void* block)
@@ -66,6 +62,7 @@ void ThreadSlot::Free()
 {
     if (allocated_) pthread_key_delete(Key(index_));
     allocated_ = false;
+    number_ = 0;
 }
 
 }  // namespace Platform

@@ -8,7 +8,7 @@ ThreadSlot::ThreadSlot(ThreadEnd threadEnd)
     : threadEnd_(threadEnd), index_(TlsAlloc()), allocated_(index_ != TLS_OUT_OF_INDEXES)
 {}
 
-void* ThreadSlot::Get() const
+void* ThreadSlot::Ask() const
 {
     return allocated_ ? TlsGetValue(index_) : nullptr;
 }
