@@ -1,40 +1,42 @@
 #include "OrvActions/OrvBinary.h"
 
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "forms/binary_reader.h"
 #include "forms/binary_writer.h"
 
 using namespace OrvPLC;
 
-ORV_EXPORT_TWIN(OrvBool, StoreToBinBuffer,
-                (TOrvHandle handle, void* buffer, std::uint32_t size, std::uint32_t* required),
-                (handle, buffer, size, required))
+namespace {
+
+// What fits of the fields is written even when not all does.
+OrvBool StoreInto(TOrvHandle handle, void* buffer, std::uint32_t size, std::uint32_t* required,
+                  const char* function = ORV_CALLING_FUNCTION)
 {
-    try {
+    return IntoBuffer([&] {
         // A size that a signed number does not hold is no room at all.
         TOrvBinaryCursor cursor(buffer, buffer ? static_cast<std::int32_t>(size) : 0);
-        ObjectOf(handle).WriteBinary(cursor);
+        ObjectOf(handle, function).WriteBinary(cursor);
         if (required) *required = static_cast<std::uint32_t>(cursor.Required());
-        if (!cursor.Fits()) {
-            LastError::StoreBufferTooSmall();
-            return 0;
-        }
-        LastError::Clear();
-        return 1;
-    } catch (...) {
-        StoreCurrentException();
-        return 0;
-    }
-}
-
-ORV_EXPORT_TWIN(TOrvHandle, CreateFromBinBuffer,
-                (const void* data, std::uint32_t size, std::uint32_t expectedKind, std::uint32_t* consumed),
-                (data, size, expectedKind, consumed))
-{
-    return Framed<TOrvHandle>(nullptr, [&] {
-        const BinaryReadResult read = ReadActionBinary(data, size, expectedKind);
-        if (consumed) *consumed = read.consumed;
-        return read.object ? HandleOf(read.object) : nullptr;
+        return cursor.Fits();
     });
 }
+
+}  // namespace
+
+OrvBool OrvAct_StoreToBinBuffer(TOrvHandle handle, void* buffer, std::uint32_t size, std::uint32_t* required)
+{
+    return StoreInto(handle, buffer, size, required);
+}
+ORV_ALIAS(Talvec_Action_StoreToBinBuffer, OrvAct_StoreToBinBuffer);
+
+TOrvHandle OrvAct_CreateFromBinBuffer(const void* data, std::uint32_t size, std::uint32_t expectedKind,
+                                      std::uint32_t* consumed)
+{
+    return NewHandle([&] {
+        const BinaryReadResult read = ReadActionBinary(data, size, expectedKind);
+        if (consumed) *consumed = read.consumed;
+        return read.object;
+    });
+}
+ORV_ALIAS(Talvec_Action_CreateFromBinBuffer, OrvAct_CreateFromBinBuffer);

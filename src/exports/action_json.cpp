@@ -1,19 +1,18 @@
 #include "OrvActions/OrvJson.h"
 
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "forms/json_writer.h"
 
 using namespace OrvPLC;
 
-ORV_EXPORT_TWIN(OrvBool, StoreToJson,
-                (TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, std::uint32_t* required, OrvBool wrap,
-                 const std::uint32_t* limit),
-                (handle, buffer, size, required, wrap, limit))
+OrvBool OrvAct_StoreToJson(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, std::uint32_t* required,
+                           OrvBool wrap, const std::uint32_t* limit)
 {
     TOrvJsonWriter writer(wrap != 0);
-    return StoreText(buffer, size, required, [&, &object = ObjectOf(handle)] {
+    return StoreTextOf(handle, buffer, size, required, [&](const TOrvMessage& object) {
         object.WriteJson(writer, limit);
         return writer.Finish();
     });
 }
+ORV_ALIAS(Talvec_Action_StoreToJson, OrvAct_StoreToJson);

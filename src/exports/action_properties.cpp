@@ -8,13 +8,6 @@ using namespace OrvPLC;
 
 namespace {
 
-template <class Work>
-OrvBool OnAction(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION)
-{
-    return OnObject(
-        handle, [&](TOrvMessage&) { work(ActionOf(handle)); }, function);
-}
-
 OrvBStr NewString(std::u16string_view text)
 {
     return reinterpret_cast<OrvBStr>(Platform::NewSystemString(text));
@@ -63,9 +56,7 @@ OrvBool OrvAct_SetProperty(TOrvHandle handle, const OrvWChar* key, const OrvWCha
 OrvBool OrvAct_GetWindowsClientInfo(TOrvHandle handle, const OrvWChar** host, const std::uint32_t** clientType,
                                     const OrvWChar** account)
 {
-    return Framed<OrvBool>(0, [&, &object = ObjectOf(handle)] {
-        return OrvBool{ReadClientInfo(static_cast<TOrvAction&>(object), host, clientType, account)};
-    });
+    return OnAction(handle, [&](TOrvAction& action) { return ReadClientInfo(action, host, clientType, account); });
 }
 
 OrvBool OrvAct_UpdateWindowsClientInfo(TOrvHandle handle, const OrvWChar* host, std::uint32_t clientType,

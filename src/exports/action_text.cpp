@@ -1,6 +1,6 @@
 #include "OrvActions/OrvText.h"
 #include "catalogue/settings.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "forms/plain_text_writer.h"
 #include "forms/pruning.h"
@@ -13,11 +13,11 @@ using namespace OrvPLC;
 
 namespace {
 
-TOrvHandle CreateFromText(std::u16string_view text, std::uint32_t expectedKind, bool narrow, std::uint32_t* consumed)
+TOrvMessage* ReadText(std::u16string_view text, std::uint32_t expectedKind, bool narrow, std::uint32_t* consumed)
 {
     const TextReadResult read = ReadActionText(text, expectedKind, narrow);
     if (consumed) *consumed = read.consumed;
-    return read.object ? HandleOf(read.object) : nullptr;
+    return read.object;
 }
 
 std::u16string WideText(const TOrvMessage& object, OrvBool plain)
@@ -39,105 +39,104 @@ ObjectPtr<TOrvAction> PrunedClone(const TOrvMessage& object, bool prune, std::ui
     return clone;
 }
 
-bool HasEntry(const TOrvMessage& object)
-{
-    return static_cast<const TOrvAction&>(object).Entry() != nullptr;
-}
-
 // The priority forms refuse an action without a catalogue entry outright. That is an answer and no failure, so it
 // clears the last error like any other return.
-OrvBool Refuse()
+template <class Char, class Make>
+OrvBool StoreTextOfKnown(TOrvHandle handle, Char* buffer, std::uint32_t size, std::uint32_t* required, Make&& make,
+                         const char* function)
 {
-    LastError::Clear();
-    return 0;
+    return Guarded<OrvBool>(0, [&] {
+        const TOrvMessage& object = ObjectOf(handle, function);
+        if (static_cast<const TOrvAction&>(object).Entry()) {
+            return StoreText(buffer, size, required, [&] { return make(object); });
+        }
+        LastError::Clear();
+        return OrvBool{0};
+    });
 }
 
 // The wide forms store the action as it was given: pruning has no effect on them. Deliberate, callers know the
 // difference.
-OrvBool StorePrunedWide(const TOrvMessage& object, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
-                        std::uint32_t* required)
+OrvBool StorePrunedWide(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain, std::uint32_t* required,
+                        const char* function = ORV_CALLING_FUNCTION)
 {
-    if (!HasEntry(object)) return Refuse();
-    return StoreText(buffer, size, required, [&] { return WideText(object, plain); });
+    const auto make = [&](const TOrvMessage& object) { return WideText(object, plain); };
+    return StoreTextOfKnown(handle, buffer, size, required, make, function);
 }
 
-OrvBool StorePrunedNarrow(const TOrvMessage& object, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
-                          bool prune, std::uint32_t limit, std::uint32_t* required)
+OrvBool StorePrunedNarrow(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8, bool prune,
+                          std::uint32_t limit, std::uint32_t* required, const char* function = ORV_CALLING_FUNCTION)
 {
-    if (!HasEntry(object)) return Refuse();
-    return StoreText(buffer, size, required,
-                     [&] { return NarrowText(*PrunedClone(object, prune, limit), plain, utf8); });
+    const auto make = [&](const TOrvMessage& object) {
+        return NarrowText(*PrunedClone(object, prune, limit), plain, utf8);
+    };
+    return StoreTextOfKnown(handle, buffer, size, required, make, function);
 }
 
 }  // namespace
 
-ORV_EXPORT_TWIN(TOrvHandle, CreateFromTextBufferW,
-                (const OrvWChar* text, std::uint32_t length, std::uint32_t expectedKind, OrvWord spare,
-                 std::uint32_t* consumed),
-                (text, length, expectedKind, spare, consumed))
+TOrvHandle OrvAct_CreateFromTextBufferW(const OrvWChar* text, std::uint32_t length, std::uint32_t expectedKind,
+                                        OrvWord spare, std::uint32_t* consumed)
 {
     static_cast<void>(spare);
-    return Framed<TOrvHandle>(nullptr, [&] {
+    return NewHandle([&] {
         const std::u16string_view given =
             length >= ORV_LENGTH_TERMINATED ? TerminatedView(text) : std::u16string_view(Units(text), length);
-        return CreateFromText(given, expectedKind, false, consumed);
+        return ReadText(given, expectedKind, false, consumed);
     });
 }
+ORV_ALIAS(Talvec_Action_CreateFromTextBufferW, OrvAct_CreateFromTextBufferW);
 
-ORV_EXPORT_TWIN(TOrvHandle, CreateFromTextBufferA,
-                (const char* text, std::uint32_t length, std::uint32_t expectedKind, OrvBool utf8,
-                 std::uint32_t* consumed),
-                (text, length, expectedKind, utf8, consumed))
+TOrvHandle OrvAct_CreateFromTextBufferA(const char* text, std::uint32_t length, std::uint32_t expectedKind,
+                                        OrvBool utf8, std::uint32_t* consumed)
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
+    return NewHandle([&] {
         const std::string_view given =
             length >= ORV_LENGTH_TERMINATED ? std::string_view(text ? text : "") : std::string_view(text, length);
         const std::u16string wide = utf8 ? Ulmo::WideFromUtf8(given) : Ulmo::WideFromAnsi(given);
-        return CreateFromText(wide, expectedKind, true, consumed);
+        return ReadText(wide, expectedKind, true, consumed);
     });
 }
+ORV_ALIAS(Talvec_Action_CreateFromTextBufferA, OrvAct_CreateFromTextBufferA);
 
-ORV_EXPORT_TWIN(OrvBool, StoreToTextBufferW,
-                (TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain, OrvWord spare,
-                 std::uint32_t* required),
-                (handle, buffer, size, plain, spare, required))
+OrvBool OrvAct_StoreToTextBufferW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain, OrvWord spare,
+                                  std::uint32_t* required)
 {
     static_cast<void>(spare);
-    return StoreText(buffer, size, required, [&, &object = ObjectOf(handle)] { return WideText(object, plain); });
+    return StoreTextOf(handle, buffer, size, required,
+                       [&](const TOrvMessage& object) { return WideText(object, plain); });
 }
+ORV_ALIAS(Talvec_Action_StoreToTextBufferW, OrvAct_StoreToTextBufferW);
 
-ORV_EXPORT_TWIN(OrvBool, StoreToTextBufferA,
-                (TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
-                 std::uint32_t* required),
-                (handle, buffer, size, plain, utf8, required))
+OrvBool OrvAct_StoreToTextBufferA(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
+                                  std::uint32_t* required)
 {
-    return StoreText(buffer, size, required,
-                     [&, &object = ObjectOf(handle)] { return NarrowText(object, plain, utf8); });
+    return StoreTextOf(handle, buffer, size, required,
+                       [&](const TOrvMessage& object) { return NarrowText(object, plain, utf8); });
 }
+ORV_ALIAS(Talvec_Action_StoreToTextBufferA, OrvAct_StoreToTextBufferA);
 
-extern "C" OrvBool OrvAct_StoreToTextBufferExW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
-                                               OrvWord, std::uint8_t, std::uint32_t* required)
+OrvBool OrvAct_StoreToTextBufferExW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain, OrvWord,
+                                    std::uint8_t, std::uint32_t* required)
 {
-    return StorePrunedWide(ObjectOf(handle), buffer, size, plain, required);
+    return StorePrunedWide(handle, buffer, size, plain, required);
 }
 
-extern "C" OrvBool OrvAct_StoreToTextBufferExA(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain,
-                                               OrvBool utf8, std::uint8_t options, std::uint32_t* required)
+OrvBool OrvAct_StoreToTextBufferExA(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain, OrvBool utf8,
+                                    std::uint8_t options, std::uint32_t* required)
 {
     const bool prune = options & ORV_STORE_APPLY_PRIORITY_LEVEL;
-    return StorePrunedNarrow(ObjectOf(handle), buffer, size, plain, utf8, prune, Settings::PriorityLevel, required);
+    return StorePrunedNarrow(handle, buffer, size, plain, utf8, prune, Settings::PriorityLevel, required);
 }
 
-extern "C" OrvBool OrvAct_StoreToTextBufWithPriorityLimitW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size,
-                                                           OrvBool plain, OrvWord, std::uint32_t,
-                                                           std::uint32_t* required)
+OrvBool OrvAct_StoreToTextBufWithPriorityLimitW(TOrvHandle handle, OrvWChar* buffer, std::uint32_t size, OrvBool plain,
+                                                OrvWord, std::uint32_t, std::uint32_t* required)
 {
-    return StorePrunedWide(ObjectOf(handle), buffer, size, plain, required);
+    return StorePrunedWide(handle, buffer, size, plain, required);
 }
 
-extern "C" OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char* buffer, std::uint32_t size,
-                                                           OrvBool plain, OrvBool utf8, std::uint32_t limit,
-                                                           std::uint32_t* required)
+OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char* buffer, std::uint32_t size, OrvBool plain,
+                                                OrvBool utf8, std::uint32_t limit, std::uint32_t* required)
 {
-    return StorePrunedNarrow(ObjectOf(handle), buffer, size, plain, utf8, true, limit, required);
+    return StorePrunedNarrow(handle, buffer, size, plain, utf8, true, limit, required);
 }

@@ -7,7 +7,7 @@
 #include "OrvActions/OrvCatalogue.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/settings.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "ulmo/string_conversion.h"
 
@@ -55,62 +55,64 @@ try {
 
 }  // namespace
 
-ORV_EXPORT_TWIN(std::uint32_t, GetActionCodeByNameW, (const OrvWChar* name), (name))
+std::uint32_t OrvAct_GetActionCodeByNameW(const OrvWChar* name)
 {
     return Code(ActionCode, name);
 }
+ORV_ALIAS(Talvec_Action_GetActionCodeByNameW, OrvAct_GetActionCodeByNameW);
 
-ORV_EXPORT_TWIN(std::uint32_t, GetActionCodeByNameA, (const char* name), (name))
+std::uint32_t OrvAct_GetActionCodeByNameA(const char* name)
 {
     return Code(ActionCode, name);
 }
+ORV_ALIAS(Talvec_Action_GetActionCodeByNameA, OrvAct_GetActionCodeByNameA);
 
-ORV_EXPORT_TWIN(std::uint32_t, GetActionClassByNameW, (const OrvWChar* name), (name))
+std::uint32_t OrvAct_GetActionClassByNameW(const OrvWChar* name)
 {
     return Code(ClassCode, name);
 }
+ORV_ALIAS(Talvec_Action_GetActionClassByNameW, OrvAct_GetActionClassByNameW);
 
-ORV_EXPORT_TWIN(std::uint32_t, GetActionClassByNameA, (const char* name), (name))
+std::uint32_t OrvAct_GetActionClassByNameA(const char* name)
 {
     return Code(ClassCode, name);
 }
+ORV_ALIAS(Talvec_Action_GetActionClassByNameA, OrvAct_GetActionClassByNameA);
 
-ORV_EXPORT_TWIN(std::uint32_t, GetActionCodeByIndex, (std::uint32_t index), (index))
+std::uint32_t OrvAct_GetActionCodeByIndex(std::uint32_t index)
 {
     const TOrvActionInternalInfo* entry = Catalogue().FindActionByIndex(index);
     return entry ? entry->Code : 0;
 }
+ORV_ALIAS(Talvec_Action_GetActionCodeByIndex, OrvAct_GetActionCodeByIndex);
 
-ORV_EXPORT_TWIN(std::uint32_t, GetInternalIndexByCode, (std::uint32_t code), (code))
+std::uint32_t OrvAct_GetInternalIndexByCode(std::uint32_t code)
 {
     const TOrvActionInternalInfo* entry = Catalogue().FindActionByCode(code);
     return entry ? entry->InternalIndex : 0;
 }
+ORV_ALIAS(Talvec_Action_GetInternalIndexByCode, OrvAct_GetInternalIndexByCode);
 
-ORV_EXPORT_TWIN(OrvBool, SetNativeTranslation, (OrvBool native), (native))
+OrvBool OrvAct_SetNativeTranslation(OrvBool native)
 {
     Settings::NativeTranslation = native != 0;
     return true;
 }
+ORV_ALIAS(Talvec_Action_SetNativeTranslation, OrvAct_SetNativeTranslation);
 
-ORV_EXPORT_TWIN(OrvBool, GetNativeTranslation, (OrvBool * native), (native))
+OrvBool OrvAct_GetNativeTranslation(OrvBool* native)
 {
     *native = Settings::NativeTranslation;
     return true;
 }
+ORV_ALIAS(Talvec_Action_GetNativeTranslation, OrvAct_GetNativeTranslation);
 
 OrvBool Talvec_Action_SetPriorityLevel(std::uint32_t level)
 {
-    return Framed<OrvBool>(0, [&] {
-        Settings::PriorityLevel = level;
-        return OrvBool{1};
-    });
+    return Succeeds([&] { Settings::PriorityLevel = level; });
 }
 
 OrvBool Talvec_Action_GetPriorityLevel(std::uint32_t* level)
 {
-    return Framed<OrvBool>(0, [&] {
-        *level = Settings::PriorityLevel;
-        return OrvBool{1};
-    });
+    return Succeeds([&] { *level = Settings::PriorityLevel; });
 }

@@ -5,43 +5,30 @@
 
 #include "OrvActions/OrvCatalogue.h"
 #include "catalogue/queries.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "objects/message.h"
 
 using namespace OrvPLC;
 
-// Defines a function of both families whose first argument is a record of the own family; the body, a template over the
-// record, follows. The last argument holds the further parameters, if any.
-#define ORV_EXPORT_RECORD_TWIN(Result, Name, Record, Arguments, ...)                           \
-    template <class T>                                                                         \
-    static Result Name(T* record __VA_OPT__(, ) __VA_ARGS__);                                  \
-    extern "C" Result OrvAct_##Name(TOrv##Record* record __VA_OPT__(, ) __VA_ARGS__)           \
-    {                                                                                          \
-        return Name Arguments;                                                                 \
-    }                                                                                          \
-    extern "C" Result Talvec_Action_##Name(TTalvec##Record* record __VA_OPT__(, ) __VA_ARGS__) \
-    {                                                                                          \
-        return Name Arguments;                                                                 \
-    }                                                                                          \
-    template <class T>                                                                         \
-    static Result Name(T* record __VA_OPT__(, ) __VA_ARGS__)
-
 namespace {
 
-using Guard = Ulmo::CriticalSectionGuard;
-
-template <class Record, class Entry>
-OrvBool Get(Record* record, const Entry* entry)
+// Each runs with the catalogue locked. `find` gives the entry, or null.
+template <class Record, class Find>
+OrvBool Get(Record* record, Find&& find)
 {
+    const Ulmo::CriticalSectionGuard guard(Catalogue().Lock());
+    const auto* entry = find();
     if (!entry) return false;
     Queries::Fill(*record, *entry);
     return true;
 }
 
 // A text that there is no memory for stays unwritten.
-template <class Record>
-OrvBool Set(const Record* record, const TOrvBaseNameInfo* entry, const OrvWChar* description) noexcept
+template <class Record, class Find>
+OrvBool SetTexts(const Record* record, const OrvWChar* description, Find&& find) noexcept
 try {
+    const Ulmo::CriticalSectionGuard guard(Catalogue().Lock());
+    const TOrvBaseNameInfo* entry = find();
     if (!entry) return false;
     Queries::WriteTexts(*entry, TerminatedView(record->PlainNameW), TerminatedView(description));
     return true;
@@ -49,10 +36,25 @@ try {
     return false;
 }
 
-template <class Record>
-OrvBool Set(const Record* record, const TOrvBaseNameInfo* entry)
+template <class Record, class Find>
+OrvBool Set(const Record* record, Find&& find) noexcept
 {
-    return Set(record, entry, record->DescriptionW);
+    return SetTexts(record, record->DescriptionW, find);
+}
+
+// `entries` gives a list or a map of them.
+template <class Record, class Entries>
+std::uint32_t Enumerate(Record* records, std::uint32_t capacity, Entries&& entries)
+{
+    const Ulmo::CriticalSectionGuard guard(Catalogue().Lock());
+    return Queries::FillAll(records, capacity, entries());
+}
+
+template <class Entries>
+std::uint32_t Count(Entries&& entries)
+{
+    const Ulmo::CriticalSectionGuard guard(Catalogue().Lock());
+    return entries().size();
 }
 
 // Code 0 means the general parameters in one family and is an unknown action in the other.
@@ -96,180 +98,246 @@ const TOrvEnumInternalInfo* WrittenValue(const TTalvecEnumValuePlainInfo* record
 
 // Classes
 
-ORV_EXPORT_TWIN(std::uint32_t, GetNumberOfActionClasses, (), ())
+std::uint32_t OrvAct_GetNumberOfActionClasses()
 {
     return static_cast<std::uint32_t>(Catalogue().ClassesByName().size());
 }
+ORV_ALIAS(Talvec_Action_GetNumberOfActionClasses, OrvAct_GetNumberOfActionClasses);
 
-ORV_EXPORT_RECORD_TWIN(std::uint32_t, EnumerateActionClasses, ActionClassPlainInfo, (record, capacity),
-                       std::uint32_t capacity)
+std::uint32_t OrvAct_EnumerateActionClasses(TOrvActionClassPlainInfo* record, std::uint32_t capacity)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::FillAll(record, capacity, Catalogue().ClassesByName());
+    return Enumerate(
+        record, capacity, []() -> auto& { return Catalogue().ClassesByName(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, GetActionClassInfo, ActionClassPlainInfo, (record, classCode), std::uint32_t classCode)
+std::uint32_t Talvec_Action_EnumerateActionClasses(TTalvecActionClassPlainInfo* record, std::uint32_t capacity)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Catalogue().FindActionClassByCode(classCode));
+    return Enumerate(
+        record, capacity, []() -> auto& { return Catalogue().ClassesByName(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetActionClassPlainInfo, ActionClassPlainInfo const, (record))
+OrvBool OrvAct_GetActionClassInfo(TOrvActionClassPlainInfo* record, std::uint32_t classCode)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, Catalogue().FindActionClassByCode(record->Code));
+    return Get(record, [=] { return Catalogue().FindActionClassByCode(classCode); });
+}
+
+OrvBool Talvec_Action_GetActionClassInfo(TTalvecActionClassPlainInfo* record, std::uint32_t classCode)
+{
+    return Get(record, [=] { return Catalogue().FindActionClassByCode(classCode); });
+}
+
+OrvBool OrvAct_SetActionClassPlainInfo(const TOrvActionClassPlainInfo* record)
+{
+    return Set(record, [=] { return Catalogue().FindActionClassByCode(record->Code); });
+}
+
+OrvBool Talvec_Action_SetActionClassPlainInfo(const TTalvecActionClassPlainInfo* record)
+{
+    return Set(record, [=] { return Catalogue().FindActionClassByCode(record->Code); });
 }
 
 // Actions
 
-ORV_EXPORT_TWIN(std::uint32_t, GetNumberOfActions, (), ())
+std::uint32_t OrvAct_GetNumberOfActions()
 {
     return static_cast<std::uint32_t>(Catalogue().ActionsByName().size());
 }
+ORV_ALIAS(Talvec_Action_GetNumberOfActions, OrvAct_GetNumberOfActions);
 
-ORV_EXPORT_RECORD_TWIN(std::uint32_t, EnumerateActions, ActionPlainInfo, (record, capacity), std::uint32_t capacity)
+std::uint32_t OrvAct_EnumerateActions(TOrvActionPlainInfo* record, std::uint32_t capacity)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::FillAll(record, capacity, Catalogue().ActionsByName());
+    return Enumerate(
+        record, capacity, []() -> auto& { return Catalogue().ActionsByName(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, GetActionInfo, ActionPlainInfo, (record, code), std::uint32_t code)
+std::uint32_t Talvec_Action_EnumerateActions(TTalvecActionPlainInfo* record, std::uint32_t capacity)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Catalogue().FindActionByCode(code));
+    return Enumerate(
+        record, capacity, []() -> auto& { return Catalogue().ActionsByName(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetActionPlainInfo, ActionPlainInfo const, (record))
+OrvBool OrvAct_GetActionInfo(TOrvActionPlainInfo* record, std::uint32_t code)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, Catalogue().FindActionByCode(record->Code));
+    return Get(record, [=] { return Catalogue().FindActionByCode(code); });
+}
+
+OrvBool Talvec_Action_GetActionInfo(TTalvecActionPlainInfo* record, std::uint32_t code)
+{
+    return Get(record, [=] { return Catalogue().FindActionByCode(code); });
+}
+
+OrvBool OrvAct_SetActionPlainInfo(const TOrvActionPlainInfo* record)
+{
+    return Set(record, [=] { return Catalogue().FindActionByCode(record->Code); });
+}
+
+OrvBool Talvec_Action_SetActionPlainInfo(const TTalvecActionPlainInfo* record)
+{
+    return Set(record, [=] { return Catalogue().FindActionByCode(record->Code); });
 }
 
 // Parameters
 
 std::uint32_t OrvAct_GetNumberOfActionParameters(std::uint32_t code)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::ParametersOfAction(code).size();
+    return Count([=] { return Queries::ParametersOfAction(code); });
 }
 
 std::uint32_t Talvec_Action_GetNumberOfActionParameters(std::uint32_t code)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::ParametersOfActionOrGeneral(code).size();
+    return Count([=] { return Queries::ParametersOfActionOrGeneral(code); });
 }
 
-ORV_EXPORT_RECORD_TWIN(std::uint32_t, EnumerateActionParameters, ParameterPlainInfo, (record, capacity, code),
-                       std::uint32_t capacity, std::uint32_t code)
+std::uint32_t OrvAct_EnumerateActionParameters(TOrvParameterPlainInfo* record, std::uint32_t capacity,
+                                               std::uint32_t code)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::FillAll(record, capacity, ParametersFor(record, code));
+    return Enumerate(record, capacity, [=] { return ParametersFor(record, code); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, GetActionParameterInfo, ParameterPlainInfo, (record, code, index), std::uint32_t code,
-                       std::uint32_t index)
+std::uint32_t Talvec_Action_EnumerateActionParameters(TTalvecParameterPlainInfo* record, std::uint32_t capacity,
+                                                      std::uint32_t code)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, ParametersFor(record, code).Find(index));
+    return Enumerate(record, capacity, [=] { return ParametersFor(record, code); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetActionParameterPlainInfo, ParameterPlainInfo const, (record, code, index),
-                       std::uint32_t code, std::uint32_t index)
+OrvBool OrvAct_GetActionParameterInfo(TOrvParameterPlainInfo* record, std::uint32_t code, std::uint32_t index)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, WrittenParameter(record, code, index));
+    return Get(record, [=] { return ParametersFor(record, code).Find(index); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, GetMatchActionDescriptionInfo, ParameterPlainInfo, (record))
+OrvBool Talvec_Action_GetActionParameterInfo(TTalvecParameterPlainInfo* record, std::uint32_t code, std::uint32_t index)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Queries::MatchActionDescription());
+    return Get(record, [=] { return ParametersFor(record, code).Find(index); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo, ParameterPlainInfo const, (record))
+OrvBool OrvAct_SetActionParameterPlainInfo(const TOrvParameterPlainInfo* record, std::uint32_t code,
+                                           std::uint32_t index)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, Queries::MatchActionDescription());
+    return Set(record, [=] { return WrittenParameter(record, code, index); });
+}
+
+OrvBool Talvec_Action_SetActionParameterPlainInfo(const TTalvecParameterPlainInfo* record, std::uint32_t code,
+                                                  std::uint32_t index)
+{
+    return Set(record, [=] { return WrittenParameter(record, code, index); });
+}
+
+OrvBool OrvAct_GetMatchActionDescriptionInfo(TOrvParameterPlainInfo* record)
+{
+    return Get(record, Queries::MatchActionDescription);
+}
+
+OrvBool Talvec_Action_GetMatchActionDescriptionInfo(TTalvecParameterPlainInfo* record)
+{
+    return Get(record, Queries::MatchActionDescription);
+}
+
+OrvBool OrvAct_SetMatchActionDescriptionPlainInfo(const TOrvParameterPlainInfo* record)
+{
+    return Set(record, Queries::MatchActionDescription);
+}
+
+OrvBool Talvec_Action_SetMatchActionDescriptionPlainInfo(const TTalvecParameterPlainInfo* record)
+{
+    return Set(record, Queries::MatchActionDescription);
 }
 
 // Event records
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, GetEventDescriptionInfo, ActionPlainInfo, (record))
+OrvBool OrvAct_GetEventDescriptionInfo(TOrvActionPlainInfo* record)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Catalogue().EventInfo());
+    return Get(record, [] { return Catalogue().EventInfo(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetEventDescriptionPlainInfo, ActionPlainInfo const, (record))
+OrvBool Talvec_Action_GetEventDescriptionInfo(TTalvecActionPlainInfo* record)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, Catalogue().EventInfo());
+    return Get(record, [] { return Catalogue().EventInfo(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(std::uint32_t, EnumerateEventFields, ParameterPlainInfo, (record, capacity),
-                       std::uint32_t capacity)
+OrvBool OrvAct_SetEventDescriptionPlainInfo(const TOrvActionPlainInfo* record)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::FillAll(record, capacity, Queries::EventFields());
+    return Set(record, [] { return Catalogue().EventInfo(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, GetEventFieldInfo, ParameterPlainInfo, (record, index), std::uint32_t index)
+OrvBool Talvec_Action_SetEventDescriptionPlainInfo(const TTalvecActionPlainInfo* record)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Queries::EventFields().Find(index));
+    return Set(record, [] { return Catalogue().EventInfo(); });
 }
 
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetEventFieldPlainInfo, ParameterPlainInfo const, (record, index), std::uint32_t index)
+std::uint32_t OrvAct_EnumerateEventFields(TOrvParameterPlainInfo* record, std::uint32_t capacity)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, Queries::EventFields().Find(index));
+    return Enumerate(record, capacity, Queries::EventFields);
+}
+
+std::uint32_t Talvec_Action_EnumerateEventFields(TTalvecParameterPlainInfo* record, std::uint32_t capacity)
+{
+    return Enumerate(record, capacity, Queries::EventFields);
+}
+
+OrvBool OrvAct_GetEventFieldInfo(TOrvParameterPlainInfo* record, std::uint32_t index)
+{
+    return Get(record, [=] { return Queries::EventFields().Find(index); });
+}
+
+OrvBool Talvec_Action_GetEventFieldInfo(TTalvecParameterPlainInfo* record, std::uint32_t index)
+{
+    return Get(record, [=] { return Queries::EventFields().Find(index); });
+}
+
+OrvBool OrvAct_SetEventFieldPlainInfo(const TOrvParameterPlainInfo* record, std::uint32_t index)
+{
+    return Set(record, [=] { return Queries::EventFields().Find(index); });
+}
+
+OrvBool Talvec_Action_SetEventFieldPlainInfo(const TTalvecParameterPlainInfo* record, std::uint32_t index)
+{
+    return Set(record, [=] { return Queries::EventFields().Find(index); });
 }
 
 // Enum values
 
 std::uint32_t OrvAct_GetNumberOfEnumValues(std::uint32_t publicType)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::EnumValues(Queries::EnumFilter::FromPublicType(publicType)).size();
+    return Count([=] { return Queries::EnumValues(Queries::EnumFilter::FromPublicType(publicType)); });
 }
 
 std::uint32_t Talvec_Action_GetNumberOfEnumValues(std::uint32_t kind, std::uint32_t id)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::EnumValues(Queries::EnumFilter::FromKind(kind, id)).size();
+    return Count([=] { return Queries::EnumValues(Queries::EnumFilter::FromKind(kind, id)); });
 }
 
-std::uint32_t OrvAct_EnumerateEnumValues(TOrvEnumValuePlainInfo* records, std::uint32_t capacity,
+std::uint32_t OrvAct_EnumerateEnumValues(TOrvEnumValuePlainInfo* record, std::uint32_t capacity,
                                          std::uint32_t publicType)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::FillAll(records, capacity, Queries::EnumValues(Queries::EnumFilter::FromPublicType(publicType)));
+    return Enumerate(record, capacity,
+                     [=] { return Queries::EnumValues(Queries::EnumFilter::FromPublicType(publicType)); });
 }
 
-std::uint32_t Talvec_Action_EnumerateEnumValues(TTalvecEnumValuePlainInfo* records, std::uint32_t capacity,
+std::uint32_t Talvec_Action_EnumerateEnumValues(TTalvecEnumValuePlainInfo* record, std::uint32_t capacity,
                                                 std::uint32_t kind, std::uint32_t id)
 {
-    const Guard guard(Catalogue().Lock());
-    return Queries::FillAll(records, capacity, Queries::EnumValues(Queries::EnumFilter::FromKind(kind, id)));
+    return Enumerate(record, capacity, [=] { return Queries::EnumValues(Queries::EnumFilter::FromKind(kind, id)); });
 }
 
 OrvBool OrvAct_GetEnumValueInfo(TOrvEnumValuePlainInfo* record, std::uint32_t publicType, std::uint32_t value)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Catalogue().FindEnumValue(EnumIdFromPublicType(publicType), value));
+    return Get(record, [=] { return Catalogue().FindEnumValue(EnumIdFromPublicType(publicType), value); });
 }
 
 OrvBool Talvec_Action_GetEnumValueInfo(TTalvecEnumValuePlainInfo* record, std::uint32_t kind, std::uint32_t id,
                                        std::uint32_t value)
 {
-    const Guard guard(Catalogue().Lock());
-    return Get(record, Catalogue().FindEnumValue(Queries::EnumIdFromKind(kind, id), value));
+    return Get(record, [=] { return Catalogue().FindEnumValue(Queries::EnumIdFromKind(kind, id), value); });
 }
 
 // The description comes from the pointer that holds the value's name in a record that was read. Deliberate: it is where
 // callers put it, and it stays so.
-ORV_EXPORT_RECORD_TWIN(OrvBool, SetEnumValuePlainInfo, EnumValuePlainInfo const, (record))
+OrvBool OrvAct_SetEnumValuePlainInfo(const TOrvEnumValuePlainInfo* record)
 {
-    const Guard guard(Catalogue().Lock());
-    return Set(record, WrittenValue(record), record->NameW);
+    return SetTexts(record, record->NameW, [=] { return WrittenValue(record); });
+}
+
+OrvBool Talvec_Action_SetEnumValuePlainInfo(const TTalvecEnumValuePlainInfo* record)
+{
+    return SetTexts(record, record->NameW, [=] { return WrittenValue(record); });
 }

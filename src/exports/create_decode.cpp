@@ -32,8 +32,8 @@ const T& ValueOf(const CreateArgument& argument)
 const OrvWChar* TextOf(const CreateArgument& argument, std::uint32_t kind)
 {
     // Most kinds have none, which takes no jump.
-    constexpr std::uint32_t kWithText = 1U << ORV_KIND_String | 1U << ORV_KIND_EventType | 1U << ORV_KIND_MediaChannel |
-                                        1U << ORV_KIND_Resource;
+    constexpr std::uint32_t kWithText =
+        1U << ORV_KIND_String | 1U << ORV_KIND_EventType | 1U << ORV_KIND_MediaChannel | 1U << ORV_KIND_Resource;
     if (!(kWithText >> kind & 1) || argument.IsUnset() || argument.IsNarrow()) return nullptr;
     switch (kind) {
     case ORV_KIND_String: return &ValueOf<OrvWChar>(argument);
@@ -208,7 +208,7 @@ void Decode(TOrvParameter* value, const DecodeOutput& output, const TOrvParamete
 
 TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgument> arguments) noexcept
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
+    return NewHandle([&] {
         const TOrvActionInternalInfo& entry = EntryOf(action);
         std::array<std::size_t, kMostArguments> lengths;  // the end of a text is looked for once
         std::size_t textBytes = 0;
@@ -228,15 +228,14 @@ TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgume
             }
             ++position;
         }
-        return HandleOf(object.release());
+        return object.release();
     });
 }
 
 OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_list<DecodeOutput> outputs,
                      const char* function) noexcept
 {
-    const auto decode = [&](TOrvMessage&) {
-        TOrvAction& object = ActionOf(handle);
+    const auto decode = [&](TOrvAction& object) {
         const TOrvActionInternalInfo& entry = EntryOf(action);
         // The code of a built-in action has one entry: codes of extensions begin above all of them.
         if (object.Entry() != &entry) throw OrvPLCException(u"Wrong decode method", kWrongDecodeMethod);
@@ -247,7 +246,7 @@ OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_l
             ++position;
         }
     };
-    return OnObject(handle, decode, function);
+    return OnAction(handle, decode, function);
 }
 
 }  // namespace OrvPLC

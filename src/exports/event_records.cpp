@@ -7,7 +7,7 @@
 #include "events/event_description.h"
 #include "events/event_fill.h"
 #include "events/event_restore.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "objects/orv_plc_exception.h"
 
@@ -32,51 +32,46 @@ namespace {
 
 OrvBool Describe(const TOrvEventData* record, const TOrvEventDescriptionCallbacks& callbacks, std::uint32_t level)
 {
-    return Framed<OrvBool>(0, [&] {
-        DescribeEvent(*record, callbacks, level);
-        return OrvBool{1};
-    });
+    return Succeeds([&] { DescribeEvent(*record, callbacks, level); });
 }
 
 }  // namespace
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionEventData, (TOrvHandle handle, TOrvEventData* record, std::uint8_t* field),
-                      (handle, record, field))
+OrvBool OrvAct_GetActionEventData(TOrvHandle handle, TOrvEventData* record, std::uint8_t* field)
 {
-    return OnObject(handle, [&](TOrvMessage&) {
+    return OnAction(handle, [&](TOrvAction& action) {
         if (record->size != sizeof *record) throw OrvPLCException(u"Wrong structure size", ORV_SUBERROR_WRONG_SIZE);
         if (field) *field = 0;
-        FillEventRecord(*record, ActionOf(handle));
+        FillEventRecord(*record, action);
     });
 }
+ORV_ALIAS(Talvec_Action_GetActionEventData, OrvAct_GetActionEventData);
+ORV_ALIAS(OrvMatchAct_GetActionEventData, OrvAct_GetActionEventData);
+ORV_ALIAS(TalvecMatchAct_GetActionEventData, OrvAct_GetActionEventData);
 
-ORV_EXPORT_TWIN(TOrvHandle, RestoreActionFromEventData, (const TOrvEventData* record), (record))
+TOrvHandle OrvAct_RestoreActionFromEventData(const TOrvEventData* record)
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
-        TOrvAction* restored = RestoreAction(*record);
-        return restored ? HandleOf(restored) : nullptr;
-    });
+    return NewHandle([&] { return RestoreAction(*record); });
 }
+ORV_ALIAS(Talvec_Action_RestoreActionFromEventData, OrvAct_RestoreActionFromEventData);
 
-ORV_EXPORT_TWIN(OrvBool, GetActionEventDescription,
-                (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback callback),
-                (record, context, callback))
+OrvBool OrvAct_GetActionEventDescription(const TOrvEventData* record, OrvWord context,
+                                         TOrvEventDescriptionCallback callback)
 {
     return Describe(record, {context, callback, nullptr}, Settings::PriorityLevel);
 }
+ORV_ALIAS(Talvec_Action_GetActionEventDescription, OrvAct_GetActionEventDescription);
 
-ORV_EXPORT_TWIN(OrvBool, GetActionEventDescriptionEx,
-                (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback callback,
-                 std::uint32_t level),
-                (record, context, callback, level))
+OrvBool OrvAct_GetActionEventDescriptionEx(const TOrvEventData* record, OrvWord context,
+                                           TOrvEventDescriptionCallback callback, std::uint32_t level)
 {
     return Describe(record, {context, callback, nullptr}, level);
 }
+ORV_ALIAS(Talvec_Action_GetActionEventDescriptionEx, OrvAct_GetActionEventDescriptionEx);
 
-ORV_EXPORT_TWIN(OrvBool, GetActionEventDescription2,
-                (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback2 callback,
-                 std::uint32_t level),
-                (record, context, callback, level))
+OrvBool OrvAct_GetActionEventDescription2(const TOrvEventData* record, OrvWord context,
+                                          TOrvEventDescriptionCallback2 callback, std::uint32_t level)
 {
     return Describe(record, {context, nullptr, callback}, level);
 }
+ORV_ALIAS(Talvec_Action_GetActionEventDescription2, OrvAct_GetActionEventDescription2);

@@ -1,15 +1,15 @@
 // The frame around every exported call: no exception leaves it, and what went wrong is kept for the caller.
 //
-// An export is its arguments, one call into the floors below and this frame. Checks of arguments belong inside.
+// An export is its arguments, one call into the floors below and one of these frames. Checks of arguments belong
+// inside.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
-#include <string_view>
-#include <utility>
+#include <type_traits>
 
 #include "exports/last_error.h"
-#include "objects/message.h"
+#include "objects/action.h"
 #include "platform/calling_function.h"
 
 namespace OrvPLC {
@@ -17,23 +17,50 @@ namespace OrvPLC {
 // Stores the exception that is being handled. To be called from a catch clause only.
 void StoreCurrentException() noexcept;
 
-// Runs the work; its result, with the last error cleared, or `failure` with the exception stored.
+// Runs the work. Its answer is the answer of the call; what it throws is stored, and the answer is `failure`. All
+// frames below are this one.
 template <class Result, class Work>
-Result Framed(Result failure, Work&& work) noexcept
+Result Guarded(Result failure, Work&& work) noexcept
 {
     try {
-        Result result = work();
-        LastError::Clear();
-        return result;
+        return work();
     } catch (...) {
         StoreCurrentException();
         return failure;
     }
 }
 
+// The result of the work, with the last error cleared, or `failure` with the exception stored.
+template <class Result, class Work>
+Result Framed(Result failure, Work&& work) noexcept
+{
+    return Guarded<Result>(failure, [&] {
+        Result result = work();
+        LastError::Clear();
+        return result;
+    });
+}
+
+// True unless the work throws.
+template <class Work>
+OrvBool Succeeds(Work&& work) noexcept
+{
+    return Framed<OrvBool>(0, [&] {
+        work();
+        return OrvBool{1};
+    });
+}
+
+// The handle of the object that `make` gives; null when it gives none.
+template <class Make>
+TOrvHandle NewHandle(Make&& make) noexcept
+{
+    return Framed<TOrvHandle>(nullptr, [&] { return HandleOf(make()); });
+}
+
 // The object of a handle. A null handle is the caller's fault; builds with assertions say in which function.
 [[noreturn]] void NullHandle(const char* function);
-inline TOrvMessage& ObjectOf(TOrvHandle handle, const char* function = ORV_CALLING_FUNCTION)
+inline TOrvMessage& ObjectOf(TOrvHandle handle, const char* function)
 {
 #if !defined(NDEBUG)
     if (!handle) NullHandle(function);
@@ -43,37 +70,66 @@ inline TOrvMessage& ObjectOf(TOrvHandle handle, const char* function = ORV_CALLI
     return *MessageOf(handle);
 }
 
-// For operations on a handle: the work gets the object, and success is true.
+// The work gets the object of the handle. It answers with a truth value, or with nothing, which is success.
 template <class Work>
 OrvBool OnObject(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION) noexcept
 {
-    return Framed<OrvBool>(0, [&] {
-        work(ObjectOf(handle, function));
-        return OrvBool{1};
+    return Framed<OrvBool>(0, [&]() -> OrvBool {
+        TOrvMessage& object = ObjectOf(handle, function);
+        if constexpr (std::is_void_v<std::invoke_result_t<Work&, TOrvMessage&>>) {
+            work(object);
+            return 1;
+        } else {
+            return work(object);
+        }
     });
 }
 
-// The buffer protocol of all text stores. `make` returns the text as a string or a view of Char.
+// The same for the action that every object is.
+template <class Work>
+OrvBool OnAction(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION) noexcept
+{
+    return OnObject(
+        handle, [&](TOrvMessage& object) { return work(static_cast<TOrvAction&>(object)); }, function);
+}
+
+// The buffer protocol. `write` tells whether the buffer held everything; when it did not, that is the stored failure.
+template <class Write>
+OrvBool IntoBuffer(Write&& write) noexcept
+{
+    return Guarded<OrvBool>(0, [&] {
+        const bool held = write();
+        if (held) {
+            LastError::Clear();
+        } else {
+            LastError::StoreBufferTooSmall();
+        }
+        return OrvBool{held};
+    });
+}
+
+// For texts, of which none or all is written. `make` returns the text as a string or a view of Char.
 template <class Char, class Make>
 OrvBool StoreText(Char* buffer, std::uint32_t size, std::uint32_t* required, Make&& make) noexcept
 {
-    try {
+    return IntoBuffer([&] {
         const auto text = make();
         static_assert(sizeof(text[0]) == sizeof(Char));
         const auto needed = static_cast<std::uint32_t>(text.size() + 1);
         if (required) *required = needed;
-        if (!buffer || size < needed) {
-            LastError::StoreBufferTooSmall();
-            return 0;
-        }
+        if (!buffer || size < needed) return false;
         std::memcpy(static_cast<void*>(buffer), text.data(), text.size() * sizeof(Char));
         buffer[text.size()] = Char{};
-        LastError::Clear();
-        return 1;
-    } catch (...) {
-        StoreCurrentException();
-        return 0;
-    }
+        return true;
+    });
+}
+
+// The text that `make` gives of the object.
+template <class Char, class Make>
+OrvBool StoreTextOf(TOrvHandle handle, Char* buffer, std::uint32_t size, std::uint32_t* required, Make&& make,
+                    const char* function = ORV_CALLING_FUNCTION) noexcept
+{
+    return StoreText(buffer, size, required, [&] { return make(ObjectOf(handle, function)); });
 }
 
 }  // namespace OrvPLC

@@ -14,7 +14,6 @@ namespace {
 
 // What is built.
 struct Action {
-    using Interface = ITalvecAction;
     static constexpr std::uint32_t kTextKind = ORV_MESSAGE_ACTION;
     static constexpr std::uint32_t kBinaryKind = ORV_MESSAGE_ACTION;
     static TOrvMessage* Make(std::u16string_view name) { return TOrvAction::Create(name); }
@@ -22,7 +21,6 @@ struct Action {
 };
 
 struct MatchAction {
-    using Interface = ITalvecMatchAction;
     static constexpr std::uint32_t kTextKind = ORV_MESSAGE_MATCH_ACTION;
     // Unlike a text, a buffer may hold either. Deliberate: a buffer with an action gives the action.
     static constexpr std::uint32_t kBinaryKind = ORV_EXPECT_ANY;
@@ -31,7 +29,6 @@ struct MatchAction {
 };
 
 struct Message {
-    using Interface = ITalvecMessage;
     static constexpr std::uint32_t kTextKind = ORV_EXPECT_ANY;
     static constexpr std::uint32_t kBinaryKind = ORV_EXPECT_ANY;
 };
@@ -71,16 +68,7 @@ TOrvMessage* FromEventData(const TOrvEventData* record)
     return Object::Restore(*record);
 }
 
-// How it is handed out.
-template <class Source>
-TOrvHandle AsHandle(Source&& source)
-{
-    return Framed<TOrvHandle>(nullptr, [&] {
-        TOrvMessage* object = source();
-        return object ? HandleOf(object) : nullptr;
-    });
-}
-
+// How it is handed out, beside NewHandle.
 template <class Interface, class Source>
 Interface* AsBare(Source&& source)
 {
@@ -115,38 +103,149 @@ TOrvHandle TakeReference(ITalvecMessage* object)
 
 }  // namespace
 
-// The bare and the counted form of one object from one source; the last argument holds the source's parameters.
-#define ORV_EXPORT_CREATION(Object, Source, Arguments, ...)                                                  \
-    Object::Interface* Talvec_Action_CreateIOrv##Object##Source(__VA_ARGS__)                                 \
-    {                                                                                                        \
-        return AsBare<Object::Interface>([&] { return Source<Object> Arguments; });                          \
-    }                                                                                                        \
-    std::uint32_t Talvec_Action_CreateIOrv##Object##Pointer##Source(Object::Interface** object, __VA_ARGS__) \
-    {                                                                                                        \
-        return AsPointer(object, [&] { return Source<Object> Arguments; });                                  \
-    }
+// Actions
 
-ORV_EXPORT_CREATION(Action, ByCode, (code), std::uint32_t code)
-ORV_EXPORT_CREATION(Action, ByName, (name), const OrvWChar* name)
-ORV_EXPORT_CREATION(Action, FromTextBuffer, (text, length), const OrvWChar* text, std::uint32_t length)
-ORV_EXPORT_CREATION(Action, FromBinBuffer, (data, size), const void* data, std::uint32_t size)
-ORV_EXPORT_CREATION(Action, FromEventData, (record), const TOrvEventData* record)
-ORV_EXPORT_CREATION(MatchAction, ByCode, (code), std::uint32_t code)
-ORV_EXPORT_CREATION(MatchAction, ByName, (name), const OrvWChar* name)
-ORV_EXPORT_CREATION(MatchAction, FromTextBuffer, (text, length), const OrvWChar* text, std::uint32_t length)
-ORV_EXPORT_CREATION(MatchAction, FromBinBuffer, (data, size), const void* data, std::uint32_t size)
-ORV_EXPORT_CREATION(MatchAction, FromEventData, (record), const TOrvEventData* record)
-ORV_EXPORT_CREATION(Message, FromTextBuffer, (text, length), const OrvWChar* text, std::uint32_t length)
-ORV_EXPORT_CREATION(Message, FromBinBuffer, (data, size), const void* data, std::uint32_t size)
+ITalvecAction* Talvec_Action_CreateIOrvActionByCode(std::uint32_t code)
+{
+    return AsBare<ITalvecAction>([&] { return ByCode<Action>(code); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvActionPointerByCode(ITalvecAction** object, std::uint32_t code)
+{
+    return AsPointer(object, [&] { return ByCode<Action>(code); });
+}
+
+ITalvecAction* Talvec_Action_CreateIOrvActionByName(const OrvWChar* name)
+{
+    return AsBare<ITalvecAction>([&] { return ByName<Action>(name); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvActionPointerByName(ITalvecAction** object, const OrvWChar* name)
+{
+    return AsPointer(object, [&] { return ByName<Action>(name); });
+}
+
+ITalvecAction* Talvec_Action_CreateIOrvActionFromTextBuffer(const OrvWChar* text, std::uint32_t length)
+{
+    return AsBare<ITalvecAction>([&] { return FromTextBuffer<Action>(text, length); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvActionPointerFromTextBuffer(ITalvecAction** object, const OrvWChar* text,
+                                                                  std::uint32_t length)
+{
+    return AsPointer(object, [&] { return FromTextBuffer<Action>(text, length); });
+}
+
+ITalvecAction* Talvec_Action_CreateIOrvActionFromBinBuffer(const void* data, std::uint32_t size)
+{
+    return AsBare<ITalvecAction>([&] { return FromBinBuffer<Action>(data, size); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvActionPointerFromBinBuffer(ITalvecAction** object, const void* data,
+                                                                 std::uint32_t size)
+{
+    return AsPointer(object, [&] { return FromBinBuffer<Action>(data, size); });
+}
+
+ITalvecAction* Talvec_Action_CreateIOrvActionFromEventData(const TOrvEventData* record)
+{
+    return AsBare<ITalvecAction>([&] { return FromEventData<Action>(record); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvActionPointerFromEventData(ITalvecAction** object, const TOrvEventData* record)
+{
+    return AsPointer(object, [&] { return FromEventData<Action>(record); });
+}
+
+// Match actions
+
+ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionByCode(std::uint32_t code)
+{
+    return AsBare<ITalvecMatchAction>([&] { return ByCode<MatchAction>(code); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMatchActionPointerByCode(ITalvecMatchAction** object, std::uint32_t code)
+{
+    return AsPointer(object, [&] { return ByCode<MatchAction>(code); });
+}
+
+ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionByName(const OrvWChar* name)
+{
+    return AsBare<ITalvecMatchAction>([&] { return ByName<MatchAction>(name); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMatchActionPointerByName(ITalvecMatchAction** object, const OrvWChar* name)
+{
+    return AsPointer(object, [&] { return ByName<MatchAction>(name); });
+}
+
+ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionFromTextBuffer(const OrvWChar* text, std::uint32_t length)
+{
+    return AsBare<ITalvecMatchAction>([&] { return FromTextBuffer<MatchAction>(text, length); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMatchActionPointerFromTextBuffer(ITalvecMatchAction** object,
+                                                                       const OrvWChar* text, std::uint32_t length)
+{
+    return AsPointer(object, [&] { return FromTextBuffer<MatchAction>(text, length); });
+}
+
+ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionFromBinBuffer(const void* data, std::uint32_t size)
+{
+    return AsBare<ITalvecMatchAction>([&] { return FromBinBuffer<MatchAction>(data, size); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMatchActionPointerFromBinBuffer(ITalvecMatchAction** object, const void* data,
+                                                                      std::uint32_t size)
+{
+    return AsPointer(object, [&] { return FromBinBuffer<MatchAction>(data, size); });
+}
+
+ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionFromEventData(const TOrvEventData* record)
+{
+    return AsBare<ITalvecMatchAction>([&] { return FromEventData<MatchAction>(record); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMatchActionPointerFromEventData(ITalvecMatchAction** object,
+                                                                      const TOrvEventData* record)
+{
+    return AsPointer(object, [&] { return FromEventData<MatchAction>(record); });
+}
+
+// Whatever the source holds
+
+ITalvecMessage* Talvec_Action_CreateIOrvMessageFromTextBuffer(const OrvWChar* text, std::uint32_t length)
+{
+    return AsBare<ITalvecMessage>([&] { return FromTextBuffer<Message>(text, length); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMessagePointerFromTextBuffer(ITalvecMessage** object, const OrvWChar* text,
+                                                                   std::uint32_t length)
+{
+    return AsPointer(object, [&] { return FromTextBuffer<Message>(text, length); });
+}
+
+ITalvecMessage* Talvec_Action_CreateIOrvMessageFromBinBuffer(const void* data, std::uint32_t size)
+{
+    return AsBare<ITalvecMessage>([&] { return FromBinBuffer<Message>(data, size); });
+}
+
+std::uint32_t Talvec_Action_CreateIOrvMessagePointerFromBinBuffer(ITalvecMessage** object, const void* data,
+                                                                  std::uint32_t size)
+{
+    return AsPointer(object, [&] { return FromBinBuffer<Message>(data, size); });
+}
+
+// Handles and pointers
 
 TOrvHandle TalvecMatchAct_CreateActionByCode(std::uint32_t code)
 {
-    return AsHandle([&] { return ByCode<MatchAction>(code); });
+    return NewHandle([&] { return ByCode<MatchAction>(code); });
 }
 
 TOrvHandle TalvecMatchAct_CreateActionByName(const OrvWChar* name)
 {
-    return AsHandle([&] { return ByName<MatchAction>(name); });
+    return NewHandle([&] { return ByName<MatchAction>(name); });
 }
 
 // No frame around the conversions: they cannot fail, and the last error stays as it is.

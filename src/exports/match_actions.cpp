@@ -2,7 +2,7 @@
 
 #include "OrvActions/OrvEvents.h"
 #include "events/event_restore.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "objects/match_action.h"
 #include "ulmo/string_conversion.h"
@@ -23,62 +23,64 @@ OrvBool OnMatchAction(TOrvHandle handle, Work&& work, const char* function = ORV
 
 }  // namespace
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, Matches, (TOrvHandle matchAction, TOrvHandle action, OrvBool* matches),
-                      (matchAction, action, matches))
+OrvBool OrvMatchAct_Matches(TOrvHandle matchAction, TOrvHandle action, OrvBool* matches)
 {
     return OnObject(matchAction, [&](TOrvMessage& object) { *matches = object.Matches(OrvInterfaceOf(action)); });
 }
+ORV_ALIAS(TalvecMatchAct_Matches, OrvMatchAct_Matches);
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, CreateActionFromTemplate,
-                      (TOrvHandle matchAction, TOrvHandle templateAction, TOrvHandle* action),
-                      (matchAction, templateAction, action))
+OrvBool OrvMatchAct_CreateActionFromTemplate(TOrvHandle matchAction, TOrvHandle templateAction, TOrvHandle* action)
 {
     return OnObject(matchAction, [&](TOrvMessage& object) {
         *action = reinterpret_cast<TOrvHandle>(object.CreateActionFromTemplate(OrvInterfaceOf(templateAction)));
     });
 }
+ORV_ALIAS(TalvecMatchAct_CreateActionFromTemplate, OrvMatchAct_CreateActionFromTemplate);
 
-ORV_EXPORT_MATCH_TWIN(TOrvHandle, RestoreActionFromEventData, (const TOrvEventData* record), (record))
+TOrvHandle OrvMatchAct_RestoreActionFromEventData(const TOrvEventData* record)
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
-        TOrvMatchAction* restored = RestoreMatchAction(*record);
-        return restored ? HandleOf(restored) : nullptr;
-    });
+    return NewHandle([&] { return RestoreMatchAction(*record); });
 }
+ORV_ALIAS(TalvecMatchAct_RestoreActionFromEventData, OrvMatchAct_RestoreActionFromEventData);
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, SetDescriptionW, (TOrvHandle matchAction, const OrvWChar* text), (matchAction, text))
+OrvBool OrvMatchAct_SetDescriptionW(TOrvHandle matchAction, const OrvWChar* text)
 {
     return OnMatchAction(matchAction,
                          [&](TOrvMatchAction& match) { match.Description().SetString(TerminatedView(text)); });
 }
+ORV_ALIAS(TalvecMatchAct_SetDescriptionW, OrvMatchAct_SetDescriptionW);
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, SetDescriptionA, (TOrvHandle matchAction, const char* text), (matchAction, text))
+OrvBool OrvMatchAct_SetDescriptionA(TOrvHandle matchAction, const char* text)
 {
     return OnMatchAction(matchAction, [&](TOrvMatchAction& match) {
         match.Description().SetString(text ? Ulmo::WideFromAnsi(text) : std::u16string());
     });
 }
+ORV_ALIAS(TalvecMatchAct_SetDescriptionA, OrvMatchAct_SetDescriptionA);
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, GetDescriptionW, (TOrvHandle matchAction, const OrvWChar** text), (matchAction, text))
+OrvBool OrvMatchAct_GetDescriptionW(TOrvHandle matchAction, const OrvWChar** text)
 {
-    return OnObject(matchAction, [&](TOrvMessage& object) {
-        const TOrvParameter* description = static_cast<TOrvAction&>(object).DescriptionParameter();
+    return OnAction(matchAction, [&](const TOrvAction& action) {
+        const TOrvParameter* description = action.DescriptionParameter();
         *text = Boundary(description ? description->Wide().data() : u"");
     });
 }
+ORV_ALIAS(TalvecMatchAct_GetDescriptionW, OrvMatchAct_GetDescriptionW);
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, GetDescriptionA, (TOrvHandle matchAction, const char** text), (matchAction, text))
+OrvBool OrvMatchAct_GetDescriptionA(TOrvHandle matchAction, const char** text)
 {
     return OnObject(matchAction, [&](TOrvMessage& object) {
         const bool match = object.Kind() == ORV_MESSAGE_MATCH_ACTION;
         *text = match ? static_cast<TOrvMatchAction&>(object).NarrowDescription() : "";
     });
 }
+ORV_ALIAS(TalvecMatchAct_GetDescriptionA, OrvMatchAct_GetDescriptionA);
 
-ORV_EXPORT_MATCH_TWIN(OrvBool, HasDescription, (TOrvHandle matchAction, OrvBool* has), (matchAction, has))
+OrvBool OrvMatchAct_HasDescription(TOrvHandle matchAction, OrvBool* has)
 {
-    return OnObject(matchAction, [&](TOrvMessage& object) {
-        const TOrvParameter* description = static_cast<TOrvAction&>(object).DescriptionParameter();
+    return OnAction(matchAction, [&](const TOrvAction& action) {
+        const TOrvParameter* description = action.DescriptionParameter();
         *has = description && !description->Wide().empty();
     });
 }
+ORV_ALIAS(TalvecMatchAct_HasDescription, OrvMatchAct_HasDescription);

@@ -1,78 +1,90 @@
 #include "OrvActions/OrvObjects.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "objects/generic_action.h"
 #include "objects/match_action.h"
 
 using namespace OrvPLC;
 
-extern "C" TOrvHandle Talvec_Action_CreateActionByName(const OrvWChar* name)
+namespace {
+
+template <class Work>
+OrvBool OnBoth(TOrvHandle first, TOrvHandle second, Work&& work, const char* function = ORV_CALLING_FUNCTION)
 {
-    return Framed<TOrvHandle>(nullptr,
-                              [&] { return name ? HandleOf(TOrvAction::Create(TerminatedView(name))) : nullptr; });
+    return OnObject(
+        first, [&](TOrvMessage& object) { work(object, ObjectOf(second, function)); }, function);
 }
 
-extern "C" TOrvHandle Talvec_Action_CreateActionByCode(std::uint32_t code)
+}  // namespace
+
+TOrvHandle Talvec_Action_CreateActionByName(const OrvWChar* name)
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
+    return NewHandle([&] { return name ? TOrvAction::Create(TerminatedView(name)) : nullptr; });
+}
+
+TOrvHandle Talvec_Action_CreateActionByCode(std::uint32_t code)
+{
+    return NewHandle([&] {
         const TOrvActionInternalInfo* entry = Catalogue().FindActionByCode(code);
-        return entry ? HandleOf(TOrvAction::Create(*entry)) : nullptr;
+        return entry ? TOrvAction::Create(*entry) : nullptr;
     });
 }
 
-extern "C" TOrvHandle OrvAct_CreateGenericAction(const TOrvChannelValue* videoInput,
-                                                 const TOrvChannelValue* videoOutput,
-                                                 const TOrvChannelValue* inputContact,
-                                                 const TOrvChannelValue* outputContact, std::uint32_t genericValue)
+TOrvHandle OrvAct_CreateGenericAction(const TOrvChannelValue* videoInput, const TOrvChannelValue* videoOutput,
+                                      const TOrvChannelValue* inputContact, const TOrvChannelValue* outputContact,
+                                      std::uint32_t genericValue)
 {
-    return Framed<TOrvHandle>(nullptr, [&] {
-        return HandleOf(
-            TOrvGenericAction::Create({GenericChannel(videoInput), GenericChannel(videoOutput),
-                                       GenericChannel(inputContact), GenericChannel(outputContact), genericValue}));
+    return NewHandle([&] {
+        return TOrvGenericAction::Create({GenericChannel(videoInput), GenericChannel(videoOutput),
+                                          GenericChannel(inputContact), GenericChannel(outputContact), genericValue});
     });
 }
 
-ORV_EXPORT_TWIN(OrvBool, CreateMatchActionFromTemplate, (TOrvHandle action, TOrvHandle* matchAction),
-                (action, matchAction))
+OrvBool OrvAct_CreateMatchActionFromTemplate(TOrvHandle action, TOrvHandle* matchAction)
 {
-    return OnObject(action, [&](TOrvMessage& object) {
-        *matchAction = HandleOf(TOrvMatchAction::CreateFrom(static_cast<TOrvAction&>(object), 1));
-    });
+    return OnAction(action,
+                    [&](TOrvAction& original) { *matchAction = HandleOf(TOrvMatchAction::CreateFrom(original, 1)); });
 }
+ORV_ALIAS(Talvec_Action_CreateMatchActionFromTemplate, OrvAct_CreateMatchActionFromTemplate);
 
 // A null handle leaves the last error as it was.
-ORV_EXPORT_TWIN(OrvBool, DuplicateHandle, (TOrvHandle handle), (handle))
+OrvBool OrvAct_DuplicateHandle(TOrvHandle handle)
 {
     if (!handle) return 0;
     return OnObject(handle, [](TOrvMessage& object) { object.AddRef(); });
 }
+ORV_ALIAS(Talvec_Action_DuplicateHandle, OrvAct_DuplicateHandle);
 
-ORV_EXPORT_TWIN(OrvBool, CloseHandle, (TOrvHandle handle), (handle))
+OrvBool OrvAct_CloseHandle(TOrvHandle handle)
 {
-    return Framed<OrvBool>(0, [&] {
+    return Succeeds([&] {
         if (handle) MessageOf(handle)->Release();
-        return OrvBool{1};
     });
 }
+ORV_ALIAS(Talvec_Action_CloseHandle, OrvAct_CloseHandle);
 
-ORV_EXPORT_TWIN(OrvBool, CloneHandle, (TOrvHandle handle, TOrvHandle* clone), (handle, clone))
+OrvBool OrvAct_CloneHandle(TOrvHandle handle, TOrvHandle* clone)
 {
     return OnObject(handle, [&](TOrvMessage& object) { *clone = HandleOf(object.Clone()); });
 }
+ORV_ALIAS(Talvec_Action_CloneHandle, OrvAct_CloneHandle);
 
-ORV_EXPORT_TWIN(OrvBool, GetReferenceCounter, (TOrvHandle handle, std::uint32_t* count), (handle, count))
+OrvBool OrvAct_GetReferenceCounter(TOrvHandle handle, std::uint32_t* count)
 {
     return OnObject(handle, [&](TOrvMessage& object) { *count = object.ReferenceCount(); });
 }
+ORV_ALIAS(Talvec_Action_GetReferenceCounter, OrvAct_GetReferenceCounter);
 
-ORV_EXPORT_TWIN(OrvBool, Equal, (TOrvHandle first, TOrvHandle second, OrvBool* equal), (first, second, equal))
+OrvBool OrvAct_Equal(TOrvHandle first, TOrvHandle second, OrvBool* equal)
 {
-    return OnObject(first, [&, &other = ObjectOf(second)](TOrvMessage& object) {
-        *equal = object.GetMessageKind() == other.GetMessageKind() && object.Equals(other);
+    return OnBoth(first, second, [&](TOrvMessage& one, TOrvMessage& other) {
+        *equal = one.GetMessageKind() == other.GetMessageKind() && one.Equals(other);
     });
 }
+ORV_ALIAS(Talvec_Action_Equal, OrvAct_Equal);
 
-ORV_EXPORT_TWIN(OrvBool, GetInternalIndex, (TOrvHandle handle, std::uint32_t* index), (handle, index))
+OrvBool OrvAct_GetInternalIndex(TOrvHandle handle, std::uint32_t* index)
 {
     return OnObject(handle, [&](TOrvMessage& object) { *index = object.GetInternalIndex(); });
 }
+ORV_ALIAS(Talvec_Action_GetInternalIndex, OrvAct_GetInternalIndex);

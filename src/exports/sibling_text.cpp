@@ -50,18 +50,12 @@ std::u16string HeskText(std::u16string_view orvText)
 
 }  // namespace
 
-extern "C" OrvBool Talvec_Action_ConvertHeskActionTextToOrvActionText(const OrvWChar* text, OrvBStr* converted)
+OrvBool Talvec_Action_ConvertHeskActionTextToOrvActionText(const OrvWChar* text, OrvBStr* converted)
 {
-    return Framed<OrvBool>(0, [&] {
-        HandOut(OrvText(TerminatedView(text)), converted);
-        return OrvBool{1};
-    });
+    return Succeeds([&] { HandOut(OrvText(TerminatedView(text)), converted); });
 }
 
-extern "C" OrvBool Talvec_Action_ConvertOrvActionTextToHeskActionText(const OrvWChar* text, OrvBStr* converted)
+OrvBool Talvec_Action_ConvertOrvActionTextToHeskActionText(const OrvWChar* text, OrvBStr* converted)
 {
-    return Framed<OrvBool>(0, [&] {
-        HandOut(HeskText(TerminatedView(text)), converted);
-        return OrvBool{1};
-    });
+    return Succeeds([&] { HandOut(HeskText(TerminatedView(text)), converted); });
 }

@@ -1,7 +1,7 @@
 #include "OrvActions/OrvAccess.h"
 
 #include "OrvActions/OrvErrors.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/frame.h"
 #include "objects/action.h"
 #include "objects/info_update.h"
@@ -12,13 +12,6 @@
 using namespace OrvPLC;
 
 namespace {
-
-template <class Work>
-OrvBool OnAction(TOrvHandle handle, Work&& work, const char* function = ORV_CALLING_FUNCTION)
-{
-    return OnObject(
-        handle, [&](TOrvMessage&) { work(ActionOf(handle)); }, function);
-}
 
 OrvBool ReadRole(TOrvHandle handle, Roles::Views views, const TOrvChannelValue** channel,
                  const char* function = ORV_CALLING_FUNCTION)
@@ -40,48 +33,68 @@ OrvBool WriteRole(TOrvHandle handle, Roles::Views views, const TOrvChannelValue*
 
 }  // namespace
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionCode, (TOrvHandle handle, std::uint32_t* code), (handle, code))
+OrvBool OrvAct_GetActionCode(TOrvHandle handle, std::uint32_t* code)
 {
     return OnAction(handle, [&](TOrvAction& action) { *code = action.GetActionCode(); });
 }
+ORV_ALIAS(Talvec_Action_GetActionCode, OrvAct_GetActionCode);
+ORV_ALIAS(OrvMatchAct_GetActionCode, OrvAct_GetActionCode);
+ORV_ALIAS(TalvecMatchAct_GetActionCode, OrvAct_GetActionCode);
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionClass, (TOrvHandle handle, std::uint32_t* classCode), (handle, classCode))
+OrvBool OrvAct_GetActionClass(TOrvHandle handle, std::uint32_t* classCode)
 {
     return OnAction(handle, [&](TOrvAction& action) { *classCode = action.GetActionClassCode(); });
 }
+ORV_ALIAS(Talvec_Action_GetActionClass, OrvAct_GetActionClass);
+ORV_ALIAS(OrvMatchAct_GetActionClass, OrvAct_GetActionClass);
+ORV_ALIAS(TalvecMatchAct_GetActionClass, OrvAct_GetActionClass);
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionNameW, (TOrvHandle handle, const OrvWChar** name), (handle, name))
+OrvBool OrvAct_GetActionNameW(TOrvHandle handle, const OrvWChar** name)
 {
     return OnAction(handle, [&](TOrvAction& action) { *name = action.GetActionName(); });
 }
+ORV_ALIAS(Talvec_Action_GetActionNameW, OrvAct_GetActionNameW);
+ORV_ALIAS(OrvMatchAct_GetActionNameW, OrvAct_GetActionNameW);
+ORV_ALIAS(TalvecMatchAct_GetActionNameW, OrvAct_GetActionNameW);
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionNameA, (TOrvHandle handle, const char** name), (handle, name))
+OrvBool OrvAct_GetActionNameA(TOrvHandle handle, const char** name)
 {
     return OnAction(handle, [&](TOrvAction& action) {
         *name = action.Entry() ? action.Entry()->NameA.c_str() : action.NarrowName();
     });
 }
+ORV_ALIAS(Talvec_Action_GetActionNameA, OrvAct_GetActionNameA);
+ORV_ALIAS(OrvMatchAct_GetActionNameA, OrvAct_GetActionNameA);
+ORV_ALIAS(TalvecMatchAct_GetActionNameA, OrvAct_GetActionNameA);
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionPlainNameW, (TOrvHandle handle, const OrvWChar** name), (handle, name))
+OrvBool OrvAct_GetActionPlainNameW(TOrvHandle handle, const OrvWChar** name)
 {
     return OnAction(handle, [&](TOrvAction& action) { *name = action.GetActionPlainName(); });
 }
+ORV_ALIAS(Talvec_Action_GetActionPlainNameW, OrvAct_GetActionPlainNameW);
+ORV_ALIAS(OrvMatchAct_GetActionPlainNameW, OrvAct_GetActionPlainNameW);
+ORV_ALIAS(TalvecMatchAct_GetActionPlainNameW, OrvAct_GetActionPlainNameW);
 
-ORV_EXPORT_EVERY_TWIN(OrvBool, GetActionPlainNameA, (TOrvHandle handle, const char** name), (handle, name))
+OrvBool OrvAct_GetActionPlainNameA(TOrvHandle handle, const char** name)
 {
     return OnAction(handle,
                     [&](TOrvAction& action) { *name = action.Entry() ? action.Entry()->Plain().A.c_str() : ""; });
 }
+ORV_ALIAS(Talvec_Action_GetActionPlainNameA, OrvAct_GetActionPlainNameA);
+ORV_ALIAS(OrvMatchAct_GetActionPlainNameA, OrvAct_GetActionPlainNameA);
+ORV_ALIAS(TalvecMatchAct_GetActionPlainNameA, OrvAct_GetActionPlainNameA);
 
-ORV_EXPORT_TALVEC_TWIN(OrvBool, GetActionFlags, (TOrvHandle handle, std::uint32_t* flags), (handle, flags))
+OrvBool Talvec_Action_GetActionFlags(TOrvHandle handle, std::uint32_t* flags)
 {
     return OnAction(handle, [&](TOrvAction& action) { *flags = action.GetActionFlags(); });
 }
+ORV_ALIAS(TalvecMatchAct_GetActionFlags, Talvec_Action_GetActionFlags);
 
-ORV_EXPORT_TALVEC_TWIN(OrvBool, GetActionPriority, (TOrvHandle handle, std::uint32_t* priority), (handle, priority))
+OrvBool Talvec_Action_GetActionPriority(TOrvHandle handle, std::uint32_t* priority)
 {
     return OnAction(handle, [&](TOrvAction& action) { *priority = action.GetActionPriority(); });
 }
+ORV_ALIAS(TalvecMatchAct_GetActionPriority, Talvec_Action_GetActionPriority);
 
 // The families differ deliberately: one tells what an object is, the other its kind.
 OrvBool OrvAct_GetMessageClass(TOrvHandle handle, std::uint32_t* messageClass)
@@ -102,80 +115,128 @@ OrvBool Talvec_Action_GetMessageClass(TOrvHandle handle, std::uint32_t* messageC
     return OnObject(handle, [&](TOrvMessage& object) { *messageClass = object.GetMessageKind(); });
 }
 
-ORV_EXPORT_TWIN(OrvBool, SetMessageFlags, (TOrvHandle handle, std::uint32_t flags), (handle, flags))
+OrvBool OrvAct_SetMessageFlags(TOrvHandle handle, std::uint32_t flags)
 {
     return OnObject(handle, [&](TOrvMessage& object) { object.messageFlags = flags; });
 }
+ORV_ALIAS(Talvec_Action_SetMessageFlags, OrvAct_SetMessageFlags);
 
-ORV_EXPORT_TWIN(OrvBool, GetMessageFlags, (TOrvHandle handle, std::uint32_t* flags), (handle, flags))
+OrvBool OrvAct_GetMessageFlags(TOrvHandle handle, std::uint32_t* flags)
 {
     return OnObject(handle, [&](TOrvMessage& object) { *flags = object.messageFlags; });
 }
+ORV_ALIAS(Talvec_Action_GetMessageFlags, OrvAct_GetMessageFlags);
 
-ORV_EXPORT_TWIN(OrvBool, SetInternalData, (TOrvHandle handle, std::uint64_t data), (handle, data))
+OrvBool OrvAct_SetInternalData(TOrvHandle handle, std::uint64_t data)
 {
     return OnObject(handle, [&](TOrvMessage& object) { object.internalData = data; });
 }
+ORV_ALIAS(Talvec_Action_SetInternalData, OrvAct_SetInternalData);
 
-ORV_EXPORT_TWIN(OrvBool, GetInternalData, (TOrvHandle handle, std::uint64_t* data), (handle, data))
+OrvBool OrvAct_GetInternalData(TOrvHandle handle, std::uint64_t* data)
 {
     return OnObject(handle, [&](TOrvMessage& object) { *data = object.internalData; });
 }
+ORV_ALIAS(Talvec_Action_GetInternalData, OrvAct_GetInternalData);
 
-// The accessors of one role. The families differ deliberately where an action has no such role: one reports it, the
-// other lets it pass.
-#define ORV_EXPORT_ROLE(Name)                                                                                     \
-    ORV_EXPORT_TWIN(OrvBool, Get##Name, (TOrvHandle handle, const TOrvChannelValue** channel), (handle, channel)) \
-    {                                                                                                             \
-        return ReadRole(handle, Roles::k##Name, channel);                                                         \
-    }                                                                                                             \
-    OrvBool OrvAct_Set##Name(TOrvHandle handle, const TOrvChannelValue* channel)                                  \
-    {                                                                                                             \
-        return WriteRole(handle, Roles::k##Name, channel, u"Set" #Name " failed");                                \
-    }                                                                                                             \
-    OrvBool Talvec_Action_Set##Name(TOrvHandle handle, const TOrvChannelValue* channel)                           \
-    {                                                                                                             \
-        return WriteRole(handle, Roles::k##Name, channel, nullptr);                                               \
-    }
+// The roles. The families differ deliberately where an action has none: one reports it, the other lets it pass.
 
-ORV_EXPORT_ROLE(VideoInput)
-ORV_EXPORT_ROLE(VideoOutput)
-ORV_EXPORT_ROLE(InputContact)
-ORV_EXPORT_ROLE(OutputContact)
+OrvBool OrvAct_GetVideoInput(TOrvHandle handle, const TOrvChannelValue** channel)
+{
+    return ReadRole(handle, Roles::kVideoInput, channel);
+}
+ORV_ALIAS(Talvec_Action_GetVideoInput, OrvAct_GetVideoInput);
 
-ORV_EXPORT_TWIN(OrvBool, GetForeignKey, (TOrvHandle handle, const std::int64_t** foreignKey), (handle, foreignKey))
+OrvBool OrvAct_SetVideoInput(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kVideoInput, channel, u"SetVideoInput failed");
+}
+
+OrvBool Talvec_Action_SetVideoInput(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kVideoInput, channel, nullptr);
+}
+
+OrvBool OrvAct_GetVideoOutput(TOrvHandle handle, const TOrvChannelValue** channel)
+{
+    return ReadRole(handle, Roles::kVideoOutput, channel);
+}
+ORV_ALIAS(Talvec_Action_GetVideoOutput, OrvAct_GetVideoOutput);
+
+OrvBool OrvAct_SetVideoOutput(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kVideoOutput, channel, u"SetVideoOutput failed");
+}
+
+OrvBool Talvec_Action_SetVideoOutput(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kVideoOutput, channel, nullptr);
+}
+
+OrvBool OrvAct_GetInputContact(TOrvHandle handle, const TOrvChannelValue** channel)
+{
+    return ReadRole(handle, Roles::kInputContact, channel);
+}
+ORV_ALIAS(Talvec_Action_GetInputContact, OrvAct_GetInputContact);
+
+OrvBool OrvAct_SetInputContact(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kInputContact, channel, u"SetInputContact failed");
+}
+
+OrvBool Talvec_Action_SetInputContact(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kInputContact, channel, nullptr);
+}
+
+OrvBool OrvAct_GetOutputContact(TOrvHandle handle, const TOrvChannelValue** channel)
+{
+    return ReadRole(handle, Roles::kOutputContact, channel);
+}
+ORV_ALIAS(Talvec_Action_GetOutputContact, OrvAct_GetOutputContact);
+
+OrvBool OrvAct_SetOutputContact(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kOutputContact, channel, u"SetOutputContact failed");
+}
+
+OrvBool Talvec_Action_SetOutputContact(TOrvHandle handle, const TOrvChannelValue* channel)
+{
+    return WriteRole(handle, Roles::kOutputContact, channel, nullptr);
+}
+
+OrvBool OrvAct_GetForeignKey(TOrvHandle handle, const std::int64_t** foreignKey)
 {
     return OnAction(handle, [&](TOrvAction& action) { *foreignKey = Roles::ReadForeignKey(action); });
 }
+ORV_ALIAS(Talvec_Action_GetForeignKey, OrvAct_GetForeignKey);
 
 OrvBool OrvAct_GetGenericInt32Parameter(TOrvHandle handle, std::int32_t* value)
 {
     return OnAction(handle, [&](TOrvAction& action) { *value = Roles::ReadGenericInt32(action); });
 }
 
-ORV_EXPORT_TALVEC_TWIN(OrvBool, GetParameterByName,
-                       (TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value), (handle, name, value))
+OrvBool Talvec_Action_GetParameterByName(TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value)
 {
-    return Framed<OrvBool>(0, [&, &object = ObjectOf(handle)] {
-        const auto& action = static_cast<const TOrvAction&>(object);
+    return OnAction(handle, [&](const TOrvAction& action) {
         const TOrvParameter* found = action.Parameters().FindTerminated(Units(name));
         if (found) FillRecord(*value, *found);
-        return OrvBool{found != nullptr};
+        return found != nullptr;
     });
 }
+ORV_ALIAS(TalvecMatchAct_GetParameterByName, Talvec_Action_GetParameterByName);
 
-ORV_EXPORT_TALVEC_TWIN(OrvBool, SetParameterByName,
-                       (TOrvHandle handle, const OrvWChar* name, const TOrvParameterValue* value),
-                       (handle, name, value))
+OrvBool Talvec_Action_SetParameterByName(TOrvHandle handle, const OrvWChar* name, const TOrvParameterValue* value)
 {
     return OnAction(handle, [&](TOrvAction& action) {
         action.Parameters().StoreTerminated(Units(name), [&](TOrvParameter& stored) { SetFromRecord(stored, *value); });
     });
 }
+ORV_ALIAS(TalvecMatchAct_SetParameterByName, Talvec_Action_SetParameterByName);
 
-ORV_EXPORT_TWIN(OrvBool, UpdateActionInfo,
-                (TOrvHandle handle, OrvWord context, const TOrvActionInfoUpdateCallbacks* callbacks, OrvBool* allKnown),
-                (handle, context, callbacks, allKnown))
+OrvBool OrvAct_UpdateActionInfo(TOrvHandle handle, OrvWord context, const TOrvActionInfoUpdateCallbacks* callbacks,
+                                OrvBool* allKnown)
 {
     return OnAction(handle, [&](TOrvAction& action) { *allKnown = UpdateActionInfo(action, context, *callbacks); });
 }
+ORV_ALIAS(Talvec_Action_UpdateActionInfo, OrvAct_UpdateActionInfo);

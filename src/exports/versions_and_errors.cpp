@@ -1,34 +1,37 @@
 // None of these goes through the frame, and none clears the last error.
 #include "OrvActions/OrvErrors.h"
-#include "exports/export_twin.h"
+#include "exports/export_alias.h"
 #include "exports/last_error.h"
 #include "objects/message.h"
 #include "platform/living_count.h"
 
 using namespace OrvPLC;
 
-ORV_EXPORT_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo * info), (info))
+OrvBool OrvAct_GetLastError(TOrvLastErrorInfo* info)
 {
     return LastError::Read(*info);
 }
+ORV_ALIAS(Talvec_Action_GetLastError, OrvAct_GetLastError);
 
-ORV_EXPORT_TWIN(std::uint32_t, GetNumberOfOpenHandles, (), ())
+std::uint32_t OrvAct_GetNumberOfOpenHandles()
 {
     return Platform::LivingCount::Read();
 }
+ORV_ALIAS(Talvec_Action_GetNumberOfOpenHandles, OrvAct_GetNumberOfOpenHandles);
 
-ORV_EXPORT_TWIN(std::uint32_t, InterfaceVersion, (), ())
+std::uint32_t OrvAct_InterfaceVersion()
 {
     return 143;
 }
+ORV_ALIAS(Talvec_Action_InterfaceVersion, OrvAct_InterfaceVersion);
 
-extern "C" const char* OrvAct_InterfaceDate()
+const char* OrvAct_InterfaceDate()
 {
     return "20.10.2022";
 }
 
 // Wide, unlike its counterpart; deliberate, callers of each family know theirs.
-extern "C" const OrvWChar* Talvec_Action_InterfaceDate()
+const OrvWChar* Talvec_Action_InterfaceDate()
 {
     return Boundary(u"20.10.2022");
 }
