@@ -10,8 +10,8 @@
 //         std::cout << action.TextUtf8() << '\n';
 //     }
 //
-//  - An orv::Action owns one reference to its object and gives it up at its end. It moves; a copy is asked for by name,
-//    Clone() or Duplicate(). It is empty when default-made or moved from, and then only good for assignment and tests.
+//  - An orv::Action owns one reference to its object and gives it up at its end. It can be moved; to copy it call
+//    Clone() or Duplicate(). One that was made by default or moved from is empty: it may only be assigned to or tested.
 //  - Texts are std::u16string and std::u16string_view. Every text argument may also be UTF-8 (literals, std::string),
 //    and on Windows wide text. Names are found in any case.
 //  - Failures are thrown as orv::Error. An absent parameter is no failure: reads answer std::optional.
@@ -96,8 +96,8 @@ public:
         if (handle_) OrvAct_CloseHandle(handle_);
     }
 
-    // A new action without parameters: by a name, known to the catalogue or not, or by a code (ORV_ACTION_...), which
-    // must be known.
+    // A new action without parameters: by a name, known to the catalogue or not, or by a code (ORV_ACTION_...). An
+    // unknown code throws.
     static Action Named(const TextArg& name) { return Made(Talvec_Action_CreateActionByName(name.c_str())); }
     static Action OfCode(std::uint32_t code)
     {
@@ -123,8 +123,9 @@ public:
         return action;
     }
 
-    // The action that a buffer with the binary form begins with. TryFromBinary answers an empty action for a buffer that
-    // holds none, and tells how many bytes it has read.
+    // The action that a buffer with the binary form begins with. TryFromBinary answers an empty action for a buffer
+    // that holds none, and tells how many bytes it has read; OrvAct_CreateFromBinBuffer says how that number shows a
+    // buffer that ended too early. FromBinary does not throw for such a buffer.
     static Action FromBinary(std::string_view bytes)
     {
         std::size_t consumed = 0;
@@ -193,8 +194,8 @@ public:
 
     // ---- parameters -----------------------------------------------------------------------------------------------
 
-    // The types that T may be stand in OrvActions/Cpp/Values.hpp. Nothing is answered for a parameter that is absent or
-    // whose value does not convert to T.
+    // T is one of the types in OrvActions/Cpp/Values.hpp. Empty for a parameter that is absent or whose value does not
+    // convert to T.
     template <class T>
     std::optional<T> Get(const TextArg& name) const
     {
@@ -235,11 +236,11 @@ public:
 
     bool Has(const TextArg& name) const { return Interface()->HasParameter(name.c_str()); }
     void Remove(const TextArg& name) { Interface()->RemoveParameter(name.c_str()); }
-    // ORV_KIND_... and ORV_ENUM_...; 0 when there is none of that name.
+    // ORV_KIND_... and ORV_ENUM_...; 0 for an absent parameter.
     std::uint32_t KindOf(const TextArg& name) const { return Interface()->GetParameterType(name.c_str()); }
     std::uint32_t EnumOf(const TextArg& name) const { return Interface()->GetParameterEnum(name.c_str()); }
 
-    // The value as the library writes it as a text; nothing for an absent parameter and for a value without a text, such
+    // The value as the library writes it as a text. Empty for an absent parameter and for a value without a text, such
     // as a date whose local time lies before 1601.
     std::optional<std::u16string> TextOfValue(const TextArg& name) const
     {
@@ -248,7 +249,7 @@ public:
         return std::u16string(record.Text());
     }
 
-    // What the action carries, in order of the lower-cased names.
+    // The parameters of the action, in order of the lower-cased names.
     std::vector<CarriedParameter> Parameters() const
     {
         std::vector<CarriedParameter> parameters;
@@ -277,8 +278,8 @@ public:
 
     // ---- properties, see OrvProperties.h ----------------------------------------------------------------------------
 
-    // The text of a property; nothing when the action has none of it. The text is made inside the parameter, so this
-    // counts as a write.
+    // The text of a property; empty if the action lacks it. The text is made inside the parameter, so this counts as a
+    // write.
     std::optional<std::u16string> Property(const TextArg& key)
     {
         const OrvWChar* value = nullptr;
@@ -311,7 +312,7 @@ public:
         detail::Check(OrvMatchAct_Matches(handle_, action.handle_, &matches));
         return matches != 0;
     }
-    // What people call the match action; "" for other actions, which have none.
+    // What people call the match action; "" for an action that is no match action.
     std::u16string Description() const
     {
         const OrvWChar* text = nullptr;
@@ -398,17 +399,19 @@ private:
     TOrvHandle handle_ = nullptr;
 };
 
-// Text of the sibling product as action text, and the other way. They throw for a text without a counterpart; its code
-// is ORV_ERROR then.
+// Text of the sibling product as action text, and the other way. Both throw for a text without a counterpart, with the
+// code ORV_ERROR.
 inline std::u16string FromSiblingText(const TextArg& text)
 {
-    return detail::TakenText(
-        [&](OrvBStr* converted) { return Talvec_Action_ConvertHeskActionTextToOrvActionText(text.c_str(), converted); });
+    return detail::TakenText([&](OrvBStr* converted) {
+        return Talvec_Action_ConvertHeskActionTextToOrvActionText(text.c_str(), converted);
+    });
 }
 inline std::u16string ToSiblingText(const TextArg& text)
 {
-    return detail::TakenText(
-        [&](OrvBStr* converted) { return Talvec_Action_ConvertOrvActionTextToHeskActionText(text.c_str(), converted); });
+    return detail::TakenText([&](OrvBStr* converted) {
+        return Talvec_Action_ConvertOrvActionTextToHeskActionText(text.c_str(), converted);
+    });
 }
 
 }  // namespace orv

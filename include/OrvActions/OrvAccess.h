@@ -33,12 +33,14 @@ ORV_EVERY_TWIN(OrvBool, GetActionCode, (TOrvHandle handle, uint32_t* code));
 ORV_EVERY_TWIN(OrvBool, GetActionClass, (TOrvHandle handle, uint32_t* classCode));
 
 /* All four families. The name in the catalogue's spelling, or as it was given for an action that the catalogue does not
- * know. The narrow form is in the ANSI code page; for an unknown action its first read counts as a write. */
+ * know. It lives as long as the object. The narrow form is in the ANSI code page; for an unknown action its first read
+ * counts as a write. */
 ORV_EVERY_TWIN(OrvBool, GetActionNameW, (TOrvHandle handle, const OrvWChar** name));
 ORV_EVERY_TWIN(OrvBool, GetActionNameA, (TOrvHandle handle, const char** name));
 
 /* All four families. The plain name, native or neutral as OrvAct_SetNativeTranslation says; "" for an action that the
- * catalogue does not know. It belongs to the catalogue and stays until somebody writes another. */
+ * catalogue does not know. The pointer is valid for the life of the process. OrvCatalogue.h tells what it reads after
+ * somebody has written another plain name. */
 ORV_EVERY_TWIN(OrvBool, GetActionPlainNameW, (TOrvHandle handle, const OrvWChar** name));
 ORV_EVERY_TWIN(OrvBool, GetActionPlainNameA, (TOrvHandle handle, const char** name));
 
@@ -62,13 +64,13 @@ ORV_TWIN(OrvBool, GetInternalData, (TOrvHandle handle, uint64_t* data));
 
 /* ---- parameters by role ----------------------------------------------------------------------------------------- */
 
-/* Both families. The channel in a role, wherever the action carries it: the first parameter of that role that is set,
- * in the catalogue's order. The video input is also looked for among PTZ heads and audio inputs.
+/* Both families. The channel in a role, whatever the parameter is called: the first parameter of that role that is set,
+ * in the catalogue's order. PTZ heads and audio inputs count as video inputs.
  *   channel  out, not null; borrows a record inside the object, or null when the action has no such role or it is not
  *            set, which is a success
  * The record is overwritten by the next read of any role on the same action, and its name lives as long as the
- * parameter: copy what you keep. A value in the role that is no channel leaves in the record what was there before.
- * As reads write that record, two threads must not read one action at the same time. */
+ * parameter: copy what you keep. If the value in the role is no channel, the record keeps what was there before.
+ * Reads write that record, so two threads must not read one action at the same time. */
 ORV_TWIN(OrvBool, GetVideoInput, (TOrvHandle handle, const TOrvChannelValue** channel));
 ORV_TWIN(OrvBool, GetVideoOutput, (TOrvHandle handle, const TOrvChannelValue** channel));
 ORV_TWIN(OrvBool, GetInputContact, (TOrvHandle handle, const TOrvChannelValue** channel));
@@ -84,8 +86,8 @@ ORV_TWIN(OrvBool, SetVideoOutput, (TOrvHandle handle, const TOrvChannelValue* ch
 ORV_TWIN(OrvBool, SetInputContact, (TOrvHandle handle, const TOrvChannelValue* channel));
 ORV_TWIN(OrvBool, SetOutputContact, (TOrvHandle handle, const TOrvChannelValue* channel));
 
-/* Both families. The foreign key that an action carries, as a 64-bit number; a borrowed pointer under the rules of
- * OrvAct_GetVideoInput, null when there is none. */
+/* Both families. The foreign key that an action carries, as a 64-bit number.
+ *   foreignKey  out, not null; borrowed under the rules of OrvAct_GetVideoInput, null if there is none */
 ORV_TWIN(OrvBool, GetForeignKey, (TOrvHandle handle, const int64_t** foreignKey));
 
 /* The first 32-bit parameter of the action in the catalogue's order, enums included; 0 when the action has none or it
@@ -113,9 +115,10 @@ ORV_TALVEC_TWIN(OrvBool, SetParameterByName,
 /* ---- names from the configuration ------------------------------------------------------------------------------- */
 
 /* What a caller knows of its configuration, for OrvAct_UpdateActionInfo. Each callback gets the context of that call
- * and a record with what the action holds, and brings the record up to date: ids, numbers and names. The result is
- * whether it knows the thing. A name that it puts there must live until the next callback or the end of the call; null
- * reads as "". A null callback leaves out what it stands for. */
+ * and a record with what the action holds, and brings the record up to date: ids, numbers and names. It answers true
+ * if it knows the thing; otherwise the action keeps what it has. A name that it puts into the record must live until
+ * the next callback or the end of the call; null reads as "". Callbacks run on the thread of the call, during it. What
+ * has a null callback is not asked for. */
 typedef struct TOrvActionInfoUpdateCallbacks {
     OrvWord reserved;                                                  /* not read */
     OrvBool (*videoInput)(OrvWord context, TOrvChannelValue* channel); /* PTZ heads and audio inputs as well */
@@ -125,17 +128,17 @@ typedef struct TOrvActionInfoUpdateCallbacks {
     OrvBool (*eventType)(OrvWord context, TOrvEventTypeValue* eventType);
     /* Time ranges, backup destinations, schedules and sources, logic rules; the view (ORV_VIEW_...) tells which. */
     OrvBool (*resource)(OrvWord context, uint32_t view, TOrvResourceValue* resource);
-    /* Parameter sets of a camera, whose id stands behind the last pointer. */
+    /* Parameter sets of a camera; the last argument points at the camera's id. */
     OrvBool (*resourceOfChannel)(OrvWord context, uint32_t view, TOrvResourceValue* resource,
                                  const uint64_t* channelId);
 } TOrvActionInfoUpdateCallbacks;
 
 /* Both families. Refreshes what an action carries of channels, contacts, event types and resources from the caller's
- * configuration. Only parameters that are set and that the catalogue declares are looked at; what a callback does not
- * know stays as it was. An exception out of a callback ends the call and is stored.
+ * configuration. Only parameters that are set and that the catalogue declares are looked at. This changes the action
+ * and nothing else: nobody is notified. What a callback throws ends the call and becomes the last error.
  *   context    passed to the callbacks
  *   callbacks  not null
- *   allKnown   out, not null: false when a callback did not know what it was asked for */
+ *   allKnown   out, not null: false if a callback did not know what it was asked for */
 ORV_TWIN(OrvBool, UpdateActionInfo,
          (TOrvHandle handle, OrvWord context, const TOrvActionInfoUpdateCallbacks* callbacks, OrvBool* allKnown));
 

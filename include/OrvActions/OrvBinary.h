@@ -13,10 +13,10 @@ extern "C" {
 
 /* Both families. Stores the binary form of an action.
  *   buffer    may be null, which measures
- *   size      in bytes; one above 0x7FFFFFFF is no room at all
- *   required  out, may be null: the length of the form in bytes, whether it fitted or not
- * Other than with texts, a buffer that is too small holds the fields that fitted in whole; the result is false and the
- * last error "buffer too small" all the same. */
+ *   size      in bytes; a size above 0x7FFFFFFF counts as 0
+ *   required  out, may be null: the length of the form in bytes, whether it fits or not
+ * Unlike the text stores, a buffer that is too small receives every field that fits whole; the call still fails, with
+ * the last error "buffer too small". */
 ORV_TWIN(OrvBool, StoreToBinBuffer, (TOrvHandle handle, void* buffer, uint32_t size, uint32_t* required));
 
 /* Both families. Reads one action or match action from its binary form.
@@ -27,13 +27,13 @@ ORV_TWIN(OrvBool, StoreToBinBuffer, (TOrvHandle handle, void* buffer, uint32_t s
  *   consumed      out, may be null: the bytes read
  * The result is a new handle that the caller closes, or null, without a last error, for a buffer of another kind.
  *
- * A buffer that ends too early is no failure: the result holds the parameters that were read in whole, and consumed is
- * an error instead of a position: the bytes that were left in front of the field that did not fit, or 0xFFFFFFFF when
- * the buffer ended exactly between two fields. When only the last field is missing, that one is empty and consumed is
- * size + 1.
+ * A buffer that ends too early is no failure and clears the last error: the result holds the parameters that were read
+ * whole, and consumed is an error instead of a position. It is the number of bytes that were left where the next field
+ * did not fit, or 0xFFFFFFFF if the buffer ended exactly between two fields. If only the last field is missing, that
+ * one is empty and consumed is size + 1. So compare consumed with the size.
  *
- * The kinds 1 and 2 tag the sibling platform's buffers, which its library turns into text; consumed then counts the
- * characters of that text, whose faults are stored as those of OrvAct_CreateFromTextBufferW. */
+ * The kinds 1 and 2 tag buffers of the sibling product, which its library turns into text. That text is read like one
+ * of OrvAct_CreateFromTextBufferW, with the same failures, and consumed counts its units. */
 ORV_TWIN(TOrvHandle, CreateFromBinBuffer, (const void* data, uint32_t size, uint32_t expectedKind, uint32_t* consumed));
 
 #if defined(__cplusplus)

@@ -4,10 +4,9 @@
  * Talvec_Action_ reports the internal fields. They differ in their records, TOrv... and TTalvec..., and where a comment
  * says so. A comment that names one function of a pair holds for both.
  *
- *  - All texts of a record are borrowed from the catalogue and stay where they are for the life of the process. A
- *    Set... call writes a plain name or description in place where the text fits the room of the one before: pointers
- *    from earlier then read the new text. Where it needs more room they go on reading an old one. A stands for the ANSI
- *    code page, U for UTF-8, W for UTF-16.
+ *  - All texts of a record are borrowed from the catalogue; the pointers are valid for the life of the process. After a
+ *    Set... call a pointer from before reads the new text if that fitted into the room of the old one, else still the
+ *    old text: ask again. A stands for the ANSI code page, U for UTF-8, W for UTF-16.
  *  - Plain names come from the native or from the neutral text set, see OrvAct_SetNativeTranslation. Descriptions are
  *    the same in both.
  *  - Record pointers are not null. A query that fails leaves the record as it was.
@@ -19,11 +18,10 @@
  *  - A Set... call takes PlainNameW and DescriptionW of the record, both not null, copies them and derives the narrow
  *    forms; they may point at texts of the catalogue. The plain name goes into the selected text set. An empty text
  *    leaves what is there, so no text can be cleared. Other fields are ignored, apart from those that a comment names
- *    as the key. Both texts are written or, when there is no memory for it, neither: the result is false then. What is
- *    written lasts as long as the process; nothing is stored.
- *  - Any thread may write while others read. A form of an action, such as its plain text, shows each text as it was
- *    before or after a write; who reads through a pointer of a record while another thread writes that text may see
- *    parts of both. */
+ *    as the key. Both texts are written, or neither and the result is false, for want of memory. What is written lasts
+ *    as long as the process; nothing is stored and nobody is notified.
+ *  - Any thread may write while others read. A form of an action, such as its plain text, shows each text either as it
+ *    was before a write or as it is after it. A pointer of a record reads parts of both while another thread writes. */
 #ifndef ORV_CATALOGUE_H
 #define ORV_CATALOGUE_H
 
@@ -177,7 +175,7 @@ typedef struct TTalvecEnumValuePlainInfo {
     const OrvWChar* DescriptionW;
 } TTalvecEnumValuePlainInfo;
 
-/* Declares a function of both families that differs in its record alone. */
+/* Declares a function of both families; the two differ only in their record. */
 #define ORV_RECORD_TWIN(result, name, orvArguments, talvecArguments) \
     ORV_API result OrvAct_##name orvArguments;                       \
     ORV_API result Talvec_Action_##name talvecArguments
@@ -188,15 +186,15 @@ typedef struct TTalvecEnumValuePlainInfo {
 ORV_TWIN(uint32_t, GetActionCodeByNameW, (const OrvWChar* name));
 ORV_TWIN(uint32_t, GetActionCodeByNameA, (const char* name));
 
-/* Both families. The code of a class by its name in any case. 0 when unknown or null, which reads like the class
- * System. */
+/* Both families. The code of a class by its name in any case. 0 when unknown or null; 0 is also the code of the class
+ * System, so this cannot tell them apart. */
 ORV_TWIN(uint32_t, GetActionClassByNameW, (const OrvWChar* name));
 ORV_TWIN(uint32_t, GetActionClassByNameA, (const char* name));
 
 /* Both families. The code of the action that was registered at a position, counted from 0; 0 past the end. */
 ORV_TWIN(uint32_t, GetActionCodeByIndex, (uint32_t index));
 
-/* Both families. The position of an action by its code. 0 when unknown, which reads like the first action. */
+/* Both families. The position of an action by its code. 0 when unknown; 0 is also the position of the first action. */
 ORV_TWIN(uint32_t, GetInternalIndexByCode, (uint32_t code));
 
 /* ---- switches of the process ------------------------------------------------------------------------------------ */
@@ -215,6 +213,7 @@ ORV_API OrvBool Talvec_Action_GetPriorityLevel(uint32_t* level);
 
 /* ---- classes ---------------------------------------------------------------------------------------------------- */
 
+/* Both families. The number of classes; it stays the same for the life of the process. */
 ORV_TWIN(uint32_t, GetNumberOfActionClasses, (void));
 
 /* Fills records with all classes. */
@@ -231,6 +230,7 @@ ORV_RECORD_TWIN(OrvBool, SetActionClassPlainInfo, (const TOrvActionClassPlainInf
 
 /* ---- actions ---------------------------------------------------------------------------------------------------- */
 
+/* Both families. The number of actions; it stays the same for the life of the process. */
 ORV_TWIN(uint32_t, GetNumberOfActions, (void));
 
 /* Fills records with all actions. */
@@ -267,7 +267,7 @@ ORV_RECORD_TWIN(OrvBool, SetActionParameterPlainInfo,
                 (const TOrvParameterPlainInfo* record, uint32_t code, uint32_t index),
                 (const TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index));
 
-/* The description of match actions, which is the general parameter Comment. */
+/* Fills a record with the description of match actions, which is the general parameter Comment, or writes its texts. */
 ORV_RECORD_TWIN(OrvBool, GetMatchActionDescriptionInfo, (TOrvParameterPlainInfo * record),
                 (TTalvecParameterPlainInfo * record));
 ORV_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo, (const TOrvParameterPlainInfo* record),
@@ -275,7 +275,8 @@ ORV_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo, (const TOrvParamete
 
 /* ---- event records ---------------------------------------------------------------------------------------------- */
 
-/* What an event record is: an action that nobody can create, whose parameters are the event fields. */
+/* Fills a record with the description of event records, or writes its texts: it looks like an action that nobody can
+ * create, whose parameters are the event fields. */
 ORV_RECORD_TWIN(OrvBool, GetEventDescriptionInfo, (TOrvActionPlainInfo * record), (TTalvecActionPlainInfo * record));
 ORV_RECORD_TWIN(OrvBool, SetEventDescriptionPlainInfo, (const TOrvActionPlainInfo* record),
                 (const TTalvecActionPlainInfo* record));
@@ -295,8 +296,8 @@ ORV_RECORD_TWIN(OrvBool, SetEventFieldPlainInfo, (const TOrvParameterPlainInfo* 
 /* The number of values of one enum by its public type code, or of all with ORV_ALL_ENUM_VALUES. */
 ORV_API uint32_t OrvAct_GetNumberOfEnumValues(uint32_t publicType);
 
-/* The same by kind: all, the Boolean enum, or with any other kind the enum of an id (ORV_ENUM_...); the id is used with
- * the last alone. */
+/* The same by kind: all, the Boolean enum, or with any other kind the enum of an id (ORV_ENUM_...). Only the last uses
+ * the id. */
 ORV_API uint32_t Talvec_Action_GetNumberOfEnumValues(uint32_t kind, uint32_t id);
 
 /* Fill records with the values that the filter lets through; filters as above. */

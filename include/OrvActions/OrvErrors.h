@@ -9,19 +9,20 @@ extern "C" {
 #endif
 
 /* The code of this library's own failures; the sub-code says what went wrong. Failures of the system carry the
- * system's code, others code 0. */
+ * system's code, others code 0. docs/conventions.md lists all. */
 enum {
     ORV_ERROR = 1008,
-    ORV_SUBERROR_NO_SUCH_ROLE = 2,
-    ORV_SUBERROR_WRONG_ACTION = 3,
-    ORV_SUBERROR_NO_COUNTERPART = 3,
-    ORV_SUBERROR_BUFFER_TOO_SMALL = 7,
-    ORV_SUBERROR_WRONG_SIZE = 8
+    ORV_SUBERROR_NO_SUCH_ROLE = 2,     /* a setter by role, for an action without that role */
+    ORV_SUBERROR_WRONG_ACTION = 3,     /* a decode function, for another action */
+    ORV_SUBERROR_NO_COUNTERPART = 3,   /* a conversion from or to text of the sibling product */
+    ORV_SUBERROR_BUFFER_TOO_SMALL = 7, /* a store; the required size is set all the same */
+    ORV_SUBERROR_WRONG_SIZE = 8        /* the size field of a TOrvEventData */
 };
 
-/* Both families. Tells why the last failed call on this thread failed: true and the record filled when the last call
- * failed, false and the record untouched when it succeeded. The texts stay valid until the next failure on this
- * thread. Does not clear the error. */
+/* Both families. Why the last call on this thread failed: true with the record filled if it failed, false with the
+ * record untouched if it succeeded. Calls that leave the last error alone (their comments say so) do not count. The
+ * texts belong to the thread and stay valid until its next failure. Does not clear the error.
+ *   info  out, not null */
 ORV_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo * info));
 
 /* Both families. How many objects of this library are alive in the process; 0 when nothing leaked. */

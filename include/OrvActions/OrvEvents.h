@@ -1,14 +1,16 @@
 /* Event records: how the event database stores an action. Part of OrvActions.h.
  *
- * A record has a fixed set of columns. Which parameter of an action goes into which is told by the catalogue (the
- * column masks of ORV_COLUMN_...), and what the columns are called by OrvAct_EnumerateEventFields. The library fills a
- * record and reads one; what lies between is the caller's database. Beside the columns the database keeps the binary
- * form of the action (OrvAct_StoreToBinBuffer), which the caller stores and puts back: only it carries every value
- * faithfully.
+ * A record has a fixed set of columns. The catalogue says which parameter goes into which column (the masks of
+ * ORV_COLUMN_...), and OrvAct_EnumerateEventFields how the columns are called. The library fills a record and reads
+ * one; the database between is the caller's. It also keeps the image, the binary form of the action
+ * (OrvAct_StoreToBinBuffer), which the caller stores and puts back: only the image carries every value faithfully. Make
+ * it before the record, because filling a record may convert values of the action.
  *
+ *     uint8_t image[1000], unused;
+ *     uint32_t imageSize;
  *     TOrvEventData record = {sizeof record};
- *     uint8_t unused;
- *     if (OrvAct_GetActionEventData(action, &record, &unused)) store_in_my_database(&record, image, imageSize);
+ *     if (OrvAct_StoreToBinBuffer(action, image, sizeof image, &imageSize) &&
+ *         OrvAct_GetActionEventData(action, &record, &unused)) store_in_my_database(&record, image, imageSize);
  */
 #ifndef ORV_EVENTS_H
 #define ORV_EVENTS_H
@@ -41,16 +43,16 @@ struct TOrvEventData {
     const TUlmoDateTime* dateField[2];
     TOrvEventText stringField[4];
     uint64_t imageSize;         /* bytes of the binary form; only the low 32 bits are looked at */
-    const void* image;          /* the binary form, or null; a filled record has none until the caller puts it there */
+    const void* image;          /* the binary form, or null; filling a record sets it to null */
     TOrvEventText userField[4]; /* first and second user, host and account of the client; ORV_EVENT_... */
 };
 
 /* All four families. Fills a record from an action.
  *   record  not null; its size is set. Everything but the size and callerWord is overwritten.
  *   field   out, may be null: set to 0 and nothing else
- * The pointers of the columns lead into the parameters of the action: they are valid as long as the action lives and
- * the parameter behind them is neither changed nor read as text. Values are converted to the type of their column in
- * place, so this counts as a write. An action that the catalogue does not know gives an empty record with code 0.
+ * The pointers of the columns lead into the parameters of the action: a pointer is valid as long as the action lives
+ * and its parameter is neither changed nor read as text. Values are converted in place to the type of their column, so
+ * this counts as a write. An action that the catalogue does not know gives an empty record with code 0.
  * Parameters that the caller added under the names of columns get there only where the installation asks for it (see
  * docs/event-records.md). A size other than 272 fails with the code ORV_ERROR and the sub-code ORV_SUBERROR_WRONG_SIZE
  * and leaves the record as it was. */
@@ -70,12 +72,13 @@ ORV_TWIN(TOrvHandle, RestoreActionFromEventData, (const TOrvEventData* record));
 ORV_API TOrvHandle OrvMatchAct_RestoreActionFromEventData(const TOrvEventData* record);
 ORV_API TOrvHandle TalvecMatchAct_RestoreActionFromEventData(const TOrvEventData* record);
 
-/* Called with the context that was given, an index, a label and a value, zero-ended texts that are gone after the call.
- * The index counts the calls from 0; the last one has index -1, the name of the event as its label and the whole plain
- * text behind the name as its value. */
+/* Called on the thread of the describing function, with the context that was given, an index, a label and a value. The
+ * texts end in a zero and are valid until the callback returns: copy what you keep. The index counts the calls from 0;
+ * the last one has index -1, the plain name of the action as its label and the plain text after that name as its value.
+ */
 typedef void (*TOrvEventDescriptionCallback)(OrvWord context, int32_t index, const OrvWChar* label,
                                              const OrvWChar* value);
-/* With the priority of the parameter in the catalogue, 0 in the last call. */
+/* The same with the priority of the parameter in the catalogue; 0 in the last call. */
 typedef void (*TOrvEventDescriptionCallback2)(OrvWord context, int32_t index, const OrvWChar* label,
                                               const OrvWChar* value, uint32_t priority);
 
@@ -86,8 +89,8 @@ typedef void (*TOrvEventDescriptionCallback2)(OrvWord context, int32_t index, co
  *   callback  may be null: then nothing happens
  *   level     parameters with a priority above it get no call and are left out of the text; without it the process-wide
  *             level holds (Talvec_Action_SetPriorityLevel)
- * True also when there is nothing to describe; then there is no call. An exception out of the callback ends the walk
- * and is stored. */
+ * True also when there is nothing to describe; then there is no call. What the callback throws ends the walk
+ * and becomes the last error. */
 ORV_TWIN(OrvBool, GetActionEventDescription,
          (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback callback));
 ORV_TWIN(OrvBool, GetActionEventDescriptionEx,

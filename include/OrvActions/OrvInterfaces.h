@@ -4,12 +4,14 @@
  * pointer, see OrvInterfaceOf. The order of the operations is fixed; there is no virtual destructor in the tables:
  * objects end by Release.
  *
- * An operation that takes a name accepts it in any case; null is not allowed. None of them stores a last error: reads
- * report that a parameter is present by their result, a value that cannot be converted leaves the output as it was.
- * A date can be a value without a text, since its local time may lie before 1601.
+ * An operation that takes a name accepts it in any case; no pointer argument may be null unless its comment allows it.
+ * None of them stores a last error: the result of a read says whether the parameter is present, and a value that cannot
+ * be converted leaves the output as it was. A date whose local time lies before 1601 is a value without a text.
  *
  * No exception leaves an operation, apart from std::bad_alloc when memory runs out. What an enumerator of the caller
- * throws ends the enumeration and goes no further. */
+ * throws ends the enumeration and goes no further.
+ *
+ * AddRef and Release may be called on any thread at any time; everything else on one object by one thread at a time. */
 #ifndef ORV_INTERFACES_H
 #define ORV_INTERFACES_H
 
@@ -65,7 +67,8 @@ typedef OrvUnknown IUnknown;
 /* Any message. */
 struct ITalvecMessage : OrvUnknown {
     virtual uint32_t ORV_CALL GetMessageKind() = 0; /* ORV_MESSAGE_... */
-    /* The texts are new system strings that the caller frees; null when a value has no text. */
+    /* The texts are new system strings that the caller frees; null if a value has no text. What the output holds before
+     * is overwritten, not freed. */
     virtual void ORV_CALL StoreToTextTechnical(OrvBStr* text) = 0;
     virtual void ORV_CALL StoreToTextPlain(OrvBStr* text) = 0;
     /* The block is freed with CoTaskMemFree; size in bytes. Null and 0 when there is no memory for it. */
@@ -78,8 +81,9 @@ protected:
 struct ITalvecMatchAction;
 
 /* Receives the parameters of an action, one call each. Derive from it and implement the three operations of the root
- * in any way; the library does not call them. A C++ exception ends the enumeration; only std::bad_alloc goes on to
- * the caller. */
+ * in any way; the library does not call them. The name is valid until OnParameter returns, and the action must not be
+ * changed before the enumeration ends. What OnParameter throws ends the enumeration; only std::bad_alloc goes on to the
+ * caller. */
 struct ITalvecParameterEnumerator : OrvUnknown {
     virtual void ORV_CALL OnParameter(const OrvWChar* name, uint32_t kind, uint32_t enumType) = 0;
 
@@ -104,14 +108,15 @@ struct ITalvecAction : ITalvecMessage {
     virtual ITalvecMatchAction* ORV_CALL CreateMatchAction() = 0;
 
     virtual uint32_t ORV_CALL GetParameterCount() = 0;
-    virtual void ORV_CALL EnumerateParameters(ITalvecParameterEnumerator* enumerator) = 0; /* in order of the names */
+    /* In order of the lower-cased names; a null enumerator does nothing. */
+    virtual void ORV_CALL EnumerateParameters(ITalvecParameterEnumerator* enumerator) = 0;
     virtual bool ORV_CALL HasParameter(const OrvWChar* name) = 0;
     virtual void ORV_CALL RemoveParameter(const OrvWChar* name) = 0;       /* an absent name is no fault */
     virtual uint32_t ORV_CALL GetParameterType(const OrvWChar* name) = 0;  /* ORV_KIND_..., 0 when absent */
     virtual uint32_t ORV_CALL GetParameterEnum(const OrvWChar* name) = 0;  /* 0 when absent or no enum */
 
-    /* Reads. True when the parameter is present. A value of another kind is converted where that makes sense; where
-     * it does not, the output stays as it was and the result is still true. */
+    /* Reads. True if the parameter is present. A value of another kind is converted for the caller; the parameter keeps
+     * its kind. If there is no conversion, the output stays as it was and the result is still true. */
     virtual bool ORV_CALL GetBoolean(const OrvWChar* name, OrvBool* value) = 0;
     virtual bool ORV_CALL GetInt32(const OrvWChar* name, int32_t* value) = 0;
     virtual bool ORV_CALL GetInt64(const OrvWChar* name, int64_t* value) = 0;
@@ -119,7 +124,7 @@ struct ITalvecAction : ITalvecMessage {
     virtual bool ORV_CALL GetString(const OrvWChar* name, OrvBStr* value) = 0; /* new; the caller frees it */
     virtual bool ORV_CALL GetDateTime(const OrvWChar* name, TUlmoDateTime* value) = 0;
     virtual bool ORV_CALL GetGuid(const OrvWChar* name, TOrvGuid* value) = 0;
-    /* The names inside these records point into the parameter and live as long as it. */
+    /* The names inside these records point into the parameter and live until it changes. */
     virtual bool ORV_CALL GetEventType(const OrvWChar* name, TOrvEventTypeValue* value) = 0;
     virtual bool ORV_CALL GetMediaChannel(const OrvWChar* name, TOrvChannelValue* value) = 0;
     virtual bool ORV_CALL GetResource(const OrvWChar* name, TOrvResourceValue* value) = 0;
@@ -144,7 +149,7 @@ struct ITalvecAction : ITalvecMessage {
                                            uint64_t count) = 0;
     virtual void ORV_CALL SetEnum(const OrvWChar* name, int32_t value, uint32_t enumType) = 0;
 
-    /* Fills the record; the result is always false. */
+    /* Fills the record as OrvAct_GetActionEventData does, without a look at its size; the result is always false. */
     virtual bool ORV_CALL GetEventData(TOrvEventData* record) = 0;
 
 protected:
@@ -153,19 +158,21 @@ protected:
 
 /* A pattern over actions. */
 struct ITalvecMatchAction : ITalvecAction {
-    /* The description of a match action is reached through the functions only: here it is "" and false. */
+    /* The description is reached only through OrvMatchAct_SetDescriptionW and its kin: here it is always "" and false,
+     * and SetDescription does nothing. */
     virtual const OrvWChar* ORV_CALL GetDescription() = 0;
     virtual void ORV_CALL SetDescription(const OrvWChar* text) = 0;
     virtual bool ORV_CALL Matches(ITalvecAction* action) = 0; /* false for null */
     virtual bool ORV_CALL HasDescription() = 0;
+    /* As OrvMatchAct_CreateActionFromTemplate; the result has one reference that the caller releases. */
     virtual ITalvecAction* ORV_CALL CreateActionFromTemplate(ITalvecAction* templateAction) = 0;
 
 protected:
     ~ITalvecMatchAction() = default;
 };
 
-/* The JSON form; reached by QueryInterface. The texts are new system strings that the caller frees; null when a value
- * has no text. */
+/* The JSON form; reached by QueryInterface. The texts are new system strings that the caller frees; null if a value has
+ * no text. See OrvAct_StoreToJson for wrap and limit. */
 struct ITalvecJson : OrvUnknown {
     virtual void ORV_CALL StoreJson(OrvBStr* text, OrvBool wrap) = 0;
     virtual void ORV_CALL StoreJsonLimited(OrvBStr* text, OrvBool wrap, uint32_t limit) = 0;

@@ -1,7 +1,7 @@
 /* The JSON form of an action, for web-facing clients. Part of OrvActions.h.
  *
- * It is written and never read. docs/json-form.md shows all of it. Keys are not escaped, and tabs and line breaks
- * stand raw in strings. */
+ * The library writes it and does not read it. docs/json-form.md shows all of it. Keys are not escaped, and tabs and
+ * line breaks stand raw in strings, so a strict parser may refuse the text. */
 #ifndef ORV_JSON_H
 #define ORV_JSON_H
 
@@ -16,7 +16,7 @@ extern "C" {
  *   wrap   true for a document, {"action":{...}}; false for the member "action":{...} alone
  *   limit  parameters that the catalogue declares with a priority above it are left out; null for the process-wide
  *          priority level. An action that the catalogue does not know shows all it has.
- * A date that the calendar does not know fails the call. */
+ * A date that has no text, because its local time lies before 1601, fails the call. */
 ORV_TWIN(OrvBool, StoreToJson,
          (TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required, OrvBool wrap, const uint32_t* limit));
 

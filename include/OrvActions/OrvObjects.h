@@ -8,22 +8,24 @@
 extern "C" {
 #endif
 
-/* A new action by its name in any case, known to the catalogue or not. Parameters exist only after they have been
- * set. The caller closes the handle; null for a null name. */
+/* A new action by its name in any case, known to the catalogue or not. It has no parameters until they are set. The
+ * caller closes the handle; null, without a last error, for a null name. */
 ORV_API TOrvHandle Talvec_Action_CreateActionByName(const OrvWChar* name);
 
 /* A new action by its code (ORV_ACTION_...); null, without a last error, for a code that the catalogue does not
  * know. */
 ORV_API TOrvHandle Talvec_Action_CreateActionByCode(uint32_t code);
 
-/* An action without name that carries the channels and contacts of an occurrence, from which match actions build
- * actions. It has no text form. A null record stands for the empty record (id 0, name "", number 0). */
+/* A new action without a name that carries the channels and contacts of an occurrence; match actions build actions from
+ * it (OrvMatchAct_CreateActionFromTemplate). The caller closes the handle. Its text, binary and JSON forms are empty.
+ * The records are copied; a null record stands for the empty one (id 0, name "", number 0). */
 ORV_API TOrvHandle OrvAct_CreateGenericAction(const TOrvChannelValue* videoInput, const TOrvChannelValue* videoOutput,
                                               const TOrvChannelValue* inputContact,
                                               const TOrvChannelValue* outputContact, uint32_t genericValue);
 
 /* Both families. A new match action with the name and a copy of the parameters of an action, which the caller
- * closes. */
+ * closes.
+ *   matchAction  out, not null */
 ORV_TWIN(OrvBool, CreateMatchActionFromTemplate, (TOrvHandle action, TOrvHandle* matchAction));
 
 /* Both families. Takes one more reference to the same object: the caller goes on using the handle that it has and owes
@@ -35,10 +37,11 @@ ORV_TWIN(OrvBool, DuplicateHandle, (TOrvHandle handle));
 ORV_TWIN(OrvBool, CloseHandle, (TOrvHandle handle));
 
 /* Both families. A new, independent object with the same content, which the caller closes. Message flags and internal
- * data are not copied; a generic action's parameters are not either. */
+ * data are not copied, nor are the parameters of a generic action.
+ *   clone  out, not null */
 ORV_TWIN(OrvBool, CloneHandle, (TOrvHandle handle, TOrvHandle* clone));
 
-/* Both families. The number of references to the object, as it was a moment ago. */
+/* Both families. The number of references to the object; other threads may have changed it by the time of return. */
 ORV_TWIN(OrvBool, GetReferenceCounter, (TOrvHandle handle, uint32_t* count));
 
 /* Both families. Whether two actions have the same name in any case and the same parameters with equal values of the

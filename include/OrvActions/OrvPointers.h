@@ -9,7 +9,7 @@
  *
  * Object is what is built: Action, MatchAction, or Message for either. The counted forms answer ORV_STATUS_OK,
  * ORV_STATUS_FAIL when there is no object, or ORV_STATUS_POINTER for a null out pointer; the out pointer is written on
- * success alone. When nothing went wrong and yet there is no object, the last error is cleared. */
+ * success alone. If there is no object although nothing went wrong, the last error is cleared. */
 #ifndef ORV_POINTERS_H
 #define ORV_POINTERS_H
 
@@ -52,7 +52,7 @@ ORV_API uint32_t Talvec_Action_CreateIOrvMessagePointerFromTextBuffer(ITalvecMes
                                                                       uint32_t length);
 
 /* From binary form, under the rules of OrvAct_CreateFromBinBuffer; the size counts bytes. The MatchAction forms take
- * what the buffer holds: a buffer with an action gives an action, which answers no to being a match action. */
+ * what the buffer holds: a buffer with an action gives an action, whose QueryInterface refuses ITalvecMatchAction. */
 ORV_API ITalvecAction* Talvec_Action_CreateIOrvActionFromBinBuffer(const void* data, uint32_t size);
 ORV_API ITalvecMatchAction* Talvec_Action_CreateIOrvMatchActionFromBinBuffer(const void* data, uint32_t size);
 ORV_API ITalvecMessage* Talvec_Action_CreateIOrvMessageFromBinBuffer(const void* data, uint32_t size);

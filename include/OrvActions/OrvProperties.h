@@ -17,37 +17,38 @@
 extern "C" {
 #endif
 
-/* The text of a property, or null when the action has none of it.
+/* The text of a property, or null if the action lacks it; both are a success.
  *   key    null reads as ""
  *   value  out, not null: borrowed, until the parameter changes. The text is made inside the parameter, so this read
  *          counts as a write. Event types, channels and resources give their name. */
 ORV_API OrvBool OrvAct_GetProperty(TOrvHandle handle, const OrvWChar* key, const OrvWChar** value);
 
-/* The same as a new system string that the caller frees; the out pointer may be null. What it holds before is not
- * looked at. */
+/* The same as a new system string that the caller frees; the out pointer may be null. A string that it holds already
+ * is overwritten, not freed. */
 ORV_API OrvBool OrvAct_GetProperty__Q_NEW_Q__(TOrvHandle handle, const OrvWChar* key, OrvBStr* value);
 
-/* Stores a text under a property; null reads as "". A client-type is read as a number, decimal or with 0x or 0 in
- * front, and is 0 when it is none. A key that is not in the list stores a String whose name is the key in lower case.
- */
+/* Stores a text under a property; null reads as "". The text of client-type is read as a number, decimal or
+ * hexadecimal after 0x or octal after 0; other text gives 0. A key that is not in the list stores a String whose name
+ * is the key in lower case. */
 ORV_API OrvBool OrvAct_SetProperty(TOrvHandle handle, const OrvWChar* key, const OrvWChar* value);
 
 /* All parameters as <properties>...</properties>, a line each for name and value.
  *   text  not null; must hold null or a system string, which is freed when the new one takes its place
- * A date that the calendar does not know fails the call. */
+ * A date that has no text, because its local time lies before 1601, fails the call. */
 ORV_API OrvBool OrvAct_GetProperties(TOrvHandle handle, OrvBStr* text);
 
-/* All parameters on one line, <action name="...">  <property name="value">..., in which nothing is closed: a flat list
- * to be searched, not XML to be parsed. The text is stored as by OrvAct_GetProperties. */
+/* All parameters on one line, <action name="...">  <property name="value">..., in which no element is
+ * closed: a flat list to be searched, not XML to be parsed. The text is stored as by OrvAct_GetProperties. */
 ORV_API OrvBool OrvAct_GetXML(TOrvHandle handle, OrvBStr* text);
 
 /* The client that caused the action. The outputs point into the action, until its parameters change; none may be null.
- * True when host, type and account are all there. Where one is missing, in this order, its output is null, the result
- * is false without a last error, and the outputs behind it stay as they were. A type that is no number gives null. */
+ * True if host, type and account are all there. At the first that is missing, in this order, the call stops: its output
+ * is null, the later outputs stay as they were, and the result is false without a last error. A type that is no number
+ * gives null. */
 ORV_API OrvBool OrvAct_GetWindowsClientInfo(TOrvHandle handle, const OrvWChar** host, const uint32_t** clientType,
                                             const OrvWChar** account);
 
-/* Stores the client. A null host or account removes it. */
+/* Stores the client; the texts are copied. A null host or account removes that parameter. */
 ORV_API OrvBool OrvAct_UpdateWindowsClientInfo(TOrvHandle handle, const OrvWChar* host, uint32_t clientType,
                                                const OrvWChar* account);
 

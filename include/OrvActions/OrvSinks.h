@@ -7,8 +7,8 @@
  *    OrvCatalogue.h.
  *  - The catalogue is locked meanwhile: a sink may ask the catalogue on its own thread, but must not wait for another
  *    thread that does.
- *  - The last error stays as it is. The result is false for a null sink, else true. A C++ exception of a sink ends the
- *    enumeration with false. */
+ *  - The last error stays as it is. The result is false for a null sink, else true. What a sink throws ends the
+ *    enumeration with false; no exception leaves the function. */
 #ifndef ORV_SINKS_H
 #define ORV_SINKS_H
 
@@ -94,8 +94,8 @@ ORV_API OrvBool Talvec_Action_EnumerateActionClassesInterface(ITalvecActionClass
 /* All actions, in order of their lower-cased names. */
 ORV_API OrvBool Talvec_Action_EnumerateActionsInterface(ITalvecActionSink* sink);
 
-/* The parameters of an action in order of declaration, or the general ones with the code ORV_GENERAL_PARAMETERS. False
- * for a code that the catalogue does not know as well. */
+/* The parameters of an action in order of declaration, or the general ones with the code ORV_GENERAL_PARAMETERS. Also
+ * false for a code that the catalogue does not know. */
 ORV_API OrvBool Talvec_Action_EnumerateActionParametersInterface(ITalvecParameterSink* sink, uint32_t code);
 
 /* The enum values that a filter lets through, see Talvec_Action_GetNumberOfEnumValues. */

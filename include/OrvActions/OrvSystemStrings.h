@@ -3,9 +3,10 @@
  * Windows brings these functions itself (oleauto.h, combaseapi.h), and there this header declares nothing: use the
  * system's. Elsewhere the library exports them with the same names, layout and ownership.
  *
- * A system string is a pointer to 16-bit units. In front of them stands their length in bytes, a 32-bit number, and
- * behind them a zero unit that the length does not count; zero units inside the text are allowed. Null stands for the
- * empty string everywhere. Whoever receives a string owns it and frees it once, on any thread. */
+ * A system string is a pointer to 16-bit units. Before them stands their length in bytes, a 32-bit number, and after
+ * them a zero unit that the length does not count; zero units inside the text are allowed. Null stands for the empty
+ * string everywhere. Whoever receives a string owns it and frees it once, on any thread. These functions leave the last
+ * error alone. */
 #ifndef ORV_SYSTEM_STRINGS_H
 #define ORV_SYSTEM_STRINGS_H
 
@@ -25,7 +26,7 @@ OrvBStr SysAllocString(const OrvWChar* text);
  * the caller to fill. Null when there is no memory or the length does not fit a string. */
 OrvBStr SysAllocStringLen(const OrvWChar* text, uint32_t length);
 
-/* As SysAllocStringLen for `size` bytes; an odd number is allowed. */
+/* As SysAllocStringLen for `size` bytes; an odd number is allowed. Null when there is no memory. */
 OrvBStr SysAllocStringByteLen(const char* bytes, uint32_t size);
 
 /* The length in units, rounded down, and in bytes, the zero unit not counted; 0 for null. */

@@ -6,10 +6,11 @@
  *     ITalvecAction* action = Talvec_Action_ConvertToIOrvAction(handle);
  *     uint32_t count = action->table->GetParameterCount(action);
  *
- * An interface that the library calls is a record of the caller's that begins in the same way. The library does not
+ * An interface that the library calls is an object of the caller's that begins in the same way. The library does not
  * call the three operations of the root, so they may be null:
  *
- *     static void OnParameter(ITalvecParameterEnumerator* self, const OrvWChar* name, uint32_t kind, uint32_t enumType);
+ *     static void OnParameter(ITalvecParameterEnumerator* self, const OrvWChar* name, uint32_t kind,
+ *                             uint32_t enumType);
  *     static const ITalvecParameterEnumeratorTable table = {NULL, NULL, NULL, OnParameter};
  *     ITalvecParameterEnumerator enumerator = {&table};
  *     action->table->EnumerateParameters(action, &enumerator);

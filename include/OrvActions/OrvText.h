@@ -1,7 +1,7 @@
 /* Action text: the language of configuration and logs. Part of OrvActions.h.
  *
- * Technical text, Name (Parameter: value, ...), is what the reader reads back. Plain text is for people: plain names,
- * enum values as words, no way back. */
+ * Technical text, Name (Parameter: value, ...), can be read back. Plain text is for people, with plain names and enum
+ * values as words, and cannot be read back. */
 #ifndef ORV_TEXT_H
 #define ORV_TEXT_H
 
@@ -19,12 +19,12 @@ enum { ORV_STORE_APPLY_PRIORITY_LEVEL = 1 };
  *   length        in units, or ORV_LENGTH_TERMINATED and above for a text up to its terminating zero
  *   expectedKind  what may be built: ORV_EXPECT_ANY or 0x7FFFFFFF both, 1 or 3 actions only, 2 or 4 match actions only,
  *                 anything else nothing
- *   spare         passed along and not read
- *   consumed      out, may be null: how many units were read. Parameters are searched, not parsed: a second action in
- *                 the same text would lend the first one its parameters, so give one action a text
+ *   spare         not read
+ *   consumed      out, may be null: how many units were read. Parameters are searched, not parsed, so give one action a
+ *                 text: a second action in the same text would lend the first one its parameters
  * The result is a new handle that the caller closes, or null. A text that yields no action gives null without a last
- * error; a bad guid or an impossible date in a string of that form, and more markup of one kind than can be told
- * apart in sensible time, give null with one. */
+ * error. A bad guid or an impossible date in a string of that form, and more markup of one kind than can be told apart
+ * in sensible time, give null with a last error. */
 ORV_TWIN(TOrvHandle, CreateFromTextBufferW,
          (const OrvWChar* text, uint32_t length, uint32_t expectedKind, OrvWord spare, uint32_t* consumed));
 
@@ -35,15 +35,18 @@ ORV_TWIN(TOrvHandle, CreateFromTextBufferA,
 
 /* Both families. Stores the plain text or the technical text of an action.
  *   plain  true for plain text
- *   spare  passed along and not read */
+ *   spare  not read
+ *   utf8   true for UTF-8, false for the ANSI code page, in which a character may have no counterpart
+ * Plain text leaves out parameters whose priority exceeds the process-wide priority level, technical text none. A date
+ * whose local time lies before 1601 has no text and fails the call. */
 ORV_TWIN(OrvBool, StoreToTextBufferW,
          (TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain, OrvWord spare, uint32_t* required));
 ORV_TWIN(OrvBool, StoreToTextBufferA,
          (TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8, uint32_t* required));
 
-/* Store with options (ORV_STORE_...). An action that the catalogue does not know is refused: false, with the last
+/* The same with options (ORV_STORE_...). An action that the catalogue does not know is refused: false, with the last
  * error cleared and the required size untouched. Only the narrow form leaves parameters out of technical text; the
- * wide form stores the action as it is. */
+ * wide form ignores the options. */
 ORV_API OrvBool OrvAct_StoreToTextBufferExW(TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain,
                                             OrvWord spare, uint8_t options, uint32_t* required);
 ORV_API OrvBool OrvAct_StoreToTextBufferExA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8,
@@ -57,18 +60,18 @@ ORV_API OrvBool OrvAct_StoreToTextBufWithPriorityLimitW(TOrvHandle handle, OrvWC
 ORV_API OrvBool OrvAct_StoreToTextBufWithPriorityLimitA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain,
                                                         OrvBool utf8, uint32_t limit, uint32_t* required);
 
-/* Converts one action of the older sibling product's text, Name (field, field, Key: value), to technical text. What
- * converts and what is lost on the way is told in docs/sibling-text.md; neither direction needs the sibling's library.
+/* Converts one action of the older sibling product's text, Name (field, field, Key: value), to technical text.
+ * docs/sibling-text.md lists what converts and what is lost; neither direction needs the sibling's library.
  *   text       zero-ended, not a match action; null reads as ""
  *   converted  out, may be null: a system string that the caller frees; left alone on failure
  * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in ORV"), for a
- * text that is no action or whose action this library does not have. A text that is no date where one belongs fails
- * with an error of its own. */
+ * text that is no action or whose action this library lacks. A field that should be a date and is not fails with the
+ * date's own error. */
 ORV_API OrvBool Talvec_Action_ConvertHeskActionTextToOrvActionText(const OrvWChar* text, OrvBStr* converted);
 
 /* The other way, for technical text of an action that the sibling product has. Arguments as above.
  * False, with the code ORV_ERROR and the sub-code ORV_SUBERROR_NO_COUNTERPART ("Action doesn't exist in HESK"), for a
- * text that does not read as an action and for an action that the sibling does not have. */
+ * text that does not read as an action and for an action that the sibling lacks. */
 ORV_API OrvBool Talvec_Action_ConvertOrvActionTextToHeskActionText(const OrvWChar* text, OrvBStr* converted);
 
 #if defined(__cplusplus)

@@ -38,11 +38,12 @@ extern "C" {
 /* A truth value of 8 bits. The library writes 0 or 1 and takes any non-zero byte as true. */
 typedef uint8_t OrvBool;
 
-/* A word that is passed through to the caller or kept for later use. */
+/* A word of the caller's that a callback gets back, or an argument that nothing reads. */
 typedef uintptr_t OrvWord;
 
-/* A system string: 16-bit units behind a 32-bit byte length, ended by a zero unit. Made by SysAllocString and its
- * kin; whoever receives one owns it and frees it with SysFreeString. Null stands for the empty string. */
+/* A system string: a 32-bit length in bytes, the 16-bit units that the pointer leads to, and a zero unit. Made by
+ * SysAllocString and its kin; whoever receives one owns it and frees it with SysFreeString. Null stands for the empty
+ * string. */
 typedef OrvWChar* OrvBStr;
 
 /* One action. A handle is the primary interface pointer of the object and owns one reference to it. */
@@ -84,7 +85,8 @@ typedef struct TOrvResourceValue {
     const OrvWChar* name; /* null reads as "" */
 } TOrvResourceValue;
 
-/* One item of a result data set. */
+/* One item of a result data set. The name belongs to whoever made the item: the library copies what it is given, and
+ * items that it hands out are freed with their value. */
 typedef struct TOrvResultDataItem {
     uint16_t field0;
     uint16_t field1;
@@ -100,8 +102,8 @@ typedef struct TOrvResultDataList {
     uint64_t count;
 } TOrvResultDataList;
 
-/* A parameter value of any kind. Which member of the payload counts is told by the kind; kinds String and
- * ResultDataSet use the text behind it. */
+/* A parameter value of any kind. The kind decides which member of the payload counts; the kinds String and
+ * ResultDataSet use the text after it instead. */
 typedef struct TOrvParameterValue {
     uint32_t kind;      /* ORV_KIND_..., 0 for none */
     uint32_t enum_type; /* identifier of the value's enum, 0 for none */
@@ -120,20 +122,21 @@ typedef struct TOrvParameterValue {
         TOrvResourceValue resource;
         uint8_t bytes[32];
     } payload;
-    OrvBStr text; /* owned by the record */
+    OrvBStr text; /* owned by the record: the caller frees the last one */
 } TOrvParameterValue;
 
-/* The last failure of the calling thread. The texts stay valid until the next call on this thread that fails. */
+/* The last failure of the calling thread. The texts are never null, belong to the thread and stay valid until its next
+ * call that fails; long ones are cut. */
 typedef struct TOrvLastErrorInfo {
-    uint32_t code;
-    uint32_t subCode;
-    const char* className;
-    const char* message;
-    const OrvWChar* messageW;
-    const char* details;
+    uint32_t code;            /* ORV_ERROR, a code of the system, a date error 1 to 14, or 0 */
+    uint32_t subCode;         /* ORV_SUBERROR_..., 5 for a date error, else 0 */
+    const char* className;    /* of the exception inside the library */
+    const char* message;      /* in the ANSI code page */
+    const OrvWChar* messageW; /* the same in UTF-16 */
+    const char* details;      /* for a developer; often "" */
 } TOrvLastErrorInfo;
 
-/* Message kinds. 1 and 2 tag the sibling platform's buffers and are never the kind of an object. */
+/* Message kinds. 1 and 2 tag buffers of the sibling product and are never the kind of an object. */
 enum {
     ORV_MESSAGE_SIBLING_ACTION = 1,
     ORV_MESSAGE_SIBLING_MATCH_ACTION = 2,
@@ -147,8 +150,7 @@ enum {
 /* A text length that means "up to the terminating zero". */
 #define ORV_LENGTH_TERMINATED 0x7FFFFFFFu
 
-/* The numbers of the value kinds, which are the parameter types of the catalogue.
- * X(name, number) */
+/* The kinds of values. The type of a parameter in the catalogue is the kind that it declares. X(name, number) */
 #define ORV_FOR_EACH_KIND(X) \
     X(Boolean, 1)            \
     X(Numeric32Bit, 2)       \
@@ -163,8 +165,8 @@ enum {
     X(Rect, 11)              \
     X(ResultDataSet, 12)
 
-/* Views: what a parameter designates, not how it is stored. The order is the order of the names' comparison;
- * ABSource stands where it does although its number is 26. X(name, number) */
+/* Views: what a parameter designates, not how it is stored. A name is looked up in this order, which is not quite that
+ * of the numbers: see ABSource. X(name, number) */
 #define ORV_FOR_EACH_VIEW(X)  \
     X(Unavailable, 0)         \
     X(UserName, 1)            \
@@ -195,7 +197,9 @@ enum {
     X(ImexDestination, 25)    \
     X(AILogicRule, 27)
 
-/* Columns of the event record that a parameter occupies, as bits of a mask. X(name, bit) */
+/* Columns of the event record that a parameter fills, as bits of a mask. These names, such as Int32_A, are those of the
+ * catalogue and of extension files; the same column is called Int32FieldA in the event database and as the name of a
+ * parameter. X(name, bit) */
 #define ORV_FOR_EACH_COLUMN(X) \
     X(Int32_A, 0x1)            \
     X(Int32_B, 0x2)            \

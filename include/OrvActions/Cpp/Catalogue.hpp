@@ -2,8 +2,8 @@
 //
 //     for (const orv::ActionInfo& action : orv::AllActions()) { ... }
 //
-// Each function returns a snapshot. Its texts belong to the catalogue: names live as long as the process, plain names
-// and descriptions until somebody writes others.
+// Each function returns a snapshot. Its texts belong to the catalogue and stay valid for the life of the process.
+// OrvCatalogue.h tells what a plain name or a description reads after somebody has written another.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@
 
 namespace orv {
 
-// What all entries have.
+// The texts of every entry.
 struct EntryTexts {
     std::u16string_view name;
     std::u16string_view plainName;  // native or neutral, see OrvAct_SetNativeTranslation

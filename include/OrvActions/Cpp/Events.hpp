@@ -1,7 +1,7 @@
 // Event records in the C++ wrapper. Part of OrvActions.hpp; include that.
 //
-//     orv::EventRecord record(action);
 //     const std::string image = action.Binary();
+//     orv::EventRecord record(action.Handle());
 //     record.SetImage(image);
 //     StoreInMyDatabase(*record.get());
 //     orv::Action back = orv::Action::Restored(*record.get());
@@ -16,8 +16,8 @@
 
 namespace orv {
 
-// A record filled from an action. Its columns lead into the action's parameters: it is good as long as the action lives
-// and none of them changes or is read as text.
+// A record filled from an action. Its columns lead into the action's parameters: it is valid as long as the action
+// lives and none of them changes or is read as text. Make the image before the record, as above.
 class EventRecord {
 public:
     // Converts values in the action, so it counts as a write.
@@ -42,12 +42,12 @@ private:
     TOrvEventData record_{};
 };
 
-// A line of the description of a record. The texts are gone after the call.
+// A line of the description of a record. The texts are valid until the callable returns.
 struct EventLine {
     std::u16string_view label;
     std::u16string_view value;
     std::uint32_t priority;
-    bool whole;  // the last one: the name of the event, and the whole plain text behind it
+    bool whole;  // the last one: the name of the event, and the whole plain text after it
 };
 
 // Describes a record for people: one call for each parameter that the catalogue declares and the record holds, then one

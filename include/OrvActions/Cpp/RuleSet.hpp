@@ -1,12 +1,13 @@
-// Any number of match actions against which actions are held, in the C++ wrapper. Part of OrvActions.hpp; include that.
+// Any number of match actions, and which of them an action matches, in the C++ wrapper. Part of OrvActions.hpp; include
+// that.
 //
 //     orv::RuleSet rules;
 //     const orv::RuleSet::Id gate = rules.Add(orv::Action::Parse("@ PanLeft (Camera: 7)"));
 //     for (orv::RuleSet::Id id : rules.Match(action)) { ... }
 //
-// The decision is that of OrvMatchAct_Matches. An index finds the rules that can match at all: each stands under the
-// name of its action and the value of one of its parameters, the one that tells most. So what a call costs depends on
-// how many rules match, hardly on how many there are.
+// The decision is that of OrvMatchAct_Matches. An index finds the rules that can match at all: each is listed under the
+// name of its action and the value of its most telling parameter. So the cost of a call depends on how many rules
+// match, hardly on how many there are.
 #pragma once
 
 #include <algorithm>
@@ -37,9 +38,9 @@ public:
         key_ = mixed ^ (mixed >> 29);
         return *this;
     }
-    // The same for texts that are equal in any case. The library knows the case of all scripts; here all units beyond
-    // ASCII are alike, and so is what they may become: a dotted capital I and a Kelvin sign can turn into ASCII
-    // letters.
+    // The same for texts that are equal in any case. The library knows the case of all scripts; this treats all units
+    // beyond ASCII as one, apart from those that can turn into ASCII letters: the dotted I, the dotless i and the
+    // Kelvin sign.
     IndexKey& AddInAnyCase(std::u16string_view text)
     {
         std::uint64_t hash = 0xCBF29CE484222325;
@@ -78,8 +79,8 @@ inline int Telling(std::uint32_t kind, std::uint32_t enumType)
     }
 }
 
-// The keys of a value under that of its parameter. A rule's value has one: that of its first field that is filled,
-// which decides alone. An action's value has one for each field that a rule may ask for.
+// Makes the keys of a value from that of its parameter. A rule's value has one key, that of its first field that is
+// filled, because that field decides alone. An action's value has a key for each field that a rule may ask for.
 template <class Call>
 void ForEachKey(const TOrvParameterValue& value, std::u16string_view text, IndexKey parameter, bool ofRule, Call call)
 {
@@ -139,7 +140,7 @@ public:
     RuleSet(RuleSet&&) = default;
     RuleSet& operator=(RuleSet&&) = default;
 
-    // Copies a match action into the set. A rule that is no match action matches nothing; an empty one is thrown back.
+    // Copies a match action into the set. An action that is no match action matches nothing; an empty one throws.
     Id Add(const Action& rule)
     {
         if (!rule) throw Error("An empty action is no rule.");
@@ -200,7 +201,7 @@ public:
 
 private:
     static constexpr std::size_t kByName = std::numeric_limits<std::size_t>::max();
-    // So many rules may share a value before the next most telling parameter is asked.
+    // This many rules may share a value before the next most telling parameter is taken.
     static constexpr std::size_t kCrowded = 16;
 
     struct Rule {
@@ -220,7 +221,7 @@ private:
         Rule* first = nullptr;
         std::size_t size = 0;
     };
-    // A parameter under whose values rules stand; without rules its place is free.
+    // A parameter under whose values rules are listed; without rules its place is free.
     struct Parameter {
         std::u16string name;
         std::size_t rules = 0;
@@ -243,7 +244,7 @@ private:
         return detail::IndexKey(name).AddInAnyCase(parameter);
     }
 
-    // An absent parameter leaves no error behind, a read that fails does.
+    // An absent parameter stores no last error, a read that fails does.
     static bool Read(const Action& action, const std::u16string& name, detail::Record& value)
     {
         if (value.Read(action.Handle(), name)) return true;
@@ -267,7 +268,7 @@ private:
         detail::Record value;
         for (const CarriedParameter& parameter : rule.Parameters()) {
             const int telling = detail::Telling(parameter.kind, parameter.enumType);
-            // A name with a zero unit inside ends there for a reader, who then finds another or none.
+            // A name with a zero unit inside ends there for a reader, which then finds another parameter or nothing.
             if (telling == 0 || parameter.name.empty() || !Read(rule, parameter.name, value)) continue;
             detail::ForEachKey(*value.get(), value.Text(), ParameterKey(name, parameter.name), true,
                                [&](std::uint64_t key) {

@@ -48,7 +48,7 @@ inline void AppendUtf16(std::u16string& output, std::uint32_t point)
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
-// Takes one character from the front of the text; a byte that begins none is a character of its own.
+// Takes one character from the front of the text; a byte that begins no character counts as one.
 inline std::uint32_t TakeUtf8(std::string_view& text)
 {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(text[i])); };
@@ -101,8 +101,8 @@ inline std::u16string ToUtf16(std::string_view utf8)
     return output;
 }
 
-// A text as an argument, in whichever form the caller has it: narrow texts are UTF-8. It may refer to what it was made
-// of, so it is for arguments only.
+// A text as an argument, in whichever form the caller has it: narrow texts are UTF-8. It may refer to its source, so it
+// is for arguments only.
 class TextArg {
 public:
     TextArg(const char16_t* text) : view_(text ? std::u16string_view(text) : std::u16string_view(u"")) {}
@@ -168,7 +168,7 @@ public:
     const std::string& Details() const noexcept { return details_; }
     // The exception's class inside the library, "" when the call has stored none.
     const std::string& ClassName() const noexcept { return className_; }
-    // How far reading came: in UTF-16 units of a text, in bytes of a buffer; nothing when it is not about reading.
+    // How far reading came: in UTF-16 units of a text, in bytes of a buffer; empty if it is not about reading.
     std::optional<std::size_t> Position() const noexcept { return position_; }
 
 private:

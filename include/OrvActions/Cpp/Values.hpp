@@ -15,7 +15,7 @@
 //     Enum                            Numeric32Bit    with the id of its enum
 //     ResultData                      ResultDataSet
 //
-// Value is any of them, in the type that its kind has.
+// Value holds any of them, in the type that belongs to its kind.
 //
 // "Reads convert" means by the library's rules: a number may be read from another number, a text or a channel.
 #pragma once
@@ -179,8 +179,8 @@ inline const OrvWChar* Units(const std::u16string& text)
     return reinterpret_cast<const OrvWChar*>(text.c_str());
 }
 
-// Reads with conversion. The library reports presence only, and leaves the output alone where it cannot convert: a
-// zero is told from that by a second read over another number.
+// Reads with conversion. The library only reports that the parameter is present, and leaves the output alone if it
+// cannot convert. So a zero is read a second time, over another number.
 template <class Number, class Operation>
 std::optional<Number> ReadNumber(TOrvHandle handle, const TextArg& name, Operation operation)
 {
