@@ -8,7 +8,7 @@ std::uint64_t allocations = 0;  // the benchmarks run on one thread
 
 }  // namespace
 
-// In front of the C library's own, which it also offers under these names.
+// They replace those of the C library, which also offers these names.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);

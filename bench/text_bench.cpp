@@ -70,17 +70,17 @@ constexpr Family kFamilies[] = {
     {"protected quotes, in a string", u"CameraOn (x: \"", u"\\\"", u"\")"},
     {"protected quotes, between parameters", u"CameraOn (x: 1, ", u"\\\"", u", y: 2)"},
     {"blanks, between parameters", u"CameraOn (x: 1, ", u" ", u"y: 2)"},
-    {"blanks, behind the bracket", u"CameraOn (x: 1)", u" ", u""},
+    {"blanks, after the bracket", u"CameraOn (x: 1)", u" ", u""},
     {"quotes, between parameters", u"CameraOn (x: 1, ", u"\"", u", y: 2)"},
     {"braces, between parameters", u"CameraOn (x: 1, ", u"{", u", y: 2)"},
     {"open lists, between parameters", u"CameraOn (x: 1, ", u"{{1,1,1,1,1,\"\\\"}", u", y: 2)"},
     {"open tags, in a string", u"CameraOn (x: \"", u"<a b=\"", u">\")"},
     {"tags, in a string", u"CameraOn (x: \"", u"<p x=\"0\" y=\"0\"><q/></p>", u"\")"},
     {"attributes, in a string", u"CameraOn (x: \"<a ", u"b=c=", u"\">\")"},
-    {"digits, behind the bracket", u"CameraOn (x: 1)", u"1", u""},
-    {"letters, behind the bracket", u"CameraOn (x: 1)", u"x", u""},
-    {"colons, behind the bracket", u"CameraOn (x: 1)", u"x:", u""},
-    {"commas, behind the bracket", u"CameraOn (x: 1)", u",", u""},
+    {"digits, after the bracket", u"CameraOn (x: 1)", u"1", u""},
+    {"letters, after the bracket", u"CameraOn (x: 1)", u"x", u""},
+    {"colons, after the bracket", u"CameraOn (x: 1)", u"x:", u""},
+    {"commas, after the bracket", u"CameraOn (x: 1)", u",", u""},
 };
 
 // Arguments: family, units.

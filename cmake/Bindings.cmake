@@ -1,5 +1,5 @@
-# The bindings of other languages: what is written by hand beside what the generator makes of the registry. Everything
-# is put together in the build tree.
+# The bindings of other languages: the hand-written part and what the generator makes of headers and catalogue, put
+# together in the build tree.
 set(ORV_BINDINGS ${PROJECT_SOURCE_DIR}/bindings)
 set(ORV_GENERATED_BINDINGS ${ORV_GENERATED_DIR}/bindings)
 

@@ -29,7 +29,7 @@ endif()
 add_library(orv_flags INTERFACE)
 target_compile_options(orv_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fpch-preprocess>)
-# Hardened as a distribution hardens. Debug builds are for the sanitizers, which FORTIFY would get in the way of.
+# Hardened as a distribution hardens. Debug builds are for the sanitizers, which FORTIFY would disturb.
 set(fortify $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 if(WIN32)
     target_link_options(orv_flags INTERFACE -Wl,--dynamicbase,--high-entropy-va,--nxcompat)

@@ -1,4 +1,4 @@
-# What others have written and we call. Header-only libraries come from the system's include folder, but one by one
+# Libraries of others that we use. Header-only libraries come from the system's include folder, but one by one
 # through links in the build tree: a cross build must never see the rest of that folder.
 set(ORV_HEADERS_DIR ${PROJECT_BINARY_DIR}/headers)
 

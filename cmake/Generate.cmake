@@ -36,7 +36,7 @@ execute_process(
     OUTPUT_VARIABLE orv_outputs OUTPUT_STRIP_TRAILING_WHITESPACE
     ERROR_VARIABLE orv_problems RESULT_VARIABLE orv_result)
 if(NOT orv_result EQUAL 0)
-    # Without this a build tree would not notice that the data has been mended.
+    # Without this a build tree would not notice that the data has been corrected.
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ORV_GENERATOR_INPUTS})
     # Indented, because CMake breaks the lines of running text.
     string(REPLACE "\n" "\n  " orv_problems "${orv_problems}")

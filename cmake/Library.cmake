@@ -23,8 +23,8 @@ target_compile_options(orv_objects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Wmissing-d
 target_precompile_headers(orv_objects PRIVATE
     <cstdint> <cstring> <map> <memory> <optional> <span> <string> <string_view> <vector>)
 
-# For programs of ours that need floors that the library does not export: the linker takes out of the archive what they
-# call, and nothing else, so none of the exported functions stands in them a second time.
+# For programs of ours that need floors that the library does not export: the linker only takes out of the archive what
+# they call, so the exported functions are not in them a second time.
 add_library(orv_inside STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:orv_objects>)
 target_link_libraries(orv_inside PUBLIC Threads::Threads)
 

@@ -66,7 +66,7 @@ target_link_libraries(reliability_allocation PRIVATE orv_flags OrvActions)
 add_executable(reliability_load EXCLUDE_FROM_ALL ${reliability}/load_failure.cpp ${reliability}/failing_allocator.cpp)
 target_include_directories(reliability_load PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
 target_link_libraries(reliability_load PRIVATE orv_flags ${CMAKE_DL_LIBS})
-# In front of the tool, which is a program of its own.
+# Preloaded into the tool, which is a program of its own.
 add_library(reliability_refuse MODULE EXCLUDE_FROM_ALL ${reliability}/failing_allocator.cpp)
 target_link_libraries(reliability_refuse PRIVATE orv_flags)
 

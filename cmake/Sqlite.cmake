@@ -1,5 +1,5 @@
-# SQLite, for the tool's event database, as the target orv_sqlite. Windows gets one of its own, made once in the build
-# tree, unless the cross compiler has one: Debian has no package of it.
+# SQLite, for the tool's event database, as the target orv_sqlite. For Windows it is built once in the build
+# tree, unless the cross compiler has it: Debian has no package.
 
 # Makes a library for Windows out of the system's source package, in the folder of its name in the build tree.
 function(orv_windows_library name)

@@ -73,7 +73,7 @@ foreach(suite Loading GivingUp Lacking Whole)
     endif()
 endforeach()
 
-# What the rows of src/ulmo/data/character_classes.txt are made with.
+# The program that makes the rows of src/ulmo/data/character_classes.txt.
 if(WIN32)
     add_executable(make_character_classes ${PROJECT_SOURCE_DIR}/src/ulmo/data/make_character_classes.cpp)
     target_link_libraries(make_character_classes PRIVATE orv_flags orv_boost)
@@ -83,8 +83,16 @@ endif()
 function(orv_python_test name)
     add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
         ${orv_configurations})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "PYTHONDONTWRITEBYTECODE=1;ORVACT_RUNNER=${CMAKE_CROSSCOMPILING_EMULATOR};ORV_BIN=${PROJECT_BINARY_DIR}/bin;ORVACT=${PROJECT_BINARY_DIR}/bin/orvact${CMAKE_EXECUTABLE_SUFFIX};ORV_LIBRARY=$<TARGET_FILE:OrvActions>;ORV_GENERATED=${PROJECT_BINARY_DIR}/generated;ORV_OBJDUMP=${CMAKE_OBJDUMP};ORV_NM=${CMAKE_NM}")
+    set(environment
+        PYTHONDONTWRITEBYTECODE=1
+        ORVACT_RUNNER=${CMAKE_CROSSCOMPILING_EMULATOR}
+        ORV_BIN=${PROJECT_BINARY_DIR}/bin
+        ORVACT=${PROJECT_BINARY_DIR}/bin/orvact${CMAKE_EXECUTABLE_SUFFIX}
+        ORV_LIBRARY=$<TARGET_FILE:OrvActions>
+        ORV_GENERATED=${PROJECT_BINARY_DIR}/generated
+        ORV_OBJDUMP=${CMAKE_OBJDUMP}
+        ORV_NM=${CMAKE_NM})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}")
 endfunction()
 
 if(NOT CMAKE_CROSSCOMPILING)
@@ -133,7 +141,7 @@ target_link_libraries(plain_host PRIVATE ${CMAKE_DL_LIBS})
 add_dependencies(plain_host orv_generated OrvActions)
 add_test(NAME plain_host COMMAND plain_host $<TARGET_FILE:OrvActions>)
 
-# A host that crashes. The sanitizers have an opinion of their own on that.
+# A host that crashes, which the sanitizers would catch.
 if(NOT ORV_SANITIZE)
     add_executable(crashing_host ${PROJECT_SOURCE_DIR}/tests/crash/crashing_host.c)
     target_link_libraries(crashing_host PRIVATE ${CMAKE_DL_LIBS})

@@ -1,5 +1,5 @@
-# utf8proc, for the widths of characters on a terminal, as the target orv_utf8proc. Windows gets one of its own, made once
-# in the build tree, unless the cross compiler has one: Debian has no package of it.
+# utf8proc, for the widths of characters on a terminal, as the target orv_utf8proc. For Windows it is built once in the
+# build tree, unless the cross compiler has it: Debian has no package.
 add_library(orv_utf8proc INTERFACE)
 if(WIN32)
     find_library(ORV_UTF8PROC_LIBRARY NAMES libutf8proc.a)

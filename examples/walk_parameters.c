@@ -2,7 +2,7 @@
 #include <OrvActions.h>
 #include <stdio.h>
 
-/* Prints what of a wide text is ASCII: names in the catalogue always are. */
+/* Prints the ASCII characters of a wide text; names in the catalogue have no others. */
 static void PrintName(const OrvWChar* name)
 {
     for (; *name; ++name) putchar(*name < 128 ? (char)*name : '?');

@@ -1,5 +1,5 @@
-// Mutations of the binary form that know where its lengths are: a length gets a value that hurts, a text with its
-// length is taken out or doubled, a kind becomes another. What libFuzzer knows to do is done as well.
+// Mutations of the binary form that know where its lengths are: a length gets a hostile value, a text with its
+// length is removed or doubled, a kind becomes another. libFuzzer's own mutations are used as well.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -31,7 +31,7 @@ void Put(Bytes& bytes, std::size_t place, std::uint32_t word)
     std::memcpy(bytes.data() + place, &word, sizeof word);
 }
 
-// Where a number of units stands with just such a text behind it: each ends in a zero unit.
+// The places where a count of units is followed by a text of that length, which ends in a zero unit.
 std::vector<std::size_t> Texts(const Bytes& bytes)
 {
     std::vector<std::size_t> places;
@@ -61,7 +61,7 @@ void Change(Bytes& bytes, Random& random)
         bytes.insert(at(end), text.begin(), text.end());
         break;
     }
-    default:  // behind a name stand kind and enum
+    default:  // after a name stand kind and enum
         if (end + 4 <= bytes.size()) Put(bytes, end, random() % kKinds);
         break;
     }

@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     std::u16string text(size / sizeof(char16_t), u'\0');
     if (!text.empty()) std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
-    SetSearchBudget(50'000);
+    SetFixedSearchBudget(50'000);
     Expect(CompareSteps(text));
     Expect(CompareReadings(text));
     return 0;

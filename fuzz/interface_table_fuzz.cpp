@@ -208,7 +208,7 @@ void Derive(ITalvecMatchAction& object)
 {
     ITalvecMatchAction* pattern = object.CreateMatchAction();
     pattern->AddRef();
-    // A pattern of the object's own values fits, unless a value is none that anything fits.
+    // A pattern of the object's own values matches, unless one of them matches nothing, such as a NaN.
     pattern->Matches(&object);
     if (pattern->Matches(nullptr) || object.Matches(nullptr)) std::abort();
     ReadAll(*pattern);

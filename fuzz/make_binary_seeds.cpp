@@ -1,4 +1,4 @@
-// Seeds for the binary targets: each built-in action with every parameter set, as a binary form for the reader, behind
+// Seeds for the binary targets: each built-in action with every parameter set, as a binary form for the reader, after
 // its byte of options, and as text for the round trip.
 #include "forms/technical_text_writer.h"
 #include "seeds.h"

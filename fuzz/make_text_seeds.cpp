@@ -1,4 +1,4 @@
-// Seeds for the text reader, behind its byte of options: the text of every built-in action with every parameter set.
+// Seeds for the text reader, after its byte of options: the text of every built-in action with every parameter set.
 #include "forms/technical_text_writer.h"
 #include "seeds.h"
 

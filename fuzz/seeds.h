@@ -18,7 +18,7 @@ class SeedFolder {
 public:
     explicit SeedFolder(const std::filesystem::path& path) : path_(path) { std::filesystem::create_directories(path); }
 
-    // A seed is the bytes behind those that stand in front of them, such as a byte of options.
+    // A seed is the bytes after a head, such as a byte of options.
     void Write(const std::string& name, std::string_view bytes, std::string_view front = {}) const
     {
         std::ofstream stream(path_ / name, std::ios::binary);

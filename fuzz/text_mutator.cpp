@@ -1,5 +1,5 @@
 // Mutations of action text that keep it action text more often than not: whole parameters move, brackets and quotes
-// come in pairs, and what libFuzzer knows to do is done as well. For the targets whose input is UTF-16, some behind a
+// come in pairs, and what libFuzzer knows to do is done as well. For the targets whose input is UTF-16, some after a
 // byte of options.
 #include <algorithm>
 #include <cstdint>

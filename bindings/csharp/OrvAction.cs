@@ -35,7 +35,7 @@ namespace Orv
         }
 
         /// <summary>The action of a technical text.</summary>
-        /// <exception cref="OrvException">The text holds none.</exception>
+        /// <exception cref="OrvException">The text holds no action.</exception>
         public static OrvAction Parse(string text)
         {
             uint consumed = 0;
@@ -239,7 +239,7 @@ namespace Orv
                         typeof(HasCall));
         }
 
-        /// <summary>False when there was none.</summary>
+        /// <summary>False if it was absent.</summary>
         public bool Remove(string name)
         {
             bool had = Has(name);
@@ -251,7 +251,7 @@ namespace Orv
             return had;
         }
 
-        /// <summary>How a parameter is stored; None when it is not there.</summary>
+        /// <summary>How a parameter is stored; None if it is absent.</summary>
         public Kind KindOf(string name)
         {
             return (Kind)Call(Operation.GetParameterType, (call, self) => ((NameCall)call)(self, Checked(name)),
@@ -265,7 +265,7 @@ namespace Orv
                         typeof(NameCall));
         }
 
-        /// <summary>A value: null when the parameter is not there; setting null removes it. A value that is set keeps
+        /// <summary>A value: null if the parameter is absent; setting null removes it. A value that is set keeps
         /// its own kind, whatever the catalogue declares: the typed classes know the declared kinds.</summary>
         public object this[string name]
         {
@@ -401,7 +401,7 @@ namespace Orv
             else throw new ArgumentException("no parameter holds a value of the type " + value.GetType().Name);
         }
 
-        /// <summary>A text in the form of a system string: its length in bytes stands in front of the first unit.
+        /// <summary>A text in the form of a system string: its length in bytes stands before the first unit.
         /// </summary>
         private static IntPtr Text(string text, List<IntPtr> texts)
         {
@@ -436,7 +436,7 @@ namespace Orv
             }
         }
 
-        // ---- for the typed classes: null stands for a parameter that is not there ----
+        // ---- for the typed classes: null stands for an absent parameter ----
 
         private T? As<T>(string name) where T : struct
         {

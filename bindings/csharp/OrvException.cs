@@ -21,7 +21,7 @@ namespace Orv
             ErrorClass = errorClass;
         }
 
-        /// <summary>The last failure of this thread; the message otherwise where the call told nothing.</summary>
+        /// <summary>The last failure of this thread, with the message `otherwise` if the library gives none.</summary>
         internal static OrvException Last(string otherwise)
         {
             var info = new TOrvLastErrorInfo();

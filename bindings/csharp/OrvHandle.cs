@@ -4,7 +4,7 @@ using Orv.Native;
 
 namespace Orv
 {
-    /// <summary>A handle of an action, which it closes. Functions that are given it keep it alive meanwhile.</summary>
+    /// <summary>A handle of an action, which it closes. A function that gets it keeps it alive during the call.</summary>
     public sealed class OrvHandle : SafeHandle
     {
         /// <summary>For functions that take a null handle.</summary>
@@ -34,7 +34,7 @@ namespace Orv
         [DllImport("oleaut32", EntryPoint = "SysFreeString")]
         private static extern void FreeOnWindows(IntPtr text);
 
-        /// <summary>Frees a string that a function of Orv.Native.Api handed out; null is none.</summary>
+        /// <summary>Frees a string that a function of Orv.Native.Api handed out; null is allowed.</summary>
         public static void Free(IntPtr text)
         {
             if (Windows) FreeOnWindows(text);
@@ -47,7 +47,7 @@ namespace Orv
             if (text == IntPtr.Zero) return "";
             try
             {
-                // The length in bytes stands in front of the first unit.
+                // The length in bytes stands before the first unit.
                 return Marshal.PtrToStringUni(text, Marshal.ReadInt32(text, -4) / 2);
             }
             finally

@@ -12,7 +12,7 @@ namespace Orv
         internal OrvMatchAction(OrvHandle handle) : base(handle) { }
 
         /// <summary>The match action of a technical text, which begins with @.</summary>
-        /// <exception cref="OrvException">The text holds none.</exception>
+        /// <exception cref="OrvException">The text holds no match action.</exception>
         public new static OrvMatchAction Parse(string text)
         {
             OrvAction found = OrvAction.Parse(text);

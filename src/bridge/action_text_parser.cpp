@@ -22,7 +22,7 @@ ObjectPtr<TOrvAction> ActionTextParser::Parse()
     return action;
 }
 
-// The search for a field is not anchored: what stands in front of it is skipped without complaint. Deliberate.
+// The search for a field is not anchored: what comes before it is skipped without complaint. Deliberate.
 bool ActionTextParser::Split()
 {
     OrvPLC::HeaderMatch header;

@@ -33,13 +33,13 @@ private:
 // One reading of a text, which outlives the parser.
 class ActionTextParser {
 public:
-    // No action has as many fields: what stands behind is checked and dropped, so that a long text costs no memory.
+    // No action has this many fields. Further fields are checked and dropped, so that a long text costs no memory.
     static constexpr std::size_t kMostTokens = 32;
 
     explicit ActionTextParser(std::u16string_view text) : scanner_(text, OrvPLC::TextDialect::Sibling) {}
 
-    // The action, or null for a text that is none, has a prefix or has no counterpart here. Raises EUlmoDateTime for a
-    // date that is none, SystemException when names cannot be compared.
+    // The action, or null for a text that is not an action, has a prefix or has no counterpart here. Raises
+    // EUlmoDateTime for a text that should be a date, SystemException if the system cannot compare names.
     OrvPLC::ObjectPtr<OrvPLC::TOrvAction> Parse();
 
     // For the reading of one action's fields.
@@ -60,7 +60,7 @@ private:
 
     OrvPLC::TextScanner scanner_;
     std::u16string_view name_;
-    std::size_t fields_ = 0;  // the place behind the opening bracket
+    std::size_t fields_ = 0;  // the place after the opening bracket
     std::vector<ActionTextToken> tokens_;
     std::size_t cursor_ = 0;
 };

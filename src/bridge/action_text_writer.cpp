@@ -12,7 +12,7 @@ using OrvPLC::TOrvParameter;
 
 namespace {
 
-// Each reads what the value converts to; without a value, or with one that does not convert, the nothing of its kind.
+// Each reads what the value converts to. Without a value, or if it does not convert: 0, or an empty text.
 class ValueText {
 public:
     ValueText(std::u16string& output, TOrvParameter* value) : output_(output), value_(value) {}

@@ -11,7 +11,7 @@
 
 namespace HeskPLC {
 
-// The converter that writes actions of this name, null when the sibling has none of them.
+// The converter that writes actions of this name, null if the sibling lacks the action.
 const Converter* FindWritingConverter(std::u16string_view actionName);
 
 class ActionTextWriter {
@@ -23,8 +23,8 @@ public:
     // For the writing of one action.
     void Begin(std::u16string_view name);
     void WriteFields(OrvPLC::TOrvAction& action, std::span<const FieldRow> fields);
-    // A positional field is always written, with the value of nothing when the action has none; a keyed one only when
-    // the action has the parameter.
+    // A positional field is always written, as 0 or an empty text if the action lacks the parameter; a keyed field is
+    // written only if the action has it.
     void WriteField(OrvPLC::TOrvAction& action, const Field& field);
     void WriteLiteral(std::u16string_view field);
     std::u16string Finish();

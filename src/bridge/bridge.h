@@ -3,7 +3,7 @@
 
 namespace HeskPLC {
 
-// Makes the bridge ready and registers it with the readers, which hand it what is the sibling's.
+// Registers the bridge with the readers, which pass it the sibling's input. The sibling's library is loaded later.
 void StartBridge();
 void EndBridge();
 

@@ -49,7 +49,7 @@ struct Converter {
 
 std::span<const Converter> Converters();  // ascending by lowerName
 
-// By the name in any case, null when there is none. Raises SystemException when the system refuses to compare.
+// By the name in any case, null if there is none. Raises SystemException if the system refuses to compare.
 const Converter* FindConverter(std::u16string_view name);
 
 // Compares names and keys as the sibling product does: by the user's language, without regard to case. Raises as above.

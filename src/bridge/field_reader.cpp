@@ -1,4 +1,4 @@
-// From a token to the value of a parameter, kind by kind. No number fails to be read: what is none gives 0.
+// From a token to the value of a parameter, kind by kind. Reading a number never fails; other text gives 0.
 #include "bridge/action_text_parser.h"
 #include "ulmo/date_time.h"
 #include "ulmo/guid_tools.h"
@@ -80,7 +80,7 @@ void SetValue(TOrvParameter& value, const Field& field, const ActionTextToken& t
     }
 }
 
-// The guid that the field needs. False for a text that is none.
+// The guid that the field needs. False for a text that is not a guid.
 bool ReadGuid(const Field& field, const ActionTextToken& token, TOrvGuid& guid)
 {
     if (field.kind == ORV_KIND_Guid) return Ulmo::GuidTools::StringToGuidW(token.String(), guid);
@@ -94,8 +94,8 @@ void ReadField(ActionTextParser& parser, TOrvAction& action, const Field& field)
 {
     const ActionTextToken* token = parser.Current();
     if (!token) return;
-    // A keyed field may be absent: then the token waits for a later one. A key that nobody knows so blocks all keyed
-    // fields behind it, and a positional field takes it for its own. Deliberate.
+    // A keyed field may be absent: then the token waits for a later field. So an unknown key blocks all keyed fields
+    // after it. A positional field takes a token with any key. Deliberate.
     if (!field.key.empty() && !SameName(token->Key(), field.key)) return;
     TOrvGuid guid{};
     if (ReadGuid(field, *token, guid)) {  // a bad one leaves the parameter unset, and its token is used up

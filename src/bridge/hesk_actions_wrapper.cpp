@@ -19,11 +19,11 @@ namespace {
 
 constexpr std::u16string_view kLibrary = u"HeskActions";
 constexpr std::uint32_t kMostAttempts = 10;
-constexpr std::uint32_t kUsualText = 2047;          // characters that the first call has room for
-constexpr std::uint32_t kLongestText = 0x100'0000;  // what claims to be longer is no action
+constexpr std::uint32_t kUsualText = 2047;          // characters that fit into the first call
+constexpr std::uint32_t kLongestText = 0x100'0000;  // a text that claims to be longer is not an action
 
 constexpr std::u16string_view kTextFault = u"#### HeskActionsWrapper >>>> Exception _HeskAct_StoreToTextBuffer >>>> ";
-// Two operations share these words. Deliberate: whoever watches the debug output knows them.
+// Two operations share these words. Deliberate: readers of the debug output know them.
 constexpr std::u16string_view kBufferFault = u"#### HeskActionsWrapper >>>> Error FHeskAct_CreateFromBinBuffer >>>> ";
 constexpr std::u16string_view kEventFault =
     u"#### HeskActionsWrapper >>>> Error FStoreHeskEventDataRecordToTextBuffer >>>> ";
@@ -67,15 +67,15 @@ void FetchLongText(HeskHandle action, std::u16string& output)
     if (length == 0 || length > kLongestText) return;
     std::u16string text(length, u'\0');
     std::uint32_t stored = length;
-    // The third call tells a capacity of 0 and yet gets the buffer: the library fills it by the length. Deliberate.
+    // The third call passes a capacity of 0 together with the buffer: the library fills it by the length. Deliberate.
     StoreText(action, text.data(), 0, stored);
     if (stored == 0) return;
     text.resize(std::min(stored, length));
     output = std::move(text);
 }
 
-// The text of an action. A failure leaves the output empty. Here and below, that memory has run out is no failure of
-// the sibling's and goes on to the caller.
+// The text of an action. A failure leaves the output empty. Here and below std::bad_alloc goes on to the caller: it is
+// not a failure of the sibling.
 void FetchText(HeskHandle action, std::u16string& output)
 {
     output.clear();
@@ -95,7 +95,7 @@ void FetchText(HeskHandle action, std::u16string& output)
     }
 }
 
-// Takes the action, which may be null, and gives its text in our own form. False when there is none.
+// Takes the action, which may be null, and gives its text in our own form. False if there is none.
 bool TakeText(HeskHandle action, std::u16string& output)
 {
     if (!action) return false;
@@ -148,7 +148,7 @@ bool HeskActionsWrapper::Load()
         return false;
     }
     ready = true;
-    if (!ResolveAll(*this)) ready = false;  // no failed attempt: the next call looks again
+    if (!ResolveAll(*this)) ready = false;  // does not count as a failed attempt: the next call looks again
     return ready;
 }
 

@@ -23,8 +23,8 @@ class HeskActionsWrapper final : public Ulmo::SecureModuleHandle, public Ulmo::V
 public:
     ~HeskActionsWrapper() override;
 
-    // Whether the library is loaded with all its functions; tries to when it is not. A file that is not there costs one
-    // query and counts as no attempt. After ten failed attempts the library is not tried again.
+    // Whether the library is loaded with all its functions; if not, tries to load it. A file that is absent costs one
+    // query and does not count as an attempt. After ten failed attempts there is no further one.
     bool Load();
 
     // Each gives our own action text. False when the library is not there or does not understand the input, or when
@@ -41,7 +41,7 @@ private:
     Ulmo::CriticalSection section_;
 };
 
-// The one of the process, made on first use and there until the library ends.
+// The wrapper of the process, made on first use; it lives until the library ends.
 HeskActionsWrapper& GetHeskActionsWrapper();
 void EndHeskActionsWrapper();
 

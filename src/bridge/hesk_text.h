@@ -5,7 +5,7 @@
 
 namespace HeskPLC {
 
-// Replaces a text of the sibling by the technical text of its action, or by nothing when it is none. Raises what the
+// Replaces a text of the sibling by the technical text of its action, or by "" if it is not an action. Raises what the
 // parser raises and what the writing of a date raises.
 void ConvertHeskTextToOrvText(std::u16string& text);
 

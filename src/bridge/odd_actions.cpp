@@ -27,8 +27,8 @@ void WriteMove(ActionTextWriter& writer, TOrvAction& action, const Converter& co
     writer.WriteFields(action, meant.Fields());
 }
 
-// The sibling has no such action but an output that does the same. So the text does not come back as this action:
-// deliberate.
+// The sibling lacks this action but has an output that does the same. So the text does not come back as this action.
+// Deliberate.
 void WriteCameraPushAF(ActionTextWriter& writer, TOrvAction& action, const Converter& converter)
 {
     writer.Begin(u"CameraRAWOutput");
@@ -53,7 +53,7 @@ void ReadVantikNumber(ActionTextParser& parser, TOrvAction& action)
         if (SameName(token.Key(), kFenceKey)) fence = token.Integer();
     });
     if (zone.has_value() == fence.has_value()) {
-        // Left over from an earlier form of the action, and deliberately kept.
+        // From an earlier form of the action. Deliberate: it stays.
         ReadField(parser, action, {kZoneKey, kZoneKey, ORV_KIND_Numeric32Bit, 0});
         ReadField(parser, action, {kFenceKey, kFenceKey, ORV_KIND_Numeric32Bit, 0});
         return;

@@ -11,7 +11,7 @@ class ActionTextWriter;
 
 struct OddAction {
     std::u16string_view name;
-    // In place of the reading and the writing by the field list; null where that does.
+    // Replace reading and writing by the field list; null if the field list does it.
     void (*read)(ActionTextParser& parser, OrvPLC::TOrvAction& action, const Converter& converter);
     void (*write)(ActionTextWriter& writer, OrvPLC::TOrvAction& action, const Converter& converter);
 };

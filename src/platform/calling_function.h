@@ -1,5 +1,4 @@
-// The name of the function that a call stands in, as a default argument: std::source_location does the same, but Clang
-// 14 has it not.
+// The name of the calling function, as a default argument. std::source_location does the same, but Clang 14 lacks it.
 #pragma once
 
 #if defined(__GNUC__)

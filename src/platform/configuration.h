@@ -2,7 +2,7 @@
 //
 // On Windows that is the registry in its 64-bit view. Elsewhere the same keys stand in a text file in the format that
 // the registry exports, UTF-8 or UTF-16 with a byte order mark: the one that the environment variable ORV_REGISTRY
-// names, else /etc/tessarine/orv.reg. Lines that cannot be read are told to the debug sink and left out.
+// names, else /etc/tessarine/orv.reg. Lines that cannot be read are reported to the debug sink and skipped.
 //
 //     [HKEY_LOCAL_MACHINE\SOFTWARE\Tessarine\Orv\Server\PLC]
 //     "StoreGenericParamsToDBFields"=dword:00000001

@@ -17,9 +17,9 @@ public:
     explicit ConsoleStream(Kind kind);
 
     bool IsValid() const { return valid_; }
-    // Writes the text with one call and sets the colour back. Without a colour the present one is kept. Where the
-    // stream is no console but a file or a pipe it gets UTF-8 without colours. Never fails: what the system refuses is
-    // lost. On Linux a terminal gets colours unless NO_COLOR is set.
+    // Writes the text with one call and restores the colour; without a colour the present one is kept. A file or a pipe
+    // gets UTF-8 without colours. Never fails: what the system refuses is lost. On Linux a terminal gets colours unless
+    // NO_COLOR is set.
     void Write(std::u16string_view text, std::optional<ConsoleColour> colour) const;
 
 private:

@@ -31,7 +31,7 @@ public:
     bool Read(void* buffer, std::size_t count, std::size_t& got);  // fewer than asked for only at the end
     bool Write(const void* buffer, std::size_t count);             // all of it
     bool GetSize(std::uint64_t& size) const;
-    // For appending the position is told as the system has it and means nothing to the writes.
+    // When appending this is the position of the system, which does not matter for the writes.
     bool GetPosition(std::uint64_t& position) const;
     bool SetPosition(std::uint64_t position);  // beyond the end is allowed; there is nothing to read there
 

@@ -1,16 +1,16 @@
-// The one way out of the library: calls of functions that the host or another library has given us. Whoever built
-// them, what they raise arrives here as something that a catch clause of ours can see.
+// The one way out of the library: calls of functions that the host or another library has given us. Whatever they raise
+// can be caught here, whichever compiler built them.
 #pragma once
 
 #include <type_traits>
 
 namespace Platform {
 
-// Stands for a C++ exception of another compiler, of which nothing but the fact is known.
+// Stands for a C++ exception of another compiler, of which nothing else is known.
 struct ForeignException {};
 
-// Runs the work. False when it ended in a C++ exception of another compiler, which no catch clause of ours would see.
-// Exceptions of ours pass through. The work must need no cleaning up: its frames are left without.
+// Runs the work. False if it ended in a C++ exception of another compiler, which no catch clause of ours would see.
+// Exceptions of ours pass through. The work must own nothing that needs a destructor: its frames are abandoned.
 bool RunForeign(void (*work)(void* context), void* context);
 
 // Calls the work, a callable that calls the function outside and owns nothing, and gives its result. Raises what the

@@ -4,7 +4,7 @@
 namespace Platform {
 
 // The marshaler for `outer`, an object whose table begins with the three operations of IUnknown, as a pointer to the
-// marshaler's own IUnknown with one reference. Null where the system has none, as on Linux, or when it refuses.
+// marshaler's own IUnknown with one reference. Null if the system has no marshaler, as on Linux, or refuses.
 void* CreateFreeThreadedMarshaler(void* outer);
 
 }  // namespace Platform

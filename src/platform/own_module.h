@@ -6,8 +6,8 @@
 
 namespace Platform {
 
-// The file name without folder and extension. Behind that of an executable stands "_exe", so that two modules of the
-// same name stay distinct. Empty when the system does not tell it.
+// The file name without folder and extension. That of an executable is followed by "_exe", so that two modules of the
+// same name stay distinct. Empty if the system does not know it.
 std::u16string OwnModuleName();
 
 // The file name of the program that runs, without folder and extension.

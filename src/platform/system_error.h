@@ -14,8 +14,8 @@ inline constexpr std::uint32_t kNoUnicodeTranslation = 1113;
 inline constexpr std::uint32_t kResultInsufficientBuffer = 0x8007007A;
 inline constexpr std::uint32_t kResultInvalidParameter = 0x80070057;
 inline constexpr std::uint32_t kResultEndOfFile = 0x80070026;
-// A buffer that is too small for a date in the user's language. On Linux 122 is a quota that is used up, so there the
-// code is another until callers are told.
+// A buffer that is too small for a date in the user's language. On Linux 122 means an exceeded quota, so inside
+// the library the code is another there.
 inline constexpr std::uint32_t kToldInsufficientBuffer = 122;
 #if defined(_WIN32)
 inline constexpr std::uint32_t kInsufficientBuffer = kToldInsufficientBuffer;
@@ -23,7 +23,7 @@ inline constexpr std::uint32_t kInsufficientBuffer = kToldInsufficientBuffer;
 inline constexpr std::uint32_t kInsufficientBuffer = 0x20000000 | kToldInsufficientBuffer;
 #endif
 
-// The code that callers are told, for one of those above or of the system.
+// The code for callers, from one of those above or of the system.
 constexpr std::uint32_t ToldCode(std::uint32_t code)
 {
     return code == kInsufficientBuffer ? kToldInsufficientBuffer : code;
@@ -32,7 +32,7 @@ constexpr std::uint32_t ToldCode(std::uint32_t code)
 std::uint32_t LastError();
 void SetLastError(std::uint32_t code);
 
-// The system's text for a code without trailing line breaks; empty when it has none.
+// The system's text for a code without trailing line breaks; empty if there is none.
 std::u16string SystemErrorText(std::uint32_t code);
 
 }  // namespace Platform

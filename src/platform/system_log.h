@@ -8,7 +8,7 @@ namespace Platform {
 
 class SystemLog {
 public:
-    // Registers the source; where that fails every Write fails.
+    // Registers the source; if that fails every Write fails.
     explicit SystemLog(const char16_t* source);
     SystemLog(const SystemLog&) = delete;
     SystemLog& operator=(const SystemLog&) = delete;
@@ -23,8 +23,8 @@ private:
     [[maybe_unused]] void* owner_ = nullptr;   // the identity of the user whom the entries belong to
 };
 
-// Loads the library that holds the texts of the event log's entries, so that they stay readable. Its handle, null when
-// there is none; always null on Linux, which needs none.
+// Loads the library that holds the texts of the event log's entries, so that they stay readable. Gives its handle, null
+// if there is none; always null on Linux, where none is needed.
 void* LoadSystemLogTexts();
 
 }  // namespace Platform

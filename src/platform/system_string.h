@@ -1,7 +1,7 @@
 // System strings and task memory: blocks that cross the library's boundary and are freed by whoever receives them.
 //
 // On Windows these are the system's own. Elsewhere the library brings them, with the same layout (a 32-bit byte length
-// in front of the units, a zero unit behind them) and exports them for its callers.
+// before the units, a zero unit after them) and exports them for its callers.
 #pragma once
 
 #include <cstddef>

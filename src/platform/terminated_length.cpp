@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-// ThreadSanitizer shall see the reads of the text, and none of its neighbours.
+// ThreadSanitizer is to see the reads of the text, but not those of its neighbours.
 #if defined(__SSE2__) && !defined(__SANITIZE_THREAD__)
 #define ORV_BLOCKS_OF_UNITS
 #include <emmintrin.h>

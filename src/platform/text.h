@@ -32,7 +32,7 @@ bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow);
 // The length of a text that ends in a zero unit, eight units a step.
 std::size_t TerminatedLength(const char16_t* text);
 
-// The first place from `from` on where the unit stands, eight units a step; npos when there is none.
+// The first place of the unit from `from` on, eight units a step; npos if there is none.
 std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t from);
 
 }  // namespace Platform

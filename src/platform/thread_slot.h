@@ -1,4 +1,4 @@
-// One pointer a thread, for the one user that the library has, with a hook that runs when a thread ends.
+// One pointer a thread, for the last error alone, with a hook that runs when a thread ends.
 //
 // Not thread_local: inside a MinGW DLL a thread_local with a destructor crashes at thread end and at unload, whereas a
 // system slot that holds a plain block survives both.

@@ -15,8 +15,8 @@ TESTS = ROOT / "tests/bindings"
 
 class Binding(unittest.TestCase):
     def run_in_folder(self, *command, library="."):
-        done = subprocess.run(list(map(str, command)), cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                              text=True, env={**os.environ, "LD_LIBRARY_PATH": library})
+        done = subprocess.run([str(word) for word in command], cwd=self.folder, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, text=True, env={**os.environ, "LD_LIBRARY_PATH": library})
         self.assertEqual(done.returncode, 0, done.stdout)
         return done.stdout
 

@@ -1,4 +1,4 @@
-// One line that tells all of an event record.
+// An event record as one line.
 #pragma once
 
 #include <string>

@@ -64,7 +64,7 @@ TEST(EventFill, AMaskThatLacksASort)
     ASSERT_EQ(entry->Parameters[0].DbField, std::uint32_t{ORV_COLUMN_Int32_A});
     const ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
     action->Parameters().StoreDeclared(0, [](TOrvParameter& value) { value.SetMediaChannel(7, 5, u"x"); });
-    // A column that is none would lie behind the record.
+    // A column that does not exist would lie after the record.
     struct {
         TOrvEventData record{};
         unsigned char behind[1024]{};

@@ -116,7 +116,7 @@ T InputOf(const Cell& cell)
     return Input(cell, static_cast<T*>(nullptr));
 }
 
-// How one argument is passed, as the two function types tell.
+// How one argument is passed, deduced from the two function types.
 struct Shape {
     bool isNarrow;
     bool isPointerOutput;  // the output is a pointer into the action

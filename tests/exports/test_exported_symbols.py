@@ -29,13 +29,13 @@ def exported() -> set[str]:
 def listed() -> set[str]:
     if WINDOWS:
         lines = (GENERATED / "exports/orvactions.def").read_text().splitlines()
-        return set(lines[lines.index("EXPORTS") + 1:][i].strip() for i in range(len(lines) - lines.index("EXPORTS") - 1))
+        return {line.strip() for line in lines[lines.index("EXPORTS") + 1:]}
     text = (GENERATED / "exports/orvactions.map").read_text()
     return set(re.findall(r"^\s+(\w+);", text.split("local:")[0].split("global:")[1], re.M))
 
 
 def declared() -> set[str]:
-    """The functions that a C compiler sees behind the public header."""
+    """The functions that a C compiler sees in the public header."""
     includes = [f"-I{ROOT / 'include'}", f"-I{GENERATED / 'include'}"]
     probe = subprocess.run(["cc", "-E", "-P", "-x", "c", *includes, "-"], input="#include <OrvActions.h>\n",
                            check=True, capture_output=True, text=True).stdout

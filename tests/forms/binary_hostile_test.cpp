@@ -15,7 +15,7 @@ constexpr std::uint32_t kBetweenFields = 0xFFFFFFFF;
 struct Field {
     std::size_t start;
     std::size_t end;
-    std::size_t recordsBefore;  // that are whole in front of the field
+    std::size_t recordsBefore;  // that are whole and come before the field
     bool isCount;               // of units or of records
     bool endsRecord;            // nothing else of the record is read when this field fails
     bool endsAll;               // nothing else at all is read then

@@ -57,7 +57,7 @@ TEST(BinaryReader, WhatStandsInTheBuffer)
         {Bytes().U32(4).Text(u"A").U32(2).Number(u"COMMENT", 7).Number(u"x", 1), "4 A; COMMENT i32 7; x i32 1"},
         {Bytes().U32(4).Text(u"A").U32(0), "4 A; Comment str ''"},
         {one(u"A").Number(u"Comment", 7), "3 A; Comment i32 7"},
-        // What stands behind the last record is not looked at.
+        // What follows the last record is not looked at.
         {Bytes().U32(3).Text(u"A").U32(0).Number(u"x", 5), "3 A", 16},
     };
     ExpectReadings(rows);

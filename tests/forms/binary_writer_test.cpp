@@ -70,7 +70,7 @@ TEST(BinaryWriter, EveryKind)
     }
 }
 
-// Key order, whatever was set first and whatever the catalogue knows; the description is a record in front.
+// Key order, whatever was set first and whatever the catalogue knows; the description is the first record.
 TEST(BinaryWriter, OrderAndDescription)
 {
     const ObjectPtr<TOrvMatchAction> match(TOrvMatchAction::Create(u"panLeft"));
@@ -84,7 +84,7 @@ TEST(BinaryWriter, OrderAndDescription)
     EXPECT_EQ(BinaryForm(*match), expected.Get());
 }
 
-// Each size: whole fields only, nothing behind them touched, and the length told.
+// Each size: whole fields only, nothing after them touched, and the length told.
 TEST(BinaryWriter, TooSmallABuffer)
 {
     const ObjectPtr<TOrvAction> action(TOrvAction::Create(u"A"));

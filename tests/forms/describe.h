@@ -35,7 +35,7 @@ inline void DescribeValue(std::u16string& text, const TOrvParameter& value)
     if (value.EnumType() != 0) text += u" of", number(value.EnumType());
 }
 
-// "3 PanLeft; Camera chan 0 5 ''"; parameters in key order, behind the description of a match action.
+// "3 PanLeft; Camera chan 0 5 ''"; parameters in key order, after the description of a match action.
 inline std::string Describe(const TOrvAction& action)
 {
     std::u16string text;

@@ -22,7 +22,7 @@ std::string Json(const TOrvMessage& message, bool wrap = true, const std::uint32
     return Ulmo::Utf8FromWide(writer.Finish());
 }
 
-// What stands behind "paramsCount":, with the closing braces.
+// What follows "paramsCount":, with the closing braces.
 std::string Parameters(const TOrvAction& action, const std::uint32_t* limit = nullptr)
 {
     const std::string text = Json(action, true, limit);
@@ -47,7 +47,7 @@ TEST(Json, Values)
 {
     const struct {
         void (*set)(TOrvParameter&);
-        const char* written;  // behind "x":, empty for a value that writes nothing
+        const char* written;  // after "x":, empty for a value that writes nothing
     } rows[] = {
         {[](TOrvParameter& p) { p.SetBoolean(true); }, "1"},
         {[](TOrvParameter& p) { p.SetKindAndEnum(ORV_KIND_Boolean, 0); }, "0"},

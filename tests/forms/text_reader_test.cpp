@@ -54,8 +54,8 @@ TEST(TextReader, Frame)
         {u"A (x: 1", "none", 4},
         {u"A (x: 1, y: 2", "none", 4},
         {u"A (x: 1, y: 2 z)", "none", 7},
-        {u"A (x: 1) B (y: 2)", "3 A; x i32 1; y i32 2"},  // parameters are looked for behind the bracket, too
-        // The header and the closing bracket are found behind any line break.
+        {u"A (x: 1) B (y: 2)", "3 A; x i32 1; y i32 2"},  // parameters are looked for after the bracket, too
+        // The header and the closing bracket are found after any line break.
         {u"rubbish\n A (x: 1)", "3 A; x i32 1"},
         {u"A (x: 1, rubbish\n)", "3 A; x i32 1"},
         {u"A (x: 1, rubbish)", "none", 8},

@@ -56,7 +56,7 @@ private:
     std::string text_;
 };
 
-// An empty string has no group that tells its form, and neither has a resource without the text of its guid.
+// An empty string has no group that shows its form, nor has a resource without the text of its guid.
 FieldMatch Normal(FieldMatch match)
 {
     if (match.form == FieldMatch::Form::Resource && match.parts[0].empty()) {
@@ -73,7 +73,7 @@ void TellItems(View list, Account& account)
     for (ResultItemMatch item; scanner.FindResultItem(item);) {
         for (const View number : item.numbers) account.Add("item", number);
         account.Add("item", item.name);
-        account.Add("behind the item", scanner.Place());
+        account.Add("after the item", scanner.Place());
     }
 }
 
@@ -85,11 +85,11 @@ void TellFields(Scanner& scanner, Account& account)
         account.Add("name", field.name);
         account.Add("form", static_cast<std::size_t>(field.form));
         for (const View part : field.parts) account.Add("part", part);
-        account.Add("behind the field", scanner.Place());
+        account.Add("after the field", scanner.Place());
         if (field.form == FieldMatch::Form::ResultData) TellItems<Scanner>(field.parts[0], account);
     }
     account.Add("closes", scanner.FindClose());
-    account.Add("behind all", scanner.Place());
+    account.Add("after all", scanner.Place());
 }
 
 template <class Scanner>
@@ -102,7 +102,7 @@ void Tell(View text, TextDialect dialect, Account& account)
     if (found) {
         account.Add("prefix", header.prefix);
         account.Add("name", header.name);
-        account.Add("behind the header", scanner.Place());
+        account.Add("after the header", scanner.Place());
     }
     TellFields(scanner, account);
     TellItems<Scanner>(text, account);
@@ -180,7 +180,7 @@ std::string ReadByScanner(View text)
     return (parsed.object ? Describe(*parsed.object) : "none") + " " + std::to_string(parsed.consumed);
 }
 
-// What a reading gives, or how it fails. Raises std::runtime_error only where the engine gives up.
+// What a reading gives, or how it fails. Raises std::runtime_error only if the engine gives up.
 template <class Read>
 std::string Outcome(Read read, View text)
 {

@@ -1,4 +1,4 @@
-// Reads texts by the scanner and by the patterns and tells where they differ.
+// Reads texts by the scanner and by the patterns and shows where they differ.
 #pragma once
 
 #include <string>

@@ -13,7 +13,7 @@ using namespace OrvPLC::Judge;
 namespace {
 
 constexpr unsigned long long kUsualCount = 100'000;
-constexpr std::ptrdiff_t kStates = 100'000;  // of the engine a text; more of them decide few texts more
+constexpr std::ptrdiff_t kStates = 100'000;  // of the engine for a text; more states decide few more texts
 
 // False when the readers differ.
 bool Tell(const char* what, const std::u16string& text, const Comparison& comparison, unsigned long long& undecided)
@@ -30,7 +30,7 @@ int main(int count, char** arguments)
 {
     const unsigned long long texts = count > 1 ? std::strtoull(arguments[1], nullptr, 10) : kUsualCount;
     const unsigned long long seed = count > 2 ? std::strtoull(arguments[2], nullptr, 10) : 1;
-    SetSearchBudget(kStates);
+    SetFixedSearchBudget(kStates);
     TextMaker maker(seed);
     unsigned long long differences = 0, undecidedSteps = 0, undecidedReadings = 0, read = 0;
     for (; read < texts && differences < 10; ++read) {

@@ -1,4 +1,4 @@
-// The scanner against the patterns. `make compare-readers COUNT=...` compares on as many texts as one has time for.
+// The scanner against the patterns. `make compare-readers COUNT=...` compares them on more texts.
 #include "judge/compare_readers.h"
 
 #include <gtest/gtest.h>
@@ -18,8 +18,8 @@ std::string DifferenceOn(std::u16string_view text)
 
 class CompareReaders : public testing::Test {
 protected:
-    CompareReaders() : budget_(SetSearchBudget(100'000)) {}
-    ~CompareReaders() override { SetSearchBudget(budget_); }
+    CompareReaders() : budget_(SetFixedSearchBudget(100'000)) {}
+    ~CompareReaders() override { SetFixedSearchBudget(budget_); }
 
 private:
     std::ptrdiff_t budget_;
@@ -34,7 +34,7 @@ TEST_F(CompareReaders, OnTextsOfAllKinds)
     }
 }
 
-// Where a choice has to be taken back; each row reads otherwise when the choices come in another order.
+// Where a choice has to be taken back; each row reads differently if the choices come in another order.
 TEST_F(CompareReaders, WhereStringsMayCloseInSeveralPlaces)
 {
     const std::u16string_view rows[] = {

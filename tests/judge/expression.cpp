@@ -1,7 +1,7 @@
 #include "judge/expression.h"
 
-// Memory that one search may use to remember where to go back to, in blocks of 4 KB: 128 MB. The engine needs about
-// 100 bytes for each character above U+00FF inside a string, so its own limit of 4 MB refuses a text of 40,000
+// The memory in which one search remembers where to go back to, in blocks of 4 KB: 128 MB. The engine needs about 100
+// bytes for each character above U+00FF inside a string, so with its own limit of 4 MB it refuses a text of 40,000
 // Cyrillic letters.
 #define BOOST_REGEX_MAX_BLOCKS 32768
 
@@ -14,8 +14,8 @@
 
 namespace OrvPLC::Judge {
 
-// UTF-16 units as the engine's characters. Bidirectional only: the engine then skips an estimate of its limit, which
-// is set from the budget anyway, and the searches run a little faster.
+// UTF-16 units as the engine's characters. The iterator is only bidirectional, so that the engine does not estimate a
+// limit of its own: the budget sets the limit, and the searches run a little faster.
 class UnitIterator {
 public:
     using iterator_category = std::bidirectional_iterator_tag;
@@ -95,11 +95,11 @@ using UnitRegex = boost::basic_regex<wchar_t, UnitTraits>;
 
 }  // namespace OrvPLC::Judge
 
-// How often the engine is inside each repeat of the pattern: a list with the newest entry first, an entry for each
-// step that can be taken back. The engine's own version walks all entries of the inner repeats whenever an outer one
-// goes on, without counting the steps as states: a text of some 100 KB could keep it busy for hours. This one has a
-// second link past the entries of inner repeats, so it needs no more steps than repeats are nested. Expressions that
-// call themselves would need more; there are none.
+// Counts how often the engine is inside each repeat of the pattern: a list with the newest entry first, and an entry
+// for each step that can be taken back. The engine's own version walks over all entries of the inner repeats whenever
+// an outer one goes on, without counting these steps as states, so a text of 100 KB could keep it busy for hours. This
+// version has a second link past the entries of inner repeats: it takes at most as many steps as repeats are nested. It
+// does not serve expressions that call themselves, which we do not have.
 template <>
 class boost::BOOST_REGEX_DETAIL_NS::repeater_count<OrvPLC::Judge::UnitIterator> {
 public:
@@ -156,7 +156,7 @@ using Matcher =
     boost::BOOST_REGEX_DETAIL_NS::perl_matcher<UnitIterator, MatchResults::allocator_type, UnitRegex::traits_type>;
 
 // The engine counts the states that it visits and gives up at a limit, but it neither takes the limit as an argument
-// nor tells the count. Both are private members of the matcher that boost::regex_search makes on its stack; naming
+// nor gives the count. Both are private members of the matcher that boost::regex_search makes on its stack; naming
 // them in an explicit instantiation is the one place where the language lets us reach them.
 std::ptrdiff_t& StateCount(Matcher& matcher);
 std::ptrdiff_t& StateLimit(Matcher& matcher);
@@ -168,8 +168,10 @@ struct MatcherMembers {
 };
 template struct MatcherMembers<&Matcher::state_count, &Matcher::max_state_count>;
 
-// About 0.2 s, and 1 us a character. A well-formed text takes some 7 states a character; one that is none takes 60
-// where the patterns begin anew at each character and fail at once.
+// The budget of one reading: about 0.2 s, and 1 us a character. A well-formed text takes some 7 states a character, so
+// the fixed part alone lets more than two million characters through. Text of another kind takes 60 a character, where
+// the patterns begin anew at each and fail at once. A longer budget decides few more texts, and each text that was made
+// to be slow costs all of it: a fuzzer finds many.
 std::ptrdiff_t fixedStates = 20'000'000;
 constexpr std::ptrdiff_t kStatesPerUnit = 100;
 
@@ -237,7 +239,7 @@ std::u16string_view PatternSearch::operator[](std::size_t group) const
     return {found.first.Unit(), static_cast<std::size_t>(found.second.Unit() - found.first.Unit())};
 }
 
-std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states)
+std::ptrdiff_t SetFixedSearchBudget(std::ptrdiff_t states)
 {
     return std::exchange(fixedStates, states);
 }

@@ -1,5 +1,5 @@
 // The pattern engine: Boost.Regex over UTF-16, in Perl syntax with default options. Its classes are those of
-// ulmo/character_class.h: alpha, alnum, digit, space, word. Boost stays behind this header, so that its templates are
+// ulmo/character_class.h: alpha, alnum, digit, space, word. Only the .cpp includes Boost, so that its templates are
 // compiled once.
 #pragma once
 
@@ -28,7 +28,7 @@ private:
 // Backtracking takes exponential time on texts made for it, and a text can hold any number of such places. So there
 // is one budget for all searches of a reading, a fixed part and a part that grows with the text; when it is spent the
 // search raises std::runtime_error. Well-formed text of a few kilobytes stays far below it; a valid text can spend it,
-// for example on blanks behind its end.
+// for example on blanks after its end.
 class PatternSearch {
 public:
     explicit PatternSearch(std::size_t textLength);
@@ -37,14 +37,14 @@ public:
     ~PatternSearch();
 
     // Finds the first match in the text, which the groups then refer to. The text begins where the view begins: what
-    // stands in front of it in memory takes no part. The groups of a failed search are undefined.
+    // comes before it in memory takes no part. The groups of a failed search are undefined.
     bool Find(const Expression& expression, std::u16string_view text);
     // Whether the whole text matches. Leaves the groups of the last Find alone.
     bool FitsWhole(const Expression& expression, std::u16string_view text);
 
     // A group of the last match, 0 for the whole; empty when it took no part.
     std::u16string_view operator[](std::size_t group) const;
-    // What stands behind the last match.
+    // What follows the last match.
     std::u16string_view Rest() const { return rest_; }
 
 private:
@@ -55,8 +55,8 @@ private:
     std::ptrdiff_t statesLeft_;
 };
 
-// Sets the fixed part of the budget for the whole process and gives back the one before. For tests and fuzzers, where
-// instrumentation makes every step dear.
-std::ptrdiff_t SetSearchBudget(std::ptrdiff_t states);
+// Sets the fixed part of the budget for the whole process; the part that grows with the text stays. Gives the one
+// before. For tests and fuzzers, where instrumentation makes every step slow.
+std::ptrdiff_t SetFixedSearchBudget(std::ptrdiff_t states);
 
 }  // namespace OrvPLC::Judge

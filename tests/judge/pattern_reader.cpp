@@ -11,12 +11,12 @@ namespace {
 using View = std::u16string_view;
 using Form = FieldMatch::Form;
 
-// The groups of one form of value, behind those of the name.
+// The groups of one form of value, after those of the name.
 struct FormGroups {
     Form form;
     std::size_t first;  // group
     std::size_t count;
-    std::size_t tested;  // the group whose presence tells the form
+    std::size_t tested;  // the group whose presence shows the form
 };
 
 constexpr FormGroups kOwnForms[] = {{Form::Integer, 3, 1, 3},    {Form::Float, 4, 1, 4},

@@ -1,5 +1,5 @@
 // Reads action text as its definition says, by searching for the patterns one after the other. Slow, and it gives up on
-// texts that the engine cannot get through; the scanner is compared with it.
+// texts that the engine cannot finish; the scanner is compared with it.
 #pragma once
 
 #include <optional>
@@ -41,7 +41,7 @@ bool IsActionIdentifier(std::u16string_view text);
 // All tags of a text, front to back.
 std::vector<std::u16string_view> FindTags(std::u16string_view text);
 
-// The guard as it is told: a list of pairs and replacements one after the other.
+// The guard as it is defined: a list of pairs, replaced one after the other.
 class PlainGuard {
 public:
     explicit PlainGuard(std::u16string text);

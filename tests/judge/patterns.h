@@ -1,5 +1,5 @@
 // The grammars of action text, ours and the sibling product's: exactly these patterns, and whatever they let through is
-// accepted. The library walks texts by hand; here the patterns stand as they define the language.
+// accepted. The library walks over texts by hand; these patterns define the language.
 #pragma once
 
 #include "judge/expression.h"
@@ -27,7 +27,7 @@ struct SiblingPatternSet {
     Expression tail;
 };
 
-// Compiled once, for the first who asks.
+// Compiled once, on first use.
 const OwnPatternSet& OwnPatterns();
 const SiblingPatternSet& SiblingPatterns();
 

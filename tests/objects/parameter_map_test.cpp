@@ -147,7 +147,7 @@ TEST(ParameterMap, ManyDeclaredParameters)
     std::vector<TOrvParameterInternalInfo> parameters;
     for (int i = 0; i < 100; ++i) parameters.emplace_back(nameAt(i), 2u, 0u, 5u, 0u, 0u);
     entry->SetParameters(std::move(parameters));
-    // A map finds its slots behind itself.
+    // A map finds its slots after itself.
     const std::size_t slots = ParameterMap::SlotCount(entry.get());
     const std::size_t size = sizeof(ParameterMap) + ParameterMap::Memory::Size(slots, 0);
     const auto memory = std::make_unique<std::max_align_t[]>(size / sizeof(std::max_align_t) + 1);

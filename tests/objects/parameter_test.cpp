@@ -225,7 +225,7 @@ TEST(Parameter, ACopyIsIndependent)
     EXPECT_STREQ(copy.MakeNarrowText(), "1 2 3 4 5 'a'");
     value = TOrvParameter();
     EXPECT_EQ(copied.items[0].field4, 5);
-    // Items stay while the text behind them is none; a copy has them as well.
+    // Items stay while their text cannot be read; a copy has them as well.
     copy.SetResultDataText(u"no item");
     TOrvParameter later = copy;
     TOrvResultDataList kept{};

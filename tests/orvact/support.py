@@ -31,6 +31,6 @@ class Run:
         self.err = done.stderr.decode("utf-8")
 
     def errors(self):
-        """What is told without the notes, and without the lines that show the place."""
+        """The reports without the notes, and without the lines that show the place."""
         lines = [line for line in self.err.splitlines(keepends=True) if not line.startswith("    ")]
         return "".join(line for line in lines if ": note: " not in line)

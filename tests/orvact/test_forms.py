@@ -81,7 +81,7 @@ class Convert(unittest.TestCase):
             (frame + frame[:-1], "stdin:action 2: the frame has 36 bytes, and 35 are left", 1),
             (frame + b"\x01", "stdin:action 2: the input ends inside", 1),
             (frame + b"\xff\xff\xff\xff" + frame, "no frame has 4294967295 bytes", 1),
-            ((40).to_bytes(4, "little") + one + b"junk" + frame, "note: left out the 4 bytes behind", 2),
+            ((40).to_bytes(4, "little") + one + b"junk" + frame, "note: left out the 4 bytes after", 2),
         ]
         for data, expected, count in cases:
             with self.subTest(expected):

@@ -1,4 +1,4 @@
-"""What an action says otherwise than it seems to is told, and with --strict an error."""
+"""Where an action differs from what its input seems to say there is a note, with --strict an error."""
 
 import json
 import os
@@ -19,7 +19,7 @@ class Remarks(unittest.TestCase):
         # text, kind, column, what the line must say
         ("PanLeft (Camera: 7) CameraOn (Camera: 3)", "unread", 21, "a second action"),
         ("PanLeft (Camera: 7 Speed: 3)", "unread", 10, "'Camera: 7' is not read: no comma"),
-        ("PanLeft (Speed: 3) tail", "unread", 20, "behind the action"),
+        ("PanLeft (Speed: 3) tail", "unread", 20, "after the action"),
         ("PanLeft (??, Speed: 3)", "unread", 10, "neither a parameter"),
         ("PanLeft (Speed: 3, SPEED: 4)", "unread", 10, "given twice"),
         ("PanLeff (Camera: 7)", "unknown-action", 1, "did you mean PanLeft?"),
@@ -58,7 +58,7 @@ class Remarks(unittest.TestCase):
         self.assertEqual((run.code, run.err), (0, ""))
 
     def test_the_walk_reads_what_the_library_reads(self):
-        """Texts of pieces in any order: nothing is told exactly when all the values that were written are there."""
+        """Texts of pieces in any order: there is no note exactly when all the values that were written are there."""
         pieces = ["Int: 5", 'String: "a, b)"', 'String: "a \\" b"', '"Int" : -7', "Int:010", 'String:"<a b="1">x</a>"']
         ends = [", ", " ,\t", ",", " "]
         texts, whole = [], []

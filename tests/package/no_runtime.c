@@ -1,4 +1,4 @@
-/* A program by Microsoft's conventions without its run-time library, which there is none of here: what it needs beside
+/* A program by Microsoft's conventions without its run-time library, which Debian lacks: what it needs in addition to
  * OrvActions.lib it declares itself. */
 #include <OrvActions.h>
 

@@ -1,9 +1,9 @@
-"""Does what README.md and docs/ say, as a reader who begins in an empty folder.
+"""Does what README.md and docs/ say, like a reader who begins in an empty folder.
 
     run_documents.py README.md SKIPPED_HEADING... -- PAGE...
 
-Blocks of code with a file's name behind the language are written to that file. Blocks of `sh` are executed line by line
-in one shell; of `console` blocks the lines behind `$ `, and what stands below each is the output that it must give.
+Blocks of code with a file's name after the language are written to that file. Blocks of `sh` are executed line by line
+in one shell; of `console` blocks the lines after `$ `, and what stands below each is the output that it must give.
 Chapters of README.md that are other ways to the same end are skipped by their headings.
 """
 import os
@@ -15,7 +15,7 @@ import threading
 from dataclasses import dataclass, field
 from pathlib import Path
 
-# Exit codes of the tool that tell of the input, which some of the examples are broken for on purpose.
+# Exit codes of the tool about its input: some of the examples are broken on purpose.
 TOLD = {"orvact": {0, 1, 3}}
 TIME = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[.,]\d+Z")
 

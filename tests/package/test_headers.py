@@ -28,13 +28,13 @@ COMPILERS = [
     ("MinGW", ["x86_64-w64-mingw32-gcc-posix"], C, "OrvActions.h"),
     ("MinGW", ["x86_64-w64-mingw32-g++-posix"], CXX, "OrvActions.h"),
     ("MinGW", ["x86_64-w64-mingw32-g++-posix"], WRAPPER, "OrvActions.hpp"),
-    ("MinGW behind unknwn.h", ["x86_64-w64-mingw32-gcc-posix", "-include", "unknwn.h"], C, "OrvActions.h"),
-    ("MinGW behind unknwn.h", ["x86_64-w64-mingw32-g++-posix", "-include", "unknwn.h"], CXX, "OrvActions.h"),
+    ("MinGW after unknwn.h", ["x86_64-w64-mingw32-gcc-posix", "-include", "unknwn.h"], C, "OrvActions.h"),
+    ("MinGW after unknwn.h", ["x86_64-w64-mingw32-g++-posix", "-include", "unknwn.h"], CXX, "OrvActions.h"),
     ("Clang for Microsoft's ABI", ["clang-16", "--target=x86_64-pc-windows-msvc", "-ffreestanding", *MICROSOFT], C,
      "OrvActions.h"),
     ("Clang for Microsoft's ABI", ["clang++-16", "--target=x86_64-pc-windows-msvc", "-ffreestanding", *MICROSOFT], CXX,
      "OrvActions.h"),
-    # The wrapper needs a standard library, and there is none of Microsoft's here; GNU's asks for the macro.
+    # The wrapper needs a standard library. Microsoft's is not here; GNU's asks for the macro.
     ("Clang in Microsoft's mode", ["clang++-16", *MICROSOFT, "-D__STRICT_ANSI__"], WRAPPER, "OrvActions.hpp"),
 ]
 # A function-free test of the version, as it is documented.

@@ -66,7 +66,7 @@ class Completions(unittest.TestCase):
         return {row.split("\t")[0] for row in output("fish", "--no-config", "-c", script).splitlines()}
 
     def zsh(self, line, until):
-        """What a terminal shows when Tab is pressed twice behind a line."""
+        """What a terminal shows when Tab is pressed twice after a line."""
         process, terminal = pty.fork()
         if not process:
             os.execvpe("zsh", ["zsh", "-f", "-i"], os.environ | {"TERM": "vt100"})

@@ -89,7 +89,7 @@ void Judge(const Operation& operation, const Outcome& outcome, const Outcome& wh
 void FailOnce(const Operation& operation, unsigned variant, std::uint64_t number, bool all, const Outcome& whole)
 {
     std::snprintf(current, sizeof current, "%s, input %u, allocation %u%s", operation.name.c_str(), variant,
-                  static_cast<unsigned>(number), all ? " and all behind it" : "");
+                  static_cast<unsigned>(number), all ? " and all after it" : "");
     const Surround armed{[&] { FailingAllocator::Arm(number, all); }, [] { FailingAllocator::Disarm(); }};
     const std::uint32_t openBefore = OrvAct_GetNumberOfOpenHandles();
     const std::int64_t before = FailingAllocator::LiveBlocks();
@@ -127,7 +127,7 @@ enum Verdict { kFine, kFinding, kBehindTheEnd };
 int FailFirstCall(const Operation& operation, unsigned variant, std::uint64_t number, bool all)
 {
     std::snprintf(current, sizeof current, "%s, input %u, allocation %u%s of a fresh process", operation.name.c_str(),
-                  variant, static_cast<unsigned>(number), all ? " and all behind it" : "");
+                  variant, static_cast<unsigned>(number), all ? " and all after it" : "");
     const Surround armed{[&] { FailingAllocator::Arm(number, all); }, [] { FailingAllocator::Disarm(); }};
     const std::uint32_t open = OrvAct_GetNumberOfOpenHandles();
     const Outcome outcome = operation.call(variant, armed);

@@ -91,7 +91,7 @@ std::size_t FailingStack(void** frames, std::size_t room) noexcept
     return size;
 }
 
-// In front of another program the number comes from the environment, and counting begins with the program:
+// Preloaded into another program the number comes from the environment, and counting begins with the program:
 // ORV_FAIL_AT=17 refuses one, ORV_FAIL_FROM=17 refuses all from there on. ORV_FAIL_COUNT names a file that receives
 // how many there were.
 __attribute__((constructor)) static void ArmByEnvironment()

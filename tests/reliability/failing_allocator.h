@@ -1,5 +1,5 @@
-// An allocator for the whole process that refuses what it is told to refuse. Linked into a program it takes the place
-// of malloc and its kin for every library in it, or is put in front of a program by LD_PRELOAD.
+// An allocator for the whole process that refuses chosen allocations. Linked into a program it takes the place
+// of malloc and its kin for every library in it, or is preloaded into a program by LD_PRELOAD.
 #pragma once
 
 #include <cstddef>

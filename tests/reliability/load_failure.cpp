@@ -91,7 +91,7 @@ int main(int count, char** arguments)
             ++findings;
             std::printf("finding %s: allocation %u%s while the library loads\n",
                         WIFEXITED(status) ? "wrong answer" : "the host ends", static_cast<unsigned>(number),
-                        all ? " and all behind it" : "");
+                        all ? " and all after it" : "");
         }
         if (behindTheEnd) break;
     }

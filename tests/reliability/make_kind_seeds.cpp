@@ -1,4 +1,4 @@
-// A binary form for each of the twelve kinds, behind the byte of options that the reader's target wants.
+// A binary form for each of the twelve kinds, after the byte of options that the reader's target wants.
 #include "../../fuzz/seeds.h"
 
 using namespace OrvPLC;

@@ -54,7 +54,7 @@ def read_back(tool: str, database: Path, what: str) -> list[str]:
 
 
 class Terminal:
-    """What a program shows while it works, read off a terminal of its own."""
+    """What a program shows while it works, read from a terminal of its own."""
 
     def __init__(self) -> None:
         self.outer, self.inner = pty.openpty()

@@ -58,7 +58,7 @@ void DisplayTexts(int, std::uint64_t round)
     TOrvHandle object = Talvec_Action_CreateActionByCode(code);
     OrvWChar text[500];
     Expect(OrvAct_StoreToTextBufferW(object, text, std::size(text), 1, 0, nullptr));
-    // As it was before a write or behind it, whole: never parts of two.
+    // As it was before a write or as it is after it, whole: never parts of two.
     const std::u16string shown(reinterpret_cast<const char16_t*>(text));
     bool known = shown.starts_with(u"Camera");  // before the first write, in either set
     for (const std::u16string& one : texts) known = known || shown.starts_with(one);

@@ -6,7 +6,7 @@
 //   Silent                            has a text of length 0
 //   Huge                              claims to need more than there is memory
 //
-// A buffer is a 32-bit word and the UTF-16 text of the action behind it.
+// A buffer is a 32-bit word and the UTF-16 text of the action after it.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

@@ -27,7 +27,7 @@ TEST(Base64, Decodes)
         {"Zm9vYg==", true, "foob"},
         {"Zm9v\r\nYmFy", true, "foobar"},
         {"Zm8", true, "fo"},        // padding is not asked for
-        {"Zg=!?", true, "f"},       // nobody looks behind it
+        {"Zg=!?", true, "f"},       // what follows is not looked at
         {"Zm9vZ", true, "foo"},     // half a byte
         {"Zm9vYm!", false, "foo"},  // the group that is not complete is lost
         {"Zm9v Zm9v", false, "foo"},

@@ -52,7 +52,7 @@ TEST(XmlParser, Trees)
         {"<a/><b c=1/>", nullptr},
         {"<a/><b/></b>", nullptr},
         {"<a/><b>lost", nullptr},
-        // A "!" is text, unless a CDATA section stands anywhere behind it.
+        // A "!" is text, unless a CDATA section stands anywhere after it.
         {"<a>x!y!</a>", "a{x!y!}"},
         {"<a>x<![CDATA[y]]></a>", "a"},
         {"<a><![CDATA[</a>]]></a>", "a"},

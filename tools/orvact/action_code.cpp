@@ -11,7 +11,7 @@ std::string Hexadecimal(std::uint32_t number, int digits)
     return text;
 }
 
-// Of printable ASCII as it is; what C reads otherwise stands behind a backslash, other units as numbers.
+// Of printable ASCII as it is; what C reads differently gets a backslash, other units as numbers.
 std::string Literal(std::u16string_view text)
 {
     std::string literal = "u\"";
@@ -52,7 +52,7 @@ std::string Long(std::int64_t number)
     return std::to_string(number);
 }
 
-// The operation of the interface and what stands behind the name of the parameter.
+// The operation of the interface and what follows the name of the parameter.
 struct InC {
     std::string operator()(std::monostate) const { return {}; }
     std::string operator()(bool value) const { return Call("Boolean", value ? "1" : "0"); }

@@ -8,5 +8,5 @@
 // A label and what the action is, its parameters as a table, and its texts.
 void PrintAction(const Action& action, const std::string& label);
 
-// A line below such a page.
+// A line below a page.
 void Indented(const char* label, const std::string& text);

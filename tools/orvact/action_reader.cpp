@@ -177,7 +177,7 @@ bool ActionReader::NextFrame(Record& record)
     return true;
 }
 
-// Without delimiters only the action itself tells where it ends, so behind a damaged one there is no next.
+// Without delimiters only the action itself tells where it ends, so after a damaged one there is no next.
 bool ActionReader::NextOfRow(Record& record)
 {
     if (number_ == 0) lines_->Read(row_, static_cast<std::uint64_t>(-1));

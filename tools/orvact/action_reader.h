@@ -1,4 +1,4 @@
-// The actions of files or of standard input, in whichever readable form they stand.
+// The actions of files or of standard input, in any readable form.
 #pragma once
 
 #include <cstdint>
@@ -14,17 +14,17 @@
 
 // One action as it stands in the input.
 struct Record {
-    std::string head;          // the size in front of a frame
+    std::string head;          // the size before a frame
     std::string bytes;         // without what delimits it
     std::uint64_t offset = 0;  // of the bytes in the input
     Place place;
-    std::string problem;  // what is wrong with the delimiters; the bytes are what there is
+    std::string problem;  // what is wrong with the delimiters; the bytes are what could be read
 };
 
-// Which remarks about an action are errors: then it is reported and passed over.
+// Which remarks about an action are errors: then it is reported and skipped.
 enum class Strictness {
     None,
-    Unread,  // text that is no part of what was read
+    Unread,  // text beside what was read
     All,
 };
 
@@ -36,15 +36,15 @@ public:
     ActionReader& operator=(const ActionReader&) = delete;
     ~ActionReader();
 
-    // Opens the first file; standard input for "-" and for no file at all. Without a form it is found out, for each
-    // file. Reports what is wrong.
+    // Opens the first file; standard input for "-" and for no file at all. Without a form each file's form is
+    // recognised. Reports what is wrong.
     bool Open(std::vector<std::string> files, const Form* form);
 
     // The next record, readable or not. False at the end, at a failure and when interrupted.
     bool NextRecord(Record& record);
-    // The next action. What is none is reported and passed over.
+    // The next action. Input that is not an action is reported and skipped.
     bool Next(Action& action, Record& record);
-    // Turns a record into an action, or reports why it is none.
+    // Turns a record into an action, or reports why it is not one.
     Action Read(const Record& record) { return Judged(record, *form_); }
     // The same for an action text that stands in no file.
     Action ReadText(const Record& record) { return Judged(record, Forms().front()); }
@@ -56,7 +56,7 @@ public:
     std::uint64_t taken() const { return lines_->taken(); }
     // Whether the next action may have to be waited for.
     bool MayWait() const;
-    // The program shows how far it is in a way of its own.
+    // The program shows the progress itself.
     void HideProgress() { showsProgress_ = false; }
 
 private:

@@ -52,7 +52,7 @@ StoredParameter Describe(const Action& action, const ActionView* declared, const
     return parameter;
 }
 
-// The position among the declared parameters; others keep their order behind them.
+// The position among the declared parameters; others keep their order after them.
 std::size_t PositionOf(const ActionView* declared, const orv::CarriedParameter& stored)
 {
     const ParameterView* own = declared ? declared->Find(orv::ToUtf8(stored.name)) : nullptr;

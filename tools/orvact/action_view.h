@@ -11,13 +11,13 @@ using orv::Action;
 
 struct StoredParameter {
     std::string name;
-    std::string type;  // as declared, with a remark where the value is stored otherwise
+    std::string type;  // as declared, with a remark if the value is stored differently
     std::string view;  // "" for none
     std::string value;
 };
 
-// The parameters in the order of the technical text: those that the catalogue declares as declared, then the others by
-// name.
+// The parameters in the order of the technical text: the declared ones in the order of the declaration, then the others
+// by name.
 std::vector<StoredParameter> ParametersOf(const Action& action, const ActionView* declared);
 
 std::string ValueText(const Action& action, const orv::CarriedParameter& held);
@@ -26,9 +26,9 @@ std::string ValueText(const Action& action, const orv::CarriedParameter& held);
 std::string ShownText(const Action& action, bool plain = false);
 
 std::string DateText(TUlmoDateTime date);
-std::string RealText(double number);  // as many digits as tell it from every other
+std::string RealText(double number);  // enough digits to tell it from every other number
 
-// Reads one action; `consumed` tells how far, and `error` why not, when the library tells it.
+// Reads one action. `consumed` is how far reading came; `error` is the reason of a failure, if the library gives one.
 Action ReadText(const std::u16string& text, std::size_t& consumed, std::string& error);
 
 // An action with all its parameters set to samples.

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Tells when what was written would read as something else.
+// Reports if what was written would read as something else.
 void CheckReading(const Form& form, const Action& action, const std::string& record, const Place& place)
 {
     if (!form.read || form.faithful) return;

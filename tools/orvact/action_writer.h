@@ -8,7 +8,7 @@
 
 class ActionWriter {
 public:
-    // Reports and gives false when there is no such form, it is not written, or it is not for a terminal.
+    // False, with a report, if the form does not exist, is only read, or is not for a terminal.
     bool Open(const std::string& form);
     // False when the form does not hold the action, which is reported.
     bool Write(const Action& action, const Place& place);

@@ -59,7 +59,7 @@ Decoded ReadBinary(const std::string& record)
     if (walk.end < record.size()) {
         decoded.remarks.push_back({kUnreadCode,
                                    "left out the " + std::to_string(record.size() - walk.end) +
-                                       " bytes behind the action",
+                                       " bytes after the action",
                                    {}, 0, 0, {}});
     }
     AddRemarks(decoded.action, decoded.remarks);

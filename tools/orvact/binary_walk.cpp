@@ -111,7 +111,7 @@ private:
         return guid;
     }
 
-    // A count and the units behind it; the last unit is the terminator, which the reader passes over unseen.
+    // A count and the units after it; the last unit is the terminator, which the reader skips without a look.
     bool Text(const std::string& what)
     {
         std::uint32_t count = 0;

@@ -1,5 +1,5 @@
 // The binary form field by field, without building anything: for dump, and to find out where an action ends and whether
-// it is whole, which the library's reader does not tell.
+// it is whole, which the library's reader does not say.
 #pragma once
 
 #include <cstddef>
@@ -17,9 +17,9 @@ struct BinaryField {
 
 struct BinaryWalk {
     std::vector<BinaryField> fields;  // only when they were asked for
-    std::size_t end = 0;              // of the action, or of what is sound of it
-    std::string problem;              // why it stops there; "" when all is there
-    bool sibling = false;             // the sibling platform's, of which nothing but the first word is known
+    std::size_t end = 0;              // of the action, or of its sound part
+    std::string problem;              // why it stops there; "" if all is there
+    bool sibling = false;             // the sibling product's, of which only the first word is known
 };
 
 BinaryWalk WalkBinary(std::string_view bytes, bool withFields);

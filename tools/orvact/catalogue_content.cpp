@@ -1,4 +1,4 @@
-// Like lint this reads extension files by the library's own rules, so it looks behind the public header.
+// Like lint this reads extension files by the library's own rules, so it uses more than the public header.
 #include "catalogue_content.h"
 
 #include <algorithm>

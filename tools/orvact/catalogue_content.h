@@ -14,8 +14,8 @@ struct CatalogueContent {
     std::vector<ParameterView> general;
 
     static CatalogueContent Present();
-    // Reads extension files as the library does while it loads, and adds what is not there yet. What the files say
-    // wrong is for lint. Reports a file that cannot be read or is no XML and gives false.
+    // Reads extension files as the library does while it loads, and adds what is not there yet. Faults inside the files
+    // are reported by lint. False, with a report, for a file that cannot be read or is not XML.
     bool AddExtensions(const std::vector<std::string>& files);
 
     const EnumView* FindEnum(std::uint32_t id) const;

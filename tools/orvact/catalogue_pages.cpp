@@ -60,7 +60,7 @@ std::string Heading(const std::string& name, const std::string& what, bool exten
            "</p>\n<h1>" + Html(name) + "</h1>\n";
 }
 
-// The description where it says more than the plain name does.
+// The description, if it says more than the plain name.
 template <class View>
 std::string SaidBeyond(const View& view)
 {
@@ -243,7 +243,7 @@ std::string Site::ParameterTable(const std::vector<ParameterView>& parameters) c
 std::string Site::Examples(const ActionView& view) const
 {
     const Action example = ExampleAction(view);
-    // What is in a file only, the library does not know: it would write another action than it will then.
+    // The library does not know what is only in a file: now it would write another action than with the file loaded.
     const bool known = example.Code() == view.code;
     std::string html = "<h2>Example</h2>\n";
     if (!known) {

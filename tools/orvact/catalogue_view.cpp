@@ -80,7 +80,7 @@ std::size_t EditDistance(std::string_view a, std::string_view b)
     return row[b.size()];
 }
 
-// The catalogue does not tell which columns a parameter fills by its name alone, the record does.
+// The catalogue does not say which columns a general parameter fills by its name, but a filled record does.
 std::uint32_t ColumnsOnAnyAction(const std::string& name)
 {
     orv::Action action = orv::Action::OfCode(ORV_ACTION_CustomAction);

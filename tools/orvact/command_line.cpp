@@ -11,7 +11,7 @@
 
 namespace {
 
-// The version of the tool's own making and the interface of the library that it runs with.
+// The version of the tool, and that of the interface of the library that it runs with.
 std::string Version()
 {
     return "orvact " ORV_ACTIONS_VERSION_TEXT "\ninterface " + std::to_string(OrvAct_InterfaceVersion()) + " of " +
@@ -228,8 +228,10 @@ void CommandLine::AddEventsList(CLI::App* to)
     CLI::App* command = to->add_subcommand("list", "Lists events, oldest first");
     AddEventFilters(command);
     AddPeriod(command);
-    CLI::Option* form = command->add_option("--to", events.to, "The actions in a form, instead of a list")->type_name("FORM");
-    CLI::Option* json = command->add_flag("--json", events.json, "With number, time, all columns and the parameters, as JSON");
+    CLI::Option* form =
+        command->add_option("--to", events.to, "The actions in a form, instead of a list")->type_name("FORM");
+    CLI::Option* json =
+        command->add_flag("--json", events.json, "With number, time, all columns and the parameters, as JSON");
     CLI::Option* csv = command->add_flag("--csv", events.csv, "The same as a table")->excludes(json);
     command->add_flag("--count", events.count, "How many they are")->excludes(json)->excludes(csv)->excludes(form);
     command->add_option("--group-by", events.groupBy, "How many they are by class, action, hour, day, user or channel")
@@ -249,7 +251,8 @@ void CommandLine::AddEventsFollow(CLI::App* to)
     AddEventFilters(command);
     command->add_option("--limit", events.limit, "Begin with the newest N that are there")->type_name("N");
     CLI::Option* form = command->add_option("--to", events.to, "The actions in a form of lines")->type_name("FORM");
-    command->add_flag("--json", events.json, "An event a line as JSON, with all columns and the parameters")->excludes(form);
+    command->add_flag("--json", events.json, "An event a line as JSON, with all columns and the parameters")
+        ->excludes(form);
     command->add_flag("--names", settings.names, "Values of enums by name");
     AddCommon(command);
     command->footer(kEventsFollowFooter);

@@ -9,7 +9,7 @@ enum ExitCode {
     kDone = 0,
     kNoMatch = 1,     // match and events list: nothing fits
     kUsage = 2,       // also input that cannot be read and output that cannot be written
-    kUnreadable = 3,  // some text is no action
+    kUnreadable = 3,  // some text is not an action
     kInterrupted = 130,
 };
 
@@ -32,7 +32,7 @@ int List(const ListOptions& options);
 int Describe(const std::string& name);
 
 struct ConvertOptions {
-    std::string from;  // the name of a form, "" to find it out
+    std::string from;  // the name of a form, "" to recognise it
     std::string to;
     std::vector<std::string> files;  // none for standard input, which is also "-"
 };

@@ -30,7 +30,7 @@ constexpr std::string_view kBold = "\x1b[1m";
 constexpr std::string_view kFaint = "\x1b[2m";
 constexpr std::string_view kPlain = "\x1b[0m";
 
-// All but line breaks and the tones above: what comes from a log must not steer a terminal.
+// Replaces control characters, except line breaks and the tones above: input from a log must not steer a terminal.
 std::string Harmless(std::string_view text)
 {
     std::string harmless;

@@ -1,4 +1,4 @@
-// What the two systems do differently for a command-line program. Behind it stand console_posix.cpp and
+// What the two systems do differently for a command-line program. Implemented in console_posix.cpp and
 // console_windows.cpp, of which the build takes one; they also hold the entry point.
 #pragma once
 
@@ -14,32 +14,33 @@ int Run(const std::vector<std::string>& arguments);
 
 // Null when the file cannot be opened; errno says why. Bytes are read as they are.
 std::FILE* OpenFile(const std::string& path);
-// Reads what is there, and waits only while nothing is; 0 at the end and, with `failed` set and errno, on a failure.
+// Reads what is there, and waits only if nothing is; 0 at the end and, with `failed` set and errno, on a failure.
 // What is typed at a terminal arrives in UTF-8.
 std::size_t ReadBytes(std::FILE* file, char* buffer, std::size_t size, bool& failed);
-// The size of a file on a disk; 0 for a pipe, a terminal and whatever else may keep its reader waiting.
+// The size of a file on a disk; 0 for a pipe, a terminal and everything else that a reader may have to wait for.
 std::uint64_t SizeOnDisk(std::FILE* file);
-bool IsFile(const std::string& path);  // exists, and is no folder
+bool IsFile(const std::string& path);  // exists, and is not a folder
 
 // Results go to standard output, or to the file of SendOutputTo; everything else to standard error. The text is UTF-8;
-// errors flush the results first, so that both stay in order on a screen. What would steer a terminal never reaches one.
+// errors flush the results first, so that both stay in order on a screen. What would steer a terminal never reaches
+// one.
 void Print(std::string_view text);
 void PrintError(std::string_view text);
-// Bytes of a form that is no text.
+// Bytes of a form that is not text.
 void PrintBytes(std::string_view bytes);
-// A line on the terminal of standard error that the next one, or the next error, replaces; "" takes it away.
+// A line on the terminal of standard error that the next one, or the next error, replaces; "" removes it.
 void PrintPassing(std::string_view line);
 bool ShowsPassing();  // standard error is a terminal, and the results go elsewhere
 
 // The results appear under that name when FinishOutput keeps them, all at once; false when the file cannot be made.
 bool SendOutputTo(const std::string& path);
 bool FlushOutput();             // false when not all results could be written
-bool FinishOutput(bool keep);   // the same, and the file takes its name, or goes
+bool FinishOutput(bool keep);   // the same; the file then gets its name, or is removed
 
 bool OutputIsTerminal();
-std::size_t OutputWidth();  // of the terminal of standard output; 0 when it is none
+std::size_t OutputWidth();  // of the terminal of standard output; 0 if it is not a terminal
 
-// Colours are for a terminal, and for one whose user did not set NO_COLOR, unless they are asked for.
+// Colours are for a terminal without NO_COLOR, unless an option decides.
 enum class Colours { Auto, Always, Never };
 void UseColours(Colours when);
 enum class Tone { Name, Quiet };

@@ -6,7 +6,7 @@
 
 namespace {
 
-// A text as it is, a channel by what tells it best, everything else as in action text.
+// A text as it is, a channel as its number, id or name, everything else as in action text.
 struct CellText {
     const Action& action;
     const orv::CarriedParameter& held;

@@ -15,7 +15,7 @@ std::string CsvLine(const std::vector<std::string>& cells);
 
 class CsvTable {
 public:
-    // The columns in front of those of the parameters.
+    // The columns before those of the parameters.
     explicit CsvTable(std::vector<std::string> heading) : heading_(std::move(heading)) {}
 
     void Add(std::vector<std::string> cells, const Action& action);  // of an empty action the cells alone

@@ -1,4 +1,4 @@
-// The binary form as annotated bytes, as far as it is sound.
+// The binary form as annotated bytes, up to the first damage.
 #include "action_reader.h"
 #include "binary_walk.h"
 #include "bytes.h"

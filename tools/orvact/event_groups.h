@@ -1,4 +1,4 @@
-// How many events belong together: by what they are, when they were stored, who or what they are about.
+// Counts of events by action, class, day, hour, user or channel.
 #pragma once
 
 #include <cstdint>

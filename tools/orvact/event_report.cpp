@@ -31,7 +31,7 @@ private:
     Json texts_ = Json::array();
 };
 
-// Numbers that grow slowly, each as the distance from the one in front of it.
+// Numbers that grow slowly, each as the distance from the one before it.
 class Steps {
 public:
     void Add(std::int64_t number)

@@ -18,6 +18,6 @@ protected:
     bool sound_ = true;
 };
 
-// What the options ask for; null, and a report, when they ask for a form that does not exist or that needs an end which
-// there is none of. `last` is the greatest id.
+// What the options ask for. Null, with a report, if the form does not exist, or needs an end that `follow` does not
+// have. `last` is the greatest id.
 std::unique_ptr<EventResults> ResultsFor(const EventsListOptions& options, std::int64_t last, bool endless);

@@ -30,7 +30,7 @@ int ListFound(const EventsListOptions& options)
     return found ? kDone : kNoMatch;
 }
 
-// Until Ctrl+C, or until nobody reads the results any more.
+// Runs until Ctrl+C, or until nobody reads the results any more.
 int Follow(const EventsListOptions& options)
 {
     constexpr std::chrono::milliseconds kPause(200);
@@ -72,7 +72,7 @@ void PrintDescription(const StoredEvent& event)
     try {
         orv::DescribeEvent(event.record, take, Action::kEveryPriority);
     } catch (const orv::Error&) {
-        // What cannot be restored is told already.
+        // An event that cannot be restored has been reported already.
     }
     Indented("described:", "");
     table.Write();

@@ -25,7 +25,7 @@ char16_t FirstOf(std::u16string_view text)
     return found == text.end() ? u'\0' : *found;
 }
 
-// A parameter is known by what follows it, so without the bracket reading stops in front of the last one.
+// A parameter is known by what follows it, so without the bracket reading stops before the last one.
 bool ReadsWithBracket(std::u16string_view text)
 {
     std::u16string closed(text);

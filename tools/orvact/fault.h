@@ -1,4 +1,4 @@
-// Why and where a text is no action, for a person to see.
+// Why and where a text is not an action, for people.
 #pragma once
 
 #include <cstddef>

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The first line that says something.
+// The first line that is not blank or a comment.
 std::string_view FirstLine(std::string_view head)
 {
     if (head.substr(0, 3) == "\xEF\xBB\xBF") head.remove_prefix(3);
@@ -67,7 +67,7 @@ const Form* Wanted(const std::string& name, bool readable, bool& sound)
     return nullptr;
 }
 
-// What a reader of lines would take for the end of this one is told apart by a backslash in front.
+// What a reader of lines would take for the end of this one gets a backslash before it.
 std::string Continued(const std::string& record)
 {
     if (record.find_first_of("\r\n") == std::string::npos) return record;
@@ -95,7 +95,8 @@ const std::vector<Form>& Forms()
          BytesOfBinary},
         {"hex", "the binary form as hexadecimal digits", Layout::Lines, true, LooksLikeHexLine, ReadHex, WriteHex,
          BytesOfHex},
-        {"json", "the JSON form, without a limit", Layout::Documents, false, LooksLikeJson, ReadJson, WriteJson, nullptr},
+        {"json", "the JSON form, without a limit", Layout::Documents, false, LooksLikeJson, ReadJson, WriteJson,
+         nullptr},
         {"properties", "names and values as XML", Layout::Blocks, false, LooksLikeProperties, nullptr, WriteProperties,
          nullptr},
         {"xml", "the flat list <action ...> <property ...>", Layout::Lines, false, LooksLikeFlatXml, nullptr,

@@ -11,12 +11,12 @@
 #include "action_view.h"
 #include "report.h"
 
-// How the actions of a form stand one behind the other.
+// How the actions of a form stand one after the other.
 enum class Layout {
     Lines,      // one a line; blank lines and lines that begin with # are skipped
     Documents,  // the same, and one may go on over several lines
     Blocks,     // texts of several lines that tell their own ends
-    Frames,     // each behind its size in bytes, 32 bits little-endian
+    Frames,     // each after its size in bytes, 32 bits little-endian
     EndToEnd,   // nothing between them; the action tells its own end
 };
 
@@ -32,10 +32,10 @@ private:
     bool escaped_ = false;
 };
 
-// The code of remarks about text that is no part of what was read.
+// The code of remarks about text beside what was read.
 inline const std::string kUnreadCode = "unread";
 
-// What reading one record gave: an action, or why it is none.
+// What reading one record gave: an action, or why it is not one.
 struct Decoded {
     Action action;
     Remark problem;
@@ -52,7 +52,7 @@ struct Form {
     const char* name;
     const char* help;
     Layout layout;
-    bool faithful;  // what is written reads back as the same action; where that is not sure, convert looks
+    bool faithful;  // what is written always reads back as the same action; for other forms convert checks
     bool (*looksLike)(std::string_view head);                      // null: is never guessed
     Decoded (*read)(const std::string& record);                    // null: is only written
     Encoded (*write)(const Action& action);                        // null: is only read
@@ -60,17 +60,17 @@ struct Form {
 };
 
 const std::vector<Form>& Forms();
-const Form* FindForm(std::string_view name);  // null when there is none
+const Form* FindForm(std::string_view name);  // null if there is none
 // The form of an input by its first bytes; technical text is what nothing else claims.
 const Form& GuessForm(std::string_view head);
 
-// Reports and gives null when there is no such form or it cannot be read or written. "" as the name of a source gives
-// null without a report: it is to be guessed.
+// Null, with a report, if the form does not exist or cannot be read or written. "" as the name of a source gives null
+// without a report: it is to be guessed.
 const Form* SourceForm(const std::string& name, bool& sound);
 const Form* TargetForm(const std::string& name, bool& sound);
 
-// A record with what stands in front of it and behind it in an output. A line break inside a line becomes one behind a
-// backslash, which the reader takes off again.
+// A record with what comes before it and after it in an output. A line break inside a line becomes one after a
+// backslash, which the reader removes again.
 std::string Delimited(const Form& form, const std::string& record);
 
 bool IsBinary(const Form& form);

@@ -43,7 +43,7 @@ const char* const kCatalogueFooter =
 const char* const kConvertFooter =
     "\nWithout --from the form is found out from the first bytes, or the first line that says something. An\n"
     "input that is no action is reported with its line, or with its number in a binary stream, and left\n"
-    "out; so is an action that the form cannot hold. Exit code 3 then. A line break inside a text stands behind\n"
+    "out; so is an action that the form cannot hold. Exit code 3 then. A line break inside a text stands after\n"
     "a backslash in the output, and is read so.\n\n"
     "  orvact convert --to binary examples/site.actions > site.bin\n"
     "  orvact convert --to technical site.bin\n"
@@ -112,7 +112,7 @@ std::string FormsHelp()
     for (const Form& form : Forms()) {
         const char* layout = form.layout == Layout::Lines       ? ", one action a line"
                              : form.layout == Layout::Documents ? ", one action a line or over several lines"
-                             : form.layout == Layout::Frames    ? ", each action behind its size (32 bits, little-endian)"
+                             : form.layout == Layout::Frames    ? ", each action after its size (32 bits, little-endian)"
                                                                 : "";
         help += "  " + Padded(form.name, 12) + form.help + layout + (form.read ? "" : "; only written") +
                 (form.write ? "" : "; only read") + "\n";

@@ -63,7 +63,7 @@ std::u16string WithSoundKeys(const Action& action, const std::u16string& text)
         const std::string key = orv::ToUtf8(text.substr(at + 1, length));
         sound += u"\"" + orv::ToUtf16(Escaped(key, true)) + u"\":";
         at += length + 3;
-        // Behind the value, which is sound: strings escape their quotes.
+        // After the value, which is sound: strings escape their quotes.
         int depth = 0;
         bool quoted = false;
         for (; at < text.size(); ++at) {
@@ -153,7 +153,7 @@ orv::Value FromObject(const Json& value)
     throw Unusable("holds an object that is no value of an action");
 }
 
-// A value whose kind nothing declares: by its look.
+// A value whose kind nothing declares is judged by its look.
 orv::Value ByLook(const Json& value)
 {
     if (value.is_boolean()) return value.get<bool>();

@@ -49,7 +49,9 @@ void LineReader::AppendDecoded(std::string_view bytes, bool last)
     }
     undecoded_ += bytes;
     const auto unit = [&](std::size_t at) {
-        const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(undecoded_[i])); };
+        const auto byte = [&](std::size_t i) {
+            return static_cast<unsigned>(static_cast<unsigned char>(undecoded_[i]));
+        };
         const bool little = encoding_ == Encoding::Utf16Little;
         return static_cast<char16_t>(little ? byte(at) | byte(at + 1) << 8 : byte(at) << 8 | byte(at + 1));
     };
@@ -98,7 +100,7 @@ bool LineReader::Next(std::string& line, bool& tooLong)
         position_ += count;
         if (found != std::string::npos) end_ = buffer_[position_++];
     }
-    // Not to be waited for: the line is whole.
+    // No waiting for it: the line is whole.
     afterReturn_ = end_ == "\r";
     if (afterReturn_ && position_ < buffer_.size()) TakeLineFeed();
     if (first_ && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);

@@ -11,13 +11,13 @@
 
 class LineReader {
 public:
-    // What no memory holds is passed over, up to the end of the line.
+    // A line that does not fit into memory is skipped up to its end.
     static constexpr std::size_t kLongest = std::size_t{1} << 30;
 
     explicit LineReader(std::FILE* file) : file_(file) {}
 
-    // From here on, and of what has been read already: texts in this encoding become UTF-8. What is wrong in them
-    // becomes a byte that is wrong in UTF-8.
+    // Converts texts in this encoding to UTF-8, from here on and in what has been read already. An invalid character
+    // becomes a byte that is invalid in UTF-8.
     void Decode(Encoding encoding);
 
     // False at the end and when reading fails. The line comes without its end, "\n", "\r" or "\r\n", and without a byte
@@ -28,7 +28,7 @@ public:
 
     // Appends the next bytes; fewer than asked for only at the end.
     void Read(std::string& bytes, std::uint64_t count);
-    // What the input begins with, without taking it: up to a whole line, or `count` bytes, or all there is.
+    // The start of the input, which stays unread: a whole line, or `count` bytes, or all there is.
     std::string_view Head(std::size_t count);
 
     std::uint64_t taken() const;  // bytes from the start; with a decoded encoding those that were read
@@ -36,7 +36,7 @@ public:
     bool failed() const { return failed_; }
 
 private:
-    bool Refill();  // behind what is left
+    bool Refill();  // after what is left
     void AppendDecoded(std::string_view bytes, bool last);
     void TakeLineFeed();
 

@@ -1,5 +1,5 @@
-// Reads extension files as the library does while it loads: with the very reader, into a catalogue of its own that
-// holds the built-in content. This is the one command that looks behind the public header, since no exported function
+// Reads extension files as the library does while it loads: with the same reader, into a catalogue of its own with the
+// built-in content. This is the one command that uses more than the public header, since no exported function
 // reads a catalogue file.
 #include "lint.h"
 
@@ -45,7 +45,7 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
 {
     std::stable_sort(remarks_.begin(), remarks_.end(),
                      [](const Remark& a, const Remark& b) { return a.position < b.position; });
-    constexpr std::size_t kLongest = 400;  // what a remark quotes may be of any length
+    constexpr std::size_t kLongest = 400;  // a remark may quote a text of any length
     std::size_t at = 0;
     Ulmo::TextPlace place;
     for (const Remark& remark : remarks_) {
@@ -55,7 +55,8 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
         ++(error ? errors : warnings);
         const std::string text = Shortened(Visible(remark.text), kLongest);
         if (settings.jsonReport) {
-            Print(JsonReport({file, place.line}, error ? "error" : "warning", {"extension", text, {}, 0, place.column, {}}));
+            Print(JsonReport({file, place.line}, error ? "error" : "warning",
+                             {"extension", text, {}, 0, place.column, {}}));
             continue;
         }
         Print(file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
@@ -108,7 +109,8 @@ void Check(const std::string& path, const std::string& document, OrvPLC::Extensi
 void AddLint(CLI::App& app, LintOptions& options)
 {
     CLI::App* command = app.add_subcommand("lint", "Checks extension files (plc*.xml) before they are deployed");
-    command->add_option("FILE", options.files, "An extension file, - for standard input; several are read in the order given")
+    command->add_option("FILE", options.files,
+                        "An extension file, - for standard input; several are read in the order given")
         ->type_name("")
         ->required();
     command->footer(

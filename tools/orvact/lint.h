@@ -12,6 +12,6 @@ struct LintOptions {
 
 void AddLint(CLI::App& app, LintOptions& options);
 
-// The exit code: 0 when the files are read as they stand, 1 when something is to be said about one, 2 when one cannot
-// be opened.
+// The exit code: 0 if the files are read as they stand, 1 after a warning or an error about one, 2 if one cannot be
+// opened.
 int Lint(const LintOptions& options);

@@ -131,7 +131,7 @@ std::vector<SiblingRow> SiblingRows(const ActionView& view)
     const Action action = Action::TryParse(example.empty() ? view.name + " ()" : example);
     std::vector<SiblingRow> rows = {{view.name, std::to_string(view.code), ActionFromSibling(view.name),
                                      action ? WriteHesk(action).record : std::string()}};
-    // Some actions have a second text there, under a name that is none here.
+    // Some actions have a second text there, under a name that does not exist here.
     const std::string second = view.name + "Ex";
     const std::string gives = ActionCode(second) == 0 ? ActionFromSibling(second) : std::string();
     if (!gives.empty()) rows.push_back({second, "", gives, ""});

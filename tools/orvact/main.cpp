@@ -1,4 +1,5 @@
-// orvact: shows, converts, matches and stores actions. But for lint it uses the public interface of the library only.
+// orvact: shows, converts, matches and stores actions. Except for lint and the extension files of catalogue it only
+// uses the public interface of the library.
 #include <OrvActions.hpp>
 #include <cstdio>
 #include <new>
@@ -51,7 +52,7 @@ std::vector<std::string> CommandsOf(const CLI::App& app)
     return names;
 }
 
-// Help and version are results, faults are not.
+// Help and version are results, errors are not.
 int Answer(const CLI::App& app, const CLI::ParseError& answer)
 {
     if (dynamic_cast<const CLI::CallForHelp*>(&answer)) {
@@ -76,18 +77,19 @@ int Answer(const CLI::App& app, const CLI::ParseError& answer)
         return Complain("usage", "no option '" + Visible(word) + "'" + see, Nearest(word, OptionsOf(*command)));
     }
     const bool lacksCommand = !command->get_subcommands({}).empty();
-    return lacksCommand ? Complain("usage", "no command '" + Visible(word) + "'" + see, Nearest(word, CommandsOf(*command)))
+    return lacksCommand ? Complain("usage", "no command '" + Visible(word) + "'" + see,
+                                   Nearest(word, CommandsOf(*command)))
                         : Complain("usage", "'" + Visible(word) + "' is not expected here" + see);
 }
 
-// The file of the results stands when the work came to its end, whatever it found.
+// The file of the results is kept if the work came to its end, whatever it found.
 int Finish(int code)
 {
     const bool whole = code != kUsage && code != kInterrupted;
     return FinishOutput(whole) ? code : Complain("output", "cannot write the results");
 }
 
-// Faults of the command line itself are reported as it asks for.
+// Errors in the command line are reported in the form that it asks for.
 bool AsksForJson(const std::vector<std::string>& arguments)
 {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -130,7 +132,7 @@ int Run(const std::vector<std::string>& arguments)
 try {
     return ParseAndPerform(arguments);
 } catch (const std::bad_alloc&) {
-    // Not even for the report: said without a string.
+    // No memory for a report either, so it is written without a string.
     std::fputs("orvact: there is not enough memory\n", stderr);
     return kUsage;
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Of the patterns that name the action each says what it misses; of the others it is enough how many there are.
+// Each pattern with the name of the action says why it does not match; the others are only counted.
 std::string Explanation(const std::vector<Pattern>& patterns, const Action& action)
 {
     constexpr std::size_t kWidest = 100;

@@ -16,8 +16,8 @@ struct Numbered {
     std::size_t Original(std::size_t position) const;
 };
 
-// Names become numbers; the walk takes them for numbers from then on. A word that names no value of its enum is told as a
-// problem and gives false.
+// Names become numbers; the walk takes them for numbers from then on. False, with a problem, for a word that is no
+// value of its enum.
 bool NumberNames(std::u16string_view text, TextWalk& walk, Numbered& numbered, Remark& problem);
 
 // Numbers of enums become names.

@@ -6,7 +6,7 @@
 
 namespace {
 
-// A parameter that an action does not have as a pattern wants it.
+// Why a parameter of the action does not match that of the pattern.
 struct Differing {
     const Action& wanted;
     const Action& given;
@@ -72,7 +72,7 @@ struct Differing {
     }
 };
 
-// A pattern that asks for one parameter only: so the library itself says which of them fail.
+// A pattern with one parameter only, so that the library itself says which parameters fail.
 Action Narrowed(const Action& pattern, const std::vector<orv::CarriedParameter>& parameters, std::size_t kept)
 {
     Action narrowed = pattern.Clone();
@@ -94,7 +94,7 @@ bool Take(Action& action, const std::string& place, std::vector<Pattern>& patter
     return true;
 }
 
-// One that is given as an argument.
+// A pattern that is given as an argument.
 bool ReadPattern(const std::string& text, std::vector<Pattern>& patterns)
 {
     Decoded decoded = ReadTechnical(text);

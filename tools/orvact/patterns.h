@@ -1,4 +1,4 @@
-// Match actions, against which a command holds actions.
+// Match actions that a command compares actions with.
 #pragma once
 
 #include <string>
@@ -12,11 +12,11 @@ struct Pattern {
     std::string text;
 };
 
-// The match actions of an argument: of its text when it begins with '@', else of the file that it names. What is none
-// is reported and gives false: a missing pattern would change the answer.
+// The match actions of an argument: of its text when it begins with '@', else of the file that it names. False, with a
+// report, if one of them is not a match action: a missing pattern would change the answer.
 bool ReadPatterns(const std::string& argument, std::vector<Pattern>& patterns);
 
-// The same as a set that finds what matches, however many they are.
+// The same as a set that finds what matches, for any number of patterns.
 orv::RuleSet RulesOf(const std::vector<Pattern>& patterns);
 
 // Why the pattern refuses the action, a line for each parameter that does not fit; empty when it has another name.

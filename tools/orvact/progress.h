@@ -11,7 +11,7 @@ public:
     Progress(std::uint64_t size, std::string counted) : size_(size), counted_(std::move(counted)) {}
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
-    ~Progress();  // takes the bar away
+    ~Progress();  // removes the bar
 
     void Show(std::uint64_t taken, std::uint64_t count);
 

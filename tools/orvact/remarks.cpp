@@ -32,7 +32,7 @@ std::vector<std::string> ParameterNames(const ActionView& action)
     return names;
 }
 
-// Whether a value that looks like this is one of the declared kind, and not turned into one.
+// Whether a value that looks like this has the declared kind without a conversion.
 bool Fits(TextForm form, std::uint32_t kind)
 {
     switch (kind) {
@@ -127,7 +127,7 @@ private:
         for (const UnreadText& unread : walk_.unread) {
             const std::string text = Quoted(orv::ToUtf8(unread.span.Of(text_)));
             Add(kUnreadCode, unread.span.begin,
-                unread.lacksComma ? text + " is not read: no comma and no closing bracket behind it"
+                unread.lacksComma ? text + " is not read: no comma and no closing bracket after it"
                                   : text + " is not read: neither a parameter nor the closing bracket");
         }
         for (const WalkedParameter& parameter : walk_.parameters) {
@@ -139,7 +139,7 @@ private:
         if (walk_.behind.end == 0) return;
         Add(kUnreadCode, walk_.behind.begin,
             walk_.secondAction ? "a second action on one line is none: its parameters count as the first one's"
-                               : "left out what stands behind the action");
+                               : "left out what comes after the action");
     }
 
     void Repeated(const WalkedParameter& parameter)

@@ -1,5 +1,5 @@
-// What is to be said about an input, or about the command itself, on standard error: one line each, or one JSON object
-// with --report json.
+// Reports about an input, or about the command itself, on standard error: one line each, or one JSON object with
+// --report json.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,7 @@ struct Remark {
     std::string context;     // lines that show the place
 };
 
-// One line: file, line, column, severity, code, message, suggestion; null for what there is not.
+// One line: file, line, column, severity, code, message, suggestion; null for those without a value.
 std::string JsonReport(const Place& place, const std::string& severity, const Remark& remark);
 
 // An answer is what was asked for, such as why a pattern refuses an action.

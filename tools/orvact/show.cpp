@@ -1,4 +1,4 @@
-// Reads action texts and tells what they are.
+// Reads action texts and says what they are.
 #include "action_page.h"
 #include "action_reader.h"
 #include "commands.h"

@@ -11,7 +11,7 @@ namespace {
 
 using Conversion = std::u16string (*)(const orv::TextArg& text);
 
-// The text of the other side, or why there is none: "" is the plain answer that there is no counterpart.
+// The text of the other side, or why there is none: "" means that there is no counterpart.
 struct Converted {
     std::optional<std::u16string> text;
     std::string failure;

@@ -53,7 +53,7 @@ private:
 
 class Database {
 public:
-    // Reads only, or makes the file when there is none.
+    // Opens for reading, or with `write` for writing, which makes the file if there is none.
     Database(const std::string& path, bool write);
 
     sqlite3* get() const { return database_.get(); }

@@ -9,7 +9,7 @@
 
 bool IsUtf8(std::string_view text);
 
-// Takes the first character off the text; a byte that begins none comes out as U+FFFD.
+// Removes the first character from the text and gives it; U+FFFD for a byte that begins no character.
 char32_t NextCharacter(std::string_view& text);
 void AppendUtf8(std::string& text, char32_t character);
 
@@ -21,7 +21,7 @@ std::size_t DisplayWidth(std::string_view text);
 std::string Padded(std::string_view text, std::size_t width);
 // Cuts to a width, with an ellipsis where something was lost.
 std::string Shortened(std::string_view text, std::size_t width);
-// Control characters as their pictures: what comes from a log must not steer a terminal. Tabs become blanks.
+// Control characters as their pictures: input from a log must not steer a terminal. Tabs become blanks.
 std::string Visible(std::string_view text);
 char32_t VisibleCharacter(char32_t character);
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The remark about text that is none, at the first place where it shows.
+// The remark about bytes that are not text, at the first such place.
 void AddEncoding(const std::u16string& text, std::vector<Remark>& remarks)
 {
     Remark& remark = remarks.emplace_back(Remark{"encoding", kNotUtf8, {}, 0, 0, {}});

@@ -50,7 +50,7 @@ std::size_t TagEnd(std::u16string_view text, std::size_t at)
 std::u16string Guarded(std::u16string_view text)
 {
     std::u16string guarded(text);
-    int left = 10'000;  // a text of nothing but openings must not be walked for each of them
+    int left = 10'000;  // a text of openings only must not be walked for each of them
     for (std::size_t at = text.find(u'<'); at != kNone && left-- > 0; at = text.find(u'<', at + 1)) {
         const std::size_t end = TagEnd(text, at);
         if (end != kNone) std::replace(guarded.begin() + static_cast<std::ptrdiff_t>(at),
@@ -73,7 +73,7 @@ public:
             if (at != kNone) walk_.unread.push_back({{0, line}, false});
         }
         if (at != kNone) Parameters(at);
-        if (budget_ == 0) walk_ = {};  // what was made to be slow is not told about
+        if (budget_ == 0) walk_ = {};  // no remarks about a text that was made to be slow
         return std::move(walk_);
     }
 
@@ -99,7 +99,7 @@ private:
         return at;
     }
 
-    // The closing quote of a string that opens here and behind which the rest fits. A backslash protects a quote, unless
+    // The closing quote of a string that opens here and after which the rest fits. A backslash protects a quote, unless
     // nothing else fits.
     template <class Fits>
     std::size_t Close(std::size_t open, Fits fits)
@@ -160,7 +160,7 @@ private:
         walk_.secondAction = Header(rest, name) != kNone;
     }
 
-    // A parameter that nothing ends is passed over whole, else a token.
+    // A parameter that nothing ends is skipped as a whole, else a token.
     std::size_t PassOver(std::size_t at, std::size_t behind, const WalkedParameter& parameter)
     {
         std::size_t end = at + 1;
@@ -183,7 +183,7 @@ private:
         return end;
     }
 
-    // Behind the value and the blanks that follow it; kNone when there is no parameter.
+    // After the value and the blanks that follow it; kNone when there is no parameter.
     std::size_t Parameter(std::size_t at, WalkedParameter& parameter)
     {
         std::size_t value = at;
@@ -224,7 +224,7 @@ private:
             const char16_t next = At(Blanks(behind));
             return next == u',' || next == u')' || next == u'}';
         });
-        // Nothing fits behind it: where it would end if the text were sound.
+        // Nothing fits after it: where it would end if the text were sound.
         const std::size_t any = close != kNone ? close : Close(at, [](std::size_t) { return true; });
         return any == kNone ? kNone : any + 1;
     }
@@ -253,7 +253,7 @@ private:
         return end;
     }
 
-    // Which braces these are is told by what stands in them: "nns" for two numbers and a string.
+    // The content decides what kind of braces these are: "nns" for two numbers and a string.
     std::size_t Braces(std::size_t at, TextForm& form)
     {
         std::string signature;

@@ -1,5 +1,5 @@
-// Action text as people write it, place by place. The library searches a text for what it can use and says nothing of
-// the rest; this walk reads in order and finds what that search passes over.
+// Action text as people write it, place by place. The library searches a text for what it can use and does not
+// report the rest; this walk reads in order and finds what that search skips.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ struct TextSpan {
     std::u16string_view Of(std::u16string_view text) const { return text.substr(begin, end - begin); }
 };
 
-// What a value looks like. A word is no value of the language; the tool reads it with --names.
+// What a value looks like. A word is not a value of the language; the tool reads it with --names.
 enum class TextForm { Integer, Real, String, Rect, Channel, EventType, Resource, ResultData, Word };
 
 struct WalkedParameter {

@@ -45,7 +45,7 @@ PageOption OptionOf(const CLI::Option& option)
     if (option.get_positional()) {
         page.name = option.get_name(true);
     } else if (takesValue) {
-        // A check stands behind a colon: "N:POSITIVE".
+        // A check stands after a colon: "N:POSITIVE".
         page.name = option.get_type_name();
         page.name.resize(std::min(page.name.size(), page.name.find(':')));
     }

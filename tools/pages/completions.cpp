@@ -56,7 +56,7 @@ std::string BashCase(const CommandPage& page)
     return text + "        ;;\n";
 }
 
-// What zsh wants behind the colon of a value: what it is, and how it is completed.
+// What zsh wants after the colon of a value: what it is, and how it is completed.
 std::string ZshValue(const PageOption& option)
 {
     if (!option.choices.empty()) return ":" + option.name + ":(" + Words(option.choices) + ")";

@@ -6,7 +6,7 @@
 
 namespace {
 
-// A backslash and a hyphen mean themselves; a line that begins with a point or a quote is no request.
+// A backslash and a hyphen mean themselves; a line that begins with a point or a quote is text.
 std::string Escaped(const std::string& text)
 {
     std::string result;

@@ -27,7 +27,7 @@ class Slot(NamedTuple):
 
 
 class _Positions(Dict[str, int]):
-    """The position of a parameter by its name. Another spelling takes a little longer; others stand behind all."""
+    """The position of a parameter by its name. Another spelling takes a little longer; others come last."""
 
     def __init__(self, entry: "Entry") -> None:
         super().__init__({slot.name: slot.position for slot in entry.slots})

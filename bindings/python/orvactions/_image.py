@@ -289,7 +289,7 @@ DECODERS: Dict[int, Decoder] = {
     Kind.Rect: _read_rect, Kind.ResultDataSet: _read_data_set,
 }
 
-# What stands in front of a payload, by its bytes: few differ, so most are found here. Hostile data cannot fill it.
+# What comes before a payload, by its bytes: few differ, so most are found here. Hostile data cannot fill it.
 _heads: Dict[bytes, Tuple[str, int, int, Decoder]] = {}
 _names: Dict[bytes, str] = {}
 _MOST = 8192

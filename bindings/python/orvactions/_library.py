@@ -23,7 +23,7 @@ _TYPES: Dict[str, Any] = {
 
 
 def _path() -> str:
-    """The one that ORVACTIONS_LIBRARY names, else the one in the package, else the system's."""
+    """The library that ORVACTIONS_LIBRARY names, else the one in the package, else the system's."""
     named = os.environ.get("ORVACTIONS_LIBRARY")
     if named:
         return named
@@ -102,7 +102,7 @@ _get_last_error = quick("OrvAct_GetLastError")
 
 
 def last_error(otherwise: str) -> Error:
-    """What the last call of this thread failed with; `otherwise` is the text when it told nothing."""
+    """Why the last call of this thread failed; `otherwise` is the text if the library gives none."""
     info = _interface.TOrvLastErrorInfo()
     if not _get_last_error(ctypes.byref(info)):
         return Error(otherwise)

@@ -103,7 +103,7 @@ class Action(MutableMapping[str, Value]):
         self._release = operations_of(handle)["Release"]
 
     def __del__(self) -> None:
-        # Release leaves the last error alone, which another call may be about to ask for. There is no handle where the
+        # Release leaves the last error alone, which the next call may ask for. There is no handle if the
         # arguments of the constructor were wrong.
         if getattr(self, "_handle", 0):
             self._release(self._handle)
@@ -163,7 +163,7 @@ class Action(MutableMapping[str, Value]):
         self.set(name, value)
 
     def set(self, name: str, value: Value, kind: Optional[Kind] = None) -> None:
-        """Stores a value. `kind` is how, where that is not what the catalogue declares."""
+        """Stores a value, as `kind` if that is given, else as the catalogue declares."""
         slot = self._known().slot(name)
         if kind is None:
             kind = Kind(slot.kind if slot else _image.kind_of(value))
@@ -212,7 +212,7 @@ class Action(MutableMapping[str, Value]):
             return int(operations_of(self._handle)["GetParameterCount"](self._handle))
 
     def __bool__(self) -> bool:
-        """True: an action without parameters is one as well."""
+        """True, also for an action without parameters."""
         return True
 
     def __iter__(self) -> Iterator[str]:
@@ -220,7 +220,7 @@ class Action(MutableMapping[str, Value]):
         return iter([item.name for item in self._items()])
 
     def kind(self, name: str) -> Optional[Kind]:
-        """How a parameter is stored; None when it is not there."""
+        """How a parameter is stored; None if it is absent."""
         with _Use(self):
             number = operations_of(self._handle)["GetParameterType"](self._handle, _parameter_name(name))
         return Kind(number) if number else None
@@ -278,7 +278,7 @@ class Action(MutableMapping[str, Value]):
         return self._stored_text(False)
 
     def to_plain(self) -> str:
-        """The text for people; there is no way back."""
+        """The text for people; it cannot be read back."""
         return self._stored_text(True)
 
     def _stored_text(self, plain: bool) -> str:
@@ -423,7 +423,7 @@ del _sample
 
 
 class _Use:
-    """Holds an action for the length of a call; refuses where another thread has it."""
+    """Holds an action for the length of a call; refuses if another thread has it."""
 
     __slots__ = ("_lock",)
 
@@ -483,7 +483,7 @@ def _enum_of(value: Any) -> int:
 
 
 def _system_string(text: str) -> bytes:
-    """The bytes of a system string, with its length in front."""
+    """The bytes of a system string, its length first."""
     units = wide(text)
     return len(units[:-2]).to_bytes(4, "little") + units
 

@@ -30,7 +30,7 @@ _switch = Lock()
 
 @dataclass(frozen=True)
 class Texts:
-    """The plain name in both languages, and the description."""
+    """The plain name in both text sets, and the description."""
 
     native: str
     neutral: str
@@ -128,7 +128,7 @@ def _parameters(code: int) -> List[Parameter]:
 
 
 def _rows(name: str, kind: Any, *arguments: int) -> List[Tuple[Any, Texts]]:
-    """The records, read in both languages. The language is a switch of the process, which is turned for a moment."""
+    """The records, read in both text sets. The set is a switch of the process, which is turned for a moment."""
     with _switch:
         before = ctypes.c_uint8()
         _get_native(ctypes.byref(before))

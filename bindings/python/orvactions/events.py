@@ -111,7 +111,7 @@ class EventDatabase:
         return self.select()
 
     def __getitem__(self, number: int) -> Event:
-        """An event by its id; KeyError when there is none."""
+        """An event by its id; KeyError if there is none."""
         for event in self._rows(" where Id = ?", [number], ""):
             return event
         raise KeyError(number)
@@ -153,7 +153,7 @@ class EventDatabase:
 
     def to_dataframe(self, **filters: Any) -> Any:
         """A pandas.DataFrame: a row an event under its id, columns for time, name and code, and one a parameter, with
-        a _ at the end of its name where that is one of the others. Needs pandas."""
+        a _ at the end of its name if that is one of the others. Needs pandas."""
         pandas = import_module("pandas")
         rows = self.to_dicts(**filters)
         for row in rows:

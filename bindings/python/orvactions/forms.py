@@ -34,7 +34,7 @@ def parse(text: str) -> Action:
 
 
 def parse_many(texts: Iterable[str], skip: bool = False) -> List[Action]:
-    """The actions of many texts, or of the lines of a file. Blank texts are passed over; with `skip` so are those that
+    """The actions of many texts, or of the lines of a file. Blank texts are skipped; with `skip` so are those that
     hold no action."""
     found = []
     for text in texts:
@@ -70,8 +70,8 @@ def _read(data: bytes) -> Tuple[Action, int]:
 
 
 def _frame_is_whole(data: Buffer, size: int) -> bool:
-    """A buffer that ends too early tells an error in place of a position: only of a position the bytes in front of it
-    give the same."""
+    """Whether `consumed` is a position, and not the error of a buffer that ends too early: only the bytes before a
+    position give the same action again."""
     head = bytes(data)[:size]
     consumed = ctypes.c_uint32()
     handle = _from_image(head, len(head), 0, ctypes.byref(consumed))
@@ -95,7 +95,7 @@ def read_frames(data: Buffer) -> Iterator[Action]:
 
 
 def _frame_size(data: bytes, at: int) -> int:
-    """Where the action at a position ends, without making it; the library decides about what is not sound."""
+    """Where the action at a position ends, without making it; the library decides about damaged bytes."""
     from struct import error as StructError, unpack_from
 
     payloads = {1: 4, 2: 4, 3: 8, 4: 8, 6: 8, 7: 16, 11: 8, 8: 8, 9: 12, 10: 16}

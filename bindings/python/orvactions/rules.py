@@ -9,7 +9,7 @@ from .forms import parse
 
 
 class RuleSet:
-    """Match actions, of which it tells those that an action meets.
+    """Match actions, of which it gives those that match an action.
 
         >>> rules = RuleSet(["@ PanLeft (Camera: 7)", "@ PanLeft (Camera: 8)"])
         >>> rules.match(Action("PanLeft", Camera=8))
@@ -42,7 +42,7 @@ class RuleSet:
         return number
 
     def match(self, action: Action) -> List[int]:
-        """The ids of all rules that an action meets, in order."""
+        """The ids of all rules that match an action, in order."""
         handle = action._handle
         answer = ctypes.c_uint8()
         given = ctypes.byref(answer)

@@ -38,7 +38,7 @@ public:
         return Step(next, left, output);
     }
 
-    // `skip` tells how many bytes of the input one replacement stands for.
+    // `skip` is the number of input bytes that one replacement stands for.
     template <class Skip>
     std::string Run(std::string_view input, std::string_view replacement, Skip skip)
     {
@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    // False in front of input that does not convert.
+    // False if input that does not convert comes next.
     bool Step(char*& next, std::size_t& left, std::string& output)
     {
         char chunk[512];
@@ -92,7 +92,7 @@ std::string_view BytesOf(std::u16string_view text)
     return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
 }
 
-// Puts a letter and the mark behind it into one character where the codeset has that one. Others stay apart.
+// Puts a letter and the mark after it into one character if the codeset has it. Others stay apart.
 std::u16string Compose(const char* codeset, std::u16string_view text)
 {
     Conversion probe(codeset, Utf16Name());

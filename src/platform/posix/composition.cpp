@@ -7,7 +7,7 @@ namespace Platform {
 
 namespace {
 
-// A combining mark, letters that it stands behind, and what each becomes.
+// A combining mark, letters that it stands after, and what each becomes.
 struct Mark {
     char16_t mark;
     std::u16string_view letters;

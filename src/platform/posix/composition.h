@@ -5,7 +5,7 @@ namespace Platform {
 
 inline constexpr char16_t kFirstCombiningMark = u'\x0300';
 
-// The character that a letter and the mark behind it make together, 0 when no codeset has one.
+// The character that a letter and the mark after it make together, 0 when no codeset has one.
 char16_t Composed(char16_t letter, char16_t mark);
 
 }  // namespace Platform

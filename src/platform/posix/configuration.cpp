@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kUsualFile = "/etc/tessarine/orv.reg";
 constexpr std::size_t kLargestFile = 1 << 20;
 
-// Up to one byte more than the largest file has.
+// Reads up to one byte more than the largest file has.
 bool ReadStart(File& file, std::string& bytes)
 {
     std::size_t got = 0;

@@ -75,8 +75,8 @@ void WriteReport(int signal, const siginfo_t& information)
     close(file);
 }
 
-// Hands the signal to whoever had it before: the default action comes when the faulting instruction is run again, or
-// the signal is raised again once this handler has returned.
+// Passes the signal to the handler that was there before. The default action happens when the faulting instruction runs
+// again, or when the signal is raised again after this handler has returned.
 void HandOver(int signal, siginfo_t* information, void* context)
 {
     std::size_t index = 0;
@@ -138,7 +138,7 @@ try {
 } catch (...) {  // no memory for a name: the process goes on without reports
 }
 
-// The library stays in memory on this system, but whoever contains it in another form may ask.
+// The library stays in memory on this system, but a program that contains its objects may call this.
 void RemoveCrashHandler()
 {
     if (!reportName[0]) return;

@@ -37,7 +37,7 @@ void WriteLine(std::u16string_view text, char* room)
     std::size_t size = EncodeUtf8(text, room);
     if (size == 0 || room[size - 1] != '\n') room[size++] = '\n';
     const std::lock_guard<std::mutex> guard(Section());
-    WriteWhole(STDERR_FILENO, std::string_view(room, size));  // if that fails nobody is left to tell
+    WriteWhole(STDERR_FILENO, std::string_view(room, size));  // if that fails it cannot be reported either
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ void WriteDebug(std::u16string_view text)
     if (text.size() <= kUsualUnits) return WriteLine(text, usual);
     const std::unique_ptr<char[]> large(new (std::nothrow) char[kBytesPerUnit * text.size() + 1]);
     if (large) return WriteLine(text, large.get());
-    WriteLine(text.substr(0, kUsualUnits), usual);  // without memory the beginning has to do
+    WriteLine(text.substr(0, kUsualUnits), usual);  // without memory only the beginning
 }
 
 }  // namespace Platform

@@ -2,8 +2,8 @@
 
 namespace {
 
-// The library is linked so that it stays in memory when a host closes it: threads that go on would otherwise end in a
-// hook that is gone. So the destructor runs when the process ends, and only then.
+// The library is linked so that it stays in memory when a host closes it. Otherwise the end of a thread would call a
+// hook that is gone. So the destructor only runs when the process ends.
 struct Entry {
     Entry() { Platform::LibraryEvents::Started(); }
     ~Entry() { Platform::LibraryEvents::Ended(true); }

@@ -15,7 +15,7 @@ namespace {
 
 static_assert(sizeof(off_t) == 8);
 
-// Without waiting for a pipe that nobody writes: the open itself would, before one can ask what it is.
+// Does not wait for a pipe that nobody writes; a plain open would, before its type can be checked.
 int FlagsFor(File::Use use)
 {
     const int flags = use == File::Use::Read ? O_RDONLY : O_WRONLY | O_APPEND | O_CREAT;

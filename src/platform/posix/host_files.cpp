@@ -56,7 +56,7 @@ bool FindFiles(const std::filesystem::path& folder, std::string_view begin, std:
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
     if (!listing) return false;
-    // Joined as plain text: where memory has run out the operator of paths ends the process.
+    // Joined as plain text: the operator of paths ends the process when there is no memory.
     std::string prefix = folder.native();
     if (!prefix.ends_with('/')) prefix += '/';
     for (;;) {

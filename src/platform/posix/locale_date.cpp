@@ -37,7 +37,7 @@ std::size_t Fail(std::uint32_t code)
     return 0;
 }
 
-// Locales whose format names the time zone leave a blank where it is not known.
+// Locales whose format names the time zone leave a blank if it is not known.
 std::string_view WithoutOuterBlanks(std::string_view text)
 {
     const std::size_t first = std::min(text.find_first_not_of(' '), text.size());

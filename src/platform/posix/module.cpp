@@ -11,7 +11,7 @@ namespace Platform {
 
 namespace {
 
-// Empty when the executable cannot be told or its path is too long.
+// Empty if the executable is not known or its path is too long.
 std::string PathBesideExecutable(std::u16string_view fileName)
 {
     std::filesystem::path folder;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kProgram = "/proc/self/exe";
 
-// A library may have version numbers behind its extension.
+// A library may have version numbers after its extension.
 std::u16string BaseName(const std::filesystem::path& path, std::string_view extension)
 {
     std::string name = path.filename().native();
@@ -29,8 +29,8 @@ std::u16string OwnModuleName()
 {
     Dl_info module;
     if (!dladdr(reinterpret_cast<const void*>(&OwnModuleName), &module) || !module.dli_fname) return {};
-    // The loader knows a program by the name that it was called by, which need not be a path: it is known by being the
-    // same file.
+    // The loader knows a program by the name that it was started by, which need not be a path. So the files are
+    // compared.
     std::error_code failure;
     const bool isProgram = std::filesystem::equivalent(module.dli_fname, kProgram, failure) || failure;
     return isProgram ? ProgramName() + u"_exe" : BaseName(module.dli_fname, ".so");

@@ -20,7 +20,7 @@ std::u16string_view Trim(std::u16string_view text)
     return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
 }
 
-// Takes the prefix off in any case of its letters.
+// Removes the prefix, in any case.
 bool TakePrefix(std::u16string_view& text, std::u16string_view prefix)
 {
     if (!EqualIgnoringCase(text.substr(0, prefix.size()), prefix)) return false;
@@ -28,7 +28,7 @@ bool TakePrefix(std::u16string_view& text, std::u16string_view prefix)
     return true;
 }
 
-// What a line holds in front of a comment; not for data in quotes.
+// What a line holds before a comment; not for data in quotes.
 std::u16string_view WithoutComment(std::u16string_view text)
 {
     return Trim(text.substr(0, text.find(u';')));
@@ -78,7 +78,7 @@ void RegistryReader::ReadKey(std::u16string_view line)
 {
     inKey_ = false;
     seenKey_ = true;
-    // A key may have brackets in its name, so the closing one is that with nothing but a comment behind it.
+    // A key may have brackets in its name, so the closing bracket is the one that only a comment may follow.
     std::size_t end = line.find(u']');
     while (end != std::u16string_view::npos && !WithoutComment(line.substr(end + 1)).empty()) {
         end = line.find(u']', end + 1);
@@ -129,7 +129,7 @@ void RegistryReader::Keep(std::u16string name, RegistryValue value)
     }
 }
 
-// Takes a quoted text off the line, in which a backslash stands in front of quotes and backslashes.
+// Takes a quoted text from the line, in which a backslash comes before quotes and backslashes.
 bool RegistryReader::ReadQuoted(std::u16string_view& line, std::u16string& text)
 {
     for (std::size_t i = 1; i < line.size(); ++i) {
@@ -143,7 +143,7 @@ bool RegistryReader::ReadQuoted(std::u16string_view& line, std::u16string& text)
     return Complain("the text has no closing quote");
 }
 
-// Types that nobody here asks for are passed over; their bytes may go on in the next lines.
+// Types that are not needed here are skipped; their bytes may continue in the next lines.
 bool RegistryReader::ReadData(std::u16string_view data, RegistryValue& value)
 {
     if (TakePrefix(data, u"dword:")) {

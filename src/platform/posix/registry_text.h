@@ -11,7 +11,7 @@
 
 namespace Platform {
 
-// Nothing, a number or a text. A value of any other type is nothing as well.
+// Nothing, a number or a text. A value of any other type reads as nothing.
 using RegistryValue = std::variant<std::monostate, std::uint32_t, std::u16string>;
 
 struct RegistryEntry {
@@ -19,8 +19,8 @@ struct RegistryEntry {
     RegistryValue value;
 };
 
-// One reading of a text, line by line, that collects the values of one key. A value that is given twice counts as
-// given the last time.
+// One reading of a text, line by line, that collects the values of one key. Of a value that is given twice the last
+// counts.
 class RegistryReader {
 public:
     // The file's name is for messages. Key without its root, which is HKEY_LOCAL_MACHINE. Both outlive the reading.
@@ -42,7 +42,7 @@ private:
     std::size_t lineNumber_ = 0;
     bool seenKey_ = false;
     bool inKey_ = false;
-    bool continued_ = false;  // the next line belongs to a value that is left out
+    bool continued_ = false;  // the next line belongs to a value that is skipped
     std::vector<RegistryEntry> found_;
     std::map<std::u16string, std::size_t> places_;  // among what was found, by lower-cased name
 };

@@ -14,7 +14,7 @@ SystemLog::~SystemLog() = default;
 
 bool SystemLog::Write(std::uint16_t type, const std::u16string& line)
 {
-    // The log's own record ends an entry, so the line's end is left out.
+    // The log ends each entry itself, so the end of the line is left out.
     const std::size_t end = line.find_last_not_of(u"\r\n") + 1;
     std::string bytes;
     if (!ToNarrow(CodePage::Utf8, std::u16string_view(line).substr(0, end), bytes)) return false;

@@ -12,8 +12,8 @@
 
 namespace {
 
-// The units stand behind a word of eight bytes, so that they are aligned for any copy; the byte length is its second
-// half, right in front of the units.
+// The units stand after a word of eight bytes, so that they are aligned for any copy; the byte length is its second
+// half, right before the units.
 constexpr std::size_t kHeaderSize = 8;
 constexpr std::size_t kLengthSize = sizeof(std::uint32_t);
 constexpr std::size_t kMaximalBytes = std::numeric_limits<std::uint32_t>::max() - kHeaderSize - sizeof(OrvWChar);
@@ -23,7 +23,7 @@ unsigned char* HeaderOf(OrvBStr text)
     return reinterpret_cast<unsigned char*>(text) - kHeaderSize;
 }
 
-// A string with room for the bytes and a zero unit behind them; null when there is no memory or the size is hostile.
+// A string with room for the bytes and a zero unit after them; null when there is no memory or the size is hostile.
 OrvBStr Allocate(std::size_t bytes)
 {
     if (bytes > kMaximalBytes) return nullptr;

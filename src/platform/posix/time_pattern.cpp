@@ -22,7 +22,7 @@ std::size_t ConversionEnd(std::string_view pattern, std::size_t begin)
     return std::min(letter, pattern.size() - 1) + 1;
 }
 
-// Cuts the seconds out, which stand between the places. `before` is the end of the conversion in front of them.
+// Cuts the seconds out, which stand between the places. `before` is the end of the conversion before them.
 void CutSeconds(std::string& pattern, std::size_t before, std::size_t begin, std::size_t end)
 {
     const std::size_t next = std::min(pattern.find_first_of(" %", end), pattern.size());

@@ -50,7 +50,7 @@ std::optional<TimeZone> ZoneFor(const char* variable, const Instant& now)
     return content.empty() ? ParsePosixRule(name, now.year) : ZoneAt(content, now.seconds, now.year);
 }
 
-// The offset that the C library finds for this instant: for what is neither a zone file nor a rule.
+// The offset that the C library finds for this instant, if the zone is neither a zone file nor a rule.
 TimeZone PresentOffset()
 {
     tzset();

@@ -170,7 +170,7 @@ bool ParseDate(RuleScanner& scanner, std::uint16_t year, SystemTime& date)
     if (scanner.Take('/') && !scanner.Clock(167, seconds)) return false;
     const bool set = week ? SetWeekRule(date, rule, seconds, year)
                           : SetDayOfYear(date, julian ? day - 1 : day, !julian, seconds, year);
-    return set && (date.year == 0 || date.year == year);  // an absolute date of another year helps nobody
+    return set && (date.year == 0 || date.year == year);  // an absolute date of another year does not count
 }
 
 bool ParseDates(RuleScanner scanner, std::uint16_t year, TimeZone& zone)

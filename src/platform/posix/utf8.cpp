@@ -9,7 +9,7 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// The code point at a position of a UTF-16 text; the position moves behind it.
+// The code point at a position of a UTF-16 text; the position moves after it.
 char32_t NextCodePoint(std::u16string_view text, std::size_t& position)
 {
     const char32_t unit = text[position++];
@@ -49,7 +49,7 @@ char* PutUtf8(char32_t point, char* output)
     return output;
 }
 
-// What a leading byte asks for. The second byte has limits of its own, which exclude overlong forms, surrogates and
+// What must follow a leading byte. The second byte has limits of its own, which exclude overlong forms, surrogates and
 // points above U+10FFFF.
 struct Lead {
     unsigned following;  // 0: no leading byte
@@ -71,7 +71,7 @@ Lead LeadOf(unsigned char byte)
     return {0, 0, 0};
 }
 
-// The code point of a sequence that begins with a byte above ASCII; the position moves behind what was taken.
+// The code point of a sequence that begins with a byte above ASCII; the position moves after what was taken.
 char32_t NextSequence(std::string_view text, std::size_t& position)
 {
     const auto first = static_cast<unsigned char>(text[position++]);

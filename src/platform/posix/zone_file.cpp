@@ -12,7 +12,7 @@ constexpr std::string_view kMagic = "TZif";
 constexpr std::size_t kLargestFile = 0x100000;
 constexpr std::size_t kHeaderSize = 44;
 constexpr std::size_t kCountsStart = 20;  // of six counts in the header
-constexpr std::size_t kTypeSize = 6;      // of a local time type: its offset, and how it is called
+constexpr std::size_t kTypeSize = 6;      // of a local time type: its offset and its name
 
 std::int64_t BigEndian(std::string_view bytes, std::size_t at, std::size_t size)
 {
@@ -44,7 +44,7 @@ public:
     std::string_view Behind() const { return rest_.substr(static_cast<std::size_t>(end_)); }
     bool EndsBefore(std::int64_t seconds) const { return times_ == 0 || Time(times_ - 1) <= seconds; }
 
-    // In seconds east of Greenwich. In front of the first transition the first type holds.
+    // In seconds east of Greenwich. Before the first transition the first type holds.
     std::optional<std::int64_t> OffsetAt(std::int64_t seconds) const
     {
         std::uint64_t next = 0;

@@ -10,11 +10,11 @@
 
 namespace Platform {
 
-// The content of a zone file; empty for a file that is none, is not there or is larger than any zone.
+// The content of a zone file; empty for a file that is absent, not a zone file or larger than any zone.
 std::string ReadZoneFile(const std::string& path);
 
-// The record for an instant in seconds since 1970. While the table rules, it is the offset of that instant and no more.
-// Nothing for a content that has neither a table that can be read nor a rule.
+// The record for an instant in seconds since 1970. Within the table it only has the offset of that instant. Empty if
+// neither the table nor the rule can be read.
 std::optional<TimeZone> ZoneAt(std::string_view content, std::int64_t seconds, std::uint16_t year);
 
 }  // namespace Platform

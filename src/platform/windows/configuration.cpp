@@ -29,7 +29,7 @@ public:
                     : ERROR_FILE_NOT_FOUND;
     }
 
-    // The name and data of the value at an index. What is too large for either is answered with ERROR_MORE_DATA.
+    // The name and data of the value at an index. If one of them is too large the answer is ERROR_MORE_DATA.
     LSTATUS ReadAt(DWORD index, wchar_t* name, DWORD& length, DWORD& type, void* block, DWORD& size) const
     {
         return key_ ? RegEnumValueW(key_, index, name, &length, nullptr, &type, static_cast<BYTE*>(block), &size)

@@ -10,7 +10,7 @@
 #include "platform/own_module.h"
 #include "platform/windows/windows_api.h"
 
-// Behind the header above, whose types it uses.
+// Needs the types of the header above.
 #include <dbghelp.h>
 
 namespace Platform {
@@ -21,7 +21,7 @@ constexpr std::u16string_view kKey = u"SOFTWARE\\Tessarine\\Ulmo";
 constexpr DWORD kLongestWait = 30'000;  // milliseconds
 constexpr ULONG kStackReserve = 32 * 1024;
 
-// Made when the library is loaded: a crashed process can not be trusted to allocate.
+// Made when the library is loaded: a crashed process may not be able to allocate.
 constinit wchar_t dumpName[1024] = {};  // empty: no dump
 constinit bool showsMessageBox = false;
 constinit LPTOP_LEVEL_EXCEPTION_FILTER previousFilter = nullptr;
@@ -56,7 +56,7 @@ DWORD WINAPI WriteDumpThread(void* crash)
     return 0;
 }
 
-// A thread that has used up its stack has no room for the work.
+// A thread that has used up its stack has no room for this.
 void WriteDumpElsewhere(Crash& crash)
 {
     const HANDLE thread = CreateThread(nullptr, 0, WriteDumpThread, &crash, 0, nullptr);
@@ -125,7 +125,7 @@ try {
 void RemoveCrashHandler()
 {
     const auto present = SetUnhandledExceptionFilter(previousFilter);
-    if (present != Filter) SetUnhandledExceptionFilter(present);  // somebody came after us, and calls us no more
+    if (present != Filter) SetUnhandledExceptionFilter(present);  // installed after ours: leave it, it does not call us
     if (std::get_terminate() == Terminate) std::set_terminate(previousTerminate);
 }
 

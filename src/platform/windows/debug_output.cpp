@@ -27,7 +27,7 @@ void WriteDebug(std::u16string_view text)
     if (text.size() <= kUsualUnits) return WriteTerminated(text, usual);
     const std::unique_ptr<wchar_t[]> large(new (std::nothrow) wchar_t[text.size() + 1]);
     if (large) return WriteTerminated(text, large.get());
-    WriteTerminated(text.substr(0, kUsualUnits), usual);  // without memory the beginning has to do
+    WriteTerminated(text.substr(0, kUsualUnits), usual);  // without memory only the beginning
 }
 
 }  // namespace Platform

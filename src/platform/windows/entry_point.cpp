@@ -3,7 +3,7 @@
 
 namespace {
 
-// The process terminates: told to the entry point, needed by the static objects that end after it.
+// Set by DllMain at process end; read by destructors that run later.
 bool processEnds = false;
 
 struct Entry {
@@ -14,7 +14,7 @@ const Entry entry;
 
 }  // namespace
 
-// Near empty: it runs under the loader's lock. A reserved value at detach tells that the process ends.
+// Does next to nothing, since it runs under the loader's lock. A reserved value at detach means that the process ends.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved)
 {
     if (reason == DLL_THREAD_DETACH) Platform::LibraryEvents::ThreadEnded();

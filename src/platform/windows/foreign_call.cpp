@@ -17,9 +17,9 @@ extern "C" [[gnu::used]] long OrvIsForeignException(EXCEPTION_POINTERS* raised, 
 
 namespace Platform {
 
-// This compiler knows no __try, but the assembler takes what one compiles to: a table that says which instructions are
-// guarded, who is asked, and where to go on. What stands between the labels may not run to its end, so nothing that is
-// needed behind them may live in a register.
+// This compiler lacks __try, but the assembler takes what one compiles to: a table of the guarded instructions, the
+// filter that is asked, and the place to go on. The code between the labels may be left at any point, so nothing that
+// is needed after them may live in a register.
 [[gnu::noinline, gnu::noclone]] bool RunForeign(void (*work)(void* context), void* context)
 {
     volatile bool done = false;

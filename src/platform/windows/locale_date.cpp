@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kLongest = INT_MAX;
 
-// A capacity of 0 would ask the system for the size, which is no result here.
+// With a capacity of 0 the system would answer with the size, which is not wanted here.
 std::size_t Refuse()
 {
     SetLastError(ERROR_INSUFFICIENT_BUFFER);

@@ -9,7 +9,7 @@ namespace Platform {
 
 namespace {
 
-// The identity of the process's user in a block of malloc; null when the system does not tell it.
+// The identity of the process's user in a block of malloc; null if the system does not know it.
 void* UserOfProcess()
 {
     HANDLE token = nullptr;

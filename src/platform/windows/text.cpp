@@ -16,7 +16,7 @@ UINT Number(CodePage page)
     return static_cast<UINT>(page);
 }
 
-// UTF-8 refuses flags, also where the process has made it its ANSI code page.
+// UTF-8 refuses flags, even if it is the ANSI code page of the process.
 DWORD FlagsFor(CodePage page, DWORD ansiFlags)
 {
     return page == CodePage::Ansi && GetACP() != CP_UTF8 ? ansiFlags : 0;
@@ -46,7 +46,7 @@ int Compare(LCID language, std::u16string_view a, std::u16string_view b)
                           static_cast<int>(b.size()));
 }
 
-// One pass with a buffer that nearly always suffices; when it does not, the size is asked for first.
+// One pass with a buffer that nearly always suffices; if not, the size is asked for first.
 template <class Text, class Output, class Call>
 bool Convert(CodePage page, Text text, Output& output, std::size_t guess, Call call)
 {

@@ -62,7 +62,7 @@ TEST(ZoneFile, TheTableRulesUpToItsLastTransition)
         {file, 5000000000, "120"},
         {file, 5000999999, "120"},
         {file, 5001000000, "-60"},
-        // Behind it the last line, and without one the last type.
+        // After it the last line, or the last type if there is no line.
         {first + table + "\nABC-7\n", 5001000000, "-420"},
         {first + table + "\n\n", 5001000000, "-60"},
         {first, 1000, "-540"},

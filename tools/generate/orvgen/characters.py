@@ -40,7 +40,7 @@ def load(path: Path, report: Report) -> bytes:
 
 
 def _add(item: str, name: str, end: int, classes: bytearray, place: Place, report: Report) -> int:
-    """Marks the units of one range; the last of them, or the end so far where the range is bad."""
+    """Marks the units of one range; the last of them, or the end so far if the range is bad."""
     match = _RANGE.fullmatch(item)
     if not match:
         report.add(place, f"'{item}' is no range: XXXX or XXXX-XXXX, capital letters")
@@ -50,7 +50,7 @@ def _add(item: str, name: str, end: int, classes: bytearray, place: Place, repor
         report.add(place, f"the range '{item}' ends before it begins")
         return end
     if first <= end:
-        report.add(place, f"the range '{item}' does not stand behind {end:04X}; ranges of a class ascend")
+        report.add(place, f"the range '{item}' does not come after {end:04X}; ranges of a class ascend")
         return end
     if any(classes[first : last + 1]):
         report.add(place, f"the range '{item}' holds units of another class")

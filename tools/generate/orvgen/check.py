@@ -55,7 +55,7 @@ def _check_actions(catalogue: Catalogue, report: Report) -> None:
 def _check_ascending(actions: list[Action], report: Report) -> None:
     for before, action in pairwise(actions):
         if before.code > action.code:
-            report.add(action.place, f"action code {action.code} stands behind {before.code}; codes ascend in a file")
+            report.add(action.place, f"action code {action.code} comes after {before.code}; codes ascend in a file")
 
 
 def _check_parameter_list(action: Action, report: Report) -> None:
@@ -118,5 +118,5 @@ def _check_unique(keys: Iterable[tuple[Place, object]], what: str, report: Repor
     first: dict[object, Place] = {}
     for place, key in keys:
         if key in first:
-            report.add(place, f"{what} '{key}' stands already in {first[key]}")
+            report.add(place, f"{what} '{key}' is already in {first[key]}")
         first.setdefault(key, place)

@@ -10,7 +10,7 @@ from pathlib import Path
 
 from .preprocess import Preprocessor
 
-# Size of what is no record; the alignment is the same.
+# Size of what is not a record; the alignment is the same.
 SIZES = {
     "uint8_t": 1, "int8_t": 1, "char": 1, "OrvBool": 1, "uint16_t": 2, "int16_t": 2, "OrvWChar": 2, "int32_t": 4,
     "uint32_t": 4, "int64_t": 8, "uint64_t": 8, "double": 8, "OrvWord": 8, "OrvBStr": 8, "TOrvHandle": 8, "size_t": 8,
@@ -104,7 +104,7 @@ def load(folder: Path, generated: dict[str, str]) -> Declarations:
 
 
 def _statements(text: str) -> list[str]:
-    """What ends in a semicolon outside of all braces."""
+    """The declarations: what ends in a semicolon outside of all braces."""
     statements, depth, begin = [], 0, 0
     for match in re.finditer(r"[{};]", text):
         depth += (match[0] == "{") - (match[0] == "}")
@@ -152,7 +152,7 @@ class _Reader:
         for row in filter(None, (part.strip() for part in body.split(","))):
             name, _, value = (part.strip() for part in row.partition("="))
             at = int(value.rstrip("u"), 0) if value else at
-            if not name.startswith("Orv"):  # those of the catalogue are known better from its data
+            if not name.startswith("Orv"):  # those of the catalogue come from its data
                 self.found.constants[name] = at
             at += 1
 

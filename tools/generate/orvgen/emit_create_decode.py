@@ -82,7 +82,7 @@ def _arguments(pair: Pair, of: Callable[[Parameter], list[Argument]]) -> list[st
 
 
 def _list(head: str, items: Iterable[str], tail: str, indent: int | None = None) -> str:
-    """The items behind the head, broken between items; further lines are aligned, or indented where that is given."""
+    """The items after the head, broken between items; further lines are aligned, or indented where that is given."""
     text = head.replace(" ", "\0") + ", ".join(item.replace(" ", "\0") for item in items) + tail
     margin = "\0" * (len(head) if indent is None else indent)
     lines = textwrap.wrap(text, _WIDTH, subsequent_indent=margin, break_long_words=False, break_on_hyphens=False)

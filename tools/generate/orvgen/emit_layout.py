@@ -1,4 +1,4 @@
-"""What the bindings take sizes and offsets of records and the places of operations for, for a C compiler to confirm."""
+"""Sizes and offsets of records and places of operations as the bindings have them, for a C compiler to confirm."""
 
 from .declarations import POINTER, Declarations, Field, Record
 

@@ -48,7 +48,7 @@ def _enum(enum: Enum) -> str:
 
 
 class _Names:
-    """Pascal's words for C's, which depend on what is a record, an interface or a callback."""
+    """The Pascal type for a C type, which depends on what is a record, an interface or a callback."""
 
     def __init__(self, declarations: Declarations) -> None:
         self._known = declarations

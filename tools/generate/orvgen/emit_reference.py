@@ -1,4 +1,4 @@
-"""The reference pages: one a class, the enums, the parameters that hang on no action, and an index."""
+"""The reference pages: one a class, the enums, the general parameters and event fields, and an index."""
 
 from dataclasses import replace
 

@@ -82,7 +82,7 @@ def _classes(pool: TextPool, classes: list[ActionClass]) -> str:
 
 def _actions(pool: TextPool, actions: list[Action], classes: list[ActionClass]) -> str:
     class_at = {row.code: at for at, row in enumerate(classes)}
-    count = len(actions) - 1  # the event description stands behind the actions and is none
+    count = len(actions) - 1  # the event description comes after the actions and does not count
     rows = []
     first = 0
     for index, action in enumerate(actions):

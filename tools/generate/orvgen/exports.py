@@ -10,7 +10,7 @@ from .report import Place, Report
 _LINE = re.compile(r"(?P<name>[A-Za-z_]\w*)(?P<marks>(?:\s+\[[^\]]*\])*)")
 _MARK = re.compile(r"\[([^\]]*)\]")
 
-# A mark that stands for a second name: the prefix that it replaces, and by what.
+# A mark that stands for a second name: the prefix that it replaces, and the new prefix.
 _TWINS = {"T": ("OrvAct_", "Talvec_Action_"), "M": ("OrvMatchAct_", "TalvecMatchAct_")}
 _LINUX = "linux"
 
@@ -33,7 +33,7 @@ def load(path: Path, report: Report) -> list[Export]:
         place = Place(path.as_posix(), number)
         for export in _exports_of(line.partition("#")[0].strip(), place, report):
             if export.name in exports:
-                report.add(place, f"'{export.name}' stands already in the list")
+                report.add(place, f"'{export.name}' is already in the list")
             exports[export.name] = export
     return sorted(exports.values(), key=lambda export: export.name)
 

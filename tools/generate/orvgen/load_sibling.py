@@ -43,7 +43,7 @@ class _Loader:
     def _field(self, row: Row, action: Action, text: str) -> SiblingField | None:
         match = _FIELD.fullmatch(text)
         if not match or (match["key"] and not match["keyed"]):
-            row.problem(f"'{text}' is no field: Name, +Name or +Name=Key, and /Type behind it", FIELDS.name)
+            row.problem(f"'{text}' is not a field: Name, +Name or +Name=Key, and /Type after it", FIELDS.name)
             return None
         name = match["name"]
         key = (match["key"] or name) if match["keyed"] else ""

@@ -1,4 +1,4 @@
-"""The public headers as a C compiler on Linux sees them behind its preprocessor: no comments, no directives, no macros.
+"""The public headers as a C compiler on Linux sees them after its preprocessor: no comments, no directives, no macros.
 
 It knows what our headers use: conditions made of defined(), macros with arguments and ##, and includes of our own
 headers. The emitters of the bindings read the result, so it needs no compiler where the library is built.
@@ -91,7 +91,7 @@ class Preprocessor:
         text = text.replace("&&", " and ").replace("||", " or ").replace("!", " not ")
         if not _CONDITION.fullmatch(text):
             raise ValueError(f"#if {condition}: only defined() can be told")
-        return bool(eval(text.strip()))  # nothing but True, False and their connectives
+        return bool(eval(text.strip()))  # only True, False and their connectives
 
     def _expanded(self, text: str) -> str:
         position = 0
@@ -111,7 +111,7 @@ class Preprocessor:
 
 
 def _arguments(text: str, opening: int) -> tuple[list[str], int]:
-    """The arguments of a macro's use and the position behind them; commas inside parentheses separate nothing."""
+    """The arguments of a macro's use and the position after them; commas inside parentheses separate nothing."""
     depth, begin, given = 0, opening + 1, []
     for at in range(opening, len(text)):
         depth += (text[at] == "(") - (text[at] == ")")

@@ -64,7 +64,7 @@ _KIND_NAMES = {str: "a text", int: "a whole number", bool: "true or false", list
 
 
 class DataFile:
-    """A parsed file. A file that is missing or is no TOML is reported and reads as empty."""
+    """A parsed file. A file that is missing or is not TOML is reported and reads as empty."""
 
     def __init__(self, report: Report, path: Path) -> None:
         self._report = report
@@ -94,7 +94,7 @@ class DataFile:
         return self._tables[0]
 
     def expect_tables(self, *names: str) -> None:
-        """Reports what is no table of one of these names."""
+        """Reports everything but tables of these names."""
         for name, value in self.values.items():
             if name not in names:
                 self._report.add(self._place_of(name), f"unknown table '{name}'")

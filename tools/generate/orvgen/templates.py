@@ -13,7 +13,7 @@ $body
 """)
 
 LONG_LITERALS = """\
-// Longer than what every compiler must take, and taken by those that build the library.
+// Longer than every compiler must accept; those that build the library accept them.
 #pragma GCC diagnostic ignored "-Woverlength-strings"
 
 """
@@ -219,7 +219,7 @@ REFERENCE_SIBLING = Template("""\
 # Text of the sibling product
 
 $read texts can be read and $written of them written. The fields stand in the order of the text; a field with a colon is
-keyed by the word in front of it and may be missing.
+keyed by the word before it and may be missing.
 
 | Text | Fields | |
 |---|---|---|

@@ -1,4 +1,4 @@
-"""All texts of the tables one behind the other, each once and with a zero behind it."""
+"""All texts of the tables one after the other, each once and with a zero after it."""
 
 from collections.abc import Iterable
 

@@ -15,7 +15,7 @@ TYPES: dict[str, int] = {
     "ResultDataSet": 12,
 }
 
-# The kinds under which callers know the types that are called otherwise in the data: ORV_KIND_....
+# Types whose name in the data differs from that of their kind in the interface, ORV_KIND_....
 PUBLIC_KINDS: dict[str, str] = {
     "Bool": "Boolean",
     "Int32": "Numeric32Bit",
@@ -23,7 +23,7 @@ PUBLIC_KINDS: dict[str, str] = {
     "Double": "NumericDouble",
 }
 
-# The columns that parameters of these names fill on any action, where no declared parameter has taken them.
+# The columns that parameters of these names fill on any action, unless a declared parameter has taken them.
 GENERAL_COLUMNS: dict[str, str] = {
     "User1": "FirstUser",
     "User2": "SecondUser",
@@ -88,8 +88,8 @@ ENUM_ID_BIT = 0x1000
 FIRST_EXTENSION_ACTION_CODE = 10000
 FIRST_EXTENSION_CLASS_CODE = 1000
 
-# As many as an action has slots for: ParameterMap::kMaximumSlots in src/objects/parameter_map.h, on which the making of
-# built-in actions relies.
+# An action has no more slots: ParameterMap::kMaximumSlots in src/objects/parameter_map.h. The create functions rely on
+# it.
 MAX_PARAMETERS = 64
 
 
