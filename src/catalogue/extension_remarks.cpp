@@ -123,7 +123,7 @@ void ExtensionReader::TellClass(const Node& row, std::u16string_view name, bool 
     const std::size_t place = PlaceOf(row, "class");
     const bool number = IsNumber(Ulmo::Utf8FromWide(name));
     if (byNumber && !number) {
-        Tell(Severity::Warning, place, {"the class '", text, "' is read as the number in front"});
+        Tell(Severity::Warning, place, {"only the digits at the start of the class '", text, "' count"});
     }
     if (byNumber && !known) {
         Tell(Severity::Warning, place, {TitleOf(row), " has no class: no class has the number ", text});

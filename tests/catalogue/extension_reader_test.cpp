@@ -166,7 +166,7 @@ TEST_F(ExtensionReading, ClassesOfActions)
     EXPECT_EQ(codeOf("", "<class>1</class>"), 0);
     EXPECT_EQ(codeOf("class='4711'"), -1);
     EXPECT_EQ(codeOf("class='1Video'"), 1);
-    EXPECT_NE(remarks_.find("number in front"), std::string::npos);
+    EXPECT_NE(remarks_.find("only the digits at the start of the class"), std::string::npos);
 }
 
 TEST_F(ExtensionReading, Parameters)

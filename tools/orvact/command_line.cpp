@@ -64,7 +64,7 @@ void CommandLine::AddReading(CLI::App* command)
 
 void CommandLine::AddInput(CLI::App* command, std::string& form, std::vector<std::string>& files)
 {
-    command->add_option("--from", form, "The form of the input; found out when not given")->type_name("FORM");
+    command->add_option("--from", form, "The form of the input; recognised when not given")->type_name("FORM");
     command->add_option("FILE", files, "The input; standard input when not given or -")->type_name("");
     AddReading(command);
 }
@@ -87,7 +87,7 @@ void CommandLine::Settle() const
 
 void CommandLine::AddShow()
 {
-    CLI::App* command = app.add_subcommand("show", "Reads action texts and tells what they are");
+    CLI::App* command = app.add_subcommand("show", "Reads action texts and says what they are");
     command
         ->add_option("TEXT", show.texts,
                      "An action text, in quotes for the shell, or a file of actions; - for standard input")
@@ -125,7 +125,7 @@ void CommandLine::AddDescribe()
 void CommandLine::AddCatalogue()
 {
     CLI::App* command = app.add_subcommand("catalogue", "Writes the catalogue as pages for a browser");
-    command->add_option("-o,--output", catalogue.folder, "The folder of the pages, made when there is none")
+    command->add_option("-o,--output", catalogue.folder, "The folder of the pages, made if there is none")
         ->type_name("DIR")
         ->required();
     command->add_option("--extension", catalogue.extensions, "An extension file whose content is shown as well")
@@ -147,7 +147,7 @@ void CommandLine::AddConvert()
 
 void CommandLine::AddDump()
 {
-    CLI::App* command = app.add_subcommand("dump", "Shows the binary form byte by byte, also of damaged input");
+    CLI::App* command = app.add_subcommand("dump", "Shows the binary form byte by byte, even if it is damaged");
     AddInput(command, dump.from, dump.files);
     AddCommon(command);
     command->footer(kDumpFooter);
@@ -163,7 +163,7 @@ void CommandLine::AddMatch()
         ->required();
     AddInput(command, match.from, match.files);
     command->add_option("--to", match.to, "The form of the output; technical when not given")->type_name("FORM");
-    command->add_flag("--explain", match.explain, "Tell why each of the others is refused, on standard error");
+    command->add_flag("--explain", match.explain, "Say why each of the others does not match, on standard error");
     AddForce(command);
     AddCommon(command);
     command->footer(kMatchFooter);

@@ -5,18 +5,18 @@
 #include "text.h"
 
 const char* const kHelpFooter =
-    "Exit codes: 0 all is well, 1 nothing fits (match, events list) or there is something to say (lint), 2\n"
-    "wrong usage, an unknown name, input that cannot be opened or output that cannot be written, 3 some of\n"
-    "the input is no action, 130 interrupted. Results go to standard output, everything else to standard\n"
+    "Exit codes: 0 success, 1 nothing found (match, events list) or a warning or an error (lint), 2 wrong\n"
+    "usage, an unknown name, input that cannot be opened or output that cannot be written, 3 some of the\n"
+    "input is no action, 130 interrupted. Results go to standard output, everything else to standard\n"
     "error; both are UTF-8. Colours appear on a terminal, and never when NO_COLOR is set.\n\n"
-    "A line of standard error tells file, line and column. With --report json it is an object with the\n"
+    "A line of standard error begins with file, line and column. With --report json it is an object with the\n"
     "members file, line (or action), column, severity, code, message and suggestion.";
 
 const char* const kShowFooter =
     "An argument that names a file is read as one, in whichever form. In files and standard input blank lines\n"
     "and lines that begin with # are skipped. A text that is no action is reported with line:column and a\n"
-    "caret where reading stopped, and the others are shown all the same. What an action says otherwise than\n"
-    "it seems to gets a note; with --strict it is an error.\n\n"
+    "caret where reading stopped, and the others are still shown. Where an action differs from what its text\n"
+    "seems to say there is a note; with --strict it is an error.\n\n"
     "  orvact show 'PanLeft (Camera: 7, Speed: 3)'\n"
     "  orvact show --names 'DigitalInput (Contact: 3, State: High)'\n"
     "  orvact show examples/site.actions\n"
@@ -34,17 +34,17 @@ const char* const kDescribeFooter =
     "  orvact describe 1102";
 
 const char* const kCatalogueFooter =
-    "A page for each action, class and enum, with examples in every form, in C and in C++, and one to search\n"
-    "in. They need no server: open index.html. What extension files beside this program or named here add\n"
-    "is marked.\n\n"
+    "A page for each action, class and enum, with examples in every form, in C and in C++; every page has a\n"
+    "search. They need no server: open index.html. What extension files add, those beside this program and\n"
+    "those given here, is marked.\n\n"
     "  orvact catalogue -o catalogue\n"
     "  orvact catalogue -o catalogue --extension examples/plcGate.xml";
 
 const char* const kConvertFooter =
-    "\nWithout --from the form is found out from the first bytes, or the first line that says something. An\n"
-    "input that is no action is reported with its line, or with its number in a binary stream, and left\n"
-    "out; so is an action that the form cannot hold. Exit code 3 then. A line break inside a text stands after\n"
-    "a backslash in the output, and is read so.\n\n"
+    "\nWithout --from the form is recognised by the first bytes, or the first line that is not blank or a\n"
+    "comment. Input that is no action is reported with its line, or with its number in a binary stream, and\n"
+    "left out; so is an action that the form cannot hold. The exit code is 3 then. A line break inside a text\n"
+    "is written after a backslash, and is read like that.\n\n"
     "  orvact convert --to binary examples/site.actions > site.bin\n"
     "  orvact convert --to technical site.bin\n"
     "  echo 'PanLeft (Camera: 7)' | orvact convert --to json\n"
@@ -52,16 +52,16 @@ const char* const kConvertFooter =
 
 const char* const kDumpFooter =
     "Each field with its offset, its bytes and what they mean, and at the end what the library reads.\n"
-    "Damaged input is shown as far as it is sound; where and why it stops is told on standard error, with\n"
-    "exit code 3. Offsets count from the start of a binary input, else from the start of the action.\n"
+    "Damaged input is shown up to the damage; standard error says where and why it stops, and the exit code\n"
+    "is 3. Offsets count from the start of a binary input, else from the start of the action.\n"
     "Input in another form is turned into the binary form first.\n\n"
     "  orvact dump site.bin\n"
     "  echo 'PanLeft (Camera: 7)' | orvact dump\n"
     "  echo '03000000 02000000 41000000 01000000' | orvact dump";
 
 const char* const kMatchFooter =
-    "Forms are those of orvact convert. Exit code 1 when no action matches. A pattern that does not read\n"
-    "ends the command: without it the answer would be another.\n\n"
+    "Forms are those of orvact convert. The exit code is 1 if no action matches. A pattern that cannot be\n"
+    "read ends the command: without it the answer would be another.\n\n"
     "  orvact match '@ PanLeft (Camera: 7)' examples/site.actions\n"
     "  orvact match rules.actions site.bin --to json\n"
     "  orvact match --explain '@ CameraOn (Camera: 8)' examples/site.actions";

@@ -138,7 +138,7 @@ private:
         for (const WalkedParameter& parameter : walk_.parameters) Repeated(parameter);
         if (walk_.behind.end == 0) return;
         Add(kUnreadCode, walk_.behind.begin,
-            walk_.secondAction ? "a second action on one line is none: its parameters count as the first one's"
+            walk_.secondAction ? "a second action on one line is not read: its parameters count as the first one's"
                                : "left out what comes after the action");
     }
 
