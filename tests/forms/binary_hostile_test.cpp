@@ -21,7 +21,7 @@ struct Field {
     bool endsAll;               // nothing else at all is read then
 };
 
-// The steps through the form of an action, told by the layout of the form and not by the code that writes it.
+// The steps through the form of an action, from the layout of the form and not from the code that writes it.
 class FieldList {
 public:
     explicit FieldList(const TOrvAction& action)

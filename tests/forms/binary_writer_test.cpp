@@ -84,7 +84,7 @@ TEST(BinaryWriter, OrderAndDescription)
     EXPECT_EQ(BinaryForm(*match), expected.Get());
 }
 
-// Each size: whole fields only, nothing after them touched, and the length told.
+// Each size: whole fields only, nothing after them touched, and the length reported.
 TEST(BinaryWriter, TooSmallABuffer)
 {
     const ObjectPtr<TOrvAction> action(TOrvAction::Create(u"A"));

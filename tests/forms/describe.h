@@ -1,4 +1,4 @@
-// One line that tells all of an action: its kind, its name and each parameter with its kind and raw fields.
+// An action as one line: its kind, its name and each parameter with its kind and raw fields.
 #pragma once
 
 #include <string>

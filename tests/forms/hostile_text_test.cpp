@@ -32,7 +32,7 @@ std::string Outcome(std::u16string_view text)
 // Some million units each: whatever takes more than a few walks does not end.
 constexpr std::size_t kUnits = 1'000'000;
 
-// A few repetitions read as the patterns read them; with many the outcome tells that they still do.
+// A few repetitions read as the patterns read them; with many the outcome shows that they still do.
 TEST(HostileText, IsReadInOneWalk)
 {
     const struct {

@@ -66,8 +66,8 @@ bool Same(const Outcome& a, const Outcome& b)
     return a.answer == b.answer && a.error == b.error && a.state == b.state && a.threw == b.threw;
 }
 
-// What is told of a refusal: an error is stored where the function stores any, an operation throws for memory. The
-// block of a binary form is null instead. The object is as it was, or as the whole call leaves it.
+// How a refusal shows: a function that has a last error stores one, an operation throws std::bad_alloc. The block of a
+// binary form is null instead. The object is as it was, or as the whole call leaves it.
 void Judge(const Operation& operation, const Outcome& outcome, const Outcome& whole)
 {
     if (outcome.otherThrown) return Report("something else than std::bad_alloc left the operation");
@@ -182,7 +182,7 @@ void RunCaseFresh(const Operation& operation, unsigned variant)
     }
 }
 
-// The library remembers so many failures; from then on another one costs nothing.
+// The library remembers this many failures; from then on another one costs nothing.
 void FillHistory()
 {
     TOrvHandle object = Talvec_Action_CreateActionByName(reinterpret_cast<const OrvWChar*>(u"Nobody"));

@@ -1,7 +1,7 @@
 // Hostile input for every reader, under AddressSanitizer: the bodies of the fuzz targets, fed with every truncation and
 // every change of a single byte of their seeds, each in a buffer of exactly its size.
 //
-//   reliability_hostile MOST        at most so many executions a target and kind of change, evenly spread; 0: all
+//   reliability_hostile MOST        at most MOST executions a target and kind of change, evenly spread; 0: all
 //   reliability_hostile MOST NAME   that target alone
 #include <cstdint>
 #include <cstdio>

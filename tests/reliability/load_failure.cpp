@@ -3,7 +3,7 @@
 //
 //   reliability_load LIBRARY [STEP]
 //
-// With STEP only every so manyth place is tried.
+// With STEP only every STEPth place is tried.
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <sys/wait.h>

@@ -30,7 +30,7 @@ OrvBool FillResourceOfChannel(OrvWord context, std::uint32_t view, TOrvResourceV
     return FillResource(context, view, resource);
 }
 
-// A sink of any sort: says what it hears, and is nobody's to count.
+// A sink of any sort: records what it gets, and is not reference counted.
 template <class Sink>
 struct OfOurs : Sink {
     std::int32_t QueryInterface(const TOrvGuid&, void**) override { return -1; }

@@ -70,7 +70,7 @@ TOrvHandle HandleOf(Object* object)
     return reinterpret_cast<TOrvHandle>(object);
 }
 
-// An object that a call made: told, then ended.
+// An object that a call made: described, then released.
 inline void DescribeAndClose(std::string& answer, TOrvHandle made, TOrvHandle subject)
 {
     if (!made) {

@@ -81,7 +81,7 @@ TEST(PosixCodesets, ReplaceWhatDoesNotConvert)
     EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
 }
 
-// A letter and its marks become the one character that the codeset has, and stay apart where it has none.
+// A letter and its marks become the one character that the codeset has, and stay apart if it has none.
 TEST(PosixCodesets, ComposeWhatTheyHave)
 {
     const struct {
