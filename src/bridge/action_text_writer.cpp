@@ -1,6 +1,7 @@
 #include "bridge/action_text_writer.h"
 
 #include "bridge/odd_actions.h"
+#include "catalogue/value_kind.h"
 #include "forms/text_pieces.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
@@ -9,6 +10,7 @@ namespace HeskPLC {
 
 using OrvPLC::TOrvAction;
 using OrvPLC::TOrvParameter;
+using OrvPLC::ValueKind;
 
 namespace {
 
@@ -19,21 +21,26 @@ public:
 
     void Append(std::uint32_t kind)
     {
-        switch (kind) {
-        case ORV_KIND_Boolean: output_ += Read<bool>(&TOrvParameter::ReadBoolean) ? u'1' : u'0'; break;
-        case ORV_KIND_Numeric32Bit: Ulmo::AppendDecimal(output_, Read<std::int32_t>(&TOrvParameter::ReadInt32)); break;
-        case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output_, Read<std::int64_t>(&TOrvParameter::ReadInt64)); break;
-        case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output_, Read<double>(&TOrvParameter::ReadDouble)); break;
-        case ORV_KIND_String: AppendQuoted(value_ ? value_->MakeWideText() : std::u16string_view()); break;
-        case ORV_KIND_DateTime: AppendDate(Read<TUlmoDateTime>(&TOrvParameter::ReadDateTime)); break;
-        case ORV_KIND_Guid: AppendGuid(Read<TOrvGuid>(&TOrvParameter::ReadGuid)); break;
-        case ORV_KIND_EventType: AppendEventType(Read<TOrvEventTypeValue>(&TOrvParameter::ReadEventType)); break;
-        case ORV_KIND_MediaChannel: AppendChannel(Read<TOrvChannelValue>(&TOrvParameter::ReadMediaChannel)); break;
-        case ORV_KIND_Resource: AppendResource(Read<TOrvResourceValue>(&TOrvParameter::ReadResource)); break;
-        case ORV_KIND_Rect:
+        switch (ValueKind{kind}) {
+        case ValueKind::Boolean: output_ += Read<bool>(&TOrvParameter::ReadBoolean) ? u'1' : u'0'; break;
+        case ValueKind::Numeric32Bit:
+            Ulmo::AppendDecimal(output_, Read<std::int32_t>(&TOrvParameter::ReadInt32));
+            break;
+        case ValueKind::Numeric64Bit:
+            Ulmo::AppendDecimal(output_, Read<std::int64_t>(&TOrvParameter::ReadInt64));
+            break;
+        case ValueKind::NumericDouble: Ulmo::AppendDouble(output_, Read<double>(&TOrvParameter::ReadDouble)); break;
+        case ValueKind::String: AppendQuoted(value_ ? value_->MakeWideText() : std::u16string_view()); break;
+        case ValueKind::DateTime: AppendDate(Read<TUlmoDateTime>(&TOrvParameter::ReadDateTime)); break;
+        case ValueKind::Guid: AppendGuid(Read<TOrvGuid>(&TOrvParameter::ReadGuid)); break;
+        case ValueKind::EventType: AppendEventType(Read<TOrvEventTypeValue>(&TOrvParameter::ReadEventType)); break;
+        case ValueKind::MediaChannel: AppendChannel(Read<TOrvChannelValue>(&TOrvParameter::ReadMediaChannel)); break;
+        case ValueKind::Resource: AppendResource(Read<TOrvResourceValue>(&TOrvParameter::ReadResource)); break;
+        case ValueKind::Rect:
             OrvPLC::AppendRect(output_, Read<std::int64_t>(&TOrvParameter::ReadRect), u"{ ", u" }");
             break;
-        default: break;
+        case ValueKind::None:
+        case ValueKind::ResultDataSet: break;  // the sibling has none
         }
     }
 

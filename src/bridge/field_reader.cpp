@@ -1,5 +1,6 @@
 // From a token to the value of a parameter, kind by kind. Reading a number never fails; other text gives 0.
 #include "bridge/action_text_parser.h"
+#include "catalogue/value_kind.h"
 #include "ulmo/date_time.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
@@ -8,6 +9,7 @@ namespace HeskPLC {
 
 using OrvPLC::TOrvAction;
 using OrvPLC::TOrvParameter;
+using OrvPLC::ValueKind;
 
 namespace {
 
@@ -62,21 +64,22 @@ double Real(const ActionTextToken& token)
 
 void SetValue(TOrvParameter& value, const Field& field, const ActionTextToken& token, const TOrvGuid& guid)
 {
-    switch (field.kind) {
-    case ORV_KIND_Boolean: value.SetBoolean(Ulmo::ScanInt32(token.Integer()) != 0); break;
-    case ORV_KIND_Numeric32Bit: value.SetInt32(Ulmo::ScanInt32(token.Integer()), field.enumType); break;
-    case ORV_KIND_Numeric64Bit: value.SetInt64(Ulmo::ScanInt64(token.Integer())); break;
-    case ORV_KIND_NumericDouble: value.SetDouble(Real(token)); break;
-    case ORV_KIND_String: value.SetString(token.String()); break;
-    case ORV_KIND_DateTime: value.SetDateTime(Ulmo::FromText(token.String())); break;
-    case ORV_KIND_Guid: value.SetGuid(guid); break;
-    case ORV_KIND_EventType: SetEventType(value, token); break;
-    case ORV_KIND_MediaChannel: SetChannel(value, token); break;
-    case ORV_KIND_Resource:
+    switch (ValueKind{field.kind}) {
+    case ValueKind::Boolean: value.SetBoolean(Ulmo::ScanInt32(token.Integer()) != 0); break;
+    case ValueKind::Numeric32Bit: value.SetInt32(Ulmo::ScanInt32(token.Integer()), field.enumType); break;
+    case ValueKind::Numeric64Bit: value.SetInt64(Ulmo::ScanInt64(token.Integer())); break;
+    case ValueKind::NumericDouble: value.SetDouble(Real(token)); break;
+    case ValueKind::String: value.SetString(token.String()); break;
+    case ValueKind::DateTime: value.SetDateTime(Ulmo::FromText(token.String())); break;
+    case ValueKind::Guid: value.SetGuid(guid); break;
+    case ValueKind::EventType: SetEventType(value, token); break;
+    case ValueKind::MediaChannel: SetChannel(value, token); break;
+    case ValueKind::Resource:
         value.SetResource(guid, token.Part(Form::Resource, 0).empty() ? token.String() : token.Part(Form::Resource, 1));
         break;
-    case ORV_KIND_Rect: SetRect(value, token); break;
-    default: break;
+    case ValueKind::Rect: SetRect(value, token); break;
+    case ValueKind::None:
+    case ValueKind::ResultDataSet: break;  // the sibling has none
     }
 }
 

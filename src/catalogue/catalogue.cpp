@@ -68,14 +68,13 @@ const TOrvEnumInternalInfo* TOrvActionCatalogue::FindEnumValue(std::uint32_t enu
 
 std::uint32_t TOrvActionCatalogue::FindEnumTypeId(std::u16string_view name) const
 {
-    constexpr std::uint32_t kIdBit = 0x1000;
     const std::u16string lower = Ulmo::LowerCase(name);
     const auto text = [](const Builtin::EnumType& type) { return StoredText<char16_t>(type.lower).view(); };
     const auto found = std::lower_bound(enumTypes_.begin(), enumTypes_.end(), std::u16string_view(lower),
                                         [&](const auto& type, std::u16string_view key) { return text(type) < key; });
-    if (found != enumTypes_.end() && text(*found) == lower) return found->id | kIdBit;
+    if (found != enumTypes_.end() && text(*found) == lower) return found->id | kEnumIdBit;
     const auto added = addedTypes_.find(lower);
-    return added == addedTypes_.end() ? 0 : added->second | kIdBit;
+    return added == addedTypes_.end() ? 0 : added->second | kEnumIdBit;
 }
 
 // In place: there is nothing to allocate at start, and the way to it is short. Not destroyed with the static objects,

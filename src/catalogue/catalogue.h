@@ -65,7 +65,7 @@ public:
     const TOrvActionInternalInfo* FindActionByIndex(std::uint32_t index) const { return actions_.FindByPlace(index); }
     const TOrvParameterInternalInfo* FindGeneralParameter(std::u16string_view name) const;
     const TOrvEnumInternalInfo* FindEnumValue(std::uint32_t enumId, std::uint32_t value) const;
-    std::uint32_t FindEnumTypeId(std::u16string_view name) const;  // with bit 0x1000 set, 0 when unknown
+    std::uint32_t FindEnumTypeId(std::u16string_view name) const;  // with kEnumIdBit, 0 when unknown
     const TOrvActionInternalInfo* EventInfo() const { return eventInfo_; }
 
     // For enumerations and text writes, under Lock(). By lower-cased name, unit by unit; values by key.

@@ -25,6 +25,10 @@ namespace OrvPLC {
 
 inline constexpr std::uint32_t kDefaultPriority = 5;
 
+// The enum of a Boolean's two values has the id 1; every other enum has an id with this bit.
+inline constexpr std::uint32_t kBooleanEnum = 1;
+inline constexpr std::uint32_t kEnumIdBit = 0x1000;
+
 // A display text in the system's ANSI code page, in UTF-8 and in UTF-16, so that queries hand out pointers without
 // converting.
 struct DisplayText {
@@ -142,7 +146,7 @@ public:
     std::uint32_t Type;  // ORV_KIND_...
     std::uint32_t View;  // ORV_VIEW_..., what the value designates
     std::uint32_t Priority;
-    std::uint32_t EnumType;  // 0 none, 1 the Boolean enum, else an id with bit 0x1000
+    std::uint32_t EnumType;  // the id of an enum; 0 for none
     std::uint32_t DbField;   // ORV_COLUMN_... bits
 };
 
@@ -154,7 +158,7 @@ public:
         : TOrvBaseNameInfo(name, plain, description), EnumId(enumId), Value(value)
     {}
 
-    std::uint32_t EnumId;  // 1 for the Boolean enum, else with bit 0x1000
+    std::uint32_t EnumId;  // kBooleanEnum, or with kEnumIdBit
     std::uint32_t Value;
 };
 

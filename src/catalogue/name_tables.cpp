@@ -1,10 +1,11 @@
 #include "catalogue/name_tables.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
 
 #include "OrvActions/OrvTypes.h"
+#include "catalogue/entries.h"
+#include "catalogue/value_kind.h"
 #include "platform/text.h"
 
 namespace OrvPLC {
@@ -53,6 +54,9 @@ constexpr NamedNumber kColumns[] = {ORV_FOR_EACH_COLUMN(ORV_NAMED_NUMBER)};
 #undef ORV_NAMED_NUMBER
 
 constexpr NamedNumber kNoColumns[] = {{u"Unavailable", 0}, {u"None", 0}};
+
+constexpr std::uint32_t kPublicBoolean = 5;
+constexpr std::uint32_t kFirstPublicEnum = 10;
 
 std::optional<std::uint32_t> Find(std::span<const NamedNumber> table, std::u16string_view name)
 {
@@ -106,32 +110,34 @@ std::uint32_t ColumnsFromText(std::u16string_view text)
     return survivors >= 2 ? mask : 0;
 }
 
-std::u16string ColumnsToText(std::uint32_t mask)
-{
-    std::u16string text;
-    for (const NamedNumber& row : kColumns) {
-        if (!(mask & row.number)) continue;
-        if (!text.empty()) text += u'|';
-        text += row.name;
-    }
-    return text;
-}
-
 std::uint32_t PublicType(std::uint32_t type, std::uint32_t enumType)
 {
-    static constexpr std::uint32_t kCodes[] = {kPublicTypeUnknown, 5, 0, 1, 100, 4, 2, 6, 7, 8, 9, 101, 102};
-    if (type == ORV_KIND_Numeric32Bit && enumType != 0) return PublicEnumType(enumType);
-    return type < std::size(kCodes) ? kCodes[type] : kPublicTypeUnknown;
+    switch (ValueKind{type}) {
+    case ValueKind::Numeric32Bit: return enumType != 0 ? PublicEnumType(enumType) : 0;
+    case ValueKind::Numeric64Bit: return 1;
+    case ValueKind::DateTime: return 2;
+    case ValueKind::String: return 4;
+    case ValueKind::Boolean: return kPublicBoolean;
+    case ValueKind::Guid: return 6;
+    case ValueKind::EventType: return 7;
+    case ValueKind::MediaChannel: return 8;
+    case ValueKind::Resource: return 9;
+    case ValueKind::NumericDouble: return 100;
+    case ValueKind::Rect: return 101;
+    case ValueKind::ResultDataSet: return 102;
+    case ValueKind::None: break;
+    }
+    return kPublicTypeUnknown;
 }
 
 std::uint32_t PublicEnumType(std::uint32_t enumId)
 {
-    return enumId == kBooleanEnum ? 5 : (enumId & ~kEnumIdBit) + 10;
+    return enumId == kBooleanEnum ? kPublicBoolean : (enumId & ~kEnumIdBit) + kFirstPublicEnum;
 }
 
 std::uint32_t EnumIdFromPublicType(std::uint32_t publicType)
 {
-    return publicType == 5 ? kBooleanEnum : ((publicType - 10) | kEnumIdBit);
+    return publicType == kPublicBoolean ? kBooleanEnum : ((publicType - kFirstPublicEnum) | kEnumIdBit);
 }
 
 }  // namespace OrvPLC

@@ -1,4 +1,4 @@
-// The tables that turn names of types, views and columns into numbers and back. Names are compared without regard
+// The tables that turn names of types, views and columns into numbers. Names are compared without regard
 // to case.
 #pragma once
 
@@ -9,9 +9,7 @@
 
 namespace OrvPLC {
 
-inline constexpr std::uint32_t kEnumIdBit = 0x1000;
-inline constexpr std::uint32_t kBooleanEnum = 1;
-inline constexpr std::uint32_t kPublicTypeUnknown = 0x7fffffff;
+inline constexpr std::uint32_t kPublicTypeUnknown = 0x7FFFFFFF;
 
 std::optional<std::uint32_t> FindParameterType(std::u16string_view name);
 std::optional<std::uint32_t> FindView(std::u16string_view name);
@@ -27,7 +25,6 @@ std::uint32_t ViewFromName(std::u16string_view name);
 // A mask of columns from one name or from names joined by "|". A text with a bar that holds fewer than two good names
 // gives 0; deliberate, the check is on the count of names that survive.
 std::uint32_t ColumnsFromText(std::u16string_view text);
-std::u16string ColumnsToText(std::uint32_t mask);
 
 // The type code that the OrvAct_ family reports.
 std::uint32_t PublicType(std::uint32_t type, std::uint32_t enumType);

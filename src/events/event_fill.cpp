@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "catalogue/value_kind.h"
 #include "events/columns.h"
 #include "events/event_settings.h"
 #include "objects/operation.h"
@@ -9,20 +10,6 @@
 namespace OrvPLC {
 
 namespace {
-
-// The text of a value, made in the value. One that is there already stays where it is: another column may point at it.
-std::u16string_view TextInPlace(TOrvParameter& value)
-{
-    std::u16string text;
-    switch (value.Kind()) {
-    case ORV_KIND_String:
-    case ORV_KIND_EventType:
-    case ORV_KIND_MediaChannel:
-    case ORV_KIND_Resource:
-    case ORV_KIND_ResultDataSet: return value.Wide();
-    default: return value.AppendText(text) && text != value.Wide() ? value.MakeWideText() : value.Wide();
-    }
-}
 
 // Fills the record column by column. A column is filled when its pointer is not null.
 class EventRecordFiller {
@@ -59,22 +46,30 @@ public:
 private:
     void Fill(std::uint32_t type, Columns columns, TOrvParameter& value)
     {
-        switch (type) {
-        case ORV_KIND_Guid: PointAtGuid(columns, value); break;
-        case ORV_KIND_EventType:
+        switch (ValueKind{type}) {
+        case ValueKind::Guid: PointAtGuid(columns, value); break;
+        case ValueKind::EventType:
             PointUnlessEmpty(First(columns & kInt64Columns), value);
             PointUnlessEmpty(First(columns & kStringColumns), value);
             break;
-        case ORV_KIND_MediaChannel:
+        case ValueKind::MediaChannel:
             PointUnlessEmpty(First(columns & kInt64Columns), value);
             PointUnlessEmpty(First(columns & kStringColumns), value);
             PointUnlessEmpty(First(columns & kInt32Columns), value);
             break;
-        case ORV_KIND_Resource:
+        case ValueKind::Resource:
             PointUnlessEmpty(First(columns & kStringColumns), value);
             PointAtGuid(columns, value);
             break;
-        default: Point(First(columns), value); break;
+        case ValueKind::None:
+        case ValueKind::Boolean:
+        case ValueKind::Numeric32Bit:
+        case ValueKind::Numeric64Bit:
+        case ValueKind::NumericDouble:
+        case ValueKind::String:
+        case ValueKind::DateTime:
+        case ValueKind::Rect:
+        case ValueKind::ResultDataSet: Point(First(columns), value); break;
         }
     }
 
@@ -97,7 +92,7 @@ private:
         } else if (column & kDateColumns) {
             Set(column, record_.dateField[IndexIn(kDateColumns, column)], value.DateTimeInPlace());
         } else if (column != 0) {
-            const std::u16string_view text = TextInPlace(value);
+            const std::u16string_view text = value.MakeWideText();
             TOrvEventText& field = TextColumn(record_, column);
             field.length = text.size();
             Set(column, field.text, Boundary(text.data()));

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/value_kind.h"
 #include "forms/expected_kind.h"
 #include "forms/sibling.h"
 #include "forms/text_parser.h"
@@ -29,21 +30,22 @@ struct PayloadShape {
 
 PayloadShape ShapeOf(std::uint32_t kind)
 {
-    switch (kind) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: return {false, 4};
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Rect:
-    case ORV_KIND_NumericDouble: return {false, 8};
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: return {true, 0};
-    case ORV_KIND_Guid: return {false, 16};
-    case ORV_KIND_EventType: return {true, 8};
-    case ORV_KIND_MediaChannel: return {true, 12};
-    case ORV_KIND_Resource: return {true, 16};
-    default: return {false, 0};
+    switch (ValueKind{kind}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: return {false, 4};
+    case ValueKind::Numeric64Bit:
+    case ValueKind::DateTime:
+    case ValueKind::Rect:
+    case ValueKind::NumericDouble: return {false, 8};
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: return {true, 0};
+    case ValueKind::Guid: return {false, 16};
+    case ValueKind::EventType: return {true, 8};
+    case ValueKind::MediaChannel: return {true, 12};
+    case ValueKind::Resource: return {true, 16};
+    case ValueKind::None: break;
     }
+    return {false, 0};
 }
 
 struct Record {
@@ -112,22 +114,22 @@ private:
 
 void SetContent(TOrvParameter& value, const Record& record)
 {
-    switch (record.kind) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: value.SetInt32(record.At<std::int32_t>()); break;  // a Boolean keeps its number
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: value.SetInt64(record.At<std::int64_t>()); break;
-    case ORV_KIND_NumericDouble: value.SetDouble(record.At<double>()); break;
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: value.SetString(record.text); break;
-    case ORV_KIND_Guid: value.SetGuid(record.At<TOrvGuid>()); break;
-    case ORV_KIND_EventType: value.SetEventType(record.At<std::uint64_t>(), record.text); break;
-    case ORV_KIND_MediaChannel:
+    switch (ValueKind{record.kind}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: value.SetInt32(record.At<std::int32_t>()); break;  // a Boolean keeps its number
+    case ValueKind::Numeric64Bit:
+    case ValueKind::DateTime:
+    case ValueKind::Rect: value.SetInt64(record.At<std::int64_t>()); break;
+    case ValueKind::NumericDouble: value.SetDouble(record.At<double>()); break;
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: value.SetString(record.text); break;
+    case ValueKind::Guid: value.SetGuid(record.At<TOrvGuid>()); break;
+    case ValueKind::EventType: value.SetEventType(record.At<std::uint64_t>(), record.text); break;
+    case ValueKind::MediaChannel:
         value.SetMediaChannel(record.At<std::uint64_t>(), record.At<std::uint32_t>(8), record.text);
         break;
-    case ORV_KIND_Resource: value.SetResource(record.At<TOrvGuid>(), record.text); break;
-    default: break;
+    case ValueKind::Resource: value.SetResource(record.At<TOrvGuid>(), record.text); break;
+    case ValueKind::None: break;
     }
     value.SetKindAndEnum(record.kind, record.enumType);
 }

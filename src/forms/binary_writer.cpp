@@ -4,6 +4,7 @@
 #include <limits>
 #include <string_view>
 
+#include "catalogue/value_kind.h"
 #include "platform/system_string.h"
 #include "ulmo/copy_units.h"
 
@@ -41,21 +42,22 @@ Place PutText(Place place, std::u16string_view text)
 // A kind that does not exist has no payload.
 Place PutPayload(Place place, const TOrvParameter& value)
 {
-    switch (value.Kind()) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: return PutField(place, value.Small());
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: return PutField(place, value.Large());
-    case ORV_KIND_NumericDouble: return PutField(place, value.Real());
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: return PutText(place, value.Wide());
-    case ORV_KIND_Guid: return PutField(place, value.Guid());
-    case ORV_KIND_EventType: return PutField(PutText(place, value.Wide()), value.Large());
-    case ORV_KIND_MediaChannel: return PutField(PutField(PutText(place, value.Wide()), value.Large()), value.Small());
-    case ORV_KIND_Resource: return PutField(PutText(place, value.Wide()), value.Guid());
-    default: return place;
+    switch (ValueKind{value.Kind()}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: return PutField(place, value.Small());
+    case ValueKind::Numeric64Bit:
+    case ValueKind::DateTime:
+    case ValueKind::Rect: return PutField(place, value.Large());
+    case ValueKind::NumericDouble: return PutField(place, value.Real());
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: return PutText(place, value.Wide());
+    case ValueKind::Guid: return PutField(place, value.Guid());
+    case ValueKind::EventType: return PutField(PutText(place, value.Wide()), value.Large());
+    case ValueKind::MediaChannel: return PutField(PutField(PutText(place, value.Wide()), value.Large()), value.Small());
+    case ValueKind::Resource: return PutField(PutText(place, value.Wide()), value.Guid());
+    case ValueKind::None: break;
     }
+    return place;
 }
 
 Place PutRecord(Place place, std::u16string_view name, const TOrvParameter& parameter)

@@ -3,6 +3,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/name_tables.h"
 #include "catalogue/settings.h"
+#include "catalogue/value_kind.h"
 #include "forms/json_writer.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
@@ -95,20 +96,20 @@ void WriteRect(TOrvJsonWriter& writer, View key, std::int64_t packed)
 // A value without content, or of a kind that does not exist, writes nothing, though it counts as a parameter.
 void WriteValue(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
 {
-    switch (value.Kind()) {
-    case ORV_KIND_Boolean: writer.WriteRaw(key, value.Small() != 0 ? u"1" : u"0"); break;
-    case ORV_KIND_Numeric32Bit: WriteNumber(writer, key, value); break;
-    case ORV_KIND_Numeric64Bit: writer.WriteDecimal(key, value.Large()); break;
-    case ORV_KIND_NumericDouble: writer.WriteDouble(key, value.Real()); break;
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: writer.WriteString(key, value.Wide()); break;
-    case ORV_KIND_DateTime: writer.WriteDate(key, value.DateTime()); break;
-    case ORV_KIND_Guid: writer.WriteGuid(key, value.Guid()); break;
-    case ORV_KIND_EventType: WriteEventType(writer, key, value); break;
-    case ORV_KIND_MediaChannel: WriteMediaChannel(writer, key, value); break;
-    case ORV_KIND_Resource: WriteResource(writer, key, value); break;
-    case ORV_KIND_Rect: WriteRect(writer, key, value.Large()); break;
-    default: break;
+    switch (ValueKind{value.Kind()}) {
+    case ValueKind::Boolean: writer.WriteRaw(key, value.Small() != 0 ? u"1" : u"0"); break;
+    case ValueKind::Numeric32Bit: WriteNumber(writer, key, value); break;
+    case ValueKind::Numeric64Bit: writer.WriteDecimal(key, value.Large()); break;
+    case ValueKind::NumericDouble: writer.WriteDouble(key, value.Real()); break;
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: writer.WriteString(key, value.Wide()); break;
+    case ValueKind::DateTime: writer.WriteDate(key, value.DateTime()); break;
+    case ValueKind::Guid: writer.WriteGuid(key, value.Guid()); break;
+    case ValueKind::EventType: WriteEventType(writer, key, value); break;
+    case ValueKind::MediaChannel: WriteMediaChannel(writer, key, value); break;
+    case ValueKind::Resource: WriteResource(writer, key, value); break;
+    case ValueKind::Rect: WriteRect(writer, key, value.Large()); break;
+    case ValueKind::None: break;
     }
 }
 

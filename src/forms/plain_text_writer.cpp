@@ -3,6 +3,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/name_tables.h"
 #include "catalogue/settings.h"
+#include "catalogue/value_kind.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
 #include "ulmo/date_time.h"
@@ -79,37 +80,38 @@ std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(st
 
 void TOrvPlainTextWriter::WriteValue(const TOrvParameter& value)
 {
-    switch (value.Kind()) {
-    case ORV_KIND_Boolean:
+    switch (ValueKind{value.Kind()}) {
+    case ValueKind::Boolean:
         if (!WriteEnumName(kBooleanEnum, value.Small() ? 1 : 0)) output_ += value.Small() ? u'1' : u'0';
-        break;
-    case ORV_KIND_Numeric32Bit: WriteNumber(value); break;
-    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); break;
-    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output_, value.Real()); break;
-    case ORV_KIND_String: AppendQuoted(output_, value.Wide()); break;
-    case ORV_KIND_DateTime: {
+        return;
+    case ValueKind::Numeric32Bit: WriteNumber(value); return;
+    case ValueKind::Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); return;
+    case ValueKind::NumericDouble: Ulmo::AppendDouble(output_, value.Real()); return;
+    case ValueKind::String: AppendQuoted(output_, value.Wide()); return;
+    case ValueKind::DateTime: {
         Ulmo::DateText text;
         AppendQuoted(output_, Ulmo::ToLocaleText(value.DateTime(), text));
-        break;
+        return;
     }
-    case ORV_KIND_Guid:
+    case ValueKind::Guid:
         output_ += u'"';
         AppendGuid(output_, value.Guid());
         output_ += u'"';
-        break;
-    case ORV_KIND_EventType:
+        return;
+    case ValueKind::EventType:
         if (value.Wide().empty()) {
             Ulmo::AppendDecimal(output_, value.Large());
         } else {
             AppendQuoted(output_, value.Wide());
         }
-        break;
-    case ORV_KIND_MediaChannel: WriteMediaChannel(value); break;
-    case ORV_KIND_Resource: WriteResource(value); break;
-    case ORV_KIND_Rect: WriteRect(value.Large()); break;
-    case ORV_KIND_ResultDataSet: output_ += value.Wide(); break;
-    default: output_ += u"unknown"; break;
+        return;
+    case ValueKind::MediaChannel: WriteMediaChannel(value); return;
+    case ValueKind::Resource: WriteResource(value); return;
+    case ValueKind::Rect: WriteRect(value.Large()); return;
+    case ValueKind::ResultDataSet: output_ += value.Wide(); return;
+    case ValueKind::None: break;
     }
+    output_ += u"unknown";
 }
 
 void TOrvPlainTextWriter::WriteNumber(const TOrvParameter& value)

@@ -1,5 +1,6 @@
 #include "forms/properties.h"
 
+#include "catalogue/value_kind.h"
 #include "forms/client_info.h"
 #include "forms/text_pieces.h"
 #include "ulmo/date_time.h"
@@ -62,35 +63,36 @@ void AppendNamed(std::u16string& output, View name)
 // Neither the bare text of a value nor one of the action texts: a form of its own.
 void AppendPropertyValue(std::u16string& output, const TOrvParameter& value)
 {
-    switch (value.Kind()) {
-    case ORV_KIND_Boolean: output += value.Small() != 0 ? u'1' : u'0'; break;
-    case ORV_KIND_Numeric32Bit:
-    case ORV_KIND_MediaChannel: Ulmo::AppendDecimal(output, value.Small()); break;
-    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output, value.Large()); break;
-    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output, value.Real()); break;
-    case ORV_KIND_String: output += value.Wide(); break;
-    case ORV_KIND_DateTime: {
+    switch (ValueKind{value.Kind()}) {
+    case ValueKind::Boolean: output += value.Small() != 0 ? u'1' : u'0'; break;
+    case ValueKind::Numeric32Bit:
+    case ValueKind::MediaChannel: Ulmo::AppendDecimal(output, value.Small()); break;
+    case ValueKind::Numeric64Bit: Ulmo::AppendDecimal(output, value.Large()); break;
+    case ValueKind::NumericDouble: Ulmo::AppendDouble(output, value.Real()); break;
+    case ValueKind::String: output += value.Wide(); break;
+    case ValueKind::DateTime: {
         Ulmo::DateText text;
         output += Ulmo::ToLocaleText(value.DateTime(), text);
         break;
     }
-    case ORV_KIND_Guid:
+    case ValueKind::Guid:
         output += u'"';
         AppendGuid(output, value.Guid());
         output += u'"';
         break;
-    case ORV_KIND_EventType:
+    case ValueKind::EventType:
         output += u'{';
         Ulmo::AppendDecimal(output, value.Large());
         AppendNamed(output, value.Wide());
         break;
-    case ORV_KIND_Resource:
+    case ValueKind::Resource:
         output += u'{';
         AppendGuid(output, value.Guid());
         AppendNamed(output, value.Wide());
         break;
-    case ORV_KIND_Rect: AppendRectWords(output, value.Large()); break;
-    default: break;
+    case ValueKind::Rect: AppendRectWords(output, value.Large()); break;
+    case ValueKind::None:
+    case ValueKind::ResultDataSet: break;
     }
 }
 

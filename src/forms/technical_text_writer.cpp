@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "catalogue/value_kind.h"
 #include "forms/result_data.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
@@ -63,29 +64,30 @@ void TOrvTechnicalTextWriter::WriteParameter(std::u16string_view name, const TOr
 
 void TOrvTechnicalTextWriter::WriteValue(const TOrvParameter& value)
 {
-    switch (value.Kind()) {
-    case ORV_KIND_Boolean: output_ += value.Small() ? u'1' : u'0'; break;
-    case ORV_KIND_Numeric32Bit: Ulmo::AppendDecimal(output_, value.Small()); break;
-    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); break;
-    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output_, value.Real()); break;
-    case ORV_KIND_String: AppendQuoted(output_, value.Wide()); break;
-    case ORV_KIND_DateTime:
+    switch (ValueKind{value.Kind()}) {
+    case ValueKind::Boolean: output_ += value.Small() ? u'1' : u'0'; return;
+    case ValueKind::Numeric32Bit: Ulmo::AppendDecimal(output_, value.Small()); return;
+    case ValueKind::Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); return;
+    case ValueKind::NumericDouble: Ulmo::AppendDouble(output_, value.Real()); return;
+    case ValueKind::String: AppendQuoted(output_, value.Wide()); return;
+    case ValueKind::DateTime:
         output_ += u'"';
         AppendDateTime(output_, value.DateTime());
         output_ += u'"';
-        break;
-    case ORV_KIND_Guid:
+        return;
+    case ValueKind::Guid:
         output_ += u'"';
         AppendGuid(output_, value.Guid());
         output_ += u'"';
-        break;
-    case ORV_KIND_EventType: WriteEventType(value); break;
-    case ORV_KIND_MediaChannel: WriteMediaChannel(value); break;
-    case ORV_KIND_Resource: WriteResource(value); break;
-    case ORV_KIND_Rect: AppendRect(output_, value.Large(), u"{ ", u" }"); break;
-    case ORV_KIND_ResultDataSet: AppendLiteralList(output_, value.Wide()); break;
-    default: output_ += u"unknown"; break;
+        return;
+    case ValueKind::EventType: WriteEventType(value); return;
+    case ValueKind::MediaChannel: WriteMediaChannel(value); return;
+    case ValueKind::Resource: WriteResource(value); return;
+    case ValueKind::Rect: AppendRect(output_, value.Large(), u"{ ", u" }"); return;
+    case ValueKind::ResultDataSet: AppendLiteralList(output_, value.Wide()); return;
+    case ValueKind::None: break;
     }
+    output_ += u"unknown";
 }
 
 void TOrvTechnicalTextWriter::WriteEventType(const TOrvParameter& value)

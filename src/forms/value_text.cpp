@@ -1,4 +1,5 @@
 // The bare text of a value, which reading as a string, retyping to String and the property forms use.
+#include "catalogue/value_kind.h"
 #include "forms/text_pieces.h"
 #include "objects/parameter.h"
 #include "ulmo/number_text.h"
@@ -9,37 +10,52 @@ namespace OrvPLC {
 namespace {
 
 // The kinds whose text is the wide value as it stands.
-bool TextIsWide(std::uint32_t kind)
+bool TextIsWide(ValueKind kind)
 {
-    return kind == ORV_KIND_String || (kind >= ORV_KIND_EventType && kind <= ORV_KIND_Resource) ||
-           kind == ORV_KIND_ResultDataSet;
+    switch (kind) {
+    case ValueKind::String:
+    case ValueKind::EventType:
+    case ValueKind::MediaChannel:
+    case ValueKind::Resource:
+    case ValueKind::ResultDataSet: return true;
+    case ValueKind::None:
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::Numeric64Bit:
+    case ValueKind::NumericDouble:
+    case ValueKind::DateTime:
+    case ValueKind::Guid:
+    case ValueKind::Rect: break;
+    }
+    return false;
 }
 
 }  // namespace
 
 bool TOrvParameter::AppendText(std::u16string& output) const
 {
-    switch (kind_) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: Ulmo::AppendDecimal(output, small_); return true;
-    case ORV_KIND_Numeric64Bit: Ulmo::AppendDecimal(output, numbers_.large); return true;
-    case ORV_KIND_NumericDouble: Ulmo::AppendDouble(output, numbers_.real); return true;
-    case ORV_KIND_String:
-    case ORV_KIND_EventType:
-    case ORV_KIND_MediaChannel:
-    case ORV_KIND_Resource:
-    case ORV_KIND_ResultDataSet: output += Wide(); return true;
-    case ORV_KIND_DateTime: AppendDateTime(output, DateTime()); return true;
-    case ORV_KIND_Guid: AppendGuid(output, guid_); return true;
-    case ORV_KIND_Rect: AppendRect(output, numbers_.large, u"{", u"}"); return true;
-    default: return false;
+    switch (ValueKind{kind_}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: Ulmo::AppendDecimal(output, small_); return true;
+    case ValueKind::Numeric64Bit: Ulmo::AppendDecimal(output, numbers_.large); return true;
+    case ValueKind::NumericDouble: Ulmo::AppendDouble(output, numbers_.real); return true;
+    case ValueKind::String:
+    case ValueKind::EventType:
+    case ValueKind::MediaChannel:
+    case ValueKind::Resource:
+    case ValueKind::ResultDataSet: output += Wide(); return true;
+    case ValueKind::DateTime: AppendDateTime(output, DateTime()); return true;
+    case ValueKind::Guid: AppendGuid(output, guid_); return true;
+    case ValueKind::Rect: AppendRect(output, numbers_.large, u"{", u"}"); return true;
+    case ValueKind::None: break;
     }
+    return false;
 }
 
 // Callers keep pointers into these texts: while the value is the same, its text is not made anew.
 std::u16string_view TOrvParameter::MakeWideText()
 {
-    if (TextIsWide(kind_)) return Wide();
+    if (TextIsWide(ValueKind{kind_})) return Wide();
     std::u16string text;
     if (AppendText(text) && !Ulmo::SameText(text, Wide())) SetText(text);
     return Wide();

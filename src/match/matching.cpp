@@ -1,5 +1,6 @@
 #include "match/matching.h"
 
+#include "catalogue/value_kind.h"
 #include "match/case_blind.h"
 #include "ulmo/guid_tools.h"
 
@@ -32,23 +33,24 @@ bool MatchesValue(const TOrvParameter& wanted, const TOrvParameter& given)
 {
     // No conversion, deliberately: a 32-bit 5 does not match a 64-bit 5.
     if (wanted.Kind() != given.Kind()) return false;
-    switch (wanted.Kind()) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: return wanted.Small() == given.Small();
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: return wanted.Large() == given.Large();
-    case ORV_KIND_NumericDouble: return wanted.Real() == given.Real();
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: return SameWide(wanted, given);
-    case ORV_KIND_Guid: return Ulmo::GuidTools::Equal(wanted.Guid(), given.Guid());
-    case ORV_KIND_EventType: return wanted.Large() != 0 ? wanted.Large() == given.Large() : SameWide(wanted, given);
-    case ORV_KIND_MediaChannel: return MatchesChannel(wanted, given);
-    case ORV_KIND_Resource:
+    switch (ValueKind{wanted.Kind()}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: return wanted.Small() == given.Small();
+    case ValueKind::Numeric64Bit:
+    case ValueKind::DateTime:
+    case ValueKind::Rect: return wanted.Large() == given.Large();
+    case ValueKind::NumericDouble: return wanted.Real() == given.Real();
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: return SameWide(wanted, given);
+    case ValueKind::Guid: return Ulmo::GuidTools::Equal(wanted.Guid(), given.Guid());
+    case ValueKind::EventType: return wanted.Large() != 0 ? wanted.Large() == given.Large() : SameWide(wanted, given);
+    case ValueKind::MediaChannel: return MatchesChannel(wanted, given);
+    case ValueKind::Resource:
         return Ulmo::GuidTools::IsZero(wanted.Guid()) ? SameWide(wanted, given)
                                                       : Ulmo::GuidTools::Equal(wanted.Guid(), given.Guid());
-    default: return false;
+    case ValueKind::None: break;
     }
+    return false;
 }
 
 bool Matches(const TOrvMatchAction& pattern, const TOrvAction& action)

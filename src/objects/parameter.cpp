@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "catalogue/value_kind.h"
 #include "platform/system_string.h"
 #include "ulmo/copy_units.h"
 #include "ulmo/guid_tools.h"
@@ -142,19 +143,23 @@ void TOrvParameter::ChangeLayout()
 
 bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
 {
-    switch (kind_) {
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Rect: return Large() == other.Large();
-    case ORV_KIND_NumericDouble: return Real() == other.Real();
-    case ORV_KIND_ResultDataSet: return Ulmo::SameText(Wide(), other.Wide());
-    case ORV_KIND_Guid: return Ulmo::GuidTools::Equal(guid_, other.guid_);
-    case ORV_KIND_EventType: return Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
-    case ORV_KIND_MediaChannel:
+    switch (ValueKind{kind_}) {
+    case ValueKind::Numeric64Bit:
+    case ValueKind::DateTime:
+    case ValueKind::Rect: return Large() == other.Large();
+    case ValueKind::NumericDouble: return Real() == other.Real();
+    case ValueKind::ResultDataSet: return Ulmo::SameText(Wide(), other.Wide());
+    case ValueKind::Guid: return Ulmo::GuidTools::Equal(guid_, other.guid_);
+    case ValueKind::EventType: return Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
+    case ValueKind::MediaChannel:
         return small_ == other.small_ && Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
-    case ORV_KIND_Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(Wide(), other.Wide());
-    default: return false;
+    case ValueKind::Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(Wide(), other.Wide());
+    case ValueKind::None:
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::String: break;
     }
+    return false;
 }
 
 TOrvParameter::Side& TOrvParameter::MakeSide()

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "catalogue/value_kind.h"
 #include "ulmo/date_time.h"
 #include "ulmo/number_text.h"
 
@@ -32,62 +33,82 @@ const OrvWChar* BoundaryText(std::u16string_view text)  // one that ends in a ze
 
 bool TOrvParameter::ReadBoolean(bool& value) const
 {
-    switch (kind_) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: value = small_ != 0; return true;
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_DateTime: value = numbers_.large != 0; return true;
-    case ORV_KIND_NumericDouble: value = numbers_.real != 0.0; return true;
-    case ORV_KIND_String:
-    case ORV_KIND_EventType:
-    case ORV_KIND_MediaChannel:
-    case ORV_KIND_Resource:
-    case ORV_KIND_ResultDataSet: value = length_ != 0; return true;
-    default: return false;
+    switch (ValueKind{kind_}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: value = small_ != 0; return true;
+    case ValueKind::Numeric64Bit:
+    case ValueKind::DateTime: value = numbers_.large != 0; return true;
+    case ValueKind::NumericDouble: value = numbers_.real != 0.0; return true;
+    case ValueKind::String:
+    case ValueKind::EventType:
+    case ValueKind::MediaChannel:
+    case ValueKind::Resource:
+    case ValueKind::ResultDataSet: value = length_ != 0; return true;
+    case ValueKind::None:
+    case ValueKind::Guid:
+    case ValueKind::Rect: break;
     }
+    return false;
 }
 
 bool TOrvParameter::ReadInt32(std::int32_t& value) const
 {
-    switch (kind_) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit:
-    case ORV_KIND_MediaChannel: value = small_; return true;
-    case ORV_KIND_Numeric64Bit: value = static_cast<std::int32_t>(numbers_.large & 0xFFFFFFFF); return true;
-    case ORV_KIND_NumericDouble: value = Truncate<std::int32_t>(numbers_.real); return true;
-    case ORV_KIND_String: value = Ulmo::ScanInt32(Wide()); return true;
-    case ORV_KIND_DateTime: value = numbers_.large != 0; return true;
-    default: return false;
+    switch (ValueKind{kind_}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::MediaChannel: value = small_; return true;
+    case ValueKind::Numeric64Bit: value = static_cast<std::int32_t>(numbers_.large & 0xFFFFFFFF); return true;
+    case ValueKind::NumericDouble: value = Truncate<std::int32_t>(numbers_.real); return true;
+    case ValueKind::String: value = Ulmo::ScanInt32(Wide()); return true;
+    case ValueKind::DateTime: value = numbers_.large != 0; return true;
+    case ValueKind::None:
+    case ValueKind::Guid:
+    case ValueKind::EventType:
+    case ValueKind::Resource:
+    case ValueKind::Rect:
+    case ValueKind::ResultDataSet: break;
     }
+    return false;
 }
 
 bool TOrvParameter::ReadInt64(std::int64_t& value) const
 {
-    switch (kind_) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: value = small_; return true;
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_EventType:
-    case ORV_KIND_MediaChannel:
-    case ORV_KIND_Rect: value = numbers_.large; return true;
-    case ORV_KIND_NumericDouble: value = Truncate<std::int64_t>(numbers_.real); return true;
-    case ORV_KIND_String: value = Ulmo::ScanInt64(Wide()); return true;
-    case ORV_KIND_DateTime: value = numbers_.large != 0; return true;
-    default: return false;
+    switch (ValueKind{kind_}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: value = small_; return true;
+    case ValueKind::Numeric64Bit:
+    case ValueKind::EventType:
+    case ValueKind::MediaChannel:
+    case ValueKind::Rect: value = numbers_.large; return true;
+    case ValueKind::NumericDouble: value = Truncate<std::int64_t>(numbers_.real); return true;
+    case ValueKind::String: value = Ulmo::ScanInt64(Wide()); return true;
+    case ValueKind::DateTime: value = numbers_.large != 0; return true;
+    case ValueKind::None:
+    case ValueKind::Guid:
+    case ValueKind::Resource:
+    case ValueKind::ResultDataSet: break;
     }
+    return false;
 }
 
 bool TOrvParameter::ReadDouble(double& value) const
 {
-    switch (kind_) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit: value = small_; return true;
-    case ORV_KIND_Numeric64Bit: value = static_cast<double>(numbers_.large); return true;
-    case ORV_KIND_NumericDouble: value = numbers_.real; return true;
-    case ORV_KIND_String: value = Ulmo::ScanDouble(Wide()); return true;
-    case ORV_KIND_DateTime: value = numbers_.large != 0 ? 1.0 : 0.0; return true;
-    default: return false;
+    switch (ValueKind{kind_}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: value = small_; return true;
+    case ValueKind::Numeric64Bit: value = static_cast<double>(numbers_.large); return true;
+    case ValueKind::NumericDouble: value = numbers_.real; return true;
+    case ValueKind::String: value = Ulmo::ScanDouble(Wide()); return true;
+    case ValueKind::DateTime: value = numbers_.large != 0 ? 1.0 : 0.0; return true;
+    case ValueKind::None:
+    case ValueKind::Guid:
+    case ValueKind::EventType:
+    case ValueKind::MediaChannel:
+    case ValueKind::Resource:
+    case ValueKind::Rect:
+    case ValueKind::ResultDataSet: break;
     }
+    return false;
 }
 
 bool TOrvParameter::ReadDateTime(TUlmoDateTime& value) const
@@ -176,31 +197,32 @@ bool TOrvParameter::Retype(std::uint32_t kind, std::uint32_t enumType)
 
 bool TOrvParameter::ConvertTo(std::uint32_t kind)
 {
-    switch (kind) {
-    case ORV_KIND_Boolean: {
+    switch (ValueKind{kind}) {
+    case ValueKind::Boolean: {
         bool truth = false;
         if (!ReadBoolean(truth)) return false;
         small_ = truth;
         return true;
     }
-    case ORV_KIND_Numeric32Bit: return ReadInt32(small_);
-    case ORV_KIND_Numeric64Bit: return ReadInt64(numbers_.large);
-    case ORV_KIND_NumericDouble: return ReadDouble(numbers_.real);
-    case ORV_KIND_String: {
+    case ValueKind::Numeric32Bit: return ReadInt32(small_);
+    case ValueKind::Numeric64Bit: return ReadInt64(numbers_.large);
+    case ValueKind::NumericDouble: return ReadDouble(numbers_.real);
+    case ValueKind::String: {
         std::u16string text;
         if (!AppendText(text)) return false;
         SetText(text);
         return true;
     }
-    case ORV_KIND_DateTime: return ConvertToDateTime();
-    case ORV_KIND_Guid: return kind_ == ORV_KIND_Resource;
-    case ORV_KIND_EventType: return ConvertToEventType();
-    case ORV_KIND_MediaChannel: return ConvertToMediaChannel();
-    case ORV_KIND_Resource: return kind_ == ORV_KIND_String;  // without a guid
-    case ORV_KIND_Rect: return kind_ == ORV_KIND_Numeric64Bit;
-    case ORV_KIND_ResultDataSet: return kind_ == ORV_KIND_String;
-    default: return false;
+    case ValueKind::DateTime: return ConvertToDateTime();
+    case ValueKind::Guid: return kind_ == ORV_KIND_Resource;
+    case ValueKind::EventType: return ConvertToEventType();
+    case ValueKind::MediaChannel: return ConvertToMediaChannel();
+    case ValueKind::Resource: return kind_ == ORV_KIND_String;  // without a guid
+    case ValueKind::Rect: return kind_ == ORV_KIND_Numeric64Bit;
+    case ValueKind::ResultDataSet: return kind_ == ORV_KIND_String;
+    case ValueKind::None: break;
     }
+    return false;
 }
 
 bool TOrvParameter::ConvertToDateTime()

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "catalogue/value_kind.h"
 #include "objects/message.h"
 #include "platform/system_string.h"
 
@@ -27,22 +28,22 @@ std::u16string_view TextOf(const TOrvParameterValue& record)
 void FillPayload(TOrvParameterValue& record, const TOrvParameter& value)
 {
     auto& payload = record.payload;
-    switch (value.Kind()) {
-    case ORV_KIND_Boolean: payload.boolean = value.Small() != 0; break;
-    case ORV_KIND_Numeric32Bit: payload.int32 = value.Small(); break;
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_Rect: payload.int64 = value.Large(); break;
-    case ORV_KIND_NumericDouble: payload.real = value.Real(); break;
-    case ORV_KIND_String:
-    case ORV_KIND_ResultDataSet: ReplaceText(record.text, value.Wide()); break;
-    case ORV_KIND_DateTime: payload.dateTime = value.DateTime(); break;
-    case ORV_KIND_Guid: payload.guid = value.Guid(); break;
-    case ORV_KIND_EventType:
+    switch (ValueKind{value.Kind()}) {
+    case ValueKind::Boolean: payload.boolean = value.Small() != 0; break;
+    case ValueKind::Numeric32Bit: payload.int32 = value.Small(); break;
+    case ValueKind::Numeric64Bit:
+    case ValueKind::Rect: payload.int64 = value.Large(); break;
+    case ValueKind::NumericDouble: payload.real = value.Real(); break;
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: ReplaceText(record.text, value.Wide()); break;
+    case ValueKind::DateTime: payload.dateTime = value.DateTime(); break;
+    case ValueKind::Guid: payload.guid = value.Guid(); break;
+    case ValueKind::EventType:
         payload.eventType = {static_cast<std::uint64_t>(value.Large()), Boundary(value.Wide().data())};
         break;
-    case ORV_KIND_MediaChannel: value.ReadMediaChannel(payload.channel); break;
-    case ORV_KIND_Resource: value.ReadResource(payload.resource); break;
-    default: break;
+    case ValueKind::MediaChannel: value.ReadMediaChannel(payload.channel); break;
+    case ValueKind::Resource: value.ReadResource(payload.resource); break;
+    case ValueKind::None: break;
     }
 }
 
@@ -58,22 +59,22 @@ void FillRecord(TOrvParameterValue& record, const TOrvParameter& value)
 void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& record)
 {
     const auto& payload = record.payload;
-    switch (record.kind) {
-    case ORV_KIND_Boolean: value.SetBoolean(payload.boolean != 0); break;
-    case ORV_KIND_Numeric32Bit: value.SetInt32(payload.int32); break;
-    case ORV_KIND_Numeric64Bit: value.SetInt64(payload.int64); break;
-    case ORV_KIND_NumericDouble: value.SetDouble(payload.real); break;
-    case ORV_KIND_String: value.SetString(TextOf(record)); break;
-    case ORV_KIND_DateTime: value.SetDateTime(payload.dateTime); break;
-    case ORV_KIND_Guid: value.SetGuid(payload.guid); break;
-    case ORV_KIND_EventType: value.SetEventType(payload.eventType.id, TerminatedView(payload.eventType.name)); break;
-    case ORV_KIND_MediaChannel:
+    switch (ValueKind{record.kind}) {
+    case ValueKind::Boolean: value.SetBoolean(payload.boolean != 0); break;
+    case ValueKind::Numeric32Bit: value.SetInt32(payload.int32); break;
+    case ValueKind::Numeric64Bit: value.SetInt64(payload.int64); break;
+    case ValueKind::NumericDouble: value.SetDouble(payload.real); break;
+    case ValueKind::String: value.SetString(TextOf(record)); break;
+    case ValueKind::DateTime: value.SetDateTime(payload.dateTime); break;
+    case ValueKind::Guid: value.SetGuid(payload.guid); break;
+    case ValueKind::EventType: value.SetEventType(payload.eventType.id, TerminatedView(payload.eventType.name)); break;
+    case ValueKind::MediaChannel:
         value.SetMediaChannel(payload.channel.id, payload.channel.number, TerminatedView(payload.channel.name));
         break;
-    case ORV_KIND_Resource: value.SetResource(payload.resource.guid, TerminatedView(payload.resource.name)); break;
-    case ORV_KIND_Rect: value.SetRect(payload.int64); break;
-    case ORV_KIND_ResultDataSet: value.SetResultDataText(TextOf(record)); break;
-    default: break;
+    case ValueKind::Resource: value.SetResource(payload.resource.guid, TerminatedView(payload.resource.name)); break;
+    case ValueKind::Rect: value.SetRect(payload.int64); break;
+    case ValueKind::ResultDataSet: value.SetResultDataText(TextOf(record)); break;
+    case ValueKind::None: break;
     }
     value.SetKindAndEnum(value.Kind(), record.enum_type);
 }
