@@ -6,6 +6,7 @@
 #include "names.h"
 #include "settings.h"
 #include "text.h"
+#include "value_kind.h"
 
 namespace {
 
@@ -69,19 +70,20 @@ orv::Enum FirstValue(std::uint32_t enumType)
 orv::Value Sample(const ParameterView& parameter)
 {
     constexpr orv::Guid kGuid = {0x0f8fad5b, 0xd9cb, 0x469f, {0xa1, 0x65, 0x70, 0x86, 0x7b, 0x72, 0x8a, 0x1c}};
-    switch (parameter.type) {
-    case ORV_KIND_Boolean: return true;
-    case ORV_KIND_Numeric64Bit: return std::int64_t{1000};
-    case ORV_KIND_NumericDouble: return 1.5;
-    case ORV_KIND_String: return std::u16string(u"text");
-    case ORV_KIND_DateTime: return orv::DateTime{13310739000000};  // 2022-10-20 11:30 GMT
-    case ORV_KIND_Guid: return kGuid;
-    case ORV_KIND_EventType: return orv::EventType{1, u"event"};
-    case ORV_KIND_MediaChannel: return orv::Channel::Number(1);
-    case ORV_KIND_Resource: return orv::Resource{kGuid, u"resource"};
-    case ORV_KIND_Rect: return orv::Rect{10, 20, 110, 220};
-    case ORV_KIND_ResultDataSet: return orv::ResultData{{1, 2, 3, 4, 5, u"item"}};
-    default: break;
+    switch (ValueKind{parameter.type}) {
+    case ValueKind::Boolean: return true;
+    case ValueKind::Numeric64Bit: return std::int64_t{1000};
+    case ValueKind::NumericDouble: return 1.5;
+    case ValueKind::String: return std::u16string(u"text");
+    case ValueKind::DateTime: return orv::DateTime{13310739000000};  // 2022-10-20 11:30 GMT
+    case ValueKind::Guid: return kGuid;
+    case ValueKind::EventType: return orv::EventType{1, u"event"};
+    case ValueKind::MediaChannel: return orv::Channel::Number(1);
+    case ValueKind::Resource: return orv::Resource{kGuid, u"resource"};
+    case ValueKind::Rect: return orv::Rect{10, 20, 110, 220};
+    case ValueKind::ResultDataSet: return orv::ResultData{{1, 2, 3, 4, 5, u"item"}};
+    case ValueKind::None:
+    case ValueKind::Numeric32Bit: break;
     }
     if (parameter.enumType == 0) return std::int32_t{1};
     return FirstValue(parameter.enumType);
@@ -91,13 +93,20 @@ orv::Value Sample(const ParameterView& parameter)
 
 std::string ValueText(const Action& action, const orv::CarriedParameter& held)
 {
-    switch (held.kind) {
-    case ORV_KIND_String: return Quoted(action.Get<std::u16string>(held.name).value_or(u""));
-    case ORV_KIND_EventType: return Text(action.Get<orv::EventType>(held.name).value_or(orv::EventType()));
-    case ORV_KIND_MediaChannel: return Text(action.Get<orv::Channel>(held.name).value_or(orv::Channel()));
-    case ORV_KIND_Resource: return Text(action.Get<orv::Resource>(held.name).value_or(orv::Resource()));
-    case ORV_KIND_DateTime: return DateText(action.Get<orv::DateTime>(held.name).value_or(orv::DateTime()));
-    default: break;
+    switch (ValueKind{held.kind}) {
+    case ValueKind::String: return Quoted(action.Get<std::u16string>(held.name).value_or(u""));
+    case ValueKind::EventType: return Text(action.Get<orv::EventType>(held.name).value_or(orv::EventType()));
+    case ValueKind::MediaChannel: return Text(action.Get<orv::Channel>(held.name).value_or(orv::Channel()));
+    case ValueKind::Resource: return Text(action.Get<orv::Resource>(held.name).value_or(orv::Resource()));
+    case ValueKind::DateTime: return DateText(action.Get<orv::DateTime>(held.name).value_or(orv::DateTime()));
+    case ValueKind::None:
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::Numeric64Bit:
+    case ValueKind::NumericDouble:
+    case ValueKind::Guid:
+    case ValueKind::Rect:
+    case ValueKind::ResultDataSet: break;
     }
     const std::string text = Visible(orv::ToUtf8(action.TextOfValue(held.name).value_or(u"")));
     if (held.kind != ORV_KIND_Boolean && held.kind != ORV_KIND_Numeric32Bit) return text;

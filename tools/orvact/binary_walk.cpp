@@ -2,12 +2,15 @@
 
 #include <OrvActions.hpp>
 
+#include <algorithm>
 #include <bit>
+#include <iterator>
 
 #include "action_view.h"
 #include "bytes.h"
 #include "catalogue_view.h"
 #include "text.h"
+#include "value_kind.h"
 
 namespace {
 
@@ -59,26 +62,27 @@ private:
 
     bool Payload(std::uint32_t kind, std::uint32_t enumType)
     {
-        switch (kind) {
-        case ORV_KIND_Boolean:
-        case ORV_KIND_Numeric32Bit: return Small(kind, enumType);
-        case ORV_KIND_Numeric64Bit: return Large("the value", [](std::uint64_t n) { return Signed(n); });
-        case ORV_KIND_NumericDouble:
+        switch (ValueKind{kind}) {
+        case ValueKind::Boolean:
+        case ValueKind::Numeric32Bit: return Small(kind, enumType);
+        case ValueKind::Numeric64Bit: return Large("the value", [](std::uint64_t n) { return Signed(n); });
+        case ValueKind::NumericDouble:
             return Large("the value", [](std::uint64_t n) { return RealText(std::bit_cast<double>(n)); });
-        case ORV_KIND_DateTime: return Large("the value", [](std::uint64_t n) { return DateText({n}); });
-        case ORV_KIND_Rect: return Large("the rectangle", RectText);
-        case ORV_KIND_String: return Text("the value");
-        case ORV_KIND_ResultDataSet: return Text("the items");
-        case ORV_KIND_Guid: return Guid();
-        case ORV_KIND_EventType: return Text("the name") && Id();
-        case ORV_KIND_MediaChannel: {
+        case ValueKind::DateTime: return Large("the value", [](std::uint64_t n) { return DateText({n}); });
+        case ValueKind::Rect: return Large("the rectangle", RectText);
+        case ValueKind::String: return Text("the value");
+        case ValueKind::ResultDataSet: return Text("the items");
+        case ValueKind::Guid: return Guid();
+        case ValueKind::EventType: return Text("the name") && Id();
+        case ValueKind::MediaChannel: {
             std::uint32_t number = 0;
             return Text("the name") && Id() &&
                    Number("the number", number, [&] { return "number " + std::to_string(number); });
         }
-        case ORV_KIND_Resource: return Text("the name") && Guid();
-        default: return true;
+        case ValueKind::Resource: return Text("the name") && Guid();
+        case ValueKind::None: break;
         }
+        return true;
     }
 
     bool Small(std::uint32_t kind, std::uint32_t enumType)
@@ -127,8 +131,8 @@ private:
                    }
                    const char16_t last = text.back();
                    text.pop_back();
-                   return (what == "the value" ? "" : what.substr(4) + " ") + "\"" + Visible(orv::ToUtf8(text)) +
-                          "\"" + (last == 0 ? "" : ", and a last unit " + Hex(last, 4) + " that is taken for the end");
+                   return (what == "the value" ? "" : what.substr(4) + " ") + "\"" + Visible(orv::ToUtf8(text)) + "\"" +
+                          (last == 0 ? "" : ", and a last unit " + Hex(last, 4) + " that is taken for the end");
                });
     }
 
@@ -181,7 +185,7 @@ private:
     static std::string KindOfValue(std::uint32_t kind)
     {
         const std::string name = KindName(kind);
-        const bool known = kind >= ORV_KIND_Boolean && kind <= ORV_KIND_ResultDataSet;
+        const bool known = std::ranges::find(kKinds, kind) != std::end(kKinds);
         return "kind " + std::to_string(kind) + (known ? ", " + name : ", unknown: no value follows");
     }
 

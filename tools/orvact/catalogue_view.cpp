@@ -3,9 +3,11 @@
 #include <OrvActions.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 #include "text.h"
+#include "value_kind.h"
 
 namespace {
 
@@ -199,6 +201,7 @@ std::string WrittenAs(std::uint32_t kind)
         {ORV_KIND_Resource, "\"name\", or { \"01234567-...\", \"name\" } with a guid"},
         {ORV_KIND_Rect, "{ 10, 20, 110, 220 }: top, left, bottom, right"},
         {ORV_KIND_ResultDataSet, "{ { 1, 2, 3, 4, 5, \"item\" } }"}};
+    static_assert(std::size(kRows) == std::size(kKinds));
     for (const auto& [row, written] : kRows) {
         if (row == kind) return written;
     }

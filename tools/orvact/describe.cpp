@@ -8,6 +8,7 @@
 #include "event_record.h"
 #include "table.h"
 #include "text.h"
+#include "value_kind.h"
 
 namespace {
 
@@ -138,7 +139,7 @@ bool DescribeEnum(const std::string& lower, std::vector<std::string>& names)
 
 bool DescribeType(const std::string& lower, std::vector<std::string>& names)
 {
-    for (std::uint32_t kind = ORV_KIND_Boolean; kind <= ORV_KIND_ResultDataSet; ++kind) {
+    for (const std::uint32_t kind : kKinds) {
         const std::string name = KindName(kind);
         names.push_back(name);
         if (LowerCaseAscii(name) != lower) continue;

@@ -3,6 +3,7 @@
 #include "action_reader.h"
 #include "settings.h"
 #include "text.h"
+#include "value_kind.h"
 
 namespace {
 
@@ -60,11 +61,20 @@ struct Differing {
         if (kind != parameter.kind) {
             return Field("the kind is", KindName(kind), KindName(parameter.kind)) + ", and kinds are not converted";
         }
-        switch (kind) {
-        case ORV_KIND_MediaChannel: return Compared<orv::Channel>();
-        case ORV_KIND_EventType: return Compared<orv::EventType>();
-        case ORV_KIND_Resource: return Compared<orv::Resource>();
-        default: break;
+        switch (ValueKind{kind}) {
+        case ValueKind::MediaChannel: return Compared<orv::Channel>();
+        case ValueKind::EventType: return Compared<orv::EventType>();
+        case ValueKind::Resource: return Compared<orv::Resource>();
+        case ValueKind::None:
+        case ValueKind::Boolean:
+        case ValueKind::Numeric32Bit:
+        case ValueKind::Numeric64Bit:
+        case ValueKind::NumericDouble:
+        case ValueKind::String:
+        case ValueKind::DateTime:
+        case ValueKind::Guid:
+        case ValueKind::Rect:
+        case ValueKind::ResultDataSet: break;
         }
         orv::CarriedParameter held = parameter;
         held.enumType = given.EnumOf(parameter.name);

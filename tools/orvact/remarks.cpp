@@ -7,6 +7,7 @@
 #include "fault.h"
 #include "forms.h"
 #include "text.h"
+#include "value_kind.h"
 
 namespace {
 
@@ -35,22 +36,24 @@ std::vector<std::string> ParameterNames(const ActionView& action)
 // Whether a value that looks like this has the declared kind without a conversion.
 bool Fits(TextForm form, std::uint32_t kind)
 {
-    switch (kind) {
-    case ORV_KIND_Boolean:
-    case ORV_KIND_Numeric32Bit:
-    case ORV_KIND_Numeric64Bit: return form == TextForm::Integer;
-    case ORV_KIND_NumericDouble: return form == TextForm::Integer || form == TextForm::Real;
-    case ORV_KIND_String:
-    case ORV_KIND_DateTime:
-    case ORV_KIND_Guid: return form == TextForm::String;
-    case ORV_KIND_EventType:
+    switch (ValueKind{kind}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::Numeric64Bit: return form == TextForm::Integer;
+    case ValueKind::NumericDouble: return form == TextForm::Integer || form == TextForm::Real;
+    case ValueKind::String:
+    case ValueKind::DateTime:
+    case ValueKind::Guid: return form == TextForm::String;
+    case ValueKind::EventType:
         return form == TextForm::Integer || form == TextForm::String || form == TextForm::EventType;
-    case ORV_KIND_MediaChannel:
+    case ValueKind::MediaChannel:
         return form == TextForm::Integer || form == TextForm::String || form == TextForm::Channel;
-    case ORV_KIND_Resource: return form == TextForm::String || form == TextForm::Resource;
-    case ORV_KIND_Rect: return form == TextForm::Rect;
-    default: return true;
+    case ValueKind::Resource: return form == TextForm::String || form == TextForm::Resource;
+    case ValueKind::Rect: return form == TextForm::Rect;
+    case ValueKind::None:
+    case ValueKind::ResultDataSet: break;
     }
+    return true;
 }
 
 struct Range {
@@ -133,7 +136,8 @@ private:
         for (const WalkedParameter& parameter : walk_.parameters) {
             if (parameter.form != TextForm::Word) continue;
             Add(kUnreadCode, parameter.value.begin,
-                Quoted(orv::ToUtf8(parameter.value.Of(text_))) + " is not read: no value; --names takes those of enums");
+                Quoted(orv::ToUtf8(parameter.value.Of(text_))) +
+                    " is not read: no value; --names takes those of enums");
         }
         for (const WalkedParameter& parameter : walk_.parameters) Repeated(parameter);
         if (walk_.behind.end == 0) return;
