@@ -3,7 +3,6 @@
 #include "bridge/odd_actions.h"
 #include "catalogue/value_kind.h"
 #include "forms/text_pieces.h"
-#include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
 
 namespace HeskPLC {
@@ -30,9 +29,13 @@ public:
             Ulmo::AppendDecimal(output_, Read<std::int64_t>(&TOrvParameter::ReadInt64));
             break;
         case ValueKind::NumericDouble: Ulmo::AppendDouble(output_, Read<double>(&TOrvParameter::ReadDouble)); break;
-        case ValueKind::String: AppendQuoted(value_ ? value_->MakeWideText() : std::u16string_view()); break;
-        case ValueKind::DateTime: AppendDate(Read<TUlmoDateTime>(&TOrvParameter::ReadDateTime)); break;
-        case ValueKind::Guid: AppendGuid(Read<TOrvGuid>(&TOrvParameter::ReadGuid)); break;
+        case ValueKind::String:
+            OrvPLC::AppendQuoted(output_, value_ ? value_->MakeWideText() : std::u16string_view());
+            break;
+        case ValueKind::DateTime:
+            OrvPLC::AppendQuotedDateTime(output_, Read<TUlmoDateTime>(&TOrvParameter::ReadDateTime));
+            break;
+        case ValueKind::Guid: OrvPLC::AppendQuotedGuid(output_, Read<TOrvGuid>(&TOrvParameter::ReadGuid)); break;
         case ValueKind::EventType: AppendEventType(Read<TOrvEventTypeValue>(&TOrvParameter::ReadEventType)); break;
         case ValueKind::MediaChannel: AppendChannel(Read<TOrvChannelValue>(&TOrvParameter::ReadMediaChannel)); break;
         case ValueKind::Resource: AppendResource(Read<TOrvResourceValue>(&TOrvParameter::ReadResource)); break;
@@ -53,49 +56,17 @@ private:
         return result;
     }
 
-    void AppendQuoted(std::u16string_view text) { OrvPLC::AppendQuoted(output_, text); }
-    void AppendQuoted(const OrvWChar* text) { AppendQuoted(OrvPLC::TerminatedView(text)); }
-    void AppendDate(TUlmoDateTime value)
-    {
-        output_ += u'"';
-        OrvPLC::AppendDateTime(output_, value);
-        output_ += u'"';
-    }
-    void AppendGuid(const TOrvGuid& guid)
-    {
-        output_ += u'"';
-        OrvPLC::AppendGuid(output_, guid);
-        output_ += u'"';
-    }
     void AppendEventType(const TOrvEventTypeValue& value)
     {
-        if (value.id == 0) return AppendQuoted(value.name);
-        output_ += u"{ ";
-        Ulmo::AppendUnsigned(output_, value.id);
-        output_ += u", ";
-        AppendQuoted(value.name);
-        output_ += u" }";
+        OrvPLC::AppendEventType(output_, value.id, OrvPLC::TerminatedView(value.name));
     }
     void AppendChannel(const TOrvChannelValue& value)
     {
-        const std::u16string_view name = OrvPLC::TerminatedView(value.name);
-        if (value.id == 0 && name.empty()) return Ulmo::AppendUnsigned(output_, value.number);
-        output_ += u"{ ";
-        Ulmo::AppendUnsigned(output_, value.id);
-        output_ += u", ";
-        Ulmo::AppendUnsigned(output_, value.number);
-        output_ += u", ";
-        AppendQuoted(name);
-        output_ += u" }";
+        OrvPLC::AppendMediaChannel(output_, value.id, value.number, OrvPLC::TerminatedView(value.name));
     }
     void AppendResource(const TOrvResourceValue& value)
     {
-        if (Ulmo::GuidTools::IsZero(value.guid)) return AppendQuoted(value.name);
-        output_ += u"{ ";
-        AppendGuid(value.guid);
-        output_ += u", ";
-        AppendQuoted(value.name);
-        output_ += u" }";
+        OrvPLC::AppendResource(output_, value.guid, OrvPLC::TerminatedView(value.name));
     }
 
     std::u16string& output_;

@@ -93,11 +93,7 @@ void TOrvPlainTextWriter::WriteValue(const TOrvParameter& value)
         AppendQuoted(output_, Ulmo::ToLocaleText(value.DateTime(), text));
         return;
     }
-    case ValueKind::Guid:
-        output_ += u'"';
-        AppendGuid(output_, value.Guid());
-        output_ += u'"';
-        return;
+    case ValueKind::Guid: AppendQuotedGuid(output_, value.Guid()); return;
     case ValueKind::EventType:
         if (value.Wide().empty()) {
             Ulmo::AppendDecimal(output_, value.Large());

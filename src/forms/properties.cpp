@@ -75,11 +75,7 @@ void AppendPropertyValue(std::u16string& output, const TOrvParameter& value)
         output += Ulmo::ToLocaleText(value.DateTime(), text);
         break;
     }
-    case ValueKind::Guid:
-        output += u'"';
-        AppendGuid(output, value.Guid());
-        output += u'"';
-        break;
+    case ValueKind::Guid: AppendQuotedGuid(output, value.Guid()); break;
     case ValueKind::EventType:
         output += u'{';
         Ulmo::AppendDecimal(output, value.Large());

@@ -6,7 +6,6 @@
 #include "forms/result_data.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
-#include "ulmo/guid_tools.h"
 #include "ulmo/number_text.h"
 
 namespace OrvPLC {
@@ -70,65 +69,16 @@ void TOrvTechnicalTextWriter::WriteValue(const TOrvParameter& value)
     case ValueKind::Numeric64Bit: Ulmo::AppendDecimal(output_, value.Large()); return;
     case ValueKind::NumericDouble: Ulmo::AppendDouble(output_, value.Real()); return;
     case ValueKind::String: AppendQuoted(output_, value.Wide()); return;
-    case ValueKind::DateTime:
-        output_ += u'"';
-        AppendDateTime(output_, value.DateTime());
-        output_ += u'"';
-        return;
-    case ValueKind::Guid:
-        output_ += u'"';
-        AppendGuid(output_, value.Guid());
-        output_ += u'"';
-        return;
-    case ValueKind::EventType: WriteEventType(value); return;
-    case ValueKind::MediaChannel: WriteMediaChannel(value); return;
-    case ValueKind::Resource: WriteResource(value); return;
+    case ValueKind::DateTime: AppendQuotedDateTime(output_, value.DateTime()); return;
+    case ValueKind::Guid: AppendQuotedGuid(output_, value.Guid()); return;
+    case ValueKind::EventType: AppendEventType(output_, value.Large(), value.Wide()); return;
+    case ValueKind::MediaChannel: AppendMediaChannel(output_, value.Large(), value.Small(), value.Wide()); return;
+    case ValueKind::Resource: AppendResource(output_, value.Guid(), value.Wide()); return;
     case ValueKind::Rect: AppendRect(output_, value.Large(), u"{ ", u" }"); return;
     case ValueKind::ResultDataSet: AppendLiteralList(output_, value.Wide()); return;
     case ValueKind::None: break;
     }
     output_ += u"unknown";
-}
-
-void TOrvTechnicalTextWriter::WriteEventType(const TOrvParameter& value)
-{
-    if (value.Large() == 0) {
-        AppendQuoted(output_, value.Wide());
-        return;
-    }
-    output_ += u"{ ";
-    Ulmo::AppendDecimal(output_, value.Large());
-    output_ += u", \"";
-    output_ += value.Wide();
-    output_ += u"\" }";
-}
-
-void TOrvTechnicalTextWriter::WriteMediaChannel(const TOrvParameter& value)
-{
-    if (value.Large() == 0 && value.Wide().empty()) {
-        Ulmo::AppendDecimal(output_, value.Small());
-        return;
-    }
-    output_ += u"{ ";
-    Ulmo::AppendDecimal(output_, value.Large());
-    output_ += u", ";
-    Ulmo::AppendDecimal(output_, value.Small());
-    output_ += u", \"";
-    output_ += value.Wide();
-    output_ += u"\" }";
-}
-
-void TOrvTechnicalTextWriter::WriteResource(const TOrvParameter& value)
-{
-    if (Ulmo::GuidTools::IsZero(value.Guid())) {
-        AppendQuoted(output_, value.Wide());
-        return;
-    }
-    output_ += u"{ \"";
-    AppendGuid(output_, value.Guid());
-    output_ += u"\", \"";
-    output_ += value.Wide();
-    output_ += u"\" }";
 }
 
 void TOrvAction::WriteTechnicalText(TOrvTechnicalTextWriter& writer) const

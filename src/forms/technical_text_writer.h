@@ -17,9 +17,6 @@ private:
     void WriteName(std::u16string_view name);
     void WriteParameter(std::u16string_view name, const TOrvParameter& parameter);
     void WriteValue(const TOrvParameter& value);
-    void WriteEventType(const TOrvParameter& value);
-    void WriteMediaChannel(const TOrvParameter& value);
-    void WriteResource(const TOrvParameter& value);
 
     std::u16string output_;
     bool first_ = true;

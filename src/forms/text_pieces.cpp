@@ -4,8 +4,6 @@
 
 #include "ulmo/character_class.h"
 #include "ulmo/date_time.h"
-#include "ulmo/guid_tools.h"
-#include "ulmo/number_text.h"
 
 namespace OrvPLC {
 
@@ -20,6 +18,20 @@ void AppendDateTime(std::u16string& output, TUlmoDateTime value)
 {
     Ulmo::DateText text;
     output += Ulmo::ToText(value, text);
+}
+
+void AppendQuotedGuid(std::u16string& output, const TOrvGuid& guid)
+{
+    output += u'"';
+    AppendGuid(output, guid);
+    output += u'"';
+}
+
+void AppendQuotedDateTime(std::u16string& output, TUlmoDateTime value)
+{
+    output += u'"';
+    AppendDateTime(output, value);
+    output += u'"';
 }
 
 void AppendRect(std::u16string& output, std::int64_t packed, std::u16string_view open, std::u16string_view close)
