@@ -1,6 +1,7 @@
 // Restores and describes arbitrary event records, and fills a record from what came out.
 #include <algorithm>
-#include <cstdint>
+#include <bit>
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -75,31 +76,46 @@ struct FuzzedRecord {
 
     void Fill(Columns column)
     {
-        if (column & kInt32Columns) record.int32Field[IndexIn(kInt32Columns, column)] = &small;
-        if (column & kInt64Columns) record.int64Field[IndexIn(kInt64Columns, column)] = &large;
-        if (column & kDoubleColumns) record.doubleField[IndexIn(kDoubleColumns, column)] = &real;
-        if (column & kDateColumns) record.dateField[IndexIn(kDateColumns, column)] = &date;
-        if (column & (kStringColumns | kUserColumns)) {
-            TextColumn(record, column) = {text.size(), Boundary(text.c_str())};
-        }
+        VisitColumn(record, column, [this](auto& field) { Set(field); });
     }
+    void Set(const std::int32_t*& field) { field = &small; }
+    void Set(const std::int64_t*& field) { field = &large; }
+    void Set(const double*& field) { field = &real; }
+    void Set(const TUlmoDateTime*& field) { field = &date; }
+    void Set(TOrvEventText& field) { field = {text.size(), Boundary(text.c_str())}; }
 };
 
-// The columns of a filled record are there to be read; a text may hold zeros, so its end is read as well.
+template <class Number>
+std::uint64_t Read(const Number* number)
+{
+    return static_cast<std::uint64_t>(*number);
+}
+
+std::uint64_t Read(const double* number)
+{
+    return std::bit_cast<std::uint64_t>(*number);
+}
+
+std::uint64_t Read(const TUlmoDateTime* date)
+{
+    return date->value;
+}
+
+// A text may hold zeros, so its end is read as well.
+std::uint64_t Read(const TOrvEventText& text)
+{
+    std::uint64_t sum = 0;
+    for (std::uint64_t i = 0; i <= text.length; ++i) sum += Units(text.text)[i];
+    if (Units(text.text)[text.length] != 0) std::abort();
+    return sum;
+}
+
+// The columns of a filled record are there to be read.
 void ReadColumns(const TOrvEventData& record)
 {
     std::uint64_t sum = 0;
     for (Columns left = FilledColumns(record); left != 0; left &= left - 1) {
-        const Columns column = First(left);
-        if (column & kInt32Columns)
-            sum += static_cast<std::uint32_t>(*record.int32Field[IndexIn(kInt32Columns, column)]);
-        if (column & kInt64Columns)
-            sum += static_cast<std::uint64_t>(*record.int64Field[IndexIn(kInt64Columns, column)]);
-        if (column & kDateColumns) sum += record.dateField[IndexIn(kDateColumns, column)]->value;
-        if (!(column & (kStringColumns | kUserColumns))) continue;
-        const TOrvEventText& text = TextColumn(record, column);
-        for (std::uint64_t i = 0; i <= text.length; ++i) sum += Units(text.text)[i];
-        if (Units(text.text)[text.length] != 0) std::abort();
+        VisitColumn(record, First(left), [&sum](const auto& field) { sum += Read(field); });
     }
     volatile std::uint64_t used = sum;
     static_cast<void>(used);

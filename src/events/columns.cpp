@@ -28,13 +28,14 @@ constexpr std::u16string_view kNames[] = {u"Int32FieldA",
                                           u"StringFieldWindowsUser"};
 static_assert(std::size(kNames) == std::size_t{std::popcount(kAllColumns)});
 
-const void* Pointer(const TOrvEventData& record, Columns column)
+bool IsFilled(const void* pointer)
 {
-    if (column & kInt32Columns) return record.int32Field[IndexIn(kInt32Columns, column)];
-    if (column & kInt64Columns) return record.int64Field[IndexIn(kInt64Columns, column)];
-    if (column & kDoubleColumns) return record.doubleField[IndexIn(kDoubleColumns, column)];
-    if (column & kDateColumns) return record.dateField[IndexIn(kDateColumns, column)];
-    return TextColumn(record, column).text;
+    return pointer != nullptr;
+}
+
+bool IsFilled(const TOrvEventText& text)
+{
+    return text.text != nullptr;
 }
 
 }  // namespace
@@ -48,7 +49,9 @@ Columns FilledColumns(const TOrvEventData& record)
 {
     Columns filled = 0;
     for (Columns column = 1; column & kAllColumns; column <<= 1) {
-        if (Pointer(record, column)) filled |= column;
+        VisitColumn(record, column, [&](const auto& field) {
+            if (IsFilled(field)) filled |= column;
+        });
     }
     return filled;
 }

@@ -33,15 +33,24 @@ constexpr std::size_t IndexIn(Columns sort, Columns column)
     return static_cast<std::size_t>(std::countr_zero(column) - std::countr_zero(sort));
 }
 
-inline TOrvEventText& TextColumn(TOrvEventData& record, Columns column)
+// Calls visit(field) with the field of a column: a pointer to a 32-bit number, a 64-bit number, a double or a date, or
+// the record of a text.
+template <class Record, class Visit>
+void VisitColumn(Record& record, Columns column, Visit&& visit)
 {
-    return column & kStringColumns ? record.stringField[IndexIn(kStringColumns, column)]
-                                   : record.userField[IndexIn(kUserColumns, column)];
-}
-
-inline const TOrvEventText& TextColumn(const TOrvEventData& record, Columns column)
-{
-    return TextColumn(const_cast<TOrvEventData&>(record), column);
+    if (column & kInt32Columns) {
+        visit(record.int32Field[IndexIn(kInt32Columns, column)]);
+    } else if (column & kInt64Columns) {
+        visit(record.int64Field[IndexIn(kInt64Columns, column)]);
+    } else if (column & kDoubleColumns) {
+        visit(record.doubleField[IndexIn(kDoubleColumns, column)]);
+    } else if (column & kDateColumns) {
+        visit(record.dateField[IndexIn(kDateColumns, column)]);
+    } else if (column & kStringColumns) {
+        visit(record.stringField[IndexIn(kStringColumns, column)]);
+    } else {
+        visit(record.userField[IndexIn(kUserColumns, column)]);
+    }
 }
 
 std::u16string_view ColumnName(Columns column);      // as the catalogue calls it, "Int32FieldA"

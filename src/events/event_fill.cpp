@@ -83,20 +83,31 @@ private:
     // conversion the column stays empty.
     void Point(Columns column, TOrvParameter& value)
     {
-        if (column & kInt32Columns) {
-            Set(column, record_.int32Field[IndexIn(kInt32Columns, column)], value.Int32InPlace());
-        } else if (column & kInt64Columns) {
-            Set(column, record_.int64Field[IndexIn(kInt64Columns, column)], value.Int64InPlace());
-        } else if (column & kDoubleColumns) {
-            Set(column, record_.doubleField[IndexIn(kDoubleColumns, column)], value.DoubleInPlace());
-        } else if (column & kDateColumns) {
-            Set(column, record_.dateField[IndexIn(kDateColumns, column)], value.DateTimeInPlace());
-        } else if (column != 0) {
-            const std::u16string_view text = value.MakeWideText();
-            TOrvEventText& field = TextColumn(record_, column);
-            field.length = text.size();
-            Set(column, field.text, Boundary(text.data()));
-        }
+        if (column == 0) return;
+        VisitColumn(record_, column, [&](auto& field) { PointField(column, field, value); });
+    }
+
+    void PointField(Columns column, const std::int32_t*& field, TOrvParameter& value)
+    {
+        Set(column, field, value.Int32InPlace());
+    }
+    void PointField(Columns column, const std::int64_t*& field, TOrvParameter& value)
+    {
+        Set(column, field, value.Int64InPlace());
+    }
+    void PointField(Columns column, const double*& field, TOrvParameter& value)
+    {
+        Set(column, field, value.DoubleInPlace());
+    }
+    void PointField(Columns column, const TUlmoDateTime*& field, TOrvParameter& value)
+    {
+        Set(column, field, value.DateTimeInPlace());
+    }
+    void PointField(Columns column, TOrvEventText& field, TOrvParameter& value)
+    {
+        const std::u16string_view text = value.MakeWideText();
+        field.length = text.size();
+        Set(column, field.text, Boundary(text.data()));
     }
 
     // A number of 0 and an empty text leave the column empty, so that a query finds only what is known. The length of
@@ -104,14 +115,7 @@ private:
     void PointUnlessEmpty(Columns column, TOrvParameter& value)
     {
         Point(column, value);
-        if (!(filled_ & column)) return;
-        if (column & kInt32Columns) {
-            ClearIfZero(column, record_.int32Field[IndexIn(kInt32Columns, column)]);
-        } else if (column & kInt64Columns) {
-            ClearIfZero(column, record_.int64Field[IndexIn(kInt64Columns, column)]);
-        } else {
-            ClearIfZero(column, TextColumn(record_, column).text);
-        }
+        if (filled_ & column) VisitColumn(record_, column, [&](auto& field) { ClearIfEmpty(column, field); });
     }
 
     // The two halves of the guid as 64-bit numbers in the first two columns of that sort; with fewer there is no room.
@@ -133,12 +137,14 @@ private:
     }
 
     template <class Value>
-    void ClearIfZero(Columns column, const Value*& field)
+    void ClearIfEmpty(Columns column, const Value*& field)
     {
-        if (*field != 0) return;
+        if (*field != Value{}) return;
         field = nullptr;
         filled_ &= ~column;
     }
+    void ClearIfEmpty(Columns column, TOrvEventText& field) { ClearIfEmpty(column, field.text); }
+    void ClearIfEmpty(Columns, const TUlmoDateTime*&) {}  // no value with a name or an id has a date
 
     TOrvEventData& record_;
     TOrvAction& action_;

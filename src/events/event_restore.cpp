@@ -38,20 +38,29 @@ std::u16string_view TextOf(const TOrvEventText& column)
     return {Units(column.text), static_cast<std::size_t>(column.length)};
 }
 
-// Stores a column in the field of its sort. Of several columns of one sort the last one stays. Deliberate.
-void Store(TOrvParameter& value, const TOrvEventData& record, Columns column)
+void Set(TOrvParameter& value, const std::int32_t* field)
 {
-    if (column & kInt32Columns) {
-        value.SetInt32(*record.int32Field[IndexIn(kInt32Columns, column)]);
-    } else if (column & kInt64Columns) {
-        value.SetInt64(*record.int64Field[IndexIn(kInt64Columns, column)]);
-    } else if (column & kDoubleColumns) {
-        value.SetDouble(*record.doubleField[IndexIn(kDoubleColumns, column)]);
-    } else if (column & kDateColumns) {
-        value.SetDateTime(*record.dateField[IndexIn(kDateColumns, column)]);
-    } else {
-        value.SetString(TextOf(TextColumn(record, column)));
-    }
+    value.SetInt32(*field);
+}
+
+void Set(TOrvParameter& value, const std::int64_t* field)
+{
+    value.SetInt64(*field);
+}
+
+void Set(TOrvParameter& value, const double* field)
+{
+    value.SetDouble(*field);
+}
+
+void Set(TOrvParameter& value, const TUlmoDateTime* field)
+{
+    value.SetDateTime(*field);
+}
+
+void Set(TOrvParameter& value, const TOrvEventText& field)
+{
+    value.SetString(TextOf(field));
 }
 
 void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
@@ -62,7 +71,10 @@ void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
         const TOrvParameterInternalInfo& info = declared[position];
         if (info.DbField == 0 || (info.DbField & ~filled) != 0) continue;
         action.Parameters().StoreDeclared(position, [&](TOrvParameter& value) {
-            for (Columns left = info.DbField; left != 0; left &= left - 1) Store(value, record, First(left));
+            // Of several columns of one sort the last one stays, deliberately.
+            for (Columns left = info.DbField; left != 0; left &= left - 1) {
+                VisitColumn(record, First(left), [&](const auto& field) { Set(value, field); });
+            }
             value.SetKindAndEnum(info.Type, info.EnumType);
         });
     }

@@ -9,6 +9,28 @@
 
 namespace OrvPLC {
 
+inline void AppendField(std::u16string& text, const std::int32_t* number)
+{
+    Ulmo::AppendDecimal(text, *number);
+}
+inline void AppendField(std::u16string& text, const std::int64_t* number)
+{
+    Ulmo::AppendDecimal(text, *number);
+}
+inline void AppendField(std::u16string& text, const double* number)
+{
+    Ulmo::AppendDouble(text, *number);
+}
+inline void AppendField(std::u16string& text, const TUlmoDateTime* date)
+{
+    Ulmo::AppendUnsigned(text, date->value);
+}
+inline void AppendField(std::u16string& text, const TOrvEventText& field)
+{
+    text.append(u"'").append(reinterpret_cast<const char16_t*>(field.text), field.length);
+    text.append(field.text[field.length] == 0 ? u"'" : u"?");
+}
+
 // "1102; Int32FieldA 5; StringFieldA 'door'": the code and the filled columns. A text is told by its length, one that
 // does not end in a zero there by a mark.
 inline std::string Describe(const TOrvEventData& record)
@@ -19,19 +41,7 @@ inline std::string Describe(const TOrvEventData& record)
     for (Columns column = 1; column & kAllColumns; column <<= 1) {
         if (!(filled & column)) continue;
         text.append(u"; ").append(ColumnName(column)).append(u" ");
-        if (column & kInt32Columns) {
-            Ulmo::AppendDecimal(text, *record.int32Field[IndexIn(kInt32Columns, column)]);
-        } else if (column & kInt64Columns) {
-            Ulmo::AppendDecimal(text, *record.int64Field[IndexIn(kInt64Columns, column)]);
-        } else if (column & kDoubleColumns) {
-            Ulmo::AppendDouble(text, *record.doubleField[IndexIn(kDoubleColumns, column)]);
-        } else if (column & kDateColumns) {
-            Ulmo::AppendUnsigned(text, record.dateField[IndexIn(kDateColumns, column)]->value);
-        } else {
-            const auto& [length, units] = TextColumn(record, column);
-            text.append(u"'").append(reinterpret_cast<const char16_t*>(units), length);
-            text.append(units[length] == 0 ? u"'" : u"?");
-        }
+        VisitColumn(record, column, [&text](const auto& field) { AppendField(text, field); });
     }
     return Ulmo::Utf8FromWide(text);
 }

@@ -118,12 +118,13 @@ struct Columned {
 
     void Fill(Columns column)
     {
-        if (column & kInt32Columns) record.int32Field[IndexIn(kInt32Columns, column)] = &small;
-        if (column & kInt64Columns) record.int64Field[IndexIn(kInt64Columns, column)] = &large;
-        if (column & kDoubleColumns) record.doubleField[IndexIn(kDoubleColumns, column)] = &real;
-        if (column & kDateColumns) record.dateField[IndexIn(kDateColumns, column)] = &date;
-        if (column & (kStringColumns | kUserColumns)) TextColumn(record, column) = {4, Boundary(u"text behind")};
+        VisitColumn(record, column, [this](auto& field) { Set(field); });
     }
+    void Set(const std::int32_t*& field) { field = &small; }
+    void Set(const std::int64_t*& field) { field = &large; }
+    void Set(const double*& field) { field = &real; }
+    void Set(const TUlmoDateTime*& field) { field = &date; }
+    void Set(TOrvEventText& field) { field = {4, Boundary(u"text behind")}; }
 };
 
 TEST(EventRestore, FromColumns)
