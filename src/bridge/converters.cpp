@@ -28,10 +28,8 @@ bool SameForUser(std::u16string_view a, std::u16string_view b)
 bool SameName(std::u16string_view a, std::u16string_view b)
 {
     if (Ulmo::IsAscii(a) && Ulmo::IsAscii(b)) {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t x, char16_t y) {
-            const auto lower = [](char16_t c) { return c >= u'A' && c <= u'Z' ? c | 0x20 : c; };
-            return lower(x) == lower(y);
-        });
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                          [](char16_t x, char16_t y) { return Ulmo::LowerAscii(x) == Ulmo::LowerAscii(y); });
     }
     return SameForUser(a, b);
 }

@@ -1,5 +1,6 @@
 #include "catalogue/extension_reader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -20,12 +21,8 @@ constexpr std::int32_t kLeastActionCode = 10000;
 
 bool SameElement(std::string_view a, std::string_view b)
 {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (lower(a[i]) != lower(b[i])) return false;
-    }
-    return true;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return Ulmo::LowerAscii(x) == Ulmo::LowerAscii(y); });
 }
 
 std::int32_t Scan(std::string_view text)

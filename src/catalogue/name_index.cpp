@@ -2,28 +2,14 @@
 
 #include <cstring>
 
+#include "ulmo/ascii_words.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 
 namespace {
 
-constexpr std::uint64_t kLanes = 0x0001000100010001;
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
-
-// Lower-cases four ASCII units at once: in each 16-bit lane, bit 7 of `fromA` is set from "A" on and bit 7 of `pastZ`
-// behind "Z"; where only the first is, the unit is a capital and gets 0x20.
-std::uint64_t FoldAscii(std::uint64_t units)
-{
-    const std::uint64_t fromA = units + kLanes * (0x80 - 'A');
-    const std::uint64_t pastZ = units + kLanes * (0x80 - 'Z' - 1);
-    return units | ((fromA & ~pastZ & (kLanes * 0x80)) >> 2);
-}
-
-bool IsAscii(std::uint64_t units)
-{
-    return (units & (kLanes * 0xFF80)) == 0;
-}
 
 std::uint64_t Mix(std::uint64_t hash, std::uint64_t units)
 {
@@ -66,10 +52,10 @@ bool HashFolded(std::u16string_view name, std::uint32_t& hash)
     std::uint64_t seen = 0;
     ForEachWord(name, [&](std::uint64_t units, std::size_t) {
         seen |= units;
-        mixed = Mix(mixed, FoldAscii(units));
+        mixed = Mix(mixed, Ulmo::LowerAsciiWord(units));
     });
     hash = static_cast<std::uint32_t>(mixed >> 32);
-    return IsAscii(seen);
+    return Ulmo::AllAscii(seen);
 }
 
 // Units outside ASCII are hashed as they stand: only lower-cased names come here.
@@ -77,7 +63,7 @@ std::uint32_t HashLower(std::u16string_view lower)
 {
     std::uint64_t mixed = lower.size();
     ForEachWord(lower, [&](std::uint64_t units, std::size_t) {
-        mixed = Mix(mixed, IsAscii(units) ? FoldAscii(units) : units);
+        mixed = Mix(mixed, Ulmo::AllAscii(units) ? Ulmo::LowerAsciiWord(units) : units);
     });
     return static_cast<std::uint32_t>(mixed >> 32);
 }
@@ -85,10 +71,10 @@ std::uint32_t HashLower(std::u16string_view lower)
 // Names of the same length.
 bool SameFolded(std::u16string_view name, std::u16string_view lower)
 {
-    if (name.size() < kWordUnits) return FoldAscii(LoadShort(name)) == LoadShort(lower);
+    if (name.size() < kWordUnits) return Ulmo::LowerAsciiWord(LoadShort(name)) == LoadShort(lower);
     std::uint64_t differing = 0;
     ForEachWord(name, [&](std::uint64_t units, std::size_t at) {
-        differing |= FoldAscii(units) ^ LoadWord(lower.data() + at);
+        differing |= Ulmo::LowerAsciiWord(units) ^ LoadWord(lower.data() + at);
     });
     return differing == 0;
 }

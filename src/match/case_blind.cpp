@@ -1,17 +1,9 @@
 #include "match/case_blind.h"
 
+#include "ulmo/ascii_words.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
-
-namespace {
-
-constexpr char16_t Lower(char16_t unit)
-{
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit | 0x20) : unit;
-}
-
-}  // namespace
 
 bool SameInAnyCase(std::u16string_view a, std::u16string_view b)
 {
@@ -19,7 +11,7 @@ bool SameInAnyCase(std::u16string_view a, std::u16string_view b)
     if (a.size() != b.size()) return false;
     if (Ulmo::SameText(a, b)) return true;
     for (std::size_t i = 0; i != a.size(); ++i) {
-        if (Lower(a[i]) == Lower(b[i])) continue;
+        if (Ulmo::LowerAscii(a[i]) == Ulmo::LowerAscii(b[i])) continue;
         if (a[i] < 0x80 && b[i] < 0x80) return false;
         return Ulmo::SameText(Ulmo::LowerCase(a), Ulmo::LowerCase(b));
     }

@@ -1,6 +1,5 @@
 #include "ulmo/ascii_words.h"
 
-#include <cstdint>
 #include <cstring>
 
 namespace Ulmo {
@@ -8,32 +7,12 @@ namespace Ulmo {
 namespace {
 
 constexpr std::size_t kUnitsPerWord = sizeof(std::uint64_t) / sizeof(char16_t);
-constexpr std::uint64_t kEachUnit = 0x0001000100010001;
 
 std::uint64_t Load(const void* source)
 {
     std::uint64_t word = 0;
     std::memcpy(&word, source, sizeof word);
     return word;
-}
-
-bool AllAscii(std::uint64_t units)
-{
-    return (units & (kEachUnit * 0xFF80)) == 0;
-}
-
-// Lower-cases four ASCII units. The sums raise bit 7 of a unit that is at or above the added bound; bit 7 moved down
-// by two is the difference between the cases.
-std::uint64_t LowerWord(std::uint64_t units)
-{
-    const std::uint64_t fromA = units + kEachUnit * (0x80 - u'A');
-    const std::uint64_t behindZ = units + kEachUnit * (0x80 - u'Z' - 1);
-    return units | ((fromA & ~behindZ & (kEachUnit * 0x80)) >> 2);
-}
-
-char16_t LowerUnit(char16_t unit)
-{
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit | 0x20) : unit;
 }
 
 // In blocks of a fixed size that lie between input and output, which compilers turn into vector instructions: a local
@@ -94,10 +73,10 @@ std::size_t LowerAsciiPrefix(char16_t* text, std::size_t length)
     for (; length - at >= kUnitsPerWord; at += kUnitsPerWord) {
         const std::uint64_t units = Load(text + at);
         if (!AllAscii(units)) break;
-        const std::uint64_t lower = LowerWord(units);
+        const std::uint64_t lower = LowerAsciiWord(units);
         std::memcpy(text + at, &lower, sizeof lower);
     }
-    for (; at != length && text[at] < 0x80; ++at) text[at] = LowerUnit(text[at]);
+    for (; at != length && text[at] < 0x80; ++at) text[at] = LowerAscii(text[at]);
     return at;
 }
 
@@ -106,9 +85,9 @@ std::size_t EqualAsciiLowerPrefix(const char16_t* text, const char16_t* lower, s
     std::size_t at = 0;
     for (; length - at >= kUnitsPerWord; at += kUnitsPerWord) {
         const std::uint64_t units = Load(text + at);
-        if (!AllAscii(units) || LowerWord(units) != Load(lower + at)) break;
+        if (!AllAscii(units) || LowerAsciiWord(units) != Load(lower + at)) break;
     }
-    while (at != length && text[at] < 0x80 && LowerUnit(text[at]) == lower[at]) ++at;
+    while (at != length && text[at] < 0x80 && LowerAscii(text[at]) == lower[at]) ++at;
     return at;
 }
 
