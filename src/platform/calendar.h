@@ -19,6 +19,16 @@ struct SystemTime {
     std::uint16_t milliseconds = 0;
 };
 
+constexpr bool IsLeapYear(std::uint64_t year)
+{
+    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
+constexpr unsigned DaysInMonth(std::uint64_t year, unsigned month)
+{
+    if (month == 2) return IsLeapYear(year) ? 29 : 28;
+    return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
+}
+
 // Ticks are 100 ns since 1601-01-01. False for ticks of 2^63 and above, and for a time that does not exist or lies
 // outside the years 1601 to 30827; LastError() then says "invalid parameter" and the output is unchanged.
 bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time);

@@ -31,13 +31,6 @@ bool IsDigit(char16_t c)
     return c >= u'0' && c <= u'9';
 }
 
-unsigned DaysInMonth(unsigned year, unsigned month)
-{
-    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    if (month == 2) return leap ? 29 : 28;
-    return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
-}
-
 // Reads from the front of a text. Each step that can fail answers false and leaves the reason in the fault.
 class Scanner {
 public:
@@ -119,7 +112,7 @@ bool ScanDate(Scanner& scanner, SystemTime& time)
         !scanner.Number(kMonth, time.month) || !scanner.Expect(separator)) {
         return false;
     }
-    return scanner.Number({DateTimeError::Day, u"day", 2, 1, DaysInMonth(time.year, time.month)}, time.day);
+    return scanner.Number({DateTimeError::Day, u"day", 2, 1, Platform::DaysInMonth(time.year, time.month)}, time.day);
 }
 
 // `next` becomes what could follow the time.

@@ -16,11 +16,6 @@ constexpr std::int64_t kMillisecondsPerDay = 86400000;
 constexpr std::int64_t kMillisecondsPerMinute = 60000;
 constexpr std::uint64_t kTicksPerMillisecond = 10000;
 
-bool IsLeapYear(std::uint64_t year)
-{
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
-
 std::uint16_t YearOf(std::uint64_t milliseconds)
 {
     constexpr std::uint64_t kDaysPerCycle = 146097;
@@ -31,7 +26,7 @@ std::uint16_t YearOf(std::uint64_t milliseconds)
     const std::uint64_t century = days / kDaysPerCentury < 3 ? days / kDaysPerCentury : 3;  // the fourth has a day more
     year += century * 100;
     days -= century * kDaysPerCentury;
-    for (std::uint64_t length = 365; days >= length; length = IsLeapYear(year) ? 366 : 365) {
+    for (std::uint64_t length = 365; days >= length; length = Platform::IsLeapYear(year) ? 366 : 365) {
         days -= length;
         ++year;
     }
@@ -44,12 +39,6 @@ std::int64_t ToMilliseconds(const SystemTime& time)
     std::uint64_t ticks = 0;
     if (!Platform::SystemTimeToFileTime(time, ticks)) ThrowLastError(u"Ulmo::SystemTimeToMilliseconds");
     return static_cast<std::int64_t>(ticks / kTicksPerMillisecond);
-}
-
-int DaysInMonth(std::uint16_t year, std::uint16_t month)
-{
-    if (month == 2) return IsLeapYear(year) ? 29 : 28;
-    return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
 // The instant of a transition in a year, in local milliseconds since 1601.
@@ -70,7 +59,7 @@ std::int64_t SystemTimeToMilliseconds(std::uint16_t year, const SystemTime& tran
     const std::int64_t start = ToMilliseconds(first);
     const auto weekday = static_cast<int>((start / kMillisecondsPerDay + 1) % 7);  // 1601-01-01 was a Monday
     int days = (transition.dayOfWeek - weekday + 7) % 7 + (transition.day - 1) * 7;
-    if (days >= DaysInMonth(year, transition.month)) days -= 7;  // week 5 is the last one
+    if (days >= static_cast<int>(Platform::DaysInMonth(year, transition.month))) days -= 7;  // week 5 is the last one
     return start + days * kMillisecondsPerDay;
 }
 

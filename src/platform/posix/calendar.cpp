@@ -26,17 +26,6 @@ bool Refuse()
     return false;
 }
 
-bool IsLeapYear(std::uint32_t year)
-{
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
-
-std::uint32_t DaysInMonth(std::uint32_t year, std::uint32_t month)
-{
-    if (month == 2) return IsLeapYear(year) ? 29 : 28;
-    return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
-}
-
 void SetDate(SystemTime& time, std::uint32_t daysSince1601)
 {
     const std::uint32_t days = daysSince1601 + kDaysFromMarch1600;

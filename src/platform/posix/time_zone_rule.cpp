@@ -146,8 +146,7 @@ bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint1
 // A day of the year, from 0; `countsLeapDay` false leaves the 29th of February out of the count.
 bool SetDayOfYear(SystemTime& date, int day, bool countsLeapDay, int seconds, std::uint16_t year)
 {
-    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    if (!countsLeapDay && leap && day >= 59) ++day;
+    if (!countsLeapDay && IsLeapYear(year) && day >= 59) ++day;
     return SetAbsolute(date, FirstOfMonth(year, 1) + std::int64_t{day} * kSecondsPerDay * kTicksPerSecond, seconds);
 }
 
