@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+#include "catalogue/boundary.h"
+
 namespace OrvPLC::Queries {
 
 namespace {
@@ -9,7 +11,7 @@ namespace {
 template <class Text>
 const OrvWChar* Wide(const Text& text)
 {
-    return reinterpret_cast<const OrvWChar*>(text.c_str());
+    return Boundary(text.c_str());
 }
 
 template <class Record>

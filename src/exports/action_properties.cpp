@@ -1,24 +1,18 @@
+#include <utility>
+
 #include "OrvActions/OrvProperties.h"
 #include "exports/frame.h"
 #include "forms/client_info.h"
 #include "forms/properties.h"
-#include "platform/system_string.h"
 
 using namespace OrvPLC;
 
 namespace {
 
-OrvBStr NewString(std::u16string_view text)
-{
-    return reinterpret_cast<OrvBStr>(Platform::NewSystemString(text));
-}
-
 // The slot's own string is freed once there is another.
 void Replace(OrvBStr* slot, const std::u16string& text)
 {
-    OrvBStr fresh = NewString(text);
-    Platform::FreeSystemString(reinterpret_cast<char16_t*>(*slot));
-    *slot = fresh;
+    FreeBStr(std::exchange(*slot, NewBStr(text)));
 }
 
 }  // namespace
@@ -43,7 +37,7 @@ OrvBool OrvAct_GetProperty__Q_NEW_Q__(TOrvHandle handle, const OrvWChar* key, Or
 {
     return OnAction(handle, [&](TOrvAction& action) {
         const OrvWChar* text = Boundary(ReadProperty(action, TerminatedView(key)));
-        if (value) *value = text ? NewString(TerminatedView(text)) : nullptr;
+        if (value) *value = text ? NewBStr(TerminatedView(text)) : nullptr;
     });
 }
 

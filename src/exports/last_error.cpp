@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 
+#include "catalogue/boundary.h"
 #include "objects/orv_plc_exception.h"
 #include "platform/thread_slot.h"
 #include "ulmo/string_conversion.h"
@@ -149,7 +150,7 @@ bool Read(TOrvLastErrorInfo& info) noexcept
     info.subCode = block->subCode;
     info.className = block->className;
     info.message = block->message;
-    info.messageW = reinterpret_cast<const OrvWChar*>(block->messageW);
+    info.messageW = Boundary(block->messageW);
     info.details = block->details;
     return true;
 }

@@ -10,7 +10,6 @@
 #include "forms/text_reader.h"
 #include "objects/action.h"
 #include "objects/orv_plc_exception.h"
-#include "platform/system_string.h"
 
 using namespace OrvPLC;
 
@@ -18,7 +17,7 @@ namespace {
 
 void HandOut(const std::u16string& text, OrvBStr* output)
 {
-    if (output) *output = reinterpret_cast<OrvBStr>(Platform::NewSystemString(text));
+    if (output) *output = NewBStr(text);
 }
 
 std::u16string OrvText(std::u16string_view heskText)

@@ -4,8 +4,8 @@
 #include <limits>
 #include <optional>
 
+#include "catalogue/boundary.h"
 #include "objects/parameter.h"
-#include "platform/system_string.h"
 #include "ulmo/format.h"
 #include "ulmo/number_text.h"
 
@@ -139,11 +139,10 @@ void TOrvParameter::SetResultDataSet(const TOrvResultDataItem* items, std::size_
     std::u16string text;
     for (std::size_t index = 0; index < count; ++index) {
         const TOrvResultDataItem& item = items[index];
-        const auto* name = reinterpret_cast<const char16_t*>(item.name);
         AppendInternalItem(text, {{item.field0, item.field1, static_cast<std::uint16_t>(item.field2),
                                    static_cast<std::uint16_t>(item.field3)},
                                   static_cast<std::uint32_t>(item.field4),
-                                  name ? View(name, Platform::SystemStringLength(name)) : View()});
+                                  ViewOf(item.name)});
     }
     SetResultDataText(text);
 }
@@ -160,7 +159,7 @@ bool TOrvParameter::ReadResultDataSet(TOrvResultDataList& list)
         for (const ResultDataFields& item : parsed) {
             fresh.items.push_back({item.words[0], item.words[1], static_cast<std::int16_t>(item.words[2]),
                                    static_cast<std::int16_t>(item.words[3]), static_cast<std::int32_t>(item.number),
-                                   reinterpret_cast<OrvBStr>(Platform::NewSystemString(item.name))});
+                                   NewBStr(item.name)});
         }
         side.items.swap(fresh.items);
     }

@@ -1,9 +1,8 @@
 // A form of an object as a new system string, which an operation of the interface table hands out.
 #pragma once
 
-#include "OrvActions/OrvTypes.h"
+#include "catalogue/boundary.h"
 #include "objects/operation.h"
-#include "platform/system_string.h"
 
 namespace OrvPLC {
 
@@ -13,7 +12,7 @@ template <class Make>
 void StoreInOperation(OrvBStr* text, Make&& make)
 {
     *text = nullptr;
-    InOperation([&] { *text = reinterpret_cast<OrvBStr>(Platform::NewSystemString(make())); });
+    InOperation([&] { *text = NewBStr(make()); });
 }
 
 }  // namespace OrvPLC

@@ -2,7 +2,6 @@
 //
 // A read answers whether the parameter is present; a value that does not convert leaves the output as it was.
 #include "objects/action.h"
-#include "platform/system_string.h"
 
 namespace OrvPLC {
 
@@ -31,9 +30,7 @@ bool TOrvAction::GetDouble(const OrvWChar* name, double* value)
 
 bool TOrvAction::GetString(const OrvWChar* name, OrvBStr* value)
 {
-    return IfPresent(name, [&](TOrvParameter& found) {
-        *value = reinterpret_cast<OrvBStr>(Platform::NewSystemString(found.MakeWideText()));
-    });
+    return IfPresent(name, [&](TOrvParameter& found) { *value = NewBStr(found.MakeWideText()); });
 }
 
 bool TOrvAction::GetDateTime(const OrvWChar* name, TUlmoDateTime* value)

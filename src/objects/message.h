@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "OrvActions/OrvInterfaces.h"
+#include "catalogue/boundary.h"
 #include "catalogue/catalogue.h"
 #include "objects/parameter_map.h"
 #include "objects/shared_name.h"
@@ -25,20 +26,6 @@ class TOrvTechnicalTextWriter;
 class TOrvPlainTextWriter;
 class TOrvJsonWriter;
 class TOrvBinaryCursor;
-
-// The boundary casts: the interface speaks OrvWChar, the library char16_t; both are the same 16-bit unit.
-inline const char16_t* Units(const OrvWChar* text)
-{
-    return reinterpret_cast<const char16_t*>(text);
-}
-inline const OrvWChar* Boundary(const char16_t* text)
-{
-    return reinterpret_cast<const OrvWChar*>(text);
-}
-inline std::u16string_view TerminatedView(const OrvWChar* text)  // null reads as ""
-{
-    return Ulmo::TerminatedView(Units(text));
-}
 
 // The interfaces of the base class with what is common to all objects.
 class TOrvMessage : public ITalvecMatchAction, public ITalvecJson {

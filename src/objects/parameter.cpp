@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "catalogue/boundary.h"
 #include "catalogue/value_kind.h"
-#include "platform/system_string.h"
 #include "ulmo/copy_units.h"
 #include "ulmo/guid_tools.h"
 #include "ulmo/string_conversion.h"
@@ -182,11 +182,7 @@ TOrvParameter::Side::Side(const Side& other) : units(nullptr), large(other.large
 {
     items.reserve(other.items.size());
     for (TOrvResultDataItem item : other.items) {
-        const auto* name = reinterpret_cast<const char16_t*>(item.name);
-        if (name) {
-            item.name =
-                reinterpret_cast<OrvBStr>(Platform::NewSystemString({name, Platform::SystemStringLength(name)}));
-        }
+        if (item.name) item.name = NewBStr(ViewOf(item.name));
         items.push_back(item);
     }
 }
@@ -198,9 +194,7 @@ TOrvParameter::Side::~Side()
 
 void TOrvParameter::Side::FreeItems()
 {
-    for (const TOrvResultDataItem& item : items) {
-        Platform::FreeSystemString(reinterpret_cast<char16_t*>(item.name));
-    }
+    for (const TOrvResultDataItem& item : items) FreeBStr(item.name);
     items.clear();
 }
 

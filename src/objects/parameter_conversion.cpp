@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "catalogue/boundary.h"
 #include "catalogue/value_kind.h"
 #include "ulmo/date_time.h"
 #include "ulmo/number_text.h"
@@ -22,11 +23,6 @@ Integer Truncate(double value)
     if (value <= static_cast<double>(low)) return low;
     if (value >= static_cast<double>(high)) return high;
     return static_cast<Integer>(value);
-}
-
-const OrvWChar* BoundaryText(std::u16string_view text)  // one that ends in a zero unit
-{
-    return reinterpret_cast<const OrvWChar*>(text.data());
 }
 
 }  // namespace
@@ -141,7 +137,7 @@ bool TOrvParameter::ReadEventType(TOrvEventTypeValue& value) const
 {
     if (kind_ != ORV_KIND_EventType) return false;
     value.id = static_cast<std::uint64_t>(numbers_.large);
-    value.name = BoundaryText(Wide());
+    value.name = Boundary(Wide().data());
     return true;
 }
 
@@ -149,7 +145,7 @@ bool TOrvParameter::ReadMediaChannel(TOrvChannelValue& value) const
 {
     if (kind_ != ORV_KIND_MediaChannel) return false;
     value.id = static_cast<std::uint64_t>(numbers_.large);
-    value.name = BoundaryText(Wide());
+    value.name = Boundary(Wide().data());
     value.number = static_cast<std::uint32_t>(small_);
     return true;
 }
@@ -158,7 +154,7 @@ bool TOrvParameter::ReadResource(TOrvResourceValue& value) const
 {
     if (kind_ != ORV_KIND_Resource) return false;
     value.guid = guid_;
-    value.name = BoundaryText(Wide());
+    value.name = Boundary(Wide().data());
     return true;
 }
 

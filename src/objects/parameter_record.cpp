@@ -2,9 +2,8 @@
 
 #include <utility>
 
+#include "catalogue/boundary.h"
 #include "catalogue/value_kind.h"
-#include "objects/message.h"
-#include "platform/system_string.h"
 
 namespace OrvPLC {
 
@@ -12,17 +11,8 @@ namespace {
 
 void ReplaceText(OrvBStr& text, std::u16string_view wide)
 {
-    // Made before the old one goes: without memory the record stays sound.
-    char16_t* made = Platform::NewSystemString(wide);
-    Platform::FreeSystemString(reinterpret_cast<char16_t*>(std::exchange(text, reinterpret_cast<OrvBStr>(made))));
-}
-
-// Zero units inside a system string belong to it.
-std::u16string_view TextOf(const TOrvParameterValue& record)
-{
-    if (!record.text) return {};
-    const char16_t* text = Units(record.text);
-    return {text, Platform::SystemStringLength(text)};
+    // The new text is made before the old one is freed, so that the record stays sound when memory runs out.
+    FreeBStr(std::exchange(text, NewBStr(wide)));
 }
 
 void FillPayload(TOrvParameterValue& record, const TOrvParameter& value)
@@ -64,7 +54,7 @@ void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& reco
     case ValueKind::Numeric32Bit: value.SetInt32(payload.int32); break;
     case ValueKind::Numeric64Bit: value.SetInt64(payload.int64); break;
     case ValueKind::NumericDouble: value.SetDouble(payload.real); break;
-    case ValueKind::String: value.SetString(TextOf(record)); break;
+    case ValueKind::String: value.SetString(ViewOf(record.text)); break;
     case ValueKind::DateTime: value.SetDateTime(payload.dateTime); break;
     case ValueKind::Guid: value.SetGuid(payload.guid); break;
     case ValueKind::EventType: value.SetEventType(payload.eventType.id, TerminatedView(payload.eventType.name)); break;
@@ -73,7 +63,7 @@ void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& reco
         break;
     case ValueKind::Resource: value.SetResource(payload.resource.guid, TerminatedView(payload.resource.name)); break;
     case ValueKind::Rect: value.SetRect(payload.int64); break;
-    case ValueKind::ResultDataSet: value.SetResultDataText(TextOf(record)); break;
+    case ValueKind::ResultDataSet: value.SetResultDataText(ViewOf(record.text)); break;
     case ValueKind::None: break;
     }
     value.SetKindAndEnum(value.Kind(), record.enum_type);
