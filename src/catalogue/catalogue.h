@@ -27,6 +27,11 @@ using ActionClassPtr = Ulmo::CountedPtr<TOrvActionClassInternalInfo>;
 using ActionPtr = Ulmo::CountedPtr<TOrvActionInternalInfo>;
 using EnumValuePtr = Ulmo::CountedPtr<TOrvEnumInternalInfo>;
 
+// The codes of actions. Below the first are the sibling product's, and 0 for event records; extensions have the codes
+// from their own first on.
+inline constexpr std::uint32_t kFirstActionCode = 1001;
+inline constexpr std::uint32_t kFirstExtensionActionCode = 10000;
+
 // The values of an enum stand side by side.
 inline std::uint64_t EnumKey(std::uint32_t enumId, std::uint32_t value)
 {

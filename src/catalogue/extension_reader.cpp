@@ -17,7 +17,7 @@ namespace {
 // Below these stand the codes of the built-in content.
 constexpr std::int32_t kLeastEnumCode = 1000;
 constexpr std::int32_t kLeastClassCode = 1000;
-constexpr std::int32_t kLeastActionCode = 10000;
+constexpr std::int32_t kLeastActionCode = kFirstExtensionActionCode;
 
 bool SameElement(std::string_view a, std::string_view b)
 {

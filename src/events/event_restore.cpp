@@ -11,9 +11,6 @@ namespace OrvPLC {
 
 namespace {
 
-// The codes of this library's actions begin here; a record with a lower one is the sibling's.
-constexpr std::uint32_t kFirstOwnEventCode = 1001;
-
 std::uint32_t ImageSize(const TOrvEventData& record)
 {
     return record.image ? static_cast<std::uint32_t>(record.imageSize) : 0;
@@ -28,7 +25,7 @@ TOrvAction* ReadOwnImage(const TOrvEventData& record, std::uint32_t expectedKind
 TOrvAction* ReadSiblingImage(const TOrvEventData& record, std::uint32_t expectedKind)
 {
     std::u16string text;
-    if (record.code >= kFirstOwnEventCode || ImageSize(record) == 0) return nullptr;
+    if (record.code >= kFirstActionCode || ImageSize(record) == 0) return nullptr;
     if (!Sibling().ConvertEvent(record, text) || text.empty()) return nullptr;
     return ReadActionText(text, expectedKind, false).object;
 }
@@ -134,8 +131,8 @@ TOrvAction* RestoreAction(const TOrvEventData& record)
 
 TOrvAction* RestoreForDescription(const TOrvEventData& record)
 {
-    TOrvAction* action = record.code >= kFirstOwnEventCode ? ReadOwnImage(record, ORV_EXPECT_ANY)
-                                                           : ReadSiblingImage(record, ORV_EXPECT_ANY);
+    TOrvAction* action = record.code >= kFirstActionCode ? ReadOwnImage(record, ORV_EXPECT_ANY)
+                                                         : ReadSiblingImage(record, ORV_EXPECT_ANY);
     return action ? action : RestoreFromColumns(record);
 }
 

@@ -12,7 +12,6 @@ namespace OrvPLC {
 
 namespace {
 
-constexpr std::uint32_t kWrongDecodeMethod = 3;
 constexpr std::size_t kMostArguments = ParameterMap::kMaximumSlots;  // no built-in action has as many parameters
 constexpr std::uint32_t kAbsentEnumValue = 0x7FFFFFFF;
 
@@ -238,7 +237,7 @@ OrvBool DecodeAction(TOrvHandle handle, BuiltInAction action, std::initializer_l
     const auto decode = [&](TOrvAction& object) {
         const TOrvActionInternalInfo& entry = EntryOf(action);
         // The code of a built-in action has one entry: codes of extensions begin above all of them.
-        if (object.Entry() != &entry) throw OrvPLCException(u"Wrong decode method", kWrongDecodeMethod);
+        if (object.Entry() != &entry) throw OrvPLCException(u"Wrong decode method", ORV_SUBERROR_WRONG_ACTION);
         ParameterMap& parameters = object.Parameters();
         std::size_t position = 0;
         for (const DecodeOutput& output : outputs) {

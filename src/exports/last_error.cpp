@@ -133,8 +133,7 @@ void Store(const Report& report) noexcept
 
 void StoreBufferTooSmall() noexcept
 {
-    constexpr std::uint32_t kBufferTooSmall = 7;
-    Store({kLibraryErrorCode, kBufferTooSmall, "Ulmo::GenericException", nullptr, u"buffer too small", nullptr});
+    Store({ORV_ERROR, ORV_SUBERROR_BUFFER_TOO_SMALL, "Ulmo::GenericException", nullptr, u"buffer too small", nullptr});
 }
 
 void Clear() noexcept

@@ -3,6 +3,7 @@
 #include "OrvActions/OrvErrors.h"
 #include "exports/export_alias.h"
 #include "exports/frame.h"
+#include "forms/message_kinds.h"
 #include "objects/action.h"
 #include "objects/info_update.h"
 #include "objects/orv_plc_exception.h"
@@ -99,15 +100,7 @@ ORV_ALIAS(TalvecMatchAct_GetActionPriority, Talvec_Action_GetActionPriority);
 // The families differ deliberately: one tells what an object is, the other its kind.
 OrvBool OrvAct_GetMessageClass(TOrvHandle handle, std::uint32_t* messageClass)
 {
-    return OnObject(handle, [&](TOrvMessage& object) {
-        switch (object.GetMessageKind()) {
-        case ORV_MESSAGE_SIBLING_ACTION:
-        case ORV_MESSAGE_ACTION: *messageClass = 1; break;
-        case ORV_MESSAGE_SIBLING_MATCH_ACTION:
-        case ORV_MESSAGE_MATCH_ACTION: *messageClass = 2; break;
-        default: *messageClass = 0x7FFFFFFF; break;
-        }
-    });
+    return OnObject(handle, [&](TOrvMessage& object) { *messageClass = SiblingKindOf(object.GetMessageKind()); });
 }
 
 OrvBool Talvec_Action_GetMessageClass(TOrvHandle handle, std::uint32_t* messageClass)

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "catalogue/value_kind.h"
-#include "forms/expected_kind.h"
+#include "forms/message_kinds.h"
 #include "forms/sibling.h"
 #include "forms/text_parser.h"
 #include "objects/match_action.h"

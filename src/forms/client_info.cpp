@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "OrvActions/OrvEnums.h"
+
 namespace OrvPLC {
 
 namespace {
@@ -51,7 +53,7 @@ void WriteClientInfo(TOrvAction& action, const OrvWChar* host, std::uint32_t typ
     const OptionalText newAccount = Copy(account);
     StoreText(action.Parameters(), kClientHost, newHost);
     action.Parameters().Store(kClientType, [type](TOrvParameter& value) {
-        value.SetInt32(static_cast<std::int32_t>(type), kClientTypeEnum);
+        value.SetInt32(static_cast<std::int32_t>(type), ORV_ENUM_PlcClientType);
     });
     StoreText(action.Parameters(), kClientAccount, newAccount);
 }

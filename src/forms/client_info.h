@@ -11,7 +11,6 @@ namespace OrvPLC {
 inline constexpr std::u16string_view kClientHost = u"ClientHost";
 inline constexpr std::u16string_view kClientType = u"ClientType";
 inline constexpr std::u16string_view kClientAccount = u"ClientAccount";
-inline constexpr std::uint32_t kClientTypeEnum = 0x1028;
 
 // The outputs point into the parameters. The first parameter that is missing ends the reading: its output is null, the
 // ones behind it are left as they were and the answer is false. Deliberate, as is that a type that is no number gives

@@ -5,6 +5,7 @@
 #include "catalogue/settings.h"
 #include "catalogue/value_kind.h"
 #include "forms/json_writer.h"
+#include "forms/message_kinds.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
 #include "objects/action.h"
@@ -15,18 +16,6 @@ namespace OrvPLC {
 namespace {
 
 using View = std::u16string_view;
-
-// A client of the sibling platform tells actions from match actions by this number.
-std::uint32_t SiblingClass(std::uint32_t kind)
-{
-    switch (kind) {
-    case ORV_MESSAGE_SIBLING_ACTION:
-    case ORV_MESSAGE_ACTION: return ORV_MESSAGE_SIBLING_ACTION;
-    case ORV_MESSAGE_SIBLING_MATCH_ACTION:
-    case ORV_MESSAGE_MATCH_ACTION: return ORV_MESSAGE_SIBLING_MATCH_ACTION;
-    default: return 0x7FFFFFFF;
-    }
-}
 
 // What the catalogue does not declare has no priority and is always visible, so without an entry everything is.
 template <class Visit>
@@ -123,7 +112,7 @@ void WriteFacts(TOrvJsonWriter& writer, TOrvAction& action)
     std::u16string copy;
     writer.WriteString(u"plainName", action.Entry() ? action.Entry()->Plain().W.Whole(copy) : View(u""));
     writer.WriteUnsigned(u"priority", action.GetActionPriority());
-    writer.WriteUnsigned(u"heskMessageClass", SiblingClass(action.Kind()));
+    writer.WriteUnsigned(u"heskMessageClass", SiblingKindOf(action.Kind()));
     writer.WriteUnsigned(u"index", action.GetInternalIndex());
     writer.WriteUnsigned(u"messageClass", action.Kind());
 }

@@ -1,9 +1,11 @@
 #include "forms/plain_text_writer.h"
 
+#include "OrvActions/OrvEnums.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/name_tables.h"
 #include "catalogue/settings.h"
 #include "catalogue/value_kind.h"
+#include "forms/message_kinds.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
 #include "ulmo/date_time.h"
@@ -18,16 +20,6 @@ constexpr std::size_t kUsualLength = 200;
 
 // The time range that stands for "all the rest of the time" and reads by its enum name.
 constexpr TOrvGuid kRestOfTime = {0xBAA41E7C, 0x9328, 0x427E, {0x94, 0x3D, 0xA6, 0x6B, 0x44, 0xEF, 0x2F, 0xDB}};
-constexpr std::uint32_t kRestOfTimeEnum = 0x1032;
-
-std::u16string_view Prefix(std::uint32_t kind)
-{
-    switch (kind) {
-    case 5: return u"? ";
-    case 6: return u"! ";
-    default: return {};
-    }
-}
 
 const TOrvParameterInternalInfo* FindInfo(const TOrvActionInternalInfo* entry, std::size_t position,
                                           std::u16string_view name)
@@ -56,7 +48,7 @@ void TOrvPlainTextWriter::Write(const TOrvAction& action)
 void TOrvPlainTextWriter::WriteHeader(const TOrvAction& action)
 {
     output_.reserve(kUsualLength);
-    output_ += Prefix(action.Kind());
+    if (action.Kind() != ORV_MESSAGE_MATCH_ACTION) output_ += PrefixOf(action.Kind());
     output_ += action.Entry() ? action.Entry()->Plain().W.Whole(copy_) : action.Name();
     output_ += u';';
 }
@@ -137,7 +129,7 @@ void TOrvPlainTextWriter::WriteMediaChannel(const TOrvParameter& value)
 void TOrvPlainTextWriter::WriteResource(const TOrvParameter& value)
 {
     if (Ulmo::GuidTools::Equal(value.Guid(), kRestOfTime)) {
-        if (!WriteEnumName(kRestOfTimeEnum, 0)) output_ += u'0';
+        if (!WriteEnumName(ORV_ENUM_PlcSpecialConstants, 0)) output_ += u'0';
         return;
     }
     output_ += u'"';

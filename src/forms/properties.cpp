@@ -1,5 +1,6 @@
 #include "forms/properties.h"
 
+#include "OrvActions/OrvEnums.h"
 #include "catalogue/value_kind.h"
 #include "forms/client_info.h"
 #include "forms/text_pieces.h"
@@ -144,7 +145,7 @@ void WriteProperty(TOrvAction& action, View key, View value)
     action.Parameters().Store(parameter, [&](TOrvParameter& stored) {
         if (parameter != kClientType) return stored.SetString(value);
         bool inRange = true;
-        stored.SetInt32(Ulmo::DetectInt32(value, inRange), kClientTypeEnum);
+        stored.SetInt32(Ulmo::DetectInt32(value, inRange), ORV_ENUM_PlcClientType);
     });
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "catalogue/value_kind.h"
+#include "forms/message_kinds.h"
 #include "forms/result_data.h"
 #include "forms/stored_form.h"
 #include "forms/text_pieces.h"
@@ -15,24 +16,13 @@ namespace {
 constexpr std::size_t kUsualLength = 200;
 constexpr std::size_t kUsualParameterLength = 48;
 
-std::u16string_view Prefix(std::uint32_t kind)
-{
-    switch (kind) {
-    case ORV_MESSAGE_SIBLING_MATCH_ACTION:
-    case ORV_MESSAGE_MATCH_ACTION: return u"@ ";
-    case 5: return u"? ";
-    case 6: return u"! ";
-    default: return {};
-    }
-}
-
 }  // namespace
 
 void TOrvTechnicalTextWriter::Write(const TOrvAction& action)
 {
     const ParameterMap& parameters = action.Parameters();
     output_.reserve(std::max(kUsualLength, kUsualParameterLength * (1 + parameters.Size())));
-    output_ += Prefix(action.Kind());
+    output_ += PrefixOf(action.Kind());
     WriteName(action.Name());
     output_ += u" (";
     if (const TOrvParameter* description = action.DescriptionParameter()) {

@@ -1,6 +1,6 @@
 #include "forms/text_parser.h"
 
-#include "forms/expected_kind.h"
+#include "forms/message_kinds.h"
 #include "forms/text_value.h"
 #include "objects/match_action.h"
 #include "ulmo/string_conversion.h"
@@ -8,19 +8,6 @@
 namespace OrvPLC {
 
 namespace {
-
-constexpr std::uint32_t kQuestionKind = 5;
-constexpr std::uint32_t kOrderKind = 6;
-
-std::uint32_t KindOfPrefix(std::u16string_view prefix)
-{
-    if (prefix.empty()) return ORV_MESSAGE_ACTION;
-    switch (prefix.front()) {
-    case u'@': return ORV_MESSAGE_MATCH_ACTION;
-    case u'?': return kQuestionKind;
-    default: return kOrderKind;
-    }
-}
 
 ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, std::u16string_view name)
 {

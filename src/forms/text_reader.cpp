@@ -8,16 +8,13 @@ namespace OrvPLC {
 
 namespace {
 
-constexpr std::uint32_t kFirstOwnCode = 1001;  // the catalogue's codes begin here
-constexpr std::uint32_t kFirstForeignCode = 10000;
-
 bool LooksLikeSiblingText(TOrvAction& action)
 {
     const std::uint32_t code = action.GetActionCode();
-    if (code >= kFirstForeignCode) return false;
+    if (code >= kFirstExtensionActionCode) return false;
     if (action.Name().empty()) return true;
     if (action.Parameters().Find(u"")) return true;  // a value without a name
-    if (code > 0) return code < kFirstOwnCode;
+    if (code > 0) return code < kFirstActionCode;
     return action.Parameters().Size() == 0;
 }
 

@@ -1,19 +1,18 @@
-// The exception of this library: code 1008 with a sub-code that says what went wrong.
+// The exception of this library: the code ORV_ERROR with a sub-code that says what went wrong.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
+#include "OrvActions/OrvErrors.h"
 #include "ulmo/exceptions.h"
 
 namespace OrvPLC {
 
-inline constexpr std::uint32_t kLibraryErrorCode = 1008;
-
 class OrvPLCException : public Ulmo::UlmoException {
 public:
     OrvPLCException(std::u16string message, std::uint32_t subCode)
-        : UlmoException(std::move(message), kLibraryErrorCode, subCode)
+        : UlmoException(std::move(message), ORV_ERROR, subCode)
     {}
 };
 
