@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "forms/markup_tags.h"
-#include "platform/text.h"
+#include "ulmo/unit_search.h"
 
 namespace OrvPLC {
 
@@ -85,11 +85,11 @@ MarkupGuard::MarkupGuard(View text)
 
 void MarkupGuard::CollectTags()
 {
-    if (Platform::FindUnit(original_, u'<', 0) == View::npos) return;
+    if (Ulmo::FindUnit(original_, u'<', 0) == View::npos) return;
     std::unordered_set<View> seen;
     MarkupTags walk(original_);
     for (View tag; walk.Next(tag);) {
-        if (Platform::FindUnit(tag, u'"', 0) == View::npos || !seen.insert(tag).second) continue;
+        if (Ulmo::FindUnit(tag, u'"', 0) == View::npos || !seen.insert(tag).second) continue;
         tags_.push_back({tag, StretchHashes::OfWhole(tag)});
     }
 }
@@ -116,8 +116,7 @@ std::vector<MarkupGuard::Occurrence> MarkupGuard::FindOccurrences(View text)
 {
     std::vector<Occurrence> found;
     std::vector<std::size_t> brackets;
-    for (std::size_t at = Platform::FindUnit(text, u'<', 0); at != View::npos;
-         at = Platform::FindUnit(text, u'<', at + 1)) {
+    for (std::size_t at = Ulmo::FindUnit(text, u'<', 0); at != View::npos; at = Ulmo::FindUnit(text, u'<', at + 1)) {
         brackets.push_back(at);
     }
     if (brackets.empty()) return found;

@@ -1,7 +1,7 @@
 #include "forms/markup_tags.h"
 
 #include "forms/text_steps.h"
-#include "platform/text.h"
+#include "ulmo/unit_search.h"
 
 namespace OrvPLC {
 
@@ -36,7 +36,7 @@ MarkupTags::MarkupTags(View text) : text_(text)
 bool MarkupTags::Next(View& tag)
 {
     while (place_ < lastEnd_) {
-        const std::size_t bracket = Platform::FindUnit(text_, u'<', place_);
+        const std::size_t bracket = Ulmo::FindUnit(text_, u'<', place_);
         if (bracket >= lastEnd_) break;
         const std::size_t end = TagEnd(bracket);
         place_ = end != kNone ? end : bracket + 1;
@@ -149,10 +149,10 @@ void MarkupTags::TryAttributeName(std::size_t behind)
 void MarkupTags::TryQuotedValue(std::size_t open)
 {
     const char16_t mark = text_[open];
-    std::size_t close = Platform::FindUnit(text_, mark, open + 1);
+    std::size_t close = Ulmo::FindUnit(text_, mark, open + 1);
     bool isProtected = false;
     for (; close != kNone && close > open + 1 && text_[close - 1] == u'\\';
-         close = Platform::FindUnit(text_, mark, close + 1)) {
+         close = Ulmo::FindUnit(text_, mark, close + 1)) {
         isProtected = true;
     }
     if (isProtected) Add(Choice::Kind::ProtectedQuote, open + 1, close == kNone ? text_.size() : close);

@@ -1,6 +1,6 @@
 #include "forms/string_closes.h"
 
-#include "platform/text.h"
+#include "ulmo/unit_search.h"
 
 namespace OrvPLC {
 
@@ -21,7 +21,7 @@ std::size_t StringCloses::Next()
 std::size_t StringCloses::NextForward()
 {
     for (;;) {
-        const std::size_t quote = Platform::FindUnit(text_, u'"', at_);
+        const std::size_t quote = Ulmo::FindUnit(text_, u'"', at_);
         if (quote == kNone) {
             at_ = last_ = text_.size();
             forward_ = false;

@@ -2,7 +2,7 @@
 
 #include "forms/result_list_walk.h"
 #include "forms/text_steps.h"
-#include "platform/text.h"
+#include "ulmo/unit_search.h"
 
 namespace OrvPLC {
 
@@ -328,8 +328,7 @@ std::size_t TextScanner::ResultData(std::size_t at, FieldMatch& match)
 
 bool TextScanner::FindResultItem(ResultItemMatch& match)
 {
-    for (std::size_t at = Platform::FindUnit(text_, u'{', place_); at != kNone;
-         at = Platform::FindUnit(text_, u'{', at + 1)) {
+    for (std::size_t at = Ulmo::FindUnit(text_, u'{', place_); at != kNone; at = Ulmo::FindUnit(text_, u'{', at + 1)) {
         const std::size_t open = ResultItemHead(text_, at, match.numbers.data());
         if (open == kNone) continue;
         std::size_t brace = kNone;

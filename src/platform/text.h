@@ -29,10 +29,4 @@ enum class CodePage : std::uint32_t {
 bool ToWide(CodePage page, std::string_view text, std::u16string& wide);
 bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow);
 
-// The length of a text that ends in a zero unit, eight units a step.
-std::size_t TerminatedLength(const char16_t* text);
-
-// The first place of the unit from `from` on, eight units a step; npos if there is none.
-std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t from);
-
 }  // namespace Platform

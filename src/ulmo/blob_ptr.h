@@ -30,7 +30,6 @@ public:
 
     std::byte* Data() const noexcept { return data_; }
     std::uint32_t Size() const noexcept { return size_; }
-    bool IsOwned() const noexcept { return owned_; }
 
     void Release() noexcept;  // the pointer is null then, the size stays
 

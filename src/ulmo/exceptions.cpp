@@ -4,9 +4,9 @@
 
 #include "platform/system_error.h"
 #include "platform/text.h"
-#include "platform/type_name.h"
 #include "ulmo/exception_history.h"
 #include "ulmo/number_text.h"
+#include "ulmo/type_name.h"
 
 namespace Ulmo {
 
@@ -81,7 +81,7 @@ UlmoException::~UlmoException() = default;
 
 std::string UlmoException::GetClassName() const
 {
-    return Platform::TypeName(typeid(*this));
+    return TypeName(typeid(*this));
 }
 
 EUlmoDateTime::EUlmoDateTime(std::u16string message, std::uint32_t code)

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/text.h"
+#include "ulmo/unit_search.h"
 
 namespace Ulmo {
 
@@ -62,11 +62,6 @@ inline bool SameTerminated(std::u16string_view a, const char16_t* b)
 // Compares after lower-casing `text`; `lower` is lower-cased already.
 bool EqualsLower(std::u16string_view text, std::u16string_view lower);
 
-// The length of a text that ends in a zero unit.
-inline std::size_t TerminatedLength(const char16_t* text)
-{
-    return Platform::TerminatedLength(text);
-}
 // Null reads as "".
 inline std::u16string_view TerminatedView(const char16_t* text)
 {

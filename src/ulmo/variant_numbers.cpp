@@ -2,8 +2,8 @@
 #include <locale>
 #include <sstream>
 
-#include "platform/type_name.h"
 #include "ulmo/number_text.h"
+#include "ulmo/type_name.h"
 #include "ulmo/variant_families.h"
 
 namespace Ulmo {
@@ -21,11 +21,8 @@ T Extract(std::string_view text)
     T value{};
     stream >> value;
     if (stream.fail()) {
-        throw StringConversionException(std::string("Failed to convert [")
-                                            .append(text)
-                                            .append("] into [")
-                                            .append(Platform::TypeName(typeid(T)))
-                                            .append("]"));
+        throw StringConversionException(
+            std::string("Failed to convert [").append(text).append("] into [").append(TypeName(typeid(T))).append("]"));
     }
     return value;
 }

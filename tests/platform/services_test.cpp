@@ -9,15 +9,6 @@
 #include "platform/system_error.h"
 #include "platform/system_string.h"
 #include "platform/thread_slot.h"
-#include "platform/type_name.h"
-
-namespace Sample {
-struct Named {};
-namespace Inner {
-template <class T>
-struct Holder {};
-}  // namespace Inner
-}  // namespace Sample
 
 namespace {
 
@@ -105,12 +96,6 @@ TEST(SystemErrors, HaveTextsWithoutLineBreaks)
         EXPECT_EQ(text.find_first_of(u"\r\n"), std::u16string::npos) << code;
     }
     EXPECT_EQ(Platform::SystemErrorText(0xDEADBEEF), u"");
-}
-
-TEST(TypeName, IsReadable)
-{
-    EXPECT_EQ(Platform::TypeName(typeid(Sample::Named)), "Sample::Named");
-    EXPECT_EQ(Platform::TypeName(typeid(Sample::Inner::Holder<int>)), "Sample::Inner::Holder<int>");
 }
 
 }  // namespace

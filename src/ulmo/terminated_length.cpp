@@ -1,8 +1,8 @@
-#include "platform/text.h"
-
 #include <bit>
 #include <cstdint>
 #include <string>
+
+#include "ulmo/unit_search.h"
 
 // ThreadSanitizer is to see the reads of the text, but not those of its neighbours.
 #if defined(__SSE2__) && !defined(__SANITIZE_THREAD__)
@@ -10,7 +10,7 @@
 #include <emmintrin.h>
 #endif
 
-namespace Platform {
+namespace Ulmo {
 
 #if defined(ORV_BLOCKS_OF_UNITS)
 
@@ -52,4 +52,4 @@ std::size_t TerminatedLength(const char16_t* text)
 
 #endif
 
-}  // namespace Platform
+}  // namespace Ulmo

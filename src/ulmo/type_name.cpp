@@ -1,10 +1,10 @@
-#include "platform/type_name.h"
+#include "ulmo/type_name.h"
 
 #include <cxxabi.h>
 #include <cstdlib>
 #include <memory>
 
-namespace Platform {
+namespace Ulmo {
 
 std::string TypeName(const std::type_info& type)
 {
@@ -14,4 +14,4 @@ std::string TypeName(const std::type_info& type)
     return name ? name.get() : type.name();
 }
 
-}  // namespace Platform
+}  // namespace Ulmo

@@ -1,13 +1,13 @@
 #include <bit>
 #include <string_view>
 
-#include "platform/text.h"
+#include "ulmo/unit_search.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
 
-namespace Platform {
+namespace Ulmo {
 
 std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t from)
 {
@@ -28,4 +28,4 @@ std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t from)
     return std::u16string_view::npos;
 }
 
-}  // namespace Platform
+}  // namespace Ulmo

@@ -4,9 +4,9 @@
 #include <string>
 #include <typeinfo>
 
-namespace Platform {
+namespace Ulmo {
 
 // For example "OrvPLC::OrvPLCException", the same on every system and compiler that we build with.
 std::string TypeName(const std::type_info& type);
 
-}  // namespace Platform
+}  // namespace Ulmo
