@@ -12,6 +12,18 @@ endfunction()
 
 if(ORV_TESTS OR ORV_FUZZ)
     orv_link_headers(boost)
+    # Memory that one search may use to remember where to go back to, in blocks of 4 KB: 128 MB. The engine needs about
+    # 100 bytes for each character above U+00FF inside a string, so its own limit of 4 MB refuses a text of 40,000
+    # Cyrillic letters. Defined for whoever includes the engine, so that no two files disagree.
+    target_compile_definitions(orv_boost INTERFACE BOOST_REGEX_MAX_BLOCKS=32768)
+    # tests/judge/expression.cpp replaces a part of the pattern engine and names two of its private members, which older
+    # releases lack.
+    file(STRINGS ${ORV_FOUND_boost}/boost/version.hpp ORV_BOOST_VERSION REGEX "^#define BOOST_VERSION ")
+    string(REGEX REPLACE "[^0-9]" "" ORV_BOOST_VERSION "${ORV_BOOST_VERSION}")
+    if(ORV_BOOST_VERSION LESS 107600)
+        message(FATAL_ERROR "The tests need Boost 1.76 or later: tests/judge/expression.cpp relies on the internals of "
+            "Boost.Regex as they are since then. Found BOOST_VERSION ${ORV_BOOST_VERSION} in ${ORV_FOUND_boost}.")
+    endif()
 endif()
 if(ORV_TOOLS)
     orv_link_headers(CLI)

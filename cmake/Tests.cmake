@@ -21,7 +21,7 @@ target_include_directories(orv_unit_tests PRIVATE ${PROJECT_SOURCE_DIR}/include 
     ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tests/platform/${ORV_PLATFORM})
 target_precompile_headers(orv_unit_tests PRIVATE <gtest/gtest.h> <memory> <string> <string_view> <vector>)
 add_dependencies(orv_unit_tests orv_generated)
-target_link_libraries(orv_unit_tests PRIVATE Threads::Threads)
+target_link_libraries(orv_unit_tests PRIVATE orv_boost Threads::Threads)
 
 file(GLOB interface_tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/exports/*_test.cpp
     ${PROJECT_SOURCE_DIR}/tests/exports/*_test.c)

@@ -1,7 +1,7 @@
 // Restores and describes arbitrary event records, and fills a record from what came out.
 #include <algorithm>
 #include <bit>
-#include <bit>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <exception>

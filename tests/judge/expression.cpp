@@ -1,10 +1,5 @@
 #include "judge/expression.h"
 
-// The memory in which one search remembers where to go back to, in blocks of 4 KB: 128 MB. The engine needs about 100
-// bytes for each character above U+00FF inside a string, so with its own limit of 4 MB it refuses a text of 40,000
-// Cyrillic letters.
-#define BOOST_REGEX_MAX_BLOCKS 32768
-
 #include <boost/regex.hpp>
 #include <iterator>
 #include <string>

@@ -55,8 +55,8 @@ private:
     std::ptrdiff_t statesLeft_;
 };
 
-// Sets the fixed part of the budget for the whole process; the part that grows with the text stays. Gives the one
-// before. For tests and fuzzers, where instrumentation makes every step slow.
+// Sets the fixed part of the budget for the whole process and gives back the one before. For tests and fuzzers, where
+// instrumentation makes every step slow.
 std::ptrdiff_t SetFixedSearchBudget(std::ptrdiff_t states);
 
 }  // namespace OrvPLC::Judge
