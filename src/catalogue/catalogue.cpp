@@ -12,7 +12,7 @@ TOrvActionCatalogue::TOrvActionCatalogue(Content content)
     if (content == Content::None) return;
     classes_ = {Builtin::Classes(), Builtin::ClassNames(), Builtin::ClassCodes()};
     actions_ = {Builtin::Actions(), Builtin::ActionNames(), Builtin::ActionCodes()};
-    eventInfo_ = &Builtin::EventDescription();
+    eventEntry_ = &Builtin::EventDescription();
     generalParameters_ = Builtin::GeneralParameters();
     enumValues_ = EnumValueMap(Builtin::EnumValues());
     enumKeys_ = Builtin::EnumKeys();

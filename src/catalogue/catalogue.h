@@ -70,8 +70,8 @@ public:
     const TOrvActionInternalInfo* FindActionByIndex(std::uint32_t index) const { return actions_.FindByPlace(index); }
     const TOrvParameterInternalInfo* FindGeneralParameter(std::u16string_view name) const;
     const TOrvEnumInternalInfo* FindEnumValue(std::uint32_t enumId, std::uint32_t value) const;
-    std::uint32_t FindEnumTypeId(std::u16string_view name) const;  // with kEnumIdBit, 0 when unknown
-    const TOrvActionInternalInfo* EventInfo() const { return eventInfo_; }
+    std::uint32_t FindEnumTypeId(std::u16string_view name) const;             // with kEnumIdBit, 0 when unknown
+    const TOrvActionInternalInfo* EventEntry() const { return eventEntry_; }  // what all event records have in common
 
     // For enumerations and text writes, under Lock(). By lower-cased name, unit by unit; values by key.
     using ClassMap = EntryList<TOrvActionClassInternalInfo>::Map;
@@ -86,7 +86,7 @@ public:
 private:
     EntryList<TOrvActionClassInternalInfo> classes_;
     EntryList<TOrvActionInternalInfo> actions_;
-    const TOrvActionInternalInfo* eventInfo_ = nullptr;
+    const TOrvActionInternalInfo* eventEntry_ = nullptr;
     std::span<const TOrvParameterInternalInfo> generalParameters_;
     EnumValueMap enumValues_;
     std::span<const std::uint64_t> enumKeys_;  // of the built-in values

@@ -46,14 +46,14 @@ void ExtensionReader::CheckSize(std::uint64_t size)
 
 void ExtensionReader::Read(const char* document)
 {
-    static constexpr Form kRoot{"PLC", {}, {}, {"enums", "actionclasses", "actions"}};
-    static constexpr Form kEnum{"enum", {"name", "code"}, {"name", "code"}, {"name", "values"}};
-    static constexpr Form kClass{
+    static constexpr ElementRule kRoot{"PLC", {}, {}, {"enums", "actionclasses", "actions"}};
+    static constexpr ElementRule kEnum{"enum", {"name", "code"}, {"name", "code"}, {"name", "values"}};
+    static constexpr ElementRule kClass{
         "actionclass", {"name", "code"}, {"name", "code", "priority", "flags"}, {"name", "plain", "description"}};
-    static constexpr Form kAction{"action",
-                                  {"name", "code", "class"},
-                                  {"name", "code", "class", "priority", "flags"},
-                                  {"name", "class", "plain", "description", "parameters", "params"}};
+    static constexpr ElementRule kAction{"action",
+                                         {"name", "code", "class"},
+                                         {"name", "code", "class", "priority", "flags"},
+                                         {"name", "class", "plain", "description", "parameters", "params"}};
     CheckSize(std::strlen(document));
     Ulmo::XMLTree tree;
     tree.Parse(document, kDeepestElement);
@@ -69,35 +69,35 @@ void ExtensionReader::Read(const char* document)
     ReadSection(*root, "actions", kAction, &ExtensionReader::ReadAction);
 }
 
-void ExtensionReader::ReadSection(const Node& root, std::string_view name, const Form& form,
+void ExtensionReader::ReadSection(const Node& root, std::string_view name, const ElementRule& rule,
                                   void (ExtensionReader::*read)(const Node& row))
 {
     const Node* section = root.FindChild(name);
-    if (section) ForEachRow(*section, form, [this, read](const Node& row) { (this->*read)(row); });
+    if (section) ForEachRow(*section, rule, [this, read](const Node& row) { (this->*read)(row); });
 }
 
 template <class ReadRow>
-void ExtensionReader::ForEachRow(const Node& list, const Form& form, ReadRow&& readRow) const
+void ExtensionReader::ForEachRow(const Node& list, const ElementRule& rule, ReadRow&& readRow) const
 {
     for (const Node* node = list.FirstChild(); node; node = node->NextSibling()) {
-        if (!IsRow(*node, form)) continue;
-        TellWithoutEffect(*node, form);
+        if (!IsRow(*node, rule)) continue;
+        TellWithoutEffect(*node, rule);
         readRow(*node);
     }
 }
 
-bool ExtensionReader::IsRow(const Node& node, const Form& form) const
+bool ExtensionReader::IsRow(const Node& node, const ElementRule& rule) const
 {
-    if (!SameElement(node.GetName(), form.element)) {
+    if (!SameElement(node.GetName(), rule.element)) {
         Tell(Severity::Error, node.Position(),
-             {"<", node.GetName(), "> is not read: only <", form.element, "> counts here"});
+             {"<", node.GetName(), "> is not read: only <", rule.element, "> counts here"});
         return false;
     }
-    for (const std::string_view item : form.required) {
-        const bool present = node.HasAttribute(item) || (!form.onlyAttributes && node.FindChild(item));
+    for (const std::string_view item : rule.required) {
+        const bool present = node.HasAttribute(item) || (!rule.onlyAttributes && node.FindChild(item));
         if (present || item.empty()) continue;
-        Tell(Severity::Error, node.Position(), {"the ", form.element, " is skipped: it has no '", item, "'"});
-        TellWithoutEffect(node, form);
+        Tell(Severity::Error, node.Position(), {"the ", rule.element, " is skipped: it has no '", item, "'"});
+        TellWithoutEffect(node, rule);
         return false;
     }
     return true;
@@ -166,7 +166,7 @@ bool ExtensionReader::IsAcceptable(const Node& row, std::u16string_view name, st
 
 void ExtensionReader::ReadEnum(const Node& row)
 {
-    static constexpr Form kValue{"value", {"name", "value"}, {"name", "value", "text"}, {}, true};
+    static constexpr ElementRule kValue{"value", {"name", "value"}, {"name", "value", "text"}, {}, true};
     const std::u16string name = ReadName(row, "name");
     const std::int32_t code = ReadNumber(row, "code", 0);
     if (!IsAcceptable(row, name, code, kLeastEnumCode)) return;
@@ -241,10 +241,10 @@ const TOrvActionClassInternalInfo* ExtensionReader::ReadClassOfAction(const Node
 void ExtensionReader::ReadParameters(const Node& row, TOrvActionInternalInfo& action) const
 {
     // "flags" counts for nothing here: a parameter has none.
-    static constexpr Form kParameter{"parameter",
-                                     {"name", "type"},
-                                     {"name", "type", "view", "priority", "dbfield"},
-                                     {"name", "plain", "description"}};
+    static constexpr ElementRule kParameter{"parameter",
+                                            {"name", "type"},
+                                            {"name", "type", "view", "priority", "dbfield"},
+                                            {"name", "plain", "description"}};
     const Node* list = row.FindChild("parameters");
     if (!list) list = row.FindChild("params");
     if (!list) return;

@@ -53,9 +53,9 @@ private:
     using Attribute = Ulmo::XMLNode::Attribute;
     using Severity = ExtensionListener::Severity;
     using Words = std::initializer_list<std::string_view>;
-    struct Form;  // what an element of the grammar holds
+    struct ElementRule;  // what an element of the grammar holds
 
-    void ReadSection(const Node& root, std::string_view name, const Form& form,
+    void ReadSection(const Node& root, std::string_view name, const ElementRule& rule,
                      void (ExtensionReader::*read)(const Node& row));
     void ReadEnum(const Node& row);
     void ReadValue(const Node& row, std::uint32_t enumId);
@@ -66,8 +66,8 @@ private:
     TOrvParameterInternalInfo ReadParameter(const Node& row, const std::u16string& name) const;
 
     template <class ReadRow>
-    void ForEachRow(const Node& list, const Form& form, ReadRow&& readRow) const;
-    bool IsRow(const Node& node, const Form& form) const;
+    void ForEachRow(const Node& list, const ElementRule& rule, ReadRow&& readRow) const;
+    bool IsRow(const Node& node, const ElementRule& rule) const;
     // Name style, attribute style and child style.
     std::u16string ReadName(const Node& row, std::string_view item) const;
     std::string_view ReadAttribute(const Node& row, std::string_view item) const;
@@ -78,8 +78,8 @@ private:
 
     // For the listener alone.
     void Tell(Severity severity, std::size_t position, Words pieces) const;
-    void TellWithoutEffect(const Node& node, const Form& form) const;
-    void TellChildWithoutEffect(const Node& node, const Node& child, const Form& form) const;
+    void TellWithoutEffect(const Node& node, const ElementRule& rule) const;
+    void TellChildWithoutEffect(const Node& node, const Node& child, const ElementRule& rule) const;
     void TellNumber(const Attribute& attribute, std::int32_t number) const;
     void TellClass(const Node& row, std::u16string_view name, bool byNumber, bool known) const;
     void TellCollision(const Node& row, const TOrvBaseNameInfo* ofName, const TOrvBaseNameInfo* ofCode) const;
@@ -95,7 +95,7 @@ private:
 };
 
 // An element with what counts in it; the rest of a list is empty.
-struct ExtensionReader::Form {
+struct ExtensionReader::ElementRule {
     std::string_view element;
     std::string_view required[3];  // the row counts only with an attribute or a child element of each of these names
     std::string_view attributes[6];

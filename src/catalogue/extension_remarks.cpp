@@ -68,26 +68,26 @@ void ExtensionReader::Tell(Severity severity, std::size_t position, Words pieces
     listener_->OnRemark(severity, position, text);
 }
 
-void ExtensionReader::TellWithoutEffect(const Node& node, const Form& form) const
+void ExtensionReader::TellWithoutEffect(const Node& node, const ElementRule& rule) const
 {
     if (!listener_) return;
     for (const Attribute& attribute : node.Attributes()) {
-        if (Holds(form.attributes, attribute.name) || form.attributes[0].empty()) continue;
-        const std::string_view meant = OtherCase(form.attributes, attribute.name);
+        if (Holds(rule.attributes, attribute.name) || rule.attributes[0].empty()) continue;
+        const std::string_view meant = OtherCase(rule.attributes, attribute.name);
         Tell(Severity::Warning, attribute.position,
              {"the attribute '", attribute.name, "' has no effect", meant.empty() ? "" : ": it is written '", meant,
               meant.empty() ? "" : "'"});
     }
     for (const Node* child = node.FirstChild(); child; child = child->NextSibling()) {
-        TellChildWithoutEffect(node, *child, form);
+        TellChildWithoutEffect(node, *child, rule);
     }
 }
 
-void ExtensionReader::TellChildWithoutEffect(const Node& node, const Node& child, const Form& form) const
+void ExtensionReader::TellChildWithoutEffect(const Node& node, const Node& child, const ElementRule& rule) const
 {
     const std::string& name = child.GetName();
-    const bool known = Holds(form.children, name);
-    const std::string_view meant = known ? std::string_view() : OtherCase(form.children, name);
+    const bool known = Holds(rule.children, name);
+    const std::string_view meant = known ? std::string_view() : OtherCase(rule.children, name);
     if (known && node.FindChild(name) != &child) {
         Tell(Severity::Error, child.Position(), {"<", name, "> is not read: only the first of that name counts"});
     } else if (known && node.HasAttribute(name)) {
@@ -96,7 +96,7 @@ void ExtensionReader::TellChildWithoutEffect(const Node& node, const Node& child
         Tell(Severity::Error, child.Position(), {"<params> is not read: <parameters> comes first"});
     } else if (!meant.empty()) {
         Tell(Severity::Error, child.Position(), {"<", name, "> is not read: it is written <", meant, ">"});
-    } else if (!known && Holds(form.attributes, name)) {
+    } else if (!known && Holds(rule.attributes, name)) {
         Tell(Severity::Warning, child.Position(), {"<", name, "> is not read: only the attribute counts"});
     } else if (!known) {
         Tell(Severity::Warning, child.Position(), {"<", name, "> has no effect"});

@@ -56,7 +56,7 @@ ParameterList ParametersOfActionOrGeneral(std::uint32_t code)
 
 ParameterList EventFields()
 {
-    return ParameterList(Catalogue().EventInfo());
+    return ParameterList(Catalogue().EventEntry());
 }
 
 const TOrvParameterInternalInfo* MatchActionDescription()

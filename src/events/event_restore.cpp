@@ -103,11 +103,11 @@ TOrvAction* RestoreFromImage(const TOrvEventData& record)
 TOrvAction* RestoreFromColumns(const TOrvEventData& record)
 {
     const TOrvActionInternalInfo* entry = Catalogue().FindActionByCode(record.code);
-    if (!entry) entry = Catalogue().EventInfo();
+    if (!entry) entry = Catalogue().EventEntry();
     if (!entry) return nullptr;
     ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
     RestoreDeclared(*action, record);
-    if (entry != Catalogue().EventInfo()) RestoreUsers(*action, record);
+    if (entry != Catalogue().EventEntry()) RestoreUsers(*action, record);
     return action.release();
 }
 
@@ -122,7 +122,7 @@ TOrvAction* RestoreAction(const TOrvEventData& record)
 {
     if (TOrvAction* own = RestoreFromImage(record)) return own;
     ObjectPtr<TOrvAction> action(RestoreWithoutOwnImage(record));
-    if (!action || action->Entry() != Catalogue().EventInfo()) return action.release();
+    if (!action || action->Entry() != Catalogue().EventEntry()) return action.release();
     // Callers get it by its name alone, which finds no entry. Deliberate.
     ObjectPtr<TOrvAction> named(TOrvAction::Create(action->Name()));
     named->Parameters().CopyFrom(action->Parameters());

@@ -246,22 +246,22 @@ OrvBool Talvec_Action_SetMatchActionDescriptionPlainInfo(const TTalvecParameterP
 
 OrvBool OrvAct_GetEventDescriptionInfo(TOrvActionPlainInfo* record)
 {
-    return Get(record, [] { return Catalogue().EventInfo(); });
+    return Get(record, [] { return Catalogue().EventEntry(); });
 }
 
 OrvBool Talvec_Action_GetEventDescriptionInfo(TTalvecActionPlainInfo* record)
 {
-    return Get(record, [] { return Catalogue().EventInfo(); });
+    return Get(record, [] { return Catalogue().EventEntry(); });
 }
 
 OrvBool OrvAct_SetEventDescriptionPlainInfo(const TOrvActionPlainInfo* record)
 {
-    return Set(record, [] { return Catalogue().EventInfo(); });
+    return Set(record, [] { return Catalogue().EventEntry(); });
 }
 
 OrvBool Talvec_Action_SetEventDescriptionPlainInfo(const TTalvecActionPlainInfo* record)
 {
-    return Set(record, [] { return Catalogue().EventInfo(); });
+    return Set(record, [] { return Catalogue().EventEntry(); });
 }
 
 std::uint32_t OrvAct_EnumerateEventFields(TOrvParameterPlainInfo* record, std::uint32_t capacity)

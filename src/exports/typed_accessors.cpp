@@ -5,7 +5,7 @@
 #include "exports/frame.h"
 #include "forms/message_kinds.h"
 #include "objects/action.h"
-#include "objects/info_update.h"
+#include "objects/name_refresh.h"
 #include "objects/orv_plc_exception.h"
 #include "objects/parameter_record.h"
 #include "objects/roles.h"
@@ -230,6 +230,6 @@ ORV_ALIAS(TalvecMatchAct_SetParameterByName, Talvec_Action_SetParameterByName);
 OrvBool OrvAct_UpdateActionInfo(TOrvHandle handle, OrvWord context, const TOrvActionInfoUpdateCallbacks* callbacks,
                                 OrvBool* allKnown)
 {
-    return OnAction(handle, [&](TOrvAction& action) { *allKnown = UpdateActionInfo(action, context, *callbacks); });
+    return OnAction(handle, [&](TOrvAction& action) { *allKnown = RefreshNames(action, context, *callbacks); });
 }
 ORV_ALIAS(Talvec_Action_UpdateActionInfo, OrvAct_UpdateActionInfo);

@@ -12,60 +12,61 @@ namespace OrvPLC {
 
 namespace {
 
-using Place = TOrvBinaryCursor::Place;
+using Output = TOrvBinaryCursor::Output;
 
 // A field that does not fit in whole is left out, and so is all behind it: the room is negative from there on.
 template <class Value>
-Place PutField(Place place, const Value& value)
+Output PutField(Output output, const Value& value)
 {
-    const std::int64_t left = place.room - static_cast<std::int64_t>(sizeof value);
-    if (left < 0) return {place.position, left};
-    std::memcpy(place.position, &value, sizeof value);
-    return {place.position + sizeof value, left};
+    const std::int64_t left = output.room - static_cast<std::int64_t>(sizeof value);
+    if (left < 0) return {output.position, left};
+    std::memcpy(output.position, &value, sizeof value);
+    return {output.position + sizeof value, left};
 }
 
 // Count, units and terminator are one field.
-Place PutText(Place place, std::u16string_view text)
+Output PutText(Output output, std::u16string_view text)
 {
     constexpr char16_t kEnd = 0;
     const auto count = static_cast<std::uint32_t>(text.size() + 1);
     const std::size_t bytes = text.size() * sizeof(char16_t);
     const std::size_t size = sizeof count + bytes + sizeof kEnd;
-    const std::int64_t left = place.room - static_cast<std::int64_t>(size);
-    if (left < 0) return {place.position, left};
-    std::memcpy(place.position, &count, sizeof count);
-    Ulmo::CopyUnits(place.position + sizeof count, text.data(), text.size());
-    std::memcpy(place.position + sizeof count + bytes, &kEnd, sizeof kEnd);
-    return {place.position + size, left};
+    const std::int64_t left = output.room - static_cast<std::int64_t>(size);
+    if (left < 0) return {output.position, left};
+    std::memcpy(output.position, &count, sizeof count);
+    Ulmo::CopyUnits(output.position + sizeof count, text.data(), text.size());
+    std::memcpy(output.position + sizeof count + bytes, &kEnd, sizeof kEnd);
+    return {output.position + size, left};
 }
 
 // A kind that does not exist has no payload.
-Place PutPayload(Place place, const TOrvParameter& value)
+Output PutPayload(Output output, const TOrvParameter& value)
 {
     switch (ValueKind{value.Kind()}) {
     case ValueKind::Boolean:
-    case ValueKind::Numeric32Bit: return PutField(place, value.Small());
+    case ValueKind::Numeric32Bit: return PutField(output, value.Small());
     case ValueKind::Numeric64Bit:
     case ValueKind::DateTime:
-    case ValueKind::Rect: return PutField(place, value.Large());
-    case ValueKind::NumericDouble: return PutField(place, value.Real());
+    case ValueKind::Rect: return PutField(output, value.Large());
+    case ValueKind::NumericDouble: return PutField(output, value.Real());
     case ValueKind::String:
-    case ValueKind::ResultDataSet: return PutText(place, value.Wide());
-    case ValueKind::Guid: return PutField(place, value.Guid());
-    case ValueKind::EventType: return PutField(PutText(place, value.Wide()), value.Large());
-    case ValueKind::MediaChannel: return PutField(PutField(PutText(place, value.Wide()), value.Large()), value.Small());
-    case ValueKind::Resource: return PutField(PutText(place, value.Wide()), value.Guid());
+    case ValueKind::ResultDataSet: return PutText(output, value.Wide());
+    case ValueKind::Guid: return PutField(output, value.Guid());
+    case ValueKind::EventType: return PutField(PutText(output, value.Wide()), value.Large());
+    case ValueKind::MediaChannel:
+        return PutField(PutField(PutText(output, value.Wide()), value.Large()), value.Small());
+    case ValueKind::Resource: return PutField(PutText(output, value.Wide()), value.Guid());
     case ValueKind::None: break;
     }
-    return place;
+    return output;
 }
 
-Place PutRecord(Place place, std::u16string_view name, const TOrvParameter& parameter)
+Output PutRecord(Output output, std::u16string_view name, const TOrvParameter& parameter)
 {
-    place = PutText(place, name);
-    place = PutField(place, parameter.Kind());
-    place = PutField(place, parameter.EnumType());
-    return PutPayload(place, parameter);
+    output = PutText(output, name);
+    output = PutField(output, parameter.Kind());
+    output = PutField(output, parameter.EnumType());
+    return PutPayload(output, parameter);
 }
 
 }  // namespace
@@ -74,13 +75,14 @@ Place PutRecord(Place place, std::u16string_view name, const TOrvParameter& para
 void TOrvBinaryCursor::Write(const TOrvAction& action)
 {
     const TOrvParameter* description = action.DescriptionParameter();
-    Place place = PutText(PutField(place_, action.Kind()), action.Name());
-    place = PutField(place, static_cast<std::uint32_t>(action.Parameters().Size() + (description ? 1 : 0)));
+    Output output = PutText(PutField(output_, action.Kind()), action.Name());
+    output = PutField(output, static_cast<std::uint32_t>(action.Parameters().Size() + (description ? 1 : 0)));
     if (description)
-        place = PutRecord(place, action.DescriptionName(), *description);  // an empty one as well, deliberately
-    action.Parameters().ForEachByKey([&place](std::u16string_view, std::u16string_view name, const TOrvParameter& value,
-                                              std::size_t) { place = PutRecord(place, name, value); });
-    place_ = place;
+        output = PutRecord(output, action.DescriptionName(), *description);  // an empty one as well, deliberately
+    action.Parameters().ForEachByKey([&output](std::u16string_view, std::u16string_view name,
+                                               const TOrvParameter& value,
+                                               std::size_t) { output = PutRecord(output, name, value); });
+    output_ = output;
 }
 
 void TOrvAction::WriteBinary(TOrvBinaryCursor& cursor) const

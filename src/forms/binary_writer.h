@@ -17,23 +17,23 @@ static_assert(std::endian::native == std::endian::little);
 class TOrvBinaryCursor {
 public:
     // `room` in bytes; with 0 or less the buffer is not touched and may be null.
-    TOrvBinaryCursor(void* buffer, std::int64_t room) : given_(room), place_{static_cast<std::byte*>(buffer), room} {}
+    TOrvBinaryCursor(void* buffer, std::int64_t room) : given_(room), output_{static_cast<std::byte*>(buffer), room} {}
 
     void Write(const TOrvAction& action);
 
-    bool Fits() const { return place_.room >= 0; }
-    std::int64_t Required() const { return given_ - place_.room; }  // bytes, whether there was room for them or not
+    bool Fits() const { return output_.room >= 0; }
+    std::int64_t Required() const { return given_ - output_.room; }  // bytes, whether there was room for them or not
 
     // Where the next field goes, and the bytes left there: 64 bits, so that no content can wrap it. Passed by value
     // through the writing, because it then stays in registers.
-    struct Place {
+    struct Output {
         std::byte* position;
         std::int64_t room;
     };
 
 private:
     std::int64_t given_;
-    Place place_;
+    Output output_;
 };
 
 }  // namespace OrvPLC

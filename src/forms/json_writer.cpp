@@ -16,14 +16,14 @@ namespace {
 
 using View = std::u16string_view;
 
-enum class Form { Plain, Backslash, Number };
+enum class Escape { None, Backslash, Number };
 
-constexpr Form FormOf(char16_t unit)
+constexpr Escape EscapeOf(char16_t unit)
 {
-    if (unit == u'"' || unit == u'\\') return Form::Backslash;
-    if (unit >= 0x20) return unit == 0x85 || unit == 0x2028 || unit == 0x2029 ? Form::Number : Form::Plain;
+    if (unit == u'"' || unit == u'\\') return Escape::Backslash;
+    if (unit >= 0x20) return unit == 0x85 || unit == 0x2028 || unit == 0x2029 ? Escape::Number : Escape::None;
     const bool raw = (unit >= 8 && unit <= 10) || unit == 12 || unit == 13;
-    return raw ? Form::Plain : Form::Number;
+    return raw ? Escape::None : Escape::Number;
 }
 
 constexpr std::uint64_t Lanes(std::uint64_t unit)
@@ -65,7 +65,7 @@ void CopyPlain(char16_t*& target, const char16_t*& source, const char16_t* end)
             source = end;
             return;
         }
-        if (FormOf(*source) != Form::Plain) return;
+        if (EscapeOf(*source) != Escape::None) return;
         *target++ = *source++;
     }
 }
@@ -75,7 +75,7 @@ constexpr std::size_t kLongestEscape = 6;
 char16_t* WriteEscape(char16_t* target, char16_t unit)
 {
     *target++ = u'\\';
-    if (FormOf(unit) == Form::Backslash) {
+    if (EscapeOf(unit) == Escape::Backslash) {
         *target++ = unit;
         return target;
     }

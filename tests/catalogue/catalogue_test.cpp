@@ -108,8 +108,8 @@ TEST(BuiltinCatalogue, IsComplete)
             EXPECT_EQ(&action->Parameters[action->FindParameter(parameter.LowerName.view())], &parameter);
         }
     }
-    ASSERT_NE(catalogue.EventInfo(), nullptr);
-    EXPECT_EQ(catalogue.EventInfo()->Parameters.size(), 20u);
+    ASSERT_NE(catalogue.EventEntry(), nullptr);
+    EXPECT_EQ(catalogue.EventEntry()->Parameters.size(), 20u);
     EXPECT_EQ(catalogue.FindActionByName(u"GeneralEventInfo"), nullptr);
     EXPECT_EQ(catalogue.FindActionByCode(0), nullptr);
     EXPECT_EQ(catalogue.FindGeneralParameter(u"comment")->Priority, 8u);

@@ -158,7 +158,7 @@ TEST(EventRestore, FromColumns)
     const Columned all(123456, kAllColumns);
     const ObjectPtr<TOrvAction> every(RestoreFromColumns(all.record));
     EXPECT_EQ(every->Parameters().Size(), 20u);
-    EXPECT_EQ(every->Entry(), Catalogue().EventInfo());
+    EXPECT_EQ(every->Entry(), Catalogue().EventEntry());
     const ObjectPtr<TOrvAction> byName(RestoreAction(all.record));
     EXPECT_EQ(byName->Entry(), nullptr);
 }

@@ -66,7 +66,7 @@ TEST(Matching, TheEmptyNameIsANameLikeAnyOther)
 // The entry of event records is found by no name: the same name with and without an entry.
 TEST(Matching, DeclaredOnOneSideOnly)
 {
-    const ObjectPtr<TOrvAction> declared(TOrvAction::Create(*Catalogue().EventInfo()));
+    const ObjectPtr<TOrvAction> declared(TOrvAction::Create(*Catalogue().EventEntry()));
     const ObjectPtr<TOrvMatchAction> match(TOrvMatchAction::Create(u"GeneralEventInfo"));
     ASSERT_NE(declared->Entry(), match->Entry());
     declared->SetInt32(Boundary(u"Int32FieldA"), 5);
