@@ -46,7 +46,7 @@ inline const char16_t* Pool() noexcept
 
 }  // namespace Builtin
 
-// The place of a T, told by its distance from a constant.
+// Refers to a T by its distance from a constant.
 template <class T>
 class Distance {
 public:

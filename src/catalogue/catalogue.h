@@ -56,7 +56,7 @@ public:
     void RegisterEnumValue(const EnumValuePtr& entry);
     void RegisterEnumType(std::u16string_view lowerName, std::uint32_t id);
 
-    // Lookups: null when there is none. Names in any case.
+    // Lookups: null if there is none. Names in any case.
     const TOrvActionClassInternalInfo* FindActionClassByCode(std::uint32_t code) const
     {
         return classes_.FindByCode(code);

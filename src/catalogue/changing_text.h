@@ -24,7 +24,7 @@ namespace OrvPLC {
 template <class Char>
 class ChangingText {
     // Complete before anybody sees it, and left as it is when the text moves on. The last unit is zero from the
-    // beginning and stays so: whoever looks for the end of a text finds one.
+    // beginning and stays zero, so a search for the end of a text always ends.
     struct Room {
         explicit Room(std::size_t size) : capacity(size), units(std::make_unique<Char[]>(size + 1)) {}
 

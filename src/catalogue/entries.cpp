@@ -11,7 +11,7 @@ namespace OrvPLC {
 
 namespace {
 
-// What an empty text, which means "keep", has none of.
+// Nothing for an empty text, which means "keep".
 using OptionalChange = std::optional<DisplayText::Change>;
 
 OptionalChange PrepareUnlessEmpty(const DisplayText& target, std::u16string_view text)

@@ -247,7 +247,7 @@ public:
 
     // The position of a parameter by its name in any case, kNotFound when the action has none of it.
     std::size_t FindParameter(std::u16string_view name) const;
-    // The first parameter from a position on whose view is in the set, kNotFound when there is none.
+    // The first parameter from a position on whose view is in the set, kNotFound if there is none.
     std::size_t FindView(std::uint32_t views, std::size_t from = 0) const noexcept
     {
         if (!(allViews_ & views)) return kNotFound;

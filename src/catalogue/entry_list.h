@@ -61,7 +61,7 @@ public:
     std::size_t Size() const { return builtIn_.size() + added_.size(); }
     const Map& ByName() const { return byName_; }
 
-    // Null when there is none.
+    // Null if there is none.
     const Entry* FindByPlace(std::uint32_t place) const
     {
         if (place < builtIn_.size()) return &builtIn_[place];

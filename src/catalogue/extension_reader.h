@@ -1,7 +1,7 @@
 // Reads extension documents into a catalogue, by the rules of docs/extensions.md.
 //
-// What breaks a rule is passed over in silence; a listener is told what and why. So the check of a document before it
-// is deployed and its loading follow one set of rules.
+// What breaks a rule is skipped without an error, and the listener hears what and why. So checking a document before it
+// is deployed and loading it follow the same rules.
 #pragma once
 
 #include <cstddef>
@@ -40,7 +40,7 @@ public:
     static constexpr std::size_t kLargestDocument = 16 * 1024 * 1024;
     static constexpr std::size_t kDeepestElement = 256;
 
-    // Raises XMLNodeParsingException when so many bytes are beyond the limit.
+    // Raises XMLNodeParsingException for a size above the limit.
     static void CheckSize(std::uint64_t size);
 
     // Raises XMLNodeParsingException for a document that is no XML or beyond a limit; nothing of it is registered then.
@@ -68,7 +68,8 @@ private:
     template <class ReadRow>
     void ForEachRow(const Node& list, const ElementRule& rule, ReadRow&& readRow) const;
     bool IsRow(const Node& node, const ElementRule& rule) const;
-    // Name style, attribute style and child style.
+    // How an item of a row is found: a name as an attribute or else as a child element, an attribute only, a child
+    // only.
     std::u16string ReadName(const Node& row, std::string_view item) const;
     std::string_view ReadAttribute(const Node& row, std::string_view item) const;
     std::int32_t ReadNumber(const Node& row, std::string_view item, std::int32_t otherwise) const;
@@ -94,10 +95,10 @@ private:
     std::map<std::uint32_t, std::u16string> enumNames_;  // by id, of the enums that were read; for the listener
 };
 
-// An element with what counts in it; the rest of a list is empty.
+// Which attributes and child elements of an element are read. Unused places of the arrays are empty.
 struct ExtensionReader::ElementRule {
     std::string_view element;
-    std::string_view required[3];  // the row counts only with an attribute or a child element of each of these names
+    std::string_view required[3];  // each as an attribute or a child element; a row that lacks one is skipped
     std::string_view attributes[6];
     std::string_view children[6];
     bool onlyAttributes = false;  // a child element does not stand in for a required attribute

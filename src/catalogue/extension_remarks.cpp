@@ -26,7 +26,7 @@ bool Holds(const std::string_view (&words)[Size], std::string_view word)
     return std::find(std::begin(words), std::end(words), word) != std::end(words);
 }
 
-// The word of the list that differs in case alone, empty when there is none.
+// The word of the list that differs only in case; empty if there is none.
 template <std::size_t Size>
 std::string_view OtherCase(const std::string_view (&words)[Size], std::string_view word)
 {
@@ -43,7 +43,7 @@ std::size_t PlaceOf(const Ulmo::XMLNode& node, std::string_view item)
     return attribute ? attribute->position : node.Position();
 }
 
-// The name that a row goes by, for whoever reads the remark.
+// How a remark names a row.
 std::string TitleOf(const Ulmo::XMLNode& row)
 {
     const Ulmo::XMLNode::Attribute* attribute = row.FindAttribute("name");

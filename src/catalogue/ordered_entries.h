@@ -88,7 +88,7 @@ public:
     {
         return Iterator(*this, FirstBuiltIn([&](const Key& other) { return !(key < other); }), added_.upper_bound(key));
     }
-    // Of what was added alone; null when there is none.
+    // Only among the added entries; null if there is none.
     const Entry* FindAdded(const Key& key) const
     {
         const auto found = added_.find(key);
@@ -96,12 +96,12 @@ public:
     }
 
 private:
-    // The position of the first built-in entry whose key is not in front, as `inFront` tells.
-    template <class InFront>
-    std::size_t FirstBuiltIn(InFront&& inFront) const
+    // The position of the first built-in entry for which `comesBefore` is false.
+    template <class ComesBefore>
+    std::size_t FirstBuiltIn(ComesBefore&& comesBefore) const
     {
         const auto found = std::partition_point(builtIn_.begin(), builtIn_.end(),
-                                                [&](const Entry& entry) { return inFront(KeyOf(entry)); });
+                                                [&](const Entry& entry) { return comesBefore(KeyOf(entry)); });
         return static_cast<std::size_t>(found - builtIn_.begin());
     }
 

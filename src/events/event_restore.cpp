@@ -123,7 +123,7 @@ TOrvAction* RestoreAction(const TOrvEventData& record)
     if (TOrvAction* own = RestoreFromImage(record)) return own;
     ObjectPtr<TOrvAction> action(RestoreWithoutOwnImage(record));
     if (!action || action->Entry() != Catalogue().EventEntry()) return action.release();
-    // Callers get it by its name alone, which finds no entry. Deliberate.
+    // Restored from the entry of all event records: callers get an action of that name without an entry. Deliberate.
     ObjectPtr<TOrvAction> named(TOrvAction::Create(action->Name()));
     named->Parameters().CopyFrom(action->Parameters());
     return named.release();

@@ -22,7 +22,7 @@ namespace {
 
 using View = std::u16string_view;
 
-// What stands behind the text of a kind, if it has one.
+// What follows the kind in a record: a text for some kinds, then a number of bytes.
 struct PayloadShape {
     bool hasText;
     std::uint8_t numberBytes;
@@ -64,8 +64,7 @@ struct Record {
     }
 };
 
-// A record that is there in whole, which all but the last of a damaged buffer are. False, with nothing read, when it
-// is not.
+// Reads a record that is complete, as all are but the last of a damaged buffer. Else false, and nothing is read.
 bool ReadWholeRecord(TOrvBinaryReader& reader, Record& record)
 {
     TOrvBinaryReader::Ahead ahead(reader);
@@ -81,7 +80,8 @@ bool ReadWholeRecord(TOrvBinaryReader& reader, Record& record)
     return true;
 }
 
-// The last record of a buffer that ends too early, field by field. What is missing is 0; false when that shows.
+// Reads the last record of a buffer that ends too early, field by field. Missing fields are 0. False once the reader
+// has failed.
 struct CutRecord : Record {
     alignas(std::uint64_t) std::byte room[16] = {};
 
@@ -260,8 +260,8 @@ std::uint32_t TOrvBinaryReader::Consumed() const
                        : static_cast<std::uint32_t>(size_) - static_cast<std::uint32_t>(room_);
 }
 
-// Every field has an even size, so texts are as aligned as the buffer is; a copy serves the rare odd one. Of a size
-// that is no room nothing is copied: so many bytes need not be there.
+// Every field has an even size, so texts are aligned if the buffer is; a rare odd buffer is copied. A size that a
+// signed number does not hold counts as 0, so nothing is copied then: the bytes may not exist.
 BinaryReadResult ReadActionBinary(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
 {
     if (!bytes) size = 0;

@@ -1,6 +1,6 @@
 // Reads one action from its binary form.
 //
-// The catalogue has no say in what a record means: names, kinds and enums are taken as they stand in the buffer. No
+// The catalogue plays no part: names, kinds and enums are taken from the buffer as they are. No
 // length in the buffer is trusted, and nothing is allocated that the bytes present do not pay for.
 #pragma once
 
@@ -14,9 +14,10 @@ namespace OrvPLC {
 
 // The reading state. The bytes begin at an even address and outlive the reader and its texts.
 //
-// Failing is counted in two steps, which shows in what callers are told and is deliberate: the first field that finds
-// too little stores the room left as the error and makes the room -1. When that room was 0 there is still no error,
-// and only the next field sets it, to -1. So a buffer that ends exactly between two fields has its last field empty.
+// A failure takes two steps. The first field that does not fit stores the bytes left as the error and sets the room to
+// -1. If no bytes were left the error is still 0, which means no error, and only the next field sets it, to -1. So a
+// buffer that ends exactly between two fields reads one more field, an empty one, before it fails. Deliberate: callers
+// see the error as the number of bytes consumed.
 class TOrvBinaryReader {
 public:
     // A size that a signed number does not hold is no room at all.

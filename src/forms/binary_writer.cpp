@@ -39,7 +39,7 @@ Output PutText(Output output, std::u16string_view text)
     return {output.position + size, left};
 }
 
-// A kind that does not exist has no payload.
+// A number that is no kind has no payload.
 Output PutPayload(Output output, const TOrvParameter& value)
 {
     switch (ValueKind{value.Kind()}) {
@@ -71,7 +71,7 @@ Output PutRecord(Output output, std::u16string_view name, const TOrvParameter& p
 
 }  // namespace
 
-// The walk is that of the map: the catalogue is not asked and its order plays no part.
+// Parameters go out in the order of the map's keys, not in that of the catalogue.
 void TOrvBinaryCursor::Write(const TOrvAction& action)
 {
     const TOrvParameter* description = action.DescriptionParameter();

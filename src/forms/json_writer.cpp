@@ -41,7 +41,7 @@ constexpr bool IsPlainAscii(std::uint64_t units)
     return (plain & Lanes(0x80)) == Lanes(0x80);
 }
 
-// Copies the units in front that stand for themselves and leaves both pointers behind them. The target may receive
+// Copies the leading units that need no escape and moves both pointers past them. The target may receive
 // some units more; it has room for the whole source.
 void CopyPlain(char16_t*& target, const char16_t*& source, const char16_t* end)
 {

@@ -41,7 +41,7 @@ public:
     View Finish();
 
 private:
-    // Writes the key. The value goes to the place that is returned, which has room for so many units.
+    // Writes the key and returns the place for the value, which has room for `units` units.
     char16_t* BeginValue(View key, std::size_t units);
     View NonFiniteText(double value) const;
 

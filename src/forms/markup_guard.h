@@ -13,8 +13,8 @@ namespace OrvPLC {
 
 class MarkupGuard {
 public:
-    // The text outlives the guard. Raises std::runtime_error, as Restore does, for a text with more markup of one kind
-    // than can be told apart in sensible time.
+    // The text outlives the guard. Raises std::runtime_error, as Restore does, for a text whose tags would take too
+    // long to tell apart.
     explicit MarkupGuard(std::u16string_view text);
 
     // The text to be parsed, of the same length; refers to the given text or to the guard.

@@ -17,7 +17,7 @@ public:
     // The text outlives the walk.
     explicit MarkupTags(std::u16string_view text);
 
-    // The next tag behind the last one; false when there is none.
+    // The next tag behind the last one; false if there is none.
     bool Next(std::u16string_view& tag);
 
 private:

@@ -15,7 +15,7 @@ public:
     void Write(const TOrvAction& action);
     std::u16string Take() { return std::move(output_); }
 
-    // The same step by step, for who wants to see the pieces: the header with its ";", then each parameter.
+    // The same in steps, for callers that need the pieces: the header with its ";", then each parameter.
     struct Shown {
         const char16_t* label;      // zero-ended, until the next parameter
         std::u16string_view value;  // in the text, until the next write
@@ -23,8 +23,7 @@ public:
     void WriteHeader(const TOrvAction& action);
     // `info` is what the catalogue knows of the parameter, null for nothing. No result for one that its priority hides.
     std::optional<Shown> WriteParameter(std::u16string_view name, const TOrvParameter& parameter,
-                                        const TOrvParameterInternalInfo* info,
-                                        std::uint32_t level);
+                                        const TOrvParameterInternalInfo* info, std::uint32_t level);
     std::u16string_view Text() const { return output_; }
 
 private:

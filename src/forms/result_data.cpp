@@ -24,8 +24,8 @@ void AppendItem(std::u16string& output, const char16_t* format, const ResultData
     Ulmo::Text::Format(format, output, arguments);
 }
 
-// Reads as a wide text stream of C++ does: blanks in front are skipped, numbers are decimal, and a number that does
-// not fit its type is none.
+// Reads like a wide text stream of C++: skips leading blanks, reads decimal numbers, and fails for a number that does
+// not fit its type.
 class NumberStream {
 public:
     explicit NumberStream(View text) : rest_(text) {}

@@ -1,4 +1,4 @@
-// The way to whatever the sibling product wrote: whoever knows how to turn it into our own text registers here.
+// Where the converter from the sibling product's texts, buffers and records to our own text is registered.
 #pragma once
 
 #include <cstddef>

@@ -33,8 +33,8 @@ ParsedText TOrvTextParser::Read(std::uint32_t expectedKind)
     if (!Admits(expectedKind, kind)) return {nullptr, Consumed()};
     ObjectPtr<TOrvAction> object = MakeObject(kind, header.name);
     FieldMatch field;
-    // The search is not anchored: what stands before a match is skipped without complaint. Deliberate, as is that
-    // nothing is rejected for being unknown and nothing filled in for being absent.
+    // The search is not anchored: text before a match is skipped without an error. Unknown parameters are accepted, and
+    // missing ones are not filled in. All deliberate.
     while (scanner_.FindField(field)) ReadParameter(*object, field);
     if (!scanner_.FindClose()) object.reset();
     return {std::move(object), Consumed()};
@@ -63,8 +63,8 @@ void TOrvTextParser::ReadParameter(TOrvAction& action, const FieldMatch& field)
         const TOrvParameterInternalInfo& info = entry->Parameters[declared.position];
         value.Retype(info.Type, info.EnumType);  // a refusal leaves the kind that the text gave, deliberately
     };
-    // A later mention replaces an earlier one, its spelling included, and the comment of a match action is its
-    // description, whatever it holds.
+    // If a name comes twice the later value and spelling win. A match action's "comment" is its description, whatever
+    // kind of value it is.
     if (action.Kind() == ORV_MESSAGE_MATCH_ACTION && Ulmo::EqualsLower(field.name, kDescriptionKey)) {
         TOrvParameter value;
         fill(value);

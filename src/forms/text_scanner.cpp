@@ -48,7 +48,8 @@ void TextScanner::GoTo(std::size_t place)
     failedName_ = failedDigits_ = 0;
 }
 
-// The closing quote of the string that opens here, such that what follows it fits. kNone when there is none.
+// The closing quote of the string that opens here, chosen so that `follow` accepts what comes after it. kNone if there
+// is none.
 template <class Follow>
 std::size_t TextScanner::CloseOf(std::size_t open, FailedStrings& failed, Follow follow)
 {

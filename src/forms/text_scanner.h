@@ -39,7 +39,7 @@ struct FieldMatch {
         ResultData,  // the whole list with its braces
     };
 
-    std::u16string_view name;  // empty when there is none
+    std::u16string_view name;  // empty if there is none
     Form form = Form::Integer;
     std::array<std::u16string_view, 4> parts;  // as the form has them; the others are empty
 };

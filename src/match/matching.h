@@ -11,8 +11,8 @@ namespace OrvPLC {
 // Neither object is changed. Codes, kinds and the description take no part, and a match action can be the action.
 bool Matches(const TOrvMatchAction& pattern, const TOrvAction& action);
 
-// The pattern's value against the action's. Not symmetric, deliberately: a channel, an event type or a resource may be
-// told by id, by number or by name, and the first of them that the pattern fills decides alone. So this is not the
+// The pattern's value against the action's. Not symmetric, deliberately: a pattern may name a channel, an event type
+// or a resource by id, by number or by name, and the first of them that it fills decides alone. So this is not the
 // equality of values, which compares all fields and regards case.
 bool MatchesValue(const TOrvParameter& wanted, const TOrvParameter& given);
 

@@ -1,4 +1,4 @@
-// An action with its parameters, and the action that stands for unknown hardware.
+// An action with its parameters.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ public:
     static TOrvAction* CreateWithRoom(std::u16string_view name, std::size_t textBytes);
     static TOrvAction* CreateWithRoom(const TOrvActionInternalInfo& entry, std::size_t textBytes);
 
-    // Objects are made with the memory of their slots behind them, so they are freed as raw memory.
+    // An object and its slots are one block of raw memory, so it is freed as raw memory.
     static void operator delete(void* block) { ::operator delete(block); }
 
     // ITalvecAction
@@ -110,7 +110,7 @@ protected:
 private:
     static TOrvAction* Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
                             std::size_t textBytes);
-    // Whether the parameter is there; it is read then, and a read that fails does not change the answer.
+    // Whether the parameter is present. If it is, it is read; a read that fails does not change the answer.
     template <class Read>
     bool IfPresent(const OrvWChar* name, Read&& read)
     {

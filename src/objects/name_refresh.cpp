@@ -61,8 +61,8 @@ public:
 private:
     using ChannelCallback = decltype(TOrvActionInfoUpdateCallbacks::videoInput);
 
-    // Asks for the value and stores the answer; the enum of the value stays. A value of another kind than declared has
-    // nothing to ask for.
+    // Asks for the value and stores the answer; the value keeps its enum. A value of another kind than declared is not
+    // asked for.
     template <class Record, class Ask>
     void Refresh(TOrvParameter& value, bool (TOrvParameter::*read)(Record&) const, Ask&& ask)
     {

@@ -123,7 +123,7 @@ void TOrvParameter::LeaveTextOfRoom()
     ReplaceUnits(copy);
 }
 
-// A place on the heap that would mostly be empty is better given back.
+// A heap block that would stay mostly empty is given back instead of being reused.
 bool TOrvParameter::Suits(char16_t* units, std::size_t length) noexcept
 {
     const std::size_t room = RoomOf(units);

@@ -2,8 +2,8 @@
 // the kind.
 //
 // A value keeps its address until it is changed or removed, because callers hold pointers into it. It is small, since
-// an object has one for each parameter: it does not know its own name, kinds that exclude each other share room, and
-// what is rarely there (a narrow text, result data items) lives behind the pointer to the text.
+// an object has one for each parameter: it does not hold its own name, kinds that exclude each other share room, and
+// what is rarely needed (a narrow text, result data items) lives behind the pointer to the text.
 //
 // Threads: an action is for one thread at a time. Only the lazily built narrow text and the result data items have a
 // lock, one of a fixed pool, chosen by the value's address.
@@ -27,7 +27,7 @@ namespace OrvPLC {
 class TOrvParameter {
 public:
     TOrvParameter() noexcept = default;
-    // Takes its first text from the room, which outlives the value. To be followed by LeaveRoom().
+    // The first text is taken from the room, which outlives the value. Call LeaveRoom() afterwards.
     explicit TOrvParameter(TextRoom& room) noexcept : text_(reinterpret_cast<std::uintptr_t>(&room) | kRoomTag) {}
     TOrvParameter(const TOrvParameter& other, TextRoom& room) : TOrvParameter(room)
     {
@@ -46,7 +46,7 @@ public:
         if (OwnsMemory()) FreeMemory();
     }
 
-    // Ends the time in which a text is taken from the room.
+    // From here on texts are not taken from the room.
     void LeaveRoom() noexcept
     {
         if (text_ & kRoomTag) text_ = NoText();
@@ -139,16 +139,15 @@ public:
     // The same text in UTF-8, kept in the value until it is made again.
     const char* MakeNarrowText();
 
-    // The field of a kind inside the value, after the value has been read into it; null where there is no conversion.
-    // The value keeps its kind, like one whose text is asked for. Only a date asked for as Int64, whose field already
-    // holds the date, becomes the kind asked for.
+    // Converts the value into the field of the kind asked for and returns that field's address; null if there is no
+    // conversion. The kind of the value does not change, with one exception: a date asked for as Int64 becomes one.
     const std::int32_t* Int32InPlace();
     const std::int64_t* Int64InPlace();
     const double* DoubleInPlace();
     const TUlmoDateTime* DateTimeInPlace() const;  // converts nothing: null unless the value is a DateTime
 
-    // Turns the value into another kind where the table of conversions allows it, and takes the enum. A refused
-    // conversion is false and leaves the value as it was, its enum included.
+    // Converts the value to another kind and sets its enum. False if there is no such conversion; the value, with its
+    // enum, then stays as it was.
     bool Retype(std::uint32_t kind, std::uint32_t enumType);
 
     // Same kind and same content; names and enums take no part. What most values are is compared without a call.
@@ -160,7 +159,7 @@ public:
         return SameOtherValue(other);
     }
 
-    // The raw fields, for writers and matching. Which of them counts is told by the kind.
+    // The raw fields, for writers and matching. The kind says which of them count.
     const std::int32_t& Small() const noexcept { return small_; }  // Boolean, Numeric32Bit, number of a MediaChannel
     const std::int64_t& Large() const noexcept { return numbers_.large; }  // Numeric64Bit, DateTime, Rect, ids
     const double& Real() const noexcept { return numbers_.real; }
@@ -172,7 +171,7 @@ public:
     std::int64_t LargeBesideGuid() const noexcept { return GetSide() ? GetSide()->large : 0; }
 
 private:
-    // What few values ever have.
+    // What few values ever need.
     struct Side {
         char16_t* units;  // the text of the value, whose pointer led here before
         std::int64_t large = 0;

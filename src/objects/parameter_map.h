@@ -138,7 +138,7 @@ private:
         std::size_t position;
         std::u16string name;
     };
-    // What an action that keeps to its declaration has none of.
+    // Only for an action with undeclared parameters or other spellings than the catalogue's.
     struct More {
         Nodes nodes;
         std::vector<Spelling> spellings;  // of slots that are not spelt as the catalogue does
@@ -165,7 +165,7 @@ private:
         next_.store(static_cast<std::uint8_t>(expected + 1), std::memory_order_relaxed);
         return expected;
     }
-    // Kept apart, so that the usual case is small where it is used.
+    // A function of its own, so that the usual case stays small where it is inlined.
     template <class Fill>
     [[gnu::noinline]] void StoreOther(const char16_t* name, Fill& fill)
     {

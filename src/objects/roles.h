@@ -2,7 +2,7 @@
 // role.
 //
 // Reads answer a pointer into the object, to its scratch record, which the next role read on the object overwrites.
-// Deliberate, callers copy what they keep. So reads count as writes of the object.
+// Deliberate: callers copy what they keep. Because of it a read counts as a write to the object.
 #pragma once
 
 #include <cstdint>
@@ -29,7 +29,7 @@ inline constexpr Views kInputContact = Bit(ORV_VIEW_InputContact);
 inline constexpr Views kOutputContact = Bit(ORV_VIEW_OutputContact);
 inline constexpr Views kForeignKey = Bit(ORV_VIEW_ForeignKey);
 
-// The first parameter in declaration order that has one of the views and is set; null when there is none. A value of
+// The first parameter in declaration order that has one of the views and is set; null if there is none. A value of
 // another kind leaves the scratch record as it was and is answered all the same.
 const TOrvChannelValue* ReadChannel(TOrvAction& action, Views views);
 const std::int64_t* ReadForeignKey(TOrvAction& action);
@@ -38,7 +38,7 @@ const std::int64_t* ReadForeignKey(TOrvAction& action);
 // when the action has no such parameter.
 bool WriteChannel(TOrvAction& action, Views views, const TOrvChannelValue& channel);
 
-// The first declared 32-bit parameter, enums included; 0 when there is none or it is not set.
+// The first declared 32-bit parameter, enums included; 0 if there is none or it is not set.
 std::int32_t ReadGenericInt32(const TOrvAction& action);
 
 }  // namespace Roles

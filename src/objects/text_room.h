@@ -27,7 +27,7 @@ public:
         const std::size_t bytes = sizeof(TextHeader) + (units + 1) * sizeof(char16_t);
         return (bytes + alignof(TextHeader) - 1) / alignof(TextHeader) * alignof(TextHeader);
     }
-    // What a part of a text record adds to the sum that one reserves; an empty text takes nothing.
+    // The bytes to reserve for one text; an empty text takes none.
     static constexpr std::size_t Reserve(std::size_t units) { return units != 0 ? BytesFor(units) : 0; }
 
     // The memory is aligned as a TextHeader and belongs to the caller.

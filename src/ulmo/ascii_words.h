@@ -39,7 +39,7 @@ void WidenAscii(std::string_view text, char16_t* output);
 std::size_t LowerAsciiPrefix(char16_t* text, std::size_t length);
 
 // The index of the first unit of `text` that is above ASCII or differs, lower-cased, from its counterpart in `lower`;
-// the length when there is none.
+// the length if there is none.
 std::size_t EqualAsciiLowerPrefix(const char16_t* text, const char16_t* lower, std::size_t length);
 
 }  // namespace Ulmo

@@ -48,7 +48,7 @@ private:
 
     std::byte* data_ = nullptr;
     std::uint32_t size_ = 0;
-    bool owned_ = false;  // a count of 4 bytes stands in front of the data, at the start of the allocation
+    bool owned_ = false;  // a count of 4 bytes stands before the data, at the start of the allocation
 };
 
 }  // namespace Ulmo

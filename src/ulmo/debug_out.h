@@ -116,7 +116,7 @@ private:
 
 namespace Diagnostics {
 
-// The settings of the process; null in front of the first DebugOut and behind End.
+// The settings of the process; null before the first DebugOut and after End.
 const DebugOutSettings* Settings() noexcept;
 
 // Gives the settings and the common streamer back when the library is unloaded. Messages that come afterwards go to

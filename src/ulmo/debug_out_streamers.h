@@ -18,7 +18,7 @@ namespace Ulmo {
 std::u16string DebugLine(const DebugOutMessage& message, std::u16string_view source, std::u16string_view text);
 
 // Errors go to standard error, all else to standard output, in the colour of the level. The configuration's
-// ConsoleTimeMode puts the time in front of the line: 1 the time, 2 the date with its weekday and the time, 3 date and
+// ConsoleTimeMode puts the time before the line: 1 the time, 2 the date with its weekday and the time, 3 date and
 // time, in the user's language.
 class ConsoleOutputStreamer final : public IDebugOutStreamerObject {
 public:
@@ -31,7 +31,7 @@ private:
     Platform::ConsoleStream error_;
 };
 
-// The debug sink. The name of the module stands in front of the line unless the configuration's
+// The debug sink. The name of the module precedes the line unless the configuration's
 // DebugWindowSourcePrefix is 0.
 class DebugWindowOutputStreamer final : public IDebugOutStreamerObject {
 public:

@@ -12,7 +12,7 @@ namespace Ulmo::ExceptionHistory {
 
 inline constexpr std::size_t kLimit = 512;
 
-// Start and End bracket the life of the queue; in front of Start and behind End failures are not remembered. The
+// Start and End bracket the life of the queue; before Start and after End failures are not remembered. The
 // library calls them when it is loaded and unloaded. Start after Start changes nothing.
 void Start();
 void End();

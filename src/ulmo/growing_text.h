@@ -21,7 +21,7 @@ public:
     std::u16string_view view() const noexcept { return {begin(), size()}; }
     std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin()); }
 
-    // The end of the text, with room behind it for so many units. The caller writes there and says with EndAt how far.
+    // The end of the text, with room for that many more units. The caller writes there and says with EndAt how far.
     char16_t* Room(std::size_t units)
     {
         if (static_cast<std::size_t>(limit_ - end_) < units) Grow(units);

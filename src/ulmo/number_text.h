@@ -22,7 +22,7 @@ char16_t* WriteUnsigned(char16_t* target, std::uint64_t value);
 // How a double without decimal places is written: as a whole number (action text), or with ".0" behind it (JSON).
 enum class TrailingPoint { Drop, Keep };
 
-// A double with 15 significant digits as "%.15g" has it: exponents of at least two digits, no point in front of an
+// A double with 15 significant digits as "%.15g" has it: exponents of at least two digits, no point before an
 // exponent. Infinity is "inf" or "-inf", a value that is no number "nan" or "-nan", in both modes.
 void AppendDouble(std::u16string& output, double value, TrailingPoint mode = TrailingPoint::Drop);
 

@@ -142,7 +142,7 @@ struct TextValue {
     static void CopyConstruct(void* destination, const void* source) { new (destination) T(At<T>(source)); }
 
 private:
-    // The whole units in front of the terminating one.
+    // The whole units before the terminating one.
     static std::size_t UnitsBefore(std::size_t size) { return size < kUnit ? 0 : size / kUnit - 1; }
 };
 

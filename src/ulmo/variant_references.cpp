@@ -65,7 +65,7 @@ struct Blob : Bytes<BlobPtr> {
     }
 };
 
-// In buffers and streams the address of the object stands for it, which never leaves the process.
+// Buffers and streams hold the object's address, so they are good only within the process.
 struct Reference {
     using Value = VariantReferencePointer;
     using Object = VirtualReferenceCountBaseClass;
@@ -92,7 +92,7 @@ struct Reference {
         std::memcpy(&object, source, sizeof object);
         At<Value>(value).Assign(object);
     }
-    // Releases what it held first, unlike LoadFromBuffer; but not when that is the same object, which could end.
+    // Unlike LoadFromBuffer this releases the old object first, unless it is the new one too: the release could end it.
     static void ReadFromStream(IByteStream& stream, void* value)
     {
         Object* object = nullptr;

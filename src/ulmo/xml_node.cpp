@@ -171,7 +171,7 @@ XMLNode& XMLNode::Append(CountedPtr<XMLNode> node)
     return *lastChild_;
 }
 
-// Behind `before`, which is a child of this node, or null when there is none yet.
+// Behind `before`, which is a child of this node, or null if there is none yet.
 void XMLNode::Place(CountedPtr<XMLNode> node, XMLNode* before)
 {
     XMLNode* placed = node.get();

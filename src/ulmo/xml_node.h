@@ -53,7 +53,7 @@ public:
 
     // Names of attributes compare exactly.
     const std::vector<Attribute>& Attributes() const noexcept { return attributes_; }
-    const Attribute* FindAttribute(std::string_view name) const noexcept;  // null when there is none
+    const Attribute* FindAttribute(std::string_view name) const noexcept;  // null if there is none
     bool HasAttribute(std::string_view name) const noexcept { return FindAttribute(name) != nullptr; }
     Variant FindAttributeVariant(std::string_view name) const;  // raises XMLNodeException
     // The text of the value. Raises XMLNodeException for a second attribute of a name.

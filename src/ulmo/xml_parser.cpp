@@ -165,7 +165,7 @@ void XMLParser::ReadEndTag()
     Leave();
 }
 
-// Reads the text in front of the first child or the end tag. A CDATA section ends the reading and leaves the value
+// Reads the text before the first child or the end tag. A CDATA section ends the reading and leaves the value
 // unset, also when a "!" merely has one anywhere behind it: deliberate, files that rely on it exist.
 void XMLParser::ReadValue(XMLNode& node)
 {

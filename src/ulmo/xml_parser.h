@@ -1,4 +1,4 @@
-// Reads one document. For XMLTree only; what it understands is told there.
+// Reads one document. Only for XMLTree, whose header says what it understands.
 #pragma once
 
 #include <cstddef>

@@ -61,7 +61,7 @@ std::string_view EscapeOf(char c)
     }
 }
 
-// The length of the text in front of what must be escaped.
+// The length of the text before the first character that must be escaped.
 std::size_t PlainLength(std::string_view text)
 {
     std::size_t at = 0;

@@ -23,7 +23,7 @@ struct TextPlace {
     std::size_t line = 1;
     std::size_t column = 1;
 };
-// `from` is the place of the text's own start, for who goes from place to place.
+// `from` is where the text itself starts, for callers that search step by step.
 TextPlace PlaceOf(std::string_view utf8, std::size_t position, TextPlace from = {});
 
 // Whether a byte can be part of a name: an ASCII letter or digit, or one of ":_.-".

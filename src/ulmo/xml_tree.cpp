@@ -114,7 +114,7 @@ void AppendText(std::string& document, std::string_view text, std::string_view a
     }
 }
 
-// Blanks in front of a text and behind it would be lost.
+// Leading and trailing blanks of a text would be lost.
 void AppendValue(std::string& document, std::string_view value)
 {
     constexpr std::string_view kZero("\0", 1);

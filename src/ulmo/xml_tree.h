@@ -2,7 +2,7 @@
 //
 // It is no conforming XML processor, and its limits are part of what callers rely on: no hexadecimal entities, no
 // namespaces, no internal DOCTYPE subsets, no "-" inside comments, no ">" in texts; CDATA sections are passed over; the
-// text of an element is what stands in front of its first child. Encoding is not checked. The first fault ends the
+// text of an element is what comes before its first child. Encoding is not checked. The first fault ends the
 // reading. Documents of any size and depth are read in linear time and constant stack.
 #pragma once
 
@@ -40,7 +40,7 @@ public:
 
     // Null before a document has been read, and for one that holds no element.
     const CountedPtr<XMLNode>& GetRoot() const noexcept { return root_; }
-    // The declaration, with its attributes; named "noversion" when there is none.
+    // The declaration, with its attributes; named "noversion" if there is none.
     const CountedPtr<XMLNode>& GetVersion() const noexcept { return version_; }
 
     // Copies each node at the path, with what is below it, as a child of the result. A path is names joined by "/",
