@@ -6,7 +6,6 @@
 #include <iterator>
 
 #include "catalogue/name_tables.h"
-#include "catalogue/settings.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
@@ -202,17 +201,6 @@ TEST(BuiltinCatalogue, IsAddedToInOrder)
     const auto before =
         std::distance(builtIn.lower_bound(EnumKey(enumId, 0)), builtIn.upper_bound(EnumKey(enumId, 0xffffffff)));
     EXPECT_EQ(std::distance(begin, end), before + 1);
-}
-
-TEST(BuiltinCatalogue, TextsFollowTheSwitch)
-{
-    const TOrvActionInternalInfo& action = *Catalogue().FindActionByName(u"SystemStarted");
-    EXPECT_EQ(action.Plain().W.view(), u"System started");
-    EXPECT_EQ(action.Plain().U.view(), "System started");
-    Settings::NativeTranslation = 0;
-    EXPECT_EQ(action.Plain().W.view(), u"SystemStarted");
-    EXPECT_EQ(action.Description.W.view(), u"This action will be fired only once at the system start-up.");
-    Settings::NativeTranslation = 1;
 }
 
 TEST(Entries, TextsAreKeptInAllForms)

@@ -5,29 +5,14 @@
 #include <stdexcept>
 
 #include "events/describe_record.h"
-#include "forms/binary_writer.h"
+#include "forms/binary_form.h"
 #include "forms/describe.h"
 #include "forms/fake_sibling.h"
+#include "forms/read_text.h"
 #include "forms/sample_action.h"
-#include "forms/text_reader.h"
 
 namespace OrvPLC {
 namespace {
-
-ObjectPtr<TOrvAction> Read(std::u16string_view text)
-{
-    return ObjectPtr<TOrvAction>(ReadActionText(text, ORV_EXPECT_ANY, false).object);
-}
-
-std::vector<std::byte> BinaryOf(const TOrvAction& action)
-{
-    TOrvBinaryCursor measure(nullptr, 0);
-    action.WriteBinary(measure);
-    std::vector<std::byte> bytes(static_cast<std::size_t>(measure.Required()));
-    TOrvBinaryCursor cursor(bytes.data(), static_cast<std::int32_t>(bytes.size()));
-    action.WriteBinary(cursor);
-    return bytes;
-}
 
 void SetImage(TOrvEventData& record, const std::vector<std::byte>& image)
 {
@@ -179,7 +164,7 @@ TEST(EventRestore, TheImageGoesFirst)
 {
     Columned filled(1102, ORV_COLUMN_Int32_B);
     const char* columns = "3 PanLeft; Speed i32 5";
-    const std::vector<std::byte> action = BinaryOf(*Read(u"TiltUp (Camera: 7)"));
+    const std::vector<std::byte> action = BinaryForm(*Read(u"TiltUp (Camera: 7)"));
     SetImage(filled.record, action);
     EXPECT_EQ(Restored(RestoreAction(filled.record)), "3 TiltUp; Camera chan 0 7 ''");
     EXPECT_EQ(Restored(RestoreMatchAction(filled.record)), "4 TiltUp; Comment str ''; Camera chan 0 7 ''");
@@ -191,7 +176,7 @@ TEST(EventRestore, TheImageGoesFirst)
     EXPECT_EQ(Restored(RestoreAction(filled.record)), columns);
 
     // A match action is not what the callers want; for describing it serves.
-    const std::vector<std::byte> match = BinaryOf(*Read(u"@ TiltUp (Comment: \"c\", Speed: 2)"));
+    const std::vector<std::byte> match = BinaryForm(*Read(u"@ TiltUp (Comment: \"c\", Speed: 2)"));
     SetImage(filled.record, match);
     EXPECT_EQ(Restored(RestoreAction(filled.record)), columns);
     EXPECT_EQ(Restored(RestoreMatchAction(filled.record)), "4 PanLeft; Comment str ''; Speed i32 5");
@@ -212,7 +197,7 @@ TEST(EventRestore, AnUnknownActionComesBackFromItsImage)
     const ObjectPtr<TOrvAction> action = Read(u"NobodyKnows (x: 1)");
     TOrvEventData record{};
     action->GetEventData(&record);
-    const std::vector<std::byte> image = BinaryOf(*action);
+    const std::vector<std::byte> image = BinaryForm(*action);
     SetImage(record, image);
     EXPECT_EQ(Restored(RestoreAction(record)), "3 NobodyKnows; x i32 1");
 }

@@ -120,7 +120,7 @@ TEST(TextExports, PriorityForms)
     EXPECT_EQ(required, 77u);
 }
 
-TEST(TextExports, PlainTextFollowsTheSwitches)
+TEST(TextExports, PlainTextFollowsThePriorityLevel)
 {
     const Handle handle = Read(u"UserLogin (User1: \"u\", Host: \"h\", ClientType: 5)");
     EXPECT_EQ(StoredText(handle.get(), true), u"User login; first user: \"u\";");
@@ -128,10 +128,6 @@ TEST(TextExports, PlainTextFollowsTheSwitches)
     const std::u16string all = StoredText(handle.get(), true);
     Talvec_Action_SetPriorityLevel(5);
     EXPECT_EQ(all, u"User login; first user: \"u\"; host: \"h\"; client type: default;");
-    OrvAct_SetNativeTranslation(0);
-    const std::u16string neutral = StoredText(handle.get(), true);
-    OrvAct_SetNativeTranslation(1);
-    EXPECT_EQ(neutral, u"UserLogin; User1: \"u\";");
 }
 
 }  // namespace

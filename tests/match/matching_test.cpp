@@ -4,16 +4,11 @@
 
 #include <limits>
 
-#include "forms/text_reader.h"
+#include "forms/read_text.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 namespace {
-
-ObjectPtr<TOrvAction> Read(std::u16string_view text)
-{
-    return ObjectPtr<TOrvAction>(ReadActionText(text, ORV_EXPECT_ANY, false).object);
-}
 
 bool MatchesText(std::u16string_view pattern, std::u16string_view action)
 {

@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "forms/describe.h"
-#include "forms/text_reader.h"
+#include "forms/read_text.h"
 #include "objects/generic_action.h"
 
 namespace OrvPLC {
 namespace {
-
-ObjectPtr<TOrvAction> Read(std::u16string_view text)
-{
-    return ObjectPtr<TOrvAction>(ReadActionText(text, ORV_EXPECT_ANY, false).object);
-}
 
 std::string Made(TOrvAction& match, TOrvAction* example)
 {
