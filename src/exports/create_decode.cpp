@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "catalogue/value_kind.h"
 #include "exports/frame.h"
 #include "objects/action.h"
 #include "objects/orv_plc_exception.h"
@@ -77,42 +78,47 @@ void Set(TOrvParameter& value, const CreateArgument& argument, std::size_t lengt
         return value.SetInt32(argument.NumberAs<std::int32_t>(), declared.EnumType);
     }
     if (declared.Type == ORV_KIND_String) return SetString(value, argument, length);
-    switch (declared.Type) {
-    case ORV_KIND_Boolean: return value.SetBoolean(argument.NumberAs<OrvBool>() != 0);
-    case ORV_KIND_Numeric64Bit: return value.SetInt64(ValueOf<std::int64_t>(argument));
-    case ORV_KIND_NumericDouble: return value.SetDouble(ValueOf<double>(argument));
-    case ORV_KIND_DateTime: return value.SetDateTime(ValueOf<TUlmoDateTime>(argument));
-    case ORV_KIND_Guid: return value.SetGuid(ValueOf<TOrvGuid>(argument));
-    case ORV_KIND_EventType: return SetEventType(value, ValueOf<TOrvEventTypeValue>(argument), length);
-    case ORV_KIND_MediaChannel: return SetMediaChannel(value, ValueOf<TOrvChannelValue>(argument), length);
-    case ORV_KIND_Resource: return SetResource(value, ValueOf<TOrvResourceValue>(argument), length);
-    case ORV_KIND_Rect: return value.SetRect(ValueOf<std::int64_t>(argument));
-    case ORV_KIND_ResultDataSet: return SetItems(value, argument);
-    default: return;
+    switch (ValueKind{declared.Type}) {
+    case ValueKind::Boolean: return value.SetBoolean(argument.NumberAs<OrvBool>() != 0);
+    case ValueKind::Numeric64Bit: return value.SetInt64(ValueOf<std::int64_t>(argument));
+    case ValueKind::NumericDouble: return value.SetDouble(ValueOf<double>(argument));
+    case ValueKind::DateTime: return value.SetDateTime(ValueOf<TUlmoDateTime>(argument));
+    case ValueKind::Guid: return value.SetGuid(ValueOf<TOrvGuid>(argument));
+    case ValueKind::EventType: return SetEventType(value, ValueOf<TOrvEventTypeValue>(argument), length);
+    case ValueKind::MediaChannel: return SetMediaChannel(value, ValueOf<TOrvChannelValue>(argument), length);
+    case ValueKind::Resource: return SetResource(value, ValueOf<TOrvResourceValue>(argument), length);
+    case ValueKind::Rect: return value.SetRect(ValueOf<std::int64_t>(argument));
+    case ValueKind::ResultDataSet: return SetItems(value, argument);
+    case ValueKind::None:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::String: return;  // handled above, the most frequent first
     }
 }
 
 // Zero in all outputs of the parameter; an enum has a value of its own for nothing, since 0 is a value of most.
 void WriteAbsent(const DecodeOutput& output, const TOrvParameterInternalInfo& declared)
 {
-    switch (declared.Type) {
-    case ORV_KIND_Boolean: output.Target<OrvBool>() = 0; return;
-    case ORV_KIND_Numeric32Bit: output.Target<std::uint32_t>() = declared.EnumType != 0 ? kAbsentEnumValue : 0; return;
-    case ORV_KIND_Numeric64Bit:
-    case ORV_KIND_Rect: output.Target<std::int64_t>() = 0; return;
-    case ORV_KIND_NumericDouble: output.Target<double>() = 0.0; return;
-    case ORV_KIND_DateTime: output.Target<TUlmoDateTime>() = {}; return;
-    case ORV_KIND_Guid: output.Target<TOrvGuid>() = {}; return;
-    case ORV_KIND_EventType: output.Target<TOrvEventTypeValue>() = {}; return;
-    case ORV_KIND_MediaChannel: output.Target<TOrvChannelValue>() = {}; return;
-    case ORV_KIND_Resource: output.Target<TOrvResourceValue>() = {}; return;
-    case ORV_KIND_ResultDataSet: {
+    switch (ValueKind{declared.Type}) {
+    case ValueKind::Boolean: output.Target<OrvBool>() = 0; return;
+    case ValueKind::Numeric32Bit:
+        output.Target<std::uint32_t>() = declared.EnumType != 0 ? kAbsentEnumValue : 0;
+        return;
+    case ValueKind::Numeric64Bit:
+    case ValueKind::Rect: output.Target<std::int64_t>() = 0; return;
+    case ValueKind::NumericDouble: output.Target<double>() = 0.0; return;
+    case ValueKind::DateTime: output.Target<TUlmoDateTime>() = {}; return;
+    case ValueKind::Guid: output.Target<TOrvGuid>() = {}; return;
+    case ValueKind::EventType: output.Target<TOrvEventTypeValue>() = {}; return;
+    case ValueKind::MediaChannel: output.Target<TOrvChannelValue>() = {}; return;
+    case ValueKind::Resource: output.Target<TOrvResourceValue>() = {}; return;
+    case ValueKind::ResultDataSet: {
         const auto& outputs = output.Target<ResultDataOutput>();
         *outputs.items = nullptr;
         *outputs.count = 0;
         return;
     }
-    default: return;
+    case ValueKind::String:  // is handed out by pointer
+    case ValueKind::None: return;
     }
 }
 
@@ -138,19 +144,20 @@ void ReadBoolean(const TOrvParameter& value, OrvBool& output)
 // A value that does not convert leaves the output as it was.
 void WriteValue(TOrvParameter& value, const DecodeOutput& output, std::uint32_t kind)
 {
-    switch (kind) {
-    case ORV_KIND_Boolean: ReadBoolean(value, output.Target<OrvBool>()); return;
-    case ORV_KIND_Numeric32Bit: value.ReadInt32(output.Target<std::int32_t>()); return;
-    case ORV_KIND_Numeric64Bit: value.ReadInt64(output.Target<std::int64_t>()); return;
-    case ORV_KIND_NumericDouble: value.ReadDouble(output.Target<double>()); return;
-    case ORV_KIND_DateTime: value.ReadDateTime(output.Target<TUlmoDateTime>()); return;
-    case ORV_KIND_Guid: value.ReadGuid(output.Target<TOrvGuid>()); return;
-    case ORV_KIND_EventType: ReadEventType(value, output.Target<TOrvEventTypeValue>()); return;
-    case ORV_KIND_MediaChannel: value.ReadMediaChannel(output.Target<TOrvChannelValue>()); return;
-    case ORV_KIND_Resource: value.ReadResource(output.Target<TOrvResourceValue>()); return;
-    case ORV_KIND_Rect: value.ReadRect(output.Target<std::int64_t>()); return;
-    case ORV_KIND_ResultDataSet: ReadItems(value, output.Target<ResultDataOutput>()); return;
-    default: return;
+    switch (ValueKind{kind}) {
+    case ValueKind::Boolean: ReadBoolean(value, output.Target<OrvBool>()); return;
+    case ValueKind::Numeric32Bit: value.ReadInt32(output.Target<std::int32_t>()); return;
+    case ValueKind::Numeric64Bit: value.ReadInt64(output.Target<std::int64_t>()); return;
+    case ValueKind::NumericDouble: value.ReadDouble(output.Target<double>()); return;
+    case ValueKind::DateTime: value.ReadDateTime(output.Target<TUlmoDateTime>()); return;
+    case ValueKind::Guid: value.ReadGuid(output.Target<TOrvGuid>()); return;
+    case ValueKind::EventType: ReadEventType(value, output.Target<TOrvEventTypeValue>()); return;
+    case ValueKind::MediaChannel: value.ReadMediaChannel(output.Target<TOrvChannelValue>()); return;
+    case ValueKind::Resource: value.ReadResource(output.Target<TOrvResourceValue>()); return;
+    case ValueKind::Rect: value.ReadRect(output.Target<std::int64_t>()); return;
+    case ValueKind::ResultDataSet: ReadItems(value, output.Target<ResultDataOutput>()); return;
+    case ValueKind::String:  // is handed out by pointer
+    case ValueKind::None: return;
     }
 }
 
