@@ -8,6 +8,7 @@
 #include "forms/binary_writer.h"
 #include "forms/json_writer.h"
 #include "forms/properties.h"
+#include "platform/living_count.h"
 
 using namespace OrvPLC;
 
@@ -58,11 +59,11 @@ void ReadAndWrite(const std::uint8_t* data, std::size_t size, std::uint32_t expe
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     if (size == 0) return 0;
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     const std::size_t shift = (data[0] & 8u) != 0 ? 1 : 2;
     std::vector<std::uint8_t> buffer(shift);
     buffer.insert(buffer.end(), data + 1, data + size);
     ReadAndWrite(buffer.data() + shift, size - 1, data[0] & 7u);
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }

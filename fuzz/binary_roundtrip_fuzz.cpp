@@ -10,6 +10,7 @@
 #include "forms/binary_writer.h"
 #include "forms/technical_text_writer.h"
 #include "forms/text_reader.h"
+#include "platform/living_count.h"
 
 using namespace OrvPLC;
 
@@ -55,12 +56,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     std::u16string text(size / sizeof(char16_t), u'\0');
     if (!text.empty()) std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     if (const ObjectPtr<TOrvAction> object = ReadText(text)) {
         const ObjectPtr<TOrvAction> again = ThroughBinary(*object);
         if (!again || again->Kind() != object->Kind() || !again->Equals(*object)) std::abort();
         if (TextOf(*again) != TextOf(*object)) std::abort();
     }
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }

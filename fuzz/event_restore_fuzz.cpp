@@ -12,6 +12,7 @@
 #include "events/event_description.h"
 #include "events/event_restore.h"
 #include "events/event_settings.h"
+#include "platform/living_count.h"
 
 using namespace OrvPLC;
 
@@ -153,11 +154,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Input input(data, size);
     EventSettings::StoreGenericParameters = (input.Take<std::uint8_t>() & 1) != 0;
     const FuzzedRecord fuzzed(input);
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     Try([&] { Refill(RestoreAction(fuzzed.record)); });
     Try([&] { Refill(RestoreMatchAction(fuzzed.record)); });
     Try([&] { Refill(RestoreFromColumns(fuzzed.record)); });
     Try([&] { DescribeEvent(fuzzed.record, {0, IgnoreCall, nullptr}, 9); });
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }

@@ -15,6 +15,7 @@
 #include "forms/binary_reader.h"
 #include "objects/generic_action.h"
 #include "objects/match_action.h"
+#include "platform/living_count.h"
 #include "platform/system_string.h"
 
 using namespace OrvPLC;
@@ -240,7 +241,7 @@ TOrvMessage* MakeObject(Input& input)
 // catalogue and the values that are written to it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     Input input(data, size);
     TOrvMessage* made = nullptr;
     try {
@@ -255,6 +256,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Derive(object);
         object.Release();
     }
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }

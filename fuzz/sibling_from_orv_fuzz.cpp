@@ -6,6 +6,7 @@
 
 #include "OrvActions/OrvText.h"
 #include "objects/message.h"
+#include "platform/living_count.h"
 #include "platform/system_string.h"
 
 using namespace OrvPLC;
@@ -30,12 +31,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     std::u16string text(size / sizeof(char16_t), u'\0');
     std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     std::u16string hesk, back;
     if (Convert(Talvec_Action_ConvertOrvActionTextToHeskActionText, text, hesk)) {
         if (hesk.empty()) std::abort();
         Convert(Talvec_Action_ConvertHeskActionTextToOrvActionText, hesk, back);
     }
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }

@@ -8,6 +8,7 @@
 #include "bridge/action_text_parser.h"
 #include "bridge/action_text_writer.h"
 #include "forms/technical_text_writer.h"
+#include "platform/living_count.h"
 
 using namespace OrvPLC;
 
@@ -30,12 +31,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     std::u16string text(size / sizeof(char16_t), u'\0');
     std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     try {
         ReadAndWrite(text);
     } catch (const std::exception&) {
         // A failure is an answer.
     }
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }

@@ -8,6 +8,7 @@
 #include "forms/plain_text_writer.h"
 #include "forms/technical_text_writer.h"
 #include "forms/text_reader.h"
+#include "platform/living_count.h"
 
 using namespace OrvPLC;
 
@@ -33,12 +34,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0) return 0;
     std::u16string text((size - 1) / sizeof(char16_t), u'\0');
     std::memcpy(text.data(), data + 1, text.size() * sizeof(char16_t));
-    const std::uint32_t before = OpenObjects();
+    const std::uint32_t before = Platform::LivingCount::Read();
     try {
         ReadAndWrite(text, data[0] & 7u, (data[0] & 8u) != 0);
     } catch (const std::exception&) {
         // A failure is an answer.
     }
-    if (OpenObjects() != before) std::abort();
+    if (Platform::LivingCount::Read() != before) std::abort();
     return 0;
 }
