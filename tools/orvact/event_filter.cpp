@@ -12,12 +12,7 @@
 
 namespace {
 
-std::string Marks(std::size_t count)
-{
-    std::string marks;
-    for (std::size_t i = 0; i < count; ++i) marks += i == 0 ? "?" : ", ?";
-    return marks;
-}
+using Asks = EventCondition::Asks;
 
 bool ParseNumber(std::string_view text, std::uint32_t& number)
 {
@@ -31,9 +26,9 @@ bool ParseId(std::string_view text, std::int64_t& id)
     return error == std::errc() && end == text.data() + text.size();
 }
 
-bool AddCodes(const std::vector<std::string>& wanted, RowFilter& filter)
+bool AddCodes(const std::vector<std::string>& wanted, EventFilter& filter)
 {
-    std::vector<SqlValue> codes;
+    std::vector<EventValue> codes;
     for (const std::string& text : wanted) {
         std::uint32_t code = 0;
         if (!ParseNumber(text, code)) code = ActionCode(text);
@@ -45,15 +40,15 @@ bool AddCodes(const std::vector<std::string>& wanted, RowFilter& filter)
         }
         codes.emplace_back(std::int64_t{code});
     }
-    if (!codes.empty()) filter.Add("Code in (" + Marks(codes.size()) + ")", codes);
+    if (!codes.empty()) filter.Add("Code", Asks::OneOf, codes);
     return true;
 }
 
-bool AddClasses(const std::vector<std::string>& wanted, RowFilter& filter)
+bool AddClasses(const std::vector<std::string>& wanted, EventFilter& filter)
 {
     if (wanted.empty()) return true;
     const std::vector<ActionView> actions = Actions();
-    std::vector<SqlValue> codes;
+    std::vector<EventValue> codes;
     for (const std::string& name : wanted) {
         const std::size_t before = codes.size();
         for (const ActionView& action : actions) {
@@ -65,7 +60,7 @@ bool AddClasses(const std::vector<std::string>& wanted, RowFilter& filter)
         ReportUnknown("class", name, names);
         return false;
     }
-    filter.Add("Code in (" + Marks(codes.size()) + ")", codes);
+    filter.Add("Code", Asks::OneOf, codes);
     return true;
 }
 
@@ -101,8 +96,13 @@ bool TakeOffset(std::string_view& text, std::int64_t& minutes)
     return true;
 }
 
+orv::TimePoint TimeAt(std::int64_t milliseconds)  // since 1970 UTC
+{
+    return orv::TimePoint(std::chrono::milliseconds(milliseconds));
+}
+
 // A date, and behind a T or a blank the hour, with minutes, seconds and milliseconds as far as they are given.
-bool ParseTime(const std::string& text, std::string& stored)
+bool ParseTime(const std::string& text, orv::TimePoint& stored)
 {
     int year = 0;
     unsigned month = 0;
@@ -124,29 +124,29 @@ bool ParseTime(const std::string& text, std::string& stored)
     if (!rest.empty() || !date.ok() || clock[0] > 23 || clock[1] > 59 || clock[2] > 59) return false;
     const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
     const std::int64_t minutes = (days * 24 + clock[0]) * 60 + clock[1] - offset;
-    stored = StoredTime((minutes * 60 + clock[2]) * 1000 + clock[3]);
+    stored = TimeAt((minutes * 60 + clock[2]) * 1000 + clock[3]);
     return true;
 }
 
-bool AddTime(const std::string& time, const char* condition, RowFilter& filter)
+bool AddTime(const std::string& time, Asks asks, EventFilter& filter)
 {
     if (time.empty()) return true;
-    std::string stored;
+    orv::TimePoint stored;
     std::int64_t age = 0;
     if (ParseAge(time, age)) {
-        stored = StoredTime(Now() - age);
+        stored = TimeAt(Now() - age);
     } else if (!ParseTime(time, stored)) {
         Complain("time", "'" + Visible(time) +
                              "' is no time; give a date such as 2026-11-21, 2026-11-21T07:30 (UTC) or "
                              "2026-11-21T07:30+02:00, or an age such as 90s, 15m, 2h, 3d or 1w");
         return false;
     }
-    filter.Add(condition, {stored});
+    filter.Add("Stored", asks, {stored});
     return true;
 }
 
 // "5", "5..9", "5.." or "..9".
-bool AddIds(const std::string& ids, RowFilter& filter)
+bool AddIds(const std::string& ids, EventFilter& filter)
 {
     if (ids.empty()) return true;
     const std::size_t dots = ids.find("..");
@@ -159,7 +159,8 @@ bool AddIds(const std::string& ids, RowFilter& filter)
         Complain("id", "'" + Visible(ids) + "' is no range of events; give 5, 5..9, 5.. or ..9");
         return false;
     }
-    filter.Add("Id between ? and ?", {from, to});
+    filter.Add("Id", Asks::AtLeast, {from});
+    filter.Add("Id", Asks::AtMost, {to});
     return true;
 }
 
@@ -171,17 +172,15 @@ bool IsAscii(std::u16string_view text)
     return true;
 }
 
-// The library compares in any case by rules for all scripts, the database for ASCII only. A text beyond ASCII may fit
-// all the same, so it passes.
-void AddText(const std::string& column, std::u16string_view wanted, RowFilter& filter)
+void AddText(const std::string& column, std::u16string_view wanted, EventFilter& filter)
 {
     if (wanted.empty() || !IsAscii(wanted)) return;
-    filter.Add("(" + column + " = ? collate nocase or " + column + " glob '*[^ -~]*')", {std::u16string(wanted)});
+    filter.Add(column, Asks::SameText, {std::u16string(wanted)});
 }
 
 class NecessaryColumns {
 public:
-    NecessaryColumns(const Action& pattern, const ParameterView& parameter, RowFilter& filter)
+    NecessaryColumns(const Action& pattern, const ParameterView& parameter, EventFilter& filter)
         : pattern_(pattern), parameter_(parameter), filter_(filter)
     {}
 
@@ -236,10 +235,10 @@ private:
         return nullptr;
     }
 
-    void AddFirst(ColumnSort sort, const SqlValue& value)
+    void AddFirst(ColumnSort sort, const EventValue& value)
     {
         const EventColumn* column = First();
-        if (column && column->sort == sort) filter_.Add(std::string(column->name) + " = ?", {value});
+        if (column && column->sort == sort) filter_.Add(column->name, Asks::OneOf, {value});
     }
 
     // The first field that the pattern fills decides alone, as in the library.
@@ -249,19 +248,19 @@ private:
                                             : number != 0 ? ColumnSort::Int32
                                                           : ColumnSort::String);
         if (!column) return;
-        if (id != 0) return filter_.Add(std::string(column->name) + " = ?", {static_cast<std::int64_t>(id)});
+        if (id != 0) return filter_.Add(column->name, Asks::OneOf, {static_cast<std::int64_t>(id)});
         if (number != 0) {
-            return filter_.Add(std::string(column->name) + " = ?", {std::int64_t{static_cast<std::int32_t>(number)}});
+            return filter_.Add(column->name, Asks::OneOf, {std::int64_t{static_cast<std::int32_t>(number)}});
         }
         AddText(column->name, text, filter_);
     }
 
     const Action& pattern_;
     const ParameterView& parameter_;
-    RowFilter& filter_;
+    EventFilter& filter_;
 };
 
-void AddParameters(const Action& pattern, RowFilter& filter)
+void AddParameters(const Action& pattern, EventFilter& filter)
 {
     const ActionView* declared = FindAction(pattern.Code());
     if (!declared) return AddText("Name", pattern.Name(), filter);
@@ -277,16 +276,16 @@ void AddParameters(const Action& pattern, RowFilter& filter)
 
 }  // namespace
 
-bool AddConditions(const EventsListOptions& options, RowFilter& filter)
+bool AddConditions(const EventsListOptions& options, EventFilter& filter)
 {
     return AddIds(options.ids, filter) && AddCodes(options.codes, filter) && AddClasses(options.classes, filter) &&
-           AddTime(options.since, "Stored >= ?", filter) && AddTime(options.until, "Stored <= ?", filter);
+           AddTime(options.since, Asks::AtLeast, filter) && AddTime(options.until, Asks::AtMost, filter);
 }
 
-void AddNecessary(const std::vector<Pattern>& patterns, RowFilter& filter)
+void AddNecessary(const std::vector<Pattern>& patterns, EventFilter& filter)
 {
     std::set<std::int64_t> codes;
     for (const Pattern& pattern : patterns) codes.insert(std::int64_t{pattern.action.Code()});
-    filter.Add("Code in (" + Marks(codes.size()) + ")", std::vector<SqlValue>(codes.begin(), codes.end()));
+    filter.Add("Code", Asks::OneOf, std::vector<EventValue>(codes.begin(), codes.end()));
     if (patterns.size() == 1) AddParameters(patterns.front().action, filter);
 }

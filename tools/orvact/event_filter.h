@@ -1,16 +1,16 @@
-// What events list is asked for, as conditions that the database checks.
+// What events list is asked for, as conditions that a store checks.
 #pragma once
 
 #include <string>
 
 #include "commands.h"
-#include "event_database.h"
+#include "event_store.h"
 #include "patterns.h"
 
 // Adds the conditions of --id, --code, --class, --since and --until. Reports what is none and gives false.
-bool AddConditions(const EventsListOptions& options, RowFilter& filter);
+bool AddConditions(const EventsListOptions& options, EventFilter& filter);
 
 // Adds what every row must have that one of the patterns matches, as far as the columns tell it. The library decides:
 // what the columns do not show (a parameter without a column, text beyond ASCII, a column that two parameters share) is
 // left to it.
-void AddNecessary(const std::vector<Pattern>& patterns, RowFilter& filter);
+void AddNecessary(const std::vector<Pattern>& patterns, EventFilter& filter);

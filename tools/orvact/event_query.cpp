@@ -34,11 +34,11 @@ EventQuery::EventQuery(const EventsListOptions& options)
 }
 
 // The id of the oldest of the newest so many that fit: those in front of it are passed over.
-std::int64_t EventQuery::FirstOfNewest(EventDatabase& database) const
+std::int64_t EventQuery::FirstOfNewest(EventStore& store) const
 {
     std::int64_t first = 0;
     std::size_t found = 0;
-    database.Select(filter_, true, [&](const StoredEvent& event) {
+    store.Select(filter_, EventStore::Order::NewestFirst, [&](const StoredEvent& event) {
         if (rules_.Size() > 0 && !Fits(Restored(event))) return true;
         first = event.id;
         return ++found < limit_;
@@ -46,41 +46,42 @@ std::int64_t EventQuery::FirstOfNewest(EventDatabase& database) const
     return first;
 }
 
-std::int64_t EventQuery::Run(EventDatabase& database, const Take& take)
+bool EventQuery::Offer(const StoredEvent& event, const Take& take) const
 {
-    Progress progress(static_cast<std::uint64_t>(database.LastId()), "event");
-    return Walk(database, limit_ > 0 ? FirstOfNewest(database) - 1 : 0, take, &progress);
+    const Action action = Restored(event);
+    const bool fits = Fits(action);
+    if (fits) take(event, action);
+    return fits;
 }
 
-std::int64_t EventQuery::RunAfter(EventDatabase& database, std::int64_t after, const Take& take)
+void EventQuery::Run(EventStore& store, const Take& take)
 {
-    return Walk(database, after, take, nullptr);
-}
-
-std::int64_t EventQuery::Walk(EventDatabase& database, std::int64_t after, const Take& take, Progress* progress)
-{
-    const std::int64_t last = database.LastId();
+    Progress progress(static_cast<std::uint64_t>(store.LastId()), "event");
     std::uint64_t found = 0;
-    RowFilter filter = filter_;
-    filter.Add("Id > ? and Id <= ?", {after, last});
-    database.Select(filter, false, [&](const StoredEvent& event) {
-        if (progress && ShowsPassing()) progress->Show(static_cast<std::uint64_t>(event.id), found);
-        const Action action = Restored(event);
-        if (!Fits(action)) return true;
-        ++found;
-        take(event, action);
+    EventFilter filter = filter_;
+    if (limit_ > 0) filter.Add("Id", EventCondition::Asks::AtLeast, {FirstOfNewest(store)});
+    store.Select(filter, EventStore::Order::OldestFirst, [&](const StoredEvent& event) {
+        if (ShowsPassing()) progress.Show(static_cast<std::uint64_t>(event.id), found);
+        found += Offer(event, take) ? 1 : 0;
         return true;
     });
-    return last;
 }
 
-int OverDatabase(const std::string& path, const std::function<int()>& work)
+void EventQuery::RunAdded(EventStore& store, const Take& take)
+{
+    store.SelectAdded(filter_, [&](const StoredEvent& event) {
+        Offer(event, take);
+        return true;
+    });
+}
+
+int OverStore(const std::string& home, const std::function<int()>& work)
 {
     try {
         return work();
     } catch (const DatabaseError& error) {
-        return Complain("database", error.what(), {}, path);
+        return Complain("database", error.what(), {}, home);
     } catch (const orv::Error& error) {
-        return Complain("database", error.what(), {}, path);
+        return Complain("database", error.what(), {}, home);
     }
 }

@@ -1,11 +1,11 @@
-// What the options of a command ask of an event database, and the events that fit.
+// What the options of a command ask of an event store, and the events that fit.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 
 #include "commands.h"
-#include "event_database.h"
+#include "event_store.h"
 #include "patterns.h"
 #include "progress.h"
 
@@ -19,21 +19,21 @@ public:
     // Called for each event that fits, oldest first, with its action, which is empty where the event cannot be
     // restored.
     using Take = std::function<void(const StoredEvent&, const Action&)>;
-    // Both return the greatest id that there was. The first walks over the newest only when --limit says so, and shows
-    // how far it is; the second over what was stored behind `after`, whatever --limit says.
-    std::int64_t Run(EventDatabase& database, const Take& take);
-    std::int64_t RunAfter(EventDatabase& database, std::int64_t after, const Take& take);
+    // The first walks over the newest only when --limit says so, and shows how far it is; the second over what was
+    // added since the last walk, whatever --limit says.
+    void Run(EventStore& store, const Take& take);
+    void RunAdded(EventStore& store, const Take& take);
 
 private:
     bool Fits(const Action& action) const { return rules_.Size() == 0 || !rules_.Match(action).empty(); }
-    std::int64_t FirstOfNewest(EventDatabase& database) const;
-    std::int64_t Walk(EventDatabase& database, std::int64_t after, const Take& take, Progress* progress);
+    std::int64_t FirstOfNewest(EventStore& store) const;
+    bool Offer(const StoredEvent& event, const Take& take) const;
 
-    RowFilter filter_;
+    EventFilter filter_;
     orv::RuleSet rules_;
     std::size_t limit_ = 0;
     bool sound_ = false;
 };
 
-// Runs work over a database; its faults are reported. Returns the exit code.
-int OverDatabase(const std::string& path, const std::function<int()>& work);
+// Runs work over a store; its faults are reported. Returns the exit code.
+int OverStore(const std::string& home, const std::function<int()>& work);

@@ -53,19 +53,9 @@ bool IsFilled(const TOrvEventData& record, const EventColumn& column)
     return TextField(record, column.index).text != nullptr;
 }
 
-void BindColumn(Statement& statement, int parameter, const TOrvEventData& record, const EventColumn& column)
+TOrvEventText TextOf(const TOrvEventData& record, const EventColumn& column)
 {
-    if (!IsFilled(record, column)) return statement.BindNull(parameter);
-    switch (column.sort) {
-    case ColumnSort::Int32: return statement.Bind(parameter, std::int64_t{*record.int32Field[column.index]});
-    case ColumnSort::Int64: return statement.Bind(parameter, *record.int64Field[column.index]);
-    case ColumnSort::Double: return statement.Bind(parameter, *record.doubleField[column.index]);
-    case ColumnSort::Date:
-        return statement.Bind(parameter, static_cast<std::int64_t>(record.dateField[column.index]->value));
-    case ColumnSort::String: break;
-    }
-    const TOrvEventText& field = TextField(record, column.index);
-    statement.BindText(parameter, field.text, field.length);
+    return TextField(record, column.index);
 }
 
 std::string ColumnValue(const TOrvEventData& record, const EventColumn& column)
@@ -88,14 +78,14 @@ std::string ColumnText(const TOrvEventData& record, const EventColumn& column)
     return column.sort == ColumnSort::String ? "\"" + Visible(value) + "\"" : value;
 }
 
-std::string StoredEvent::ColumnList()
+std::string StoredEvent::ColumnList(const std::string& stored)
 {
-    std::string list = "Id, Stored, Name, Code";
+    std::string list = "Id, " + stored + ", Name, Code";
     for (const EventColumn& column : kEventColumns) list += std::string(", ") + column.name;
     return list + ", Image";
 }
 
-StoredEvent::StoredEvent(const Statement& row) : id(row.Integer(0)), stored(row.Text(1)), name(row.Text(2))
+StoredEvent::StoredEvent(const EventRow& row) : id(row.Integer(0)), stored(row.Text(1)), name(row.Text(2))
 {
     constexpr int kFirst = 4;
     record.size = sizeof record;
@@ -106,7 +96,7 @@ StoredEvent::StoredEvent(const Statement& row) : id(row.Integer(0)), stored(row.
     record.image = image_.empty() ? nullptr : image_.data();
 }
 
-void StoredEvent::Take(const Statement& row, int column, std::size_t position)
+void StoredEvent::Take(const EventRow& row, int column, std::size_t position)
 {
     if (row.IsNull(column)) return;
     const EventColumn& entry = kEventColumns[position];

@@ -89,12 +89,12 @@ private:
 
 int WriteReport(const EventsListOptions& options)
 {
-    EventDatabase database(options.database, EventDatabase::Use::Read);
+    const auto store = OpenEventStore(options.database, EventStore::Use::Read);
     EventQuery query(options);
     if (!query.sound()) return kUsage;
     Columns columns;
     std::size_t found = 0;
-    query.Run(database, [&](const StoredEvent& event, const Action& action) {
+    query.Run(*store, [&](const StoredEvent& event, const Action& action) {
         ++found;
         columns.Add(event, action);
     });
@@ -109,5 +109,5 @@ int WriteReport(const EventsListOptions& options)
 int ReportEvents(const EventsListOptions& options)
 {
     if (OutputIsTerminal()) return Complain("usage", "a page is not for a terminal; give -o FILE or a pipe");
-    return OverDatabase(options.database, [&] { return WriteReport(options); });
+    return OverStore(options.database, [&] { return WriteReport(options); });
 }

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "commands.h"
-#include "event_database.h"
+#include "event_store.h"
 
 class EventResults {
 public:

@@ -1,7 +1,4 @@
 // Reads event databases: lists what fits, follows what is added, and shows one event in full.
-#include <chrono>
-#include <thread>
-
 #include "action_page.h"
 #include "commands.h"
 #include "console.h"
@@ -15,13 +12,13 @@ namespace {
 
 int ListFound(const EventsListOptions& options)
 {
-    EventDatabase database(options.database, EventDatabase::Use::Read);
+    const auto store = OpenEventStore(options.database, EventStore::Use::Read);
     EventQuery query(options);
     if (!query.sound()) return kUsage;
-    const auto results = ResultsFor(options, database.LastId(), false);
+    const auto results = ResultsFor(options, store->LastId(), false);
     if (!results) return kUsage;
     bool found = false;
-    query.Run(database, [&](const StoredEvent& event, const Action& action) {
+    query.Run(*store, [&](const StoredEvent& event, const Action& action) {
         found = true;
         results->Add(event, action);
     });
@@ -33,21 +30,17 @@ int ListFound(const EventsListOptions& options)
 // Runs until Ctrl+C, or until nobody reads the results any more.
 int Follow(const EventsListOptions& options)
 {
-    constexpr std::chrono::milliseconds kPause(200);
-    EventDatabase database(options.database, EventDatabase::Use::Read);
+    const auto store = OpenEventStore(options.database, EventStore::Use::Read);
     EventQuery query(options);
     if (!query.sound()) return kUsage;
-    std::int64_t last = database.LastId();
-    const auto results = ResultsFor(options, last, true);
+    const auto results = ResultsFor(options, store->LastId(), true);
     if (!results) return kUsage;
     const auto add = [&](const StoredEvent& event, const Action& action) { results->Add(event, action); };
     CatchInterrupts();
-    if (!options.limit.empty()) {
-        last = query.Run(database, add);
-    }
+    if (!options.limit.empty()) query.Run(*store, add);
     while (FlushOutput() && !Interrupted()) {
-        std::this_thread::sleep_for(kPause);
-        last = query.RunAfter(database, last, add);
+        store->WaitForMore();
+        query.RunAdded(*store, add);
     }
     return results->sound() ? kDone : kUnreadable;
 }
@@ -80,12 +73,12 @@ void PrintDescription(const StoredEvent& event)
 
 int ShowRow(const EventsShowOptions& options)
 {
-    EventDatabase database(options.database, EventDatabase::Use::Read);
-    RowFilter filter;
-    filter.Add("Id = ?", {options.id});
+    const auto store = OpenEventStore(options.database, EventStore::Use::Read);
+    EventFilter filter;
+    filter.Add("Id", EventCondition::Asks::OneOf, {options.id});
     bool found = false;
     bool restored = false;
-    database.Select(filter, false, [&](const StoredEvent& event) {
+    store->Select(filter, EventStore::Order::OldestFirst, [&](const StoredEvent& event) {
         found = true;
         const Action action = Restored(event);
         restored = static_cast<bool>(action);
@@ -102,7 +95,7 @@ int ShowRow(const EventsShowOptions& options)
     if (!found) {
         return Complain("unknown",
                         "no event " + std::to_string(options.id) + "; the last one is " +
-                            std::to_string(database.LastId()),
+                            std::to_string(store->LastId()),
                         {}, options.database);
     }
     return restored ? kDone : kUnreadable;
@@ -112,15 +105,15 @@ int ShowRow(const EventsShowOptions& options)
 
 int ListEvents(const EventsListOptions& options)
 {
-    return OverDatabase(options.database, [&] { return ListFound(options); });
+    return OverStore(options.database, [&] { return ListFound(options); });
 }
 
 int FollowEvents(const EventsListOptions& options)
 {
-    return OverDatabase(options.database, [&] { return Follow(options); });
+    return OverStore(options.database, [&] { return Follow(options); });
 }
 
 int ShowEvent(const EventsShowOptions& options)
 {
-    return OverDatabase(options.database, [&] { return ShowRow(options); });
+    return OverStore(options.database, [&] { return ShowRow(options); });
 }

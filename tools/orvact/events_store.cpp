@@ -1,16 +1,14 @@
-// Stores actions in an event database.
-#include <optional>
+// Stores actions as events.
+#include <memory>
 
 #include "action_reader.h"
 #include "commands.h"
 #include "console.h"
-#include "event_database.h"
+#include "event_store.h"
 #include "progress.h"
 #include "text.h"
 
 namespace {
-
-constexpr std::uint64_t kEventsInTransaction = 1000;
 
 struct Stored {
     std::string place;        // of the last event that is in the database for good
@@ -18,15 +16,15 @@ struct Stored {
     std::size_t refused = 0;  // patterns, which are no events
 };
 
-void Commit(EventDatabase& database, Stored& stored, const std::string& place, std::uint64_t taken)
+void Commit(EventStore& store, Stored& stored, const std::string& place, std::uint64_t taken)
 {
-    if (database.uncommitted() == 0) return;
-    database.Commit();
+    if (store.uncommitted() == 0) return;
+    store.Commit();
     stored.place = place;
     stored.taken = taken;
 }
 
-void StoreAll(ActionReader& reader, EventDatabase& database, Stored& stored)
+void StoreAll(ActionReader& reader, EventStore& store, Stored& stored)
 {
     Progress progress(reader.size(), "event");
     Action action;
@@ -37,15 +35,15 @@ void StoreAll(ActionReader& reader, EventDatabase& database, Stored& stored)
             Report(record.place, Severity::Error,
                    {"not-an-event", "a match action is a pattern, not an event", {}, 0, 0, {}});
         } else {
-            database.Store(action);
+            store.Store(action);
             place = TextOf(record.place);
         }
         // What waits for more keeps nothing back and locks nobody out.
-        const bool full = database.uncommitted() >= kEventsInTransaction;
-        if (full || reader.MayWait()) Commit(database, stored, place, reader.taken());
-        progress.Show(stored.taken, database.committed());
+        const bool full = store.uncommitted() >= store.batch();
+        if (full || reader.MayWait()) Commit(store, stored, place, reader.taken());
+        progress.Show(stored.taken, store.committed());
     }
-    Commit(database, stored, place, reader.taken());
+    Commit(store, stored, place, reader.taken());
 }
 
 std::string Events(std::uint64_t count)
@@ -63,22 +61,22 @@ int StoreEvents(const EventsStoreOptions& options)
     ActionReader reader(Strictness::Unread);
     reader.HideProgress();
     if (!sound || !reader.Open(options.files, source)) return kUsage;
-    std::optional<EventDatabase> database;
+    std::unique_ptr<EventStore> store;
     Stored stored;
     const auto sayWhereToGoOn = [&] {
         if (!stored.place.empty()) Complain("stored", "the last event stored is that of " + stored.place);
     };
     try {
-        database.emplace(options.database, EventDatabase::Use::Write);
+        store = OpenEventStore(options.database, EventStore::Use::Write);
         CatchInterrupts();
-        StoreAll(reader, *database, stored);
+        StoreAll(reader, *store, stored);
     } catch (const DatabaseError& error) {
         Complain("database", error.what(), {}, options.database);
         sayWhereToGoOn();
         return kUsage;
     }
     const std::size_t left = stored.refused + reader.unreadable();
-    Print(Events(database->committed()) + " stored in " + options.database +
+    Print(Events(store->committed()) + " stored in " + options.database +
           (left > 0 ? ", " + std::to_string(left) + " left out" : "") + "\n");
     if (Interrupted()) {
         Complain("interrupted", "interrupted before the end of the input");

@@ -1,5 +1,7 @@
 #include "sqlite.h"
 
+#include "event_store.h"
+
 namespace {
 
 constexpr int kPatience = 5000;  // milliseconds to wait for another program that writes
@@ -24,32 +26,25 @@ void Statement::Check(int result) const
     if (result != SQLITE_OK) Fail(database_);
 }
 
-void Statement::Bind(int parameter, const SqlValue& value)
+void Statement::Bind(int parameter, std::int64_t number)
 {
-    struct Binder {
-        sqlite3_stmt* statement;
-        int parameter;
-
-        int operator()(std::int64_t number) const { return sqlite3_bind_int64(statement, parameter, number); }
-        int operator()(double number) const { return sqlite3_bind_double(statement, parameter, number); }
-        int operator()(const std::string& text) const
-        {
-            return sqlite3_bind_text64(statement, parameter, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-        }
-        int operator()(const std::u16string& text) const
-        {
-            return sqlite3_bind_text64(statement, parameter, reinterpret_cast<const char*>(text.data()),
-                                       2 * text.size(), SQLITE_TRANSIENT, SQLITE_UTF16);
-        }
-    };
-    Check(std::visit(Binder{get(), parameter}, value));
+    Check(sqlite3_bind_int64(get(), parameter, number));
 }
 
-void Statement::BindText(int parameter, const OrvWChar* text, std::uint64_t units)
+void Statement::Bind(int parameter, double number)
 {
-    if (!text) return BindNull(parameter);
-    Check(sqlite3_bind_text64(get(), parameter, reinterpret_cast<const char*>(text), 2 * units, SQLITE_STATIC,
-                              SQLITE_UTF16));
+    Check(sqlite3_bind_double(get(), parameter, number));
+}
+
+void Statement::Bind(int parameter, std::string_view text)
+{
+    Check(sqlite3_bind_text64(get(), parameter, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+void Statement::Bind(int parameter, std::u16string_view text)
+{
+    Check(sqlite3_bind_text64(get(), parameter, reinterpret_cast<const char*>(text.data()), 2 * text.size(),
+                              SQLITE_STATIC, SQLITE_UTF16));
 }
 
 void Statement::BindBytes(int parameter, std::string_view bytes)

@@ -1,32 +1,22 @@
-// The database engine's handles, which close themselves, and its faults as exceptions.
+// The handles of SQLite, which close themselves; its faults are a DatabaseError.
 #pragma once
 
-#include <OrvActions.h>
 #include <sqlite3.h>
 
 #include <cstdint>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <variant>
-#include <vector>
-
-class DatabaseError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-// A value of a prepared statement.
-using SqlValue = std::variant<std::int64_t, double, std::string, std::u16string>;
 
 class Statement {
 public:
     Statement(sqlite3* database, const std::string& sql);
 
-    void Bind(int parameter, const SqlValue& value);
-    // Borrowed until the next step; null binds nothing.
-    void BindText(int parameter, const OrvWChar* text, std::uint64_t units);
+    // Wide texts and bytes are borrowed until the statement is reset, narrow texts are copied.
+    void Bind(int parameter, std::int64_t number);
+    void Bind(int parameter, double number);
+    void Bind(int parameter, std::string_view text);
+    void Bind(int parameter, std::u16string_view text);
     void BindBytes(int parameter, std::string_view bytes);
     void BindNull(int parameter);
 

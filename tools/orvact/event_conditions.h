@@ -1,0 +1,45 @@
+// What a question asks of the rows of an event store, and how its conditions are written in SQL. One translator, and what
+// differs between the databases stands in a dialect.
+#pragma once
+
+#include <OrvActions.hpp>
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+// A value that a condition compares with; a time is one of Stored.
+using EventValue = std::variant<std::int64_t, double, std::string, std::u16string, orv::TimePoint>;
+
+struct EventCondition {
+    enum class Asks {
+        OneOf,    // the column has one of the values
+        Above,    // more than the value
+        AtLeast,
+        AtMost,
+        SameText  // the value in any case; a text beyond ASCII passes always, as the library compares by other rules
+    };
+    std::string column;
+    Asks asks;
+    std::vector<EventValue> values;
+};
+
+// All of the conditions hold.
+struct EventFilter {
+    std::vector<EventCondition> conditions;
+
+    void Add(std::string column, EventCondition::Asks asks, std::vector<EventValue> values)
+    {
+        conditions.push_back({std::move(column), asks, std::move(values)});
+    }
+};
+
+// How a database writes what is not written alike in all of them.
+struct SqlDialect {
+    std::string (*mark)(std::size_t number);  // the place of a value, counted from 1
+    std::string (*sameText)(const std::string& column, const std::string& mark);
+};
+
+// The conditions joined by "and"; their values in the order of their marks are appended.
+std::string SqlOf(const EventFilter& filter, const SqlDialect& dialect, std::vector<EventValue>& values);

@@ -1,0 +1,56 @@
+#include "event_store.h"
+
+#include <chrono>
+#include <optional>
+
+#include "forms.h"
+#include "iso_time.h"
+#include "sqlite_store.h"
+
+void EventStore::Store(const Action& action)
+{
+    // The image first: filling the record converts values in the action.
+    const Encoded image = WriteBinary(action);
+    if (!image.problem.empty()) throw DatabaseError("the action " + image.problem);
+    std::optional<orv::EventRecord> record;
+    try {
+        record.emplace(action.Handle());
+    } catch (const orv::Error& error) {
+        throw DatabaseError(std::string("the action gives no record: ") + error.what());
+    }
+    Append({Now(), action, *record->get(), image.record});
+    ++uncommitted_;
+}
+
+void EventStore::Commit()
+{
+    if (uncommitted_ == 0) return;
+    CommitAll();
+    committed_ += uncommitted_;
+    uncommitted_ = 0;
+}
+
+std::unique_ptr<EventStore> OpenEventStore(const std::string& home, EventStore::Use use)
+{
+    return std::make_unique<SqliteStore>(home, use);
+}
+
+std::int64_t Now()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+}
+
+std::string StoredTime(std::int64_t milliseconds)
+{
+    return ClockText(orv::TimePoint(std::chrono::milliseconds(milliseconds))) + "Z";
+}
+
+Action Restored(const StoredEvent& event)
+{
+    try {
+        return Action::Restored(event.record);
+    } catch (const orv::Error&) {
+        return Action();
+    }
+}

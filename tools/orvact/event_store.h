@@ -1,0 +1,74 @@
+// Where events are kept: a row for each, with a column for each of the event record and the binary form of the action.
+// There are two homes, a file (SQLite) and a server (PostgreSQL), with the same rows and the same answers.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "action_view.h"
+#include "event_conditions.h"
+#include "event_record.h"
+
+// What a home says when it cannot: one line, without the password.
+class DatabaseError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// An event on its way into a store; all of it is borrowed for the call.
+struct NewEvent {
+    std::int64_t stored;  // milliseconds since 1970 UTC
+    const Action& action;
+    const TOrvEventData& record;
+    const std::string& image;
+};
+
+class EventStore {
+public:
+    enum class Use { Read, Write };
+    enum class Order { OldestFirst, NewestFirst };
+    // Called for each row; false ends it.
+    using Take = std::function<bool(const StoredEvent&)>;
+
+    virtual ~EventStore() = default;
+    EventStore(const EventStore&) = delete;
+    EventStore& operator=(const EventStore&) = delete;
+
+    // Stores an action with the time of now. It is there for others, and for good, after Commit.
+    void Store(const Action& action);
+    void Commit();  // nothing when nothing is open
+    std::uint64_t committed() const { return committed_; }
+    std::uint64_t uncommitted() const { return uncommitted_; }
+    virtual std::uint64_t batch() const = 0;  // how many events are best committed together
+
+    // What is read is the state of one moment: that of the first question, until SelectAdded moves on.
+    virtual std::int64_t LastId() = 0;
+    virtual void Select(const EventFilter& filter, Order order, const Take& take) = 0;
+    // Moves to the moment of now, and calls back for what was added since the moment before, each event once.
+    virtual void SelectAdded(const EventFilter& filter, const Take& take) = 0;
+    // Until something may have been added, or for a part of a second.
+    virtual void WaitForMore() = 0;
+
+protected:
+    EventStore() = default;
+
+    virtual void Append(const NewEvent& event) = 0;
+    virtual void CommitAll() = 0;
+
+private:
+    std::uint64_t committed_ = 0;
+    std::uint64_t uncommitted_ = 0;
+};
+
+// Throws DatabaseError when there is none (Read), when it is something else, or cannot be reached.
+std::unique_ptr<EventStore> OpenEventStore(const std::string& home, EventStore::Use use);
+
+// A time as it is shown: "2026-11-21T07:52:18.000Z", in the order of time when sorted as text.
+std::string StoredTime(std::int64_t milliseconds);  // since 1970 UTC
+std::int64_t Now();
+
+// The action of a row, by the restoring export; empty when the library gives none.
+Action Restored(const StoredEvent& event);

@@ -1,0 +1,152 @@
+#include "sqlite_store.h"
+
+#include <chrono>
+#include <thread>
+
+namespace {
+
+constexpr std::int64_t kApplication = 0x4F727645;  // "OrvE", so that no other database is taken for one of ours
+constexpr std::int64_t kVersion = 1;
+
+const char* SqlType(ColumnSort sort)
+{
+    return sort == ColumnSort::Double ? "REAL" : sort == ColumnSort::String ? "TEXT" : "INTEGER";
+}
+
+std::string InsertSql()
+{
+    std::string sql = "insert into Events (Stored, Name, Code";
+    std::string marks = "?, ?, ?";
+    for (const EventColumn& column : kEventColumns) {
+        sql += std::string(", ") + column.name;
+        marks += ", ?";
+    }
+    return sql + ", Image) values (" + marks + ", ?)";
+}
+
+constexpr SqlDialect kDialect = {
+    [](std::size_t) { return std::string("?"); },
+    [](const std::string& column, const std::string& mark) {
+        return "(" + column + " = " + mark + " collate nocase or " + column + " glob '*[^ -~]*')";
+    },
+};
+
+// Binds values in their order.
+struct Binder {
+    Statement& statement;
+    int parameter = 1;
+
+    void operator()(std::int64_t number) { statement.Bind(parameter++, number); }
+    void operator()(std::int32_t number) { statement.Bind(parameter++, std::int64_t{number}); }
+    void operator()(double number) { statement.Bind(parameter++, number); }
+    void operator()(const std::string& text) { statement.Bind(parameter++, text); }
+    void operator()(std::u16string_view text) { statement.Bind(parameter++, text); }
+    void operator()(orv::TimePoint time) { (*this)(StoredTime(time.time_since_epoch().count())); }
+    void operator()(std::nullptr_t) { statement.BindNull(parameter++); }
+};
+
+class Row final : public EventRow {
+public:
+    explicit Row(const Statement& statement) : statement_(statement) {}
+
+    bool IsNull(int column) const override { return statement_.IsNull(column); }
+    std::int64_t Integer(int column) const override { return statement_.Integer(column); }
+    double Real(int column) const override { return statement_.Real(column); }
+    std::string Text(int column) const override { return statement_.Text(column); }
+    std::u16string Wide(int column) const override { return statement_.Wide(column); }
+    std::string Bytes(int column) const override { return statement_.Bytes(column); }
+
+private:
+    const Statement& statement_;
+};
+
+}  // namespace
+
+SqliteStore::SqliteStore(const std::string& path, Use use) : database_(path, use == Use::Write)
+{
+    if (use == Use::Write && database_.Number("select count(*) from sqlite_master") == 0) Create();
+    if (database_.Number("pragma application_id") != kApplication) {
+        throw DatabaseError("a database, but not one of events");
+    }
+    if (database_.Number("pragma user_version") != kVersion) {
+        throw DatabaseError("an event database of another version of orvact");
+    }
+    if (use == Use::Write) insert_.emplace(database_.get(), InsertSql());
+}
+
+void SqliteStore::Create()
+{
+    database_.Run("begin immediate");
+    // Another program may have been faster.
+    if (database_.Number("select count(*) from sqlite_master") == 0) {
+        std::string table =
+            "create table Events (Id INTEGER PRIMARY KEY, Stored TEXT NOT NULL, Name TEXT NOT NULL, "
+            "Code INTEGER NOT NULL";
+        for (const EventColumn& column : kEventColumns)
+            table += std::string(", ") + column.name + " " + SqlType(column.sort);
+        database_.Run((table + ", Image BLOB NOT NULL)").c_str());
+        database_.Run("create index EventsByCode on Events (Code)");
+        database_.Run("create index EventsByTime on Events (Stored)");
+        database_.Run(("pragma application_id = " + std::to_string(kApplication)).c_str());
+        database_.Run(("pragma user_version = " + std::to_string(kVersion)).c_str());
+    }
+    database_.Run("commit");
+}
+
+void SqliteStore::Append(const NewEvent& event)
+{
+    if (!open_) database_.Run("begin immediate");
+    open_ = true;
+    Binder bind{*insert_};
+    bind(StoredTime(event.stored));
+    bind(orv::ToUtf8(event.action.Name()));
+    bind(std::int64_t{event.record.code});
+    for (const EventColumn& column : kEventColumns) VisitColumn(event.record, column, bind);
+    insert_->BindBytes(bind.parameter, event.image);
+    insert_->Step();
+    insert_->Reset();
+}
+
+void SqliteStore::CommitAll()
+{
+    database_.Run("commit");
+    open_ = false;
+}
+
+std::int64_t SqliteStore::LastId()
+{
+    if (!last_) last_ = database_.Number("select max(Id) from Events");
+    return *last_;
+}
+
+void SqliteStore::Select(const EventFilter& filter, Order order, const Take& take)
+{
+    SelectRange(filter, 0, order, take);
+}
+
+void SqliteStore::SelectAdded(const EventFilter& filter, const Take& take)
+{
+    const std::int64_t before = LastId();
+    last_.reset();
+    SelectRange(filter, before, Order::OldestFirst, take);
+}
+
+void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take)
+{
+    filter.Add("Id", EventCondition::Asks::Above, {after});
+    filter.Add("Id", EventCondition::Asks::AtMost, {LastId()});
+    std::vector<EventValue> values;
+    const std::string where = SqlOf(filter, kDialect, values);
+    Statement rows(database_.get(), "select " + StoredEvent::ColumnList() + " from Events where " + where +
+                                        " order by Id" + (order == Order::NewestFirst ? " desc" : ""));
+    Binder bind{rows};
+    for (const EventValue& value : values) std::visit(bind, value);
+    while (rows.Step()) {
+        if (!take(StoredEvent(Row(rows)))) return;
+    }
+}
+
+void SqliteStore::WaitForMore()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+}

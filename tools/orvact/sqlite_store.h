@@ -1,0 +1,29 @@
+// Events in an SQLite file: one table, Events.
+#pragma once
+
+#include <optional>
+
+#include "event_store.h"
+#include "sqlite.h"
+
+class SqliteStore final : public EventStore {
+public:
+    SqliteStore(const std::string& path, Use use);
+
+    std::uint64_t batch() const override { return 1000; }
+    std::int64_t LastId() override;
+    void Select(const EventFilter& filter, Order order, const Take& take) override;
+    void SelectAdded(const EventFilter& filter, const Take& take) override;
+    void WaitForMore() override;
+
+private:
+    void Create();
+    void Append(const NewEvent& event) override;
+    void CommitAll() override;
+    void SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take);
+
+    Database database_;
+    std::optional<Statement> insert_;
+    std::optional<std::int64_t> last_;  // the greatest id of the moment that is read
+    bool open_ = false;                 // a transaction
+};
