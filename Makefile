@@ -29,6 +29,7 @@ build:
 
 ## test             build, and run the native tests
 test: build
+	@scripts/install-packages server || echo "The tests of events on a server are SKIPPED"
 	@ctest --test-dir build/native --no-tests=error
 
 ## test-windows     cross-build for Windows, and run the tests under Wine

@@ -8,7 +8,13 @@ else()
 endif()
 list(FILTER orvact_sources EXCLUDE REGEX "/main\\.cpp$")
 include(Sqlite)
+include(Postgres)
 include(Utf8proc)
+if(ORV_POSTGRES)
+    list(FILTER orvact_sources EXCLUDE REGEX "/postgres_absent\\.cpp$")
+else()
+    list(FILTER orvact_sources EXCLUDE REGEX "/postgres(_rows|_schema|_store)?\\.cpp$")
+endif()
 
 # What orvact --version tells of the build. The commit is missing where the sources have no history.
 set(ORV_BUILD "${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR}, ${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}")
@@ -33,7 +39,8 @@ add_library(orvact_parts OBJECT ${orvact_sources})
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/orvact/lint.cpp
     ${PROJECT_SOURCE_DIR}/tools/orvact/catalogue_content.cpp PROPERTIES INCLUDE_DIRECTORIES ${PROJECT_SOURCE_DIR}/src)
 target_include_directories(orvact_parts PRIVATE ${PROJECT_BINARY_DIR}/orvact ${PROJECT_SOURCE_DIR}/tools/orvact)
-target_link_libraries(orvact_parts PUBLIC orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite orv_utf8proc)
+target_link_libraries(orvact_parts PUBLIC orv_flags OrvActions orv_inside orv_CLI orv_nlohmann orv_sqlite orv_postgres
+    orv_utf8proc)
 if(WIN32)
     target_link_options(orvact_parts PUBLIC -static -municode)
     target_link_libraries(orvact_parts PUBLIC oleaut32 ole32)

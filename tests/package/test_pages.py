@@ -17,7 +17,7 @@ COMPLETIONS = PAGES / "completions"
 # What is typed so far, and what may come next.
 COMPLETED = [
     ("orvact li", {"list", "lint"}),
-    ("orvact events ", {"store", "list", "follow", "report", "show"}),
+    ("orvact events ", {"store", "list", "follow", "report", "show", "prune"}),
     ("orvact events list --cl", {"--class"}),
     ("orvact list --cl", {"--class"}),
     ("orvact list ", {"classes", "actions", "enums"}),

@@ -179,6 +179,14 @@ void CommandLine::AddEvents()
     AddDatabase(storing, store.database);
     AddInput(storing, store.from, store.files);
     AddCommon(storing);
+    CLI::Option* recorder =
+        storing->add_option("--recorder", store.recorder, "Who stores, for a server; the host's name when not given")
+            ->type_name("NAME");
+    storing
+        ->add_flag("--numbered", store.numbered,
+                   "The input begins with the recorder's first event; what is on the server already is passed over")
+        ->needs(recorder);
+    storing->add_flag("--retry", store.retry, "When the server goes away, wait for it and go on");
     storing->footer(kEventsStoreFooter);
 
     AddEventsList(command);
@@ -191,11 +199,17 @@ void CommandLine::AddEvents()
     showing->add_flag("--names", settings.names, "Values of enums by name");
     AddCommon(showing);
     showing->footer(kEventsShowFooter);
+
+    CLI::App* pruning = command->add_subcommand("prune", "Removes old events");
+    AddDatabase(pruning, prune.database);
+    pruning->add_option("--keep", prune.keep, "What is younger than this age stays: 90d")->type_name("AGE")->required();
+    AddCommon(pruning);
+    pruning->footer(kEventsPruneFooter);
 }
 
 void CommandLine::AddDatabase(CLI::App* command, std::string& database)
 {
-    command->add_option("DB", database, "The database, a file")->type_name("")->required();
+    command->add_option("DB", database, "The database: a file, or a server, postgresql://USER@HOST/NAME")->type_name("")->required();
 }
 
 // Which events.

@@ -22,6 +22,7 @@ struct CommandLine {
     EventsStoreOptions store;
     EventsListOptions events;
     EventsShowOptions event;
+    EventsPruneOptions prune;
     LintOptions lint;
     CatalogueOptions catalogue;
     std::string output;  // "" and "-" for standard output

@@ -57,6 +57,9 @@ struct EventsStoreOptions {
     std::string database;
     std::string from;
     std::vector<std::string> files;
+    std::string recorder;  // who stores; "" for the name of the host
+    bool numbered = false; // the input begins with the first event of the recorder
+    bool retry = false;    // wait for a server that goes away
 };
 int StoreEvents(const EventsStoreOptions& options);
 
@@ -84,6 +87,12 @@ struct EventsShowOptions {
     std::int64_t id = 0;
 };
 int ShowEvent(const EventsShowOptions& options);
+
+struct EventsPruneOptions {
+    std::string database;
+    std::string keep;  // an age
+};
+int PruneEvents(const EventsPruneOptions& options);
 
 // Reports a name that does not exist, with names that may have been meant; returns the exit code.
 int ReportUnknown(const std::string& what, const std::string& name, const std::vector<std::string>& names);

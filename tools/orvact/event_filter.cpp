@@ -64,18 +64,6 @@ bool AddClasses(const std::vector<std::string>& wanted, EventFilter& filter)
     return true;
 }
 
-// An age: a number and s, m, h, d or w.
-bool ParseAge(std::string_view text, std::int64_t& milliseconds)
-{
-    constexpr std::string_view kUnits = "smhdw";
-    constexpr std::int64_t kLengths[] = {1000, 60'000, 3'600'000, 86'400'000, 604'800'000};
-    const std::size_t unit = text.empty() ? std::string_view::npos : kUnits.find(text.back());
-    std::uint32_t number = 0;
-    if (unit == std::string_view::npos || !ParseNumber(text.substr(0, text.size() - 1), number)) return false;
-    milliseconds = number * kLengths[unit];
-    return true;
-}
-
 // Z, or hours and minutes east of Greenwich: +02:00, +0200 or +02. Taken off the text.
 bool TakeOffset(std::string_view& text, std::int64_t& minutes)
 {
@@ -275,6 +263,17 @@ void AddParameters(const Action& pattern, EventFilter& filter)
 }
 
 }  // namespace
+
+bool ParseAge(std::string_view text, std::int64_t& milliseconds)
+{
+    constexpr std::string_view kUnits = "smhdw";
+    constexpr std::int64_t kLengths[] = {1000, 60'000, 3'600'000, 86'400'000, 604'800'000};
+    const std::size_t unit = text.empty() ? std::string_view::npos : kUnits.find(text.back());
+    std::uint32_t number = 0;
+    if (unit == std::string_view::npos || !ParseNumber(text.substr(0, text.size() - 1), number)) return false;
+    milliseconds = number * kLengths[unit];
+    return true;
+}
 
 bool AddConditions(const EventsListOptions& options, EventFilter& filter)
 {

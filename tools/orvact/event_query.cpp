@@ -80,8 +80,8 @@ int OverStore(const std::string& home, const std::function<int()>& work)
     try {
         return work();
     } catch (const DatabaseError& error) {
-        return Complain("database", error.what(), {}, home);
+        return Complain("database", error.what(), {}, HomeName(home));
     } catch (const orv::Error& error) {
-        return Complain("database", error.what(), {}, home);
+        return Complain("database", error.what(), {}, HomeName(home));
     }
 }

@@ -100,7 +100,7 @@ int WriteReport(const EventsListOptions& options)
     });
     Print(Filled(Web::kReportHtml, {{"style", std::string(Web::kPageCss) + std::string(Web::kReportCss)},
                                     {"script", std::string(Web::kReportJs)},
-                                    {"data", columns.Document(options.database)}}));
+                                    {"data", columns.Document(HomeName(options.database))}}));
     return found > 0 ? kDone : kNoMatch;
 }
 

@@ -5,6 +5,7 @@
 
 #include "forms.h"
 #include "iso_time.h"
+#include "postgres_store.h"
 #include "sqlite_store.h"
 
 void EventStore::Store(const Action& action)
@@ -30,8 +31,29 @@ void EventStore::Commit()
     uncommitted_ = 0;
 }
 
-std::unique_ptr<EventStore> OpenEventStore(const std::string& home, EventStore::Use use)
+bool IsServer(const std::string& home)
 {
+    return home.starts_with("postgresql://") || home.starts_with("postgres://");
+}
+
+std::string HomeName(const std::string& home)
+{
+    if (!IsServer(home)) return home;
+    const std::size_t user = home.find("//") + 2;
+    std::string name = home;
+    // An @ that was not written as %40 belongs to the password too.
+    const std::size_t host = name.rfind('@');
+    const std::size_t colon = name.find(':', user);
+    if (host != std::string::npos && colon < host) name.erase(colon, host - colon);
+    return name.substr(0, name.find('?'));
+}
+
+std::unique_ptr<EventStore> OpenEventStore(const std::string& home, EventStore::Use use, const StoreOptions& options)
+{
+    if (IsServer(home)) return OpenPostgresStore(home, use, options);
+    if (options.retry || options.numbered || !options.recorder.empty()) {
+        throw DatabaseError("--retry, --recorder and --numbered are for a server, postgresql://...");
+    }
     return std::make_unique<SqliteStore>(home, use);
 }
 

@@ -26,6 +26,13 @@ struct NewEvent {
     const std::string& image;
 };
 
+// How a server takes events; a file has one writer, and nothing that goes away.
+struct StoreOptions {
+    bool retry = false;     // when the server goes away, wait for it and go on
+    std::string recorder;   // who stores; "" for the name of the host
+    bool numbered = false;  // the input begins with the first event of the recorder
+};
+
 class EventStore {
 public:
     enum class Use { Read, Write };
@@ -43,6 +50,7 @@ public:
     std::uint64_t committed() const { return committed_; }
     std::uint64_t uncommitted() const { return uncommitted_; }
     virtual std::uint64_t batch() const = 0;  // how many events are best committed together
+    virtual std::uint64_t known() const { return 0; }  // of a numbered input, how many were stored before
 
     // What is read is the state of one moment: that of the first question, until SelectAdded moves on.
     virtual std::int64_t LastId() = 0;
@@ -51,6 +59,9 @@ public:
     virtual void SelectAdded(const EventFilter& filter, const Take& take) = 0;
     // Until something may have been added, or for a part of a second.
     virtual void WaitForMore() = 0;
+
+    // Forgets what was stored before that time; says what that was.
+    virtual std::string Prune(std::int64_t before) = 0;
 
 protected:
     EventStore() = default;
@@ -64,7 +75,11 @@ private:
 };
 
 // Throws DatabaseError when there is none (Read), when it is something else, or cannot be reached.
-std::unique_ptr<EventStore> OpenEventStore(const std::string& home, EventStore::Use use);
+std::unique_ptr<EventStore> OpenEventStore(const std::string& home, EventStore::Use use,
+                                           const StoreOptions& options = {});
+bool IsServer(const std::string& home);
+// How a home is shown: a connection string without its password and options.
+std::string HomeName(const std::string& home);
 
 // A time as it is shown: "2026-11-21T07:52:18.000Z", in the order of time when sorted as text.
 std::string StoredTime(std::int64_t milliseconds);  // since 1970 UTC

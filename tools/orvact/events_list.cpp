@@ -1,7 +1,8 @@
-// Reads event databases: lists what fits, follows what is added, and shows one event in full.
+// Reads event databases: lists what fits, follows what is added, shows one event in full, and removes old ones.
 #include "action_page.h"
 #include "commands.h"
 #include "console.h"
+#include "event_filter.h"
 #include "event_query.h"
 #include "event_results.h"
 #include "report.h"
@@ -96,7 +97,7 @@ int ShowRow(const EventsShowOptions& options)
         return Complain("unknown",
                         "no event " + std::to_string(options.id) + "; the last one is " +
                             std::to_string(store->LastId()),
-                        {}, options.database);
+                        {}, HomeName(options.database));
     }
     return restored ? kDone : kUnreadable;
 }
@@ -111,6 +112,22 @@ int ListEvents(const EventsListOptions& options)
 int FollowEvents(const EventsListOptions& options)
 {
     return OverStore(options.database, [&] { return Follow(options); });
+}
+
+int PruneEvents(const EventsPruneOptions& options)
+{
+    std::int64_t age = 0;
+    if (!ParseAge(options.keep, age)) {
+        return Complain("time", "--keep " + Visible(options.keep) + ": expected an age such as 90d");
+    }
+    return OverStore(options.database, [&] {
+        CatchInterrupts();
+        // A store that is to be pruned is there.
+        if (!IsServer(options.database)) OpenEventStore(options.database, EventStore::Use::Read);
+        const auto store = OpenEventStore(options.database, EventStore::Use::Write);
+        Print(store->Prune(Now() - age) + "\n");
+        return Interrupted() ? kInterrupted : kDone;
+    });
 }
 
 int ShowEvent(const EventsShowOptions& options)

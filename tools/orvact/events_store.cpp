@@ -14,6 +14,7 @@ struct Stored {
     std::string place;        // of the last event that is in the database for good
     std::uint64_t taken = 0;  // of the input up to there
     std::size_t refused = 0;  // patterns, which are no events
+    std::uint64_t known = 0;  // passed over
 };
 
 void Commit(EventStore& store, Stored& stored, const std::string& place, std::uint64_t taken)
@@ -34,6 +35,8 @@ void StoreAll(ActionReader& reader, EventStore& store, Stored& stored)
             ++stored.refused;
             Report(record.place, Severity::Error,
                    {"not-an-event", "a match action is a pattern, not an event", {}, 0, 0, {}});
+        } else if (stored.known < store.known()) {
+            ++stored.known;
         } else {
             store.Store(action);
             place = TextOf(record.place);
@@ -67,16 +70,19 @@ int StoreEvents(const EventsStoreOptions& options)
         if (!stored.place.empty()) Complain("stored", "the last event stored is that of " + stored.place);
     };
     try {
-        store = OpenEventStore(options.database, EventStore::Use::Write);
+        store = OpenEventStore(options.database, EventStore::Use::Write,
+                               {options.retry, options.recorder, options.numbered});
         CatchInterrupts();
         StoreAll(reader, *store, stored);
     } catch (const DatabaseError& error) {
-        Complain("database", error.what(), {}, options.database);
+        Complain("database", error.what(), {}, HomeName(options.database));
+        if (store && IsServer(options.database)) Complain("stored", Events(store->committed()) + " stored");
         sayWhereToGoOn();
         return kUsage;
     }
     const std::size_t left = stored.refused + reader.unreadable();
-    Print(Events(store->committed()) + " stored in " + options.database +
+    Print(Events(store->committed()) + " stored in " + HomeName(options.database) +
+          (stored.known > 0 ? ", " + std::to_string(stored.known) + " were there" : "") +
           (left > 0 ? ", " + std::to_string(left) + " left out" : "") + "\n");
     if (Interrupted()) {
         Complain("interrupted", "interrupted before the end of the input");

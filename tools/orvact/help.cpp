@@ -67,8 +67,9 @@ const char* const kMatchFooter =
     "  orvact match --explain '@ CameraOn (Camera: 8)' examples/site.actions";
 
 const char* const kEventsFooter =
-    "The database is an SQLite file with the table Events: Id, Stored (UTC), Name, Code, a column for each of\n"
-    "the event record, and the binary form of the action, Image. See docs/event-records.md.\n\n"
+    "The database is an SQLite file, or a PostgreSQL server where postgresql://USER@HOST/NAME stands in place\n"
+    "of a file name; a password comes from ~/.pgpass. Its table is Events: Id, Stored (UTC), Name, Code, a\n"
+    "column for each of the event record, and the binary form of the action, Image. See docs/event-records.md.\n\n"
     "  orvact events store site.db examples/site.actions\n"
     "  orvact events list site.db --class CameraControl\n"
     "  orvact events show site.db 3";
@@ -77,9 +78,11 @@ const char* const kEventsStoreFooter =
     "What is no action, what holds text that is no part of one, and what is a match action is reported with\n"
     "its place and left out, with exit code 3. Events are stored in transactions of up to 1000; from a pipe they are in the database as soon as\n"
     "the pipe is empty. Ctrl+C stores what was read and ends with exit code 130; whatever else interrupts\n"
-    "loses the open transaction at most.\n\n"
+    "loses the open transaction at most. A server takes up to 10000 in a transaction, and the numbers of a\n"
+    "recorder's events: with --numbered the same command goes on after whatever has stopped it.\n\n"
     "  orvact events store site.db examples/site.actions\n"
-    "  server-log | orvact events store site.db";
+    "  server-log | orvact events store site.db\n"
+    "  orvact events store postgresql:///site --recorder gate --numbered --retry gate.bin";
 
 const char* const kEventsListFooter =
     "An event is listed when it fits all of --id, --code, --class, --since, --until and --match. Exit code 1\n"
@@ -105,6 +108,12 @@ const char* const kEventsReportFooter =
     "  orvact events report site.db --since 7d --class CameraControl -o week.html";
 
 const char* const kEventsShowFooter = "  orvact events show site.db 3";
+
+const char* const kEventsPruneFooter =
+    "A file gives up single events, in small steps; a server drops whole months, once the youngest event of\n"
+    "a month is older than that.\n\n"
+    "  orvact events prune site.db --keep 90d\n"
+    "  orvact events prune postgresql:///site --keep 52w";
 
 std::string FormsHelp()
 {

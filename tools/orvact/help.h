@@ -17,6 +17,7 @@ extern const char* const kEventsListFooter;
 extern const char* const kEventsFollowFooter;
 extern const char* const kEventsReportFooter;
 extern const char* const kEventsShowFooter;
+extern const char* const kEventsPruneFooter;
 
 // The forms as a list, with what each is for.
 std::string FormsHelp();

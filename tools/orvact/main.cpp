@@ -19,6 +19,7 @@ int PerformEvents(const CommandLine& line)
     if (command->got_subcommand("store")) return StoreEvents(line.store);
     if (command->got_subcommand("list")) return ListEvents(line.events);
     if (command->got_subcommand("follow")) return FollowEvents(line.events);
+    if (command->got_subcommand("prune")) return PruneEvents(line.prune);
     return command->got_subcommand("report") ? ReportEvents(line.events) : ShowEvent(line.event);
 }
 

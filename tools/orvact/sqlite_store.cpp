@@ -3,6 +3,8 @@
 #include <chrono>
 #include <thread>
 
+#include "console.h"
+
 namespace {
 
 constexpr std::int64_t kApplication = 0x4F727645;  // "OrvE", so that no other database is taken for one of ours
@@ -149,4 +151,19 @@ void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order orde
 void SqliteStore::WaitForMore()
 {
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
+}
+
+// In small steps, so that nobody else waits long for his turn.
+std::string SqliteStore::Prune(std::int64_t before)
+{
+    Statement step(database_.get(),
+                   "delete from Events where Id in (select Id from Events where Stored < ? limit 1000)");
+    std::int64_t gone = 0;
+    for (std::int64_t last = 1; last > 0 && !Interrupted(); gone += last) {
+        step.Bind(1, StoredTime(before));
+        step.Step();
+        step.Reset();
+        last = sqlite3_changes(database_.get());
+    }
+    return std::to_string(gone) + (gone == 1 ? " event is gone" : " events are gone");
 }

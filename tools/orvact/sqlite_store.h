@@ -15,6 +15,7 @@ public:
     void Select(const EventFilter& filter, Order order, const Take& take) override;
     void SelectAdded(const EventFilter& filter, const Take& take) override;
     void WaitForMore() override;
+    std::string Prune(std::int64_t before) override;
 
 private:
     void Create();

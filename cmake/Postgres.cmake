@@ -1,0 +1,15 @@
+# libpq, for events on a PostgreSQL server, as the target orv_postgres. The tool is built without where there is none, and
+# on Windows, for which Debian has none; it says so when it is asked for a server.
+add_library(orv_postgres INTERFACE)
+set(ORV_POSTGRES OFF)
+if(NOT WIN32)
+    find_library(ORV_LIBPQ_LIBRARY NAMES pq)
+    find_path(ORV_LIBPQ_INCLUDE libpq-fe.h PATH_SUFFIXES postgresql)
+    if(ORV_LIBPQ_LIBRARY AND ORV_LIBPQ_INCLUDE)
+        set(ORV_POSTGRES ON)
+        target_include_directories(orv_postgres SYSTEM INTERFACE ${ORV_LIBPQ_INCLUDE})
+        target_link_libraries(orv_postgres INTERFACE ${ORV_LIBPQ_LIBRARY})
+    else()
+        message(STATUS "No libpq: orvact stores events in files only (Debian: libpq-dev)")
+    endif()
+endif()

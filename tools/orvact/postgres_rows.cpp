@@ -1,0 +1,90 @@
+#include "postgres_rows.h"
+
+#include <bit>
+
+namespace Postgres {
+
+namespace {
+
+// Appends fields to the data of a copy: each behind its size, numbers with the high byte first.
+class Fields {
+public:
+    explicit Fields(std::string& data) : data_(data) {}
+
+    template <class T>
+    void Raw(T number)
+    {
+        for (std::size_t byte = sizeof number; byte-- > 0;) data_ += static_cast<char>(number >> 8 * byte);
+    }
+
+    void Bytes(std::string_view bytes)
+    {
+        Raw(static_cast<std::uint32_t>(bytes.size()));
+        data_ += bytes;
+    }
+
+    void operator()(std::int32_t number) { Number(static_cast<std::uint32_t>(number)); }
+    void operator()(std::int64_t number) { Number(static_cast<std::uint64_t>(number)); }
+    void operator()(double number) { Number(std::bit_cast<std::uint64_t>(number)); }
+    void operator()(std::nullptr_t) { Raw(0xFFFFFFFFu); }
+    // A text of the server has no zero in it; the image has all that was there.
+    void operator()(std::u16string_view wide)
+    {
+        std::string text = orv::ToUtf8(wide);
+        for (std::size_t at = 0; (at = text.find('\0', at)) != std::string::npos;) text.replace(at, 1, "\uFFFD");
+        Bytes(text);
+    }
+
+private:
+    template <class T>
+    void Number(T number)
+    {
+        Raw(static_cast<std::uint32_t>(sizeof number));
+        Raw(number);
+    }
+
+    std::string& data_;
+};
+
+// Microseconds since the year 2000, as the server counts.
+std::int64_t ServerTime(std::int64_t milliseconds)
+{
+    constexpr std::int64_t kBegin = 946'684'800'000;
+    return (milliseconds - kBegin) * 1000;
+}
+
+}  // namespace
+
+std::string CopiedColumns()
+{
+    std::string list = "Recorder, Sequence, Stored, Name, Code";
+    for (const EventColumn& column : kEventColumns) list += std::string(", ") + column.name;
+    return list + ", Image";
+}
+
+void CopyData::Clear()
+{
+    data_.assign("PGCOPY\n\377\r\n\0", 11);
+    data_.append(8, '\0');  // no flags, no extension
+}
+
+void CopyData::Add(const NewEvent& event, std::int32_t recorder, std::int64_t sequence)
+{
+    constexpr std::uint16_t kFields = 5 + kColumnCount + 1;
+    Fields fields(data_);
+    fields.Raw(kFields);
+    fields(recorder);
+    fields(sequence);
+    fields(ServerTime(event.stored));
+    fields(std::u16string_view(event.action.Name()));
+    fields(std::int64_t{event.record.code});
+    for (const EventColumn& column : kEventColumns) VisitColumn(event.record, column, fields);
+    fields.Bytes(event.image);
+}
+
+void CopyData::End()
+{
+    Fields(data_).Raw(std::uint16_t{0xFFFF});
+}
+
+}  // namespace Postgres
