@@ -308,6 +308,52 @@ class Events(unittest.TestCase):
         self.assertEqual(Run("events", "list", self.name + "x").code, 2)
         self.assertFalse(self.path.with_name(self.path.name + "x").exists())
 
+    def test_an_older_version_goes_forward(self):
+        self.store("CaseOpened ()\n")
+        indexes = self.rows("select name, sql from sqlite_master where type = 'index' order by 1")
+        database = sqlite3.connect(self.path)
+        for name, _ in indexes:
+            if "Field" in name:
+                database.execute(f"drop index {name}")
+        database.execute("pragma user_version = 1")
+        database.close()
+        before = self.path.read_bytes()
+        self.assertEqual(Run("events", "list", self.name, "--to", "technical").out, "CaseOpened ()\n")
+        self.assertEqual(self.path.read_bytes(), before)
+        self.assertEqual(self.store("CaseClosed ()\n").code, 0)
+        self.assertEqual(self.rows("pragma user_version"), [(2,)])
+        self.assertEqual(self.rows("select name, sql from sqlite_master where type = 'index' order by 1"), indexes)
+        self.assertEqual(Run("events", "list", self.name, "--to", "technical").out, "CaseOpened ()\nCaseClosed ()\n")
+        plan = self.rows("explain query plan select * from Events where StringFieldA is not null and case when "
+                         "StringFieldA glob '*[^ -~]*' then '' else lower(StringFieldA) end in ('', lower(?))", "KA 7")
+        self.assertIn("USING INDEX EventsByStringFieldA", plan[0][3])
+        database = sqlite3.connect(self.path)
+        database.execute("pragma user_version = 99")
+        database.close()
+        self.assertIn("of another version of orvact", self.store("CaseClosed ()\n").err)
+
+    def test_old_events_are_pruned(self):
+        self.store("CaseOpened ()\n" * 2500 + "CaseClosed ()\n")
+        database = sqlite3.connect(self.path)
+        database.execute("update Events set Stored = '2001-01-01T00:00:00.000Z' where Name = 'CaseOpened'")
+        database.commit()
+        database.close()
+        run = Run("events", "prune", self.name, "--keep", "90d")
+        self.assertEqual((run.code, run.out), (0, "2500 events are gone\n"))
+        self.assertEqual(self.rows("select Name from Events"), [("CaseClosed",)])
+        for home, keep in ((self.name, "x"), (self.name + "x", "1d")):
+            self.assertEqual(Run("events", "prune", home, "--keep", keep).code, 2)
+        self.assertFalse(self.path.with_name(self.path.name + "x").exists())
+
+    def test_options_and_names_of_a_server(self):
+        run = Run("events", "store", self.name, "--retry", data=b"CaseOpened ()")
+        self.assertEqual((run.code, run.out, self.path.exists()), (2, "", False))
+        self.assertIn("are for a server", run.err)
+        for secret in ("postgresql://ann:Geheim@[", "postgres://ann:Geh/eim?x@y:Geheim@[/x", "postgresql://[/x?password=Geheim"):
+            run = Run("events", "list", secret)
+            self.assertEqual((run.code, run.out, run.err.count("\n")), (2, "", 1))
+            self.assertNotRegex(run.err, "Geh|eim")
+
     def storing(self, stderr=subprocess.PIPE):
         return subprocess.Popen([*RUNNER, str(TOOL), "events", "store", self.name], stdin=subprocess.PIPE, cwd=ROOT,
                                 stdout=subprocess.PIPE, stderr=stderr, env=environment())

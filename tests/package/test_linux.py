@@ -67,7 +67,7 @@ class Packages(unittest.TestCase):
         rows = {path.name.split("_")[0]: output("dpkg-deb", "-f", str(path), "Depends") for path in PACKAGES.glob("*.deb")}
         self.assertEqual(set(rows), {"liborvactions143", "liborvactions-dev", "orvact", "orvactions-dbgsym"})
         self.assertRegex(rows["liborvactions143"], r"libc6 .*libstdc\+\+6 ")
-        self.assertRegex(rows["orvact"], r"liborvactions143 \(= 143.*libsqlite3-0 .*libutf8proc2 ")
+        self.assertRegex(rows["orvact"], r"liborvactions143 \(= 143.*libpq5 .*libsqlite3-0 .*libutf8proc2 ")
 
     def test_hardened_and_stripped(self):
         for name in ("bin/libOrvActions.so", "bin/orvact"):

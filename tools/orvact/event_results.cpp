@@ -7,6 +7,7 @@
 #include "console.h"
 #include "csv.h"
 #include "event_groups.h"
+#include "event_parameters.h"
 #include "report.h"
 #include "text.h"
 
@@ -59,15 +60,6 @@ Json ColumnJson(const TOrvEventData& record, const EventColumn& column)
     case ColumnSort::Double: return *record.doubleField[column.index];
     default: return ColumnValue(record, column);
     }
-}
-
-// The parameters as the JSON form has them; null when there is no action or it has no such form.
-Json ParametersJson(const Action& action)
-{
-    const Encoded encoded = action ? WriteJson(action) : Encoded();
-    if (!action || !encoded.problem.empty()) return nullptr;
-    const Json document = Json::parse(encoded.record, nullptr, false);
-    return document.is_discarded() ? Json() : document.at("action").value("params", Json::object());
 }
 
 // An array with an event a line, or only the lines for what never ends.

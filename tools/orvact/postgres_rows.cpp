@@ -2,6 +2,8 @@
 
 #include <bit>
 
+#include "event_parameters.h"
+
 namespace Postgres {
 
 namespace {
@@ -59,7 +61,7 @@ std::string CopiedColumns()
 {
     std::string list = "Recorder, Sequence, Stored, Name, Code";
     for (const EventColumn& column : kEventColumns) list += std::string(", ") + column.name;
-    return list + ", Image";
+    return list + ", Image, Parameters";
 }
 
 void CopyData::Clear()
@@ -70,7 +72,7 @@ void CopyData::Clear()
 
 void CopyData::Add(const NewEvent& event, std::int32_t recorder, std::int64_t sequence)
 {
-    constexpr std::uint16_t kFields = 5 + kColumnCount + 1;
+    constexpr std::uint16_t kFields = 5 + kColumnCount + 2;
     Fields fields(data_);
     fields.Raw(kFields);
     fields(recorder);
@@ -80,6 +82,9 @@ void CopyData::Add(const NewEvent& event, std::int32_t recorder, std::int64_t se
     fields(std::int64_t{event.record.code});
     for (const EventColumn& column : kEventColumns) VisitColumn(event.record, column, fields);
     fields.Bytes(event.image);
+    const std::string parameters = ParametersWithoutColumn(event.action);
+    if (parameters.empty()) return fields(nullptr);
+    fields.Bytes("\1" + parameters);  // the version of the format in front of the text
 }
 
 void CopyData::End()

@@ -54,9 +54,17 @@ void MakeColumnIndexes(Connection& connection)
     }
 }
 
+// Parameters that have no column can be searched by name.
+void AddParameters(Connection& connection)
+{
+    connection.Script(
+        "alter table Events add column Parameters jsonb;"
+        "create index EventsByParameters on Events using gin (Parameters jsonb_path_ops) where Parameters is not null");
+}
+
 // Each step makes the next version of the one in front of it.
 using Step = void (*)(Connection&);
-constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes};
+constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters};
 constexpr std::int64_t kVersion = std::size(kSteps);
 
 // 0 when there are no tables.

@@ -63,9 +63,10 @@ public:
     {
         connection_.emplace(home);
         if (use == Use::Write) {
-            connection_->Script("set client_min_messages = error");
-            MakeSchema(*connection_);
-            RegisterRecorder();
+            Persistently([&] {
+                MakeSchema(*connection_);
+                RegisterRecorder();
+            });
         } else {
             CheckSchema(*connection_);
         }
@@ -185,9 +186,7 @@ private:
 
     void Append(const NewEvent& event) override
     {
-        if (first_ == 0) {
-            BeginBatch(event.stored);
-        }
+        if (first_ == 0) BeginBatch(event.stored);
         copy_.Add(event, static_cast<std::int32_t>(recorder_), next_++);
         // A failure shows at the end of the batch, where it is dealt with.
         if (!sending_ || copy_.data().size() - sent_ < kPiece) return;
@@ -202,14 +201,10 @@ private:
     {
         stored_ = stored;
         copy_.Clear();
-        try {
+        Persistently([&] {
             TakeNumbers();
             BeginCopy();
-        } catch (const ConnectionLost& lost) {
-            if (!options_.retry) throw;
-            Reconnect(lost.what());
-            TakeNumbers();
-        }
+        });
         first_ = next_;
     }
 
@@ -220,6 +215,7 @@ private:
         connection_->BeginCopy("begin; copy Events (" + CopiedColumns() + ") from stdin (format binary)");
         sending_ = true;
         sent_ = 0;
+        doubtful_ = false;
     }
 
     void SendPiece()
@@ -243,7 +239,6 @@ private:
 
     void FinishBatch()
     {
-        doubtful_ = false;
         SendPiece();
         connection_->EndCopy();
         if (options_.numbered) {
@@ -267,22 +262,34 @@ private:
     {
         const bool doubtful = doubtful_;
         if (!options_.retry) {
-            if (!doubtful) throw DatabaseError(reason);
-            if (!LearnWhetherStored(reason)) throw DatabaseError(reason);
+            if (!doubtful || !LearnWhetherStored(reason)) throw DatabaseError(reason);
             return;
         }
-        for (std::string why = reason;;) {
-            Reconnect(why);
+        Reconnect(reason);
+        Persistently([&] { StoreAgain(); });
+    }
+
+    void StoreAgain()
+    {
+        if (IsStored()) return;
+        try {
+            BeginCopy();
+            FinishBatch();
+        } catch (const Duplicate&) {
+            connection_->Script("rollback");  // the session that was lost has ended its work meanwhile
+        }
+    }
+
+    // Does it, and with --retry once more whenever the server goes away.
+    template <class Work>
+    void Persistently(const Work& work)
+    {
+        for (;;) {
             try {
-                if (IsStored()) return;
-                BeginCopy();
-                FinishBatch();
-                return;
+                return work();
             } catch (const ConnectionLost& lost) {
-                why = lost.what();
-            } catch (const Duplicate&) {
-                connection_->Script("rollback");
-                return;  // the session that was lost has ended its work meanwhile
+                if (!options_.retry) throw;
+                Reconnect(lost.what());
             }
         }
     }
@@ -307,7 +314,6 @@ private:
         for (Patience patience; patience.Wait();) {
             try {
                 connection_.emplace(home_);
-                connection_->Script("set client_min_messages = error");
                 sending_ = false;
                 return;
             } catch (const ConnectionLost&) {

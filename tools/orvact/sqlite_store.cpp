@@ -8,7 +8,6 @@
 namespace {
 
 constexpr std::int64_t kApplication = 0x4F727645;  // "OrvE", so that no other database is taken for one of ours
-constexpr std::int64_t kVersion = 1;
 
 const char* SqlType(ColumnSort sort)
 {
@@ -26,12 +25,47 @@ std::string InsertSql()
     return sql + ", Image) values (" + marks + ", ?)";
 }
 
+// The same for texts that differ in case only, and empty for a text beyond ASCII.
+std::string Folded(const std::string& text)
+{
+    return "case when " + text + " glob '*[^ -~]*' then '' else lower(" + text + ") end";
+}
+
 constexpr SqlDialect kDialect = {
     [](std::size_t) { return std::string("?"); },
     [](const std::string& column, const std::string& mark) {
-        return "(" + column + " = " + mark + " collate nocase or " + column + " glob '*[^ -~]*')";
+        return "(" + column + " is not null and " + Folded(column) + " in ('', lower(" + mark + ")))";
     },
 };
+
+void MakeTable(Database& database)
+{
+    std::string table =
+        "create table Events (Id INTEGER PRIMARY KEY, Stored TEXT NOT NULL, Name TEXT NOT NULL, Code INTEGER NOT NULL";
+    for (const EventColumn& column : kEventColumns)
+        table += std::string(", ") + column.name + " " + SqlType(column.sort);
+    database.Run((table + ", Image BLOB NOT NULL)").c_str());
+    database.Run("create index EventsByCode on Events (Code)");
+    database.Run("create index EventsByTime on Events (Stored)");
+    database.Run(("pragma application_id = " + std::to_string(kApplication)).c_str());
+}
+
+// What people ask for: a channel by its number or id, and texts.
+void MakeColumnIndexes(Database& database)
+{
+    for (const EventColumn& column : kEventColumns) {
+        const std::string name = column.name;
+        const bool identity = column.bit == ORV_COLUMN_Int32_A || column.bit == ORV_COLUMN_Int64_A;
+        if (!identity && column.sort != ColumnSort::String) continue;
+        const std::string key = identity ? "Code, " + name : Folded(name);
+        database.Run(("create index EventsBy" + name + " on Events (" + key + ") where " + name + " is not null").c_str());
+    }
+}
+
+// Each step makes the next version of the one in front of it. All versions hold the same rows.
+using Step = void (*)(Database&);
+constexpr Step kSteps[] = {MakeTable, MakeColumnIndexes};
+constexpr std::int64_t kVersion = std::size(kSteps);
 
 // Binds values in their order.
 struct Binder {
@@ -66,32 +100,32 @@ private:
 
 SqliteStore::SqliteStore(const std::string& path, Use use) : database_(path, use == Use::Write)
 {
-    if (use == Use::Write && database_.Number("select count(*) from sqlite_master") == 0) Create();
+    const bool empty = database_.Number("select count(*) from sqlite_master") == 0;
+    if (!(empty && use == Use::Write)) CheckVersion();
+    if (use == Use::Read) return;
+    database_.Run("pragma cache_size = -24000");  // KiB; new texts go to any place of their index
+    if (database_.Number("pragma user_version") < kVersion) GoForward();
+    insert_.emplace(database_.get(), InsertSql());
+}
+
+void SqliteStore::CheckVersion()
+{
     if (database_.Number("pragma application_id") != kApplication) {
         throw DatabaseError("a database, but not one of events");
     }
-    if (database_.Number("pragma user_version") != kVersion) {
-        throw DatabaseError("an event database of another version of orvact");
-    }
-    if (use == Use::Write) insert_.emplace(database_.get(), InsertSql());
+    const std::int64_t version = database_.Number("pragma user_version");
+    if (version < 1 || version > kVersion) throw DatabaseError("an event database of another version of orvact");
 }
 
-void SqliteStore::Create()
+void SqliteStore::GoForward()
 {
     database_.Run("begin immediate");
     // Another program may have been faster.
-    if (database_.Number("select count(*) from sqlite_master") == 0) {
-        std::string table =
-            "create table Events (Id INTEGER PRIMARY KEY, Stored TEXT NOT NULL, Name TEXT NOT NULL, "
-            "Code INTEGER NOT NULL";
-        for (const EventColumn& column : kEventColumns)
-            table += std::string(", ") + column.name + " " + SqlType(column.sort);
-        database_.Run((table + ", Image BLOB NOT NULL)").c_str());
-        database_.Run("create index EventsByCode on Events (Code)");
-        database_.Run("create index EventsByTime on Events (Stored)");
-        database_.Run(("pragma application_id = " + std::to_string(kApplication)).c_str());
-        database_.Run(("pragma user_version = " + std::to_string(kVersion)).c_str());
+    if (database_.Number("select count(*) from sqlite_master") != 0) CheckVersion();
+    for (std::int64_t version = database_.Number("pragma user_version"); version < kVersion; ++version) {
+        kSteps[version](database_);
     }
+    database_.Run(("pragma user_version = " + std::to_string(kVersion)).c_str());
     database_.Run("commit");
 }
 

@@ -18,7 +18,8 @@ public:
     std::string Prune(std::int64_t before) override;
 
 private:
-    void Create();
+    void CheckVersion();
+    void GoForward();
     void Append(const NewEvent& event) override;
     void CommitAll() override;
     void SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take);
