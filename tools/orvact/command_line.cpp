@@ -209,7 +209,9 @@ void CommandLine::AddEvents()
 
 void CommandLine::AddDatabase(CLI::App* command, std::string& database)
 {
-    command->add_option("DB", database, "The database: a file, or a server, postgresql://USER@HOST/NAME")->type_name("")->required();
+    command->add_option("DB", database, "The database: a file, or a server, postgresql://USER@HOST/NAME")
+        ->type_name("")
+        ->required();
 }
 
 // Which events.

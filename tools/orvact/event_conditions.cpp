@@ -1,16 +1,26 @@
 #include "event_conditions.h"
 
+#include <algorithm>
+
+#include "event_record.h"
+
 namespace {
 
 class Translation {
 public:
-    Translation(const SqlDialect& dialect, std::vector<EventValue>& values) : dialect_(dialect), values_(values) {}
+    Translation(const EventFilter& filter, const SqlDialect& dialect, std::vector<EventValue>& values)
+        : narrow_(std::any_of(filter.conditions.begin(), filter.conditions.end(), AsksForColumn)),
+          dialect_(dialect),
+          values_(values)
+    {}
 
     std::string Of(const EventCondition& condition)
     {
         using Asks = EventCondition::Asks;
+        const bool other = narrow_ && condition.column == "Code";
         switch (condition.asks) {
-        case Asks::OneOf: return condition.column + " in (" + Marks(condition.values) + ")";
+        case Asks::OneOf:
+            return (other ? dialect_.withoutIndex : "") + condition.column + " in (" + Marks(condition.values) + ")";
         case Asks::Above: return condition.column + " > " + Marks(condition.values);
         case Asks::AtLeast: return condition.column + " >= " + Marks(condition.values);
         case Asks::AtMost: return condition.column + " <= " + Marks(condition.values);
@@ -20,6 +30,13 @@ public:
     }
 
 private:
+    static bool AsksForColumn(const EventCondition& condition)
+    {
+        return std::any_of(kEventColumns.begin(), kEventColumns.end(), [&](const EventColumn& column) {
+            return condition.column == column.name && IsAskedFor(column);
+        });
+    }
+
     std::string Marks(const std::vector<EventValue>& values)
     {
         std::string marks;
@@ -30,6 +47,7 @@ private:
         return marks;
     }
 
+    bool narrow_;  // a channel or a text is asked for
     const SqlDialect& dialect_;
     std::vector<EventValue>& values_;
 };
@@ -38,7 +56,7 @@ private:
 
 std::string SqlOf(const EventFilter& filter, const SqlDialect& dialect, std::vector<EventValue>& values)
 {
-    Translation translation(dialect, values);
+    Translation translation(filter, dialect, values);
     std::string sql;
     for (const EventCondition& condition : filter.conditions) {
         sql += (sql.empty() ? "" : " and ") + translation.Of(condition);

@@ -1,5 +1,5 @@
-// What a question asks of the rows of an event store, and how its conditions are written in SQL. One translator, and what
-// differs between the databases stands in a dialect.
+// What a question asks of the rows of an event store, and how its conditions are written in SQL. One translator, and
+// what differs between the databases stands in a dialect.
 #pragma once
 
 #include <OrvActions.hpp>
@@ -14,8 +14,8 @@ using EventValue = std::variant<std::int64_t, double, std::string, std::u16strin
 
 struct EventCondition {
     enum class Asks {
-        OneOf,    // the column has one of the values
-        Above,    // more than the value
+        OneOf,  // the column has one of the values
+        Above,  // more than the value
         AtLeast,
         AtMost,
         SameText  // the value in any case; a text beyond ASCII passes always, as the library compares by other rules
@@ -39,6 +39,8 @@ struct EventFilter {
 struct SqlDialect {
     std::string (*mark)(std::size_t number);  // the place of a value, counted from 1
     std::string (*sameText)(const std::string& column, const std::string& mark);
+    // In front of a column whose index is not to be used, for a planner that does not see that another one tells more.
+    const char* withoutIndex;
 };
 
 // The conditions joined by "and"; their values in the order of their marks are appended.

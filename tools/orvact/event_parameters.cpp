@@ -18,7 +18,8 @@ Names NamesWithColumn(std::uint32_t code)
     std::uint32_t taken = 0;
     if (const ActionView* declared = FindAction(code)) {
         for (const ParameterView& parameter : declared->parameters) {
-            if (parameter.columns != 0 && (parameter.columns & taken) == 0) names.insert(LowerCaseAscii(parameter.name));
+            if (parameter.columns != 0 && (parameter.columns & taken) == 0)
+                names.insert(LowerCaseAscii(parameter.name));
             taken |= parameter.columns;
         }
     }
@@ -78,5 +79,6 @@ std::string ParametersWithoutColumn(const Action& action)
     Json parameters = ParametersJson(action);
     if (!parameters.is_object()) return {};
     for (const std::string& name : names) parameters.erase(name);
-    return parameters.empty() ? std::string() : Cleaned(parameters).dump(-1, ' ', false, Json::error_handler_t::replace);
+    return parameters.empty() ? std::string()
+                              : Cleaned(parameters).dump(-1, ' ', false, Json::error_handler_t::replace);
 }

@@ -41,6 +41,11 @@ TOrvEventText& TextField(TOrvEventData& record, std::size_t index)
 
 }  // namespace
 
+bool IsAskedFor(const EventColumn& column)
+{
+    return column.bit == ORV_COLUMN_Int32_A || column.bit == ORV_COLUMN_Int64_A || column.sort == ColumnSort::String;
+}
+
 bool IsFilled(const TOrvEventData& record, const EventColumn& column)
 {
     switch (column.sort) {

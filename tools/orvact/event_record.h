@@ -21,6 +21,9 @@ struct EventColumn {
 constexpr std::size_t kColumnCount = 20;
 extern const std::array<EventColumn, kColumnCount> kEventColumns;
 
+// What people ask for, so that stores have an index of it: a channel by its number or id, and texts.
+bool IsAskedFor(const EventColumn& column);
+
 bool IsFilled(const TOrvEventData& record, const EventColumn& column);
 std::string ColumnValue(const TOrvEventData& record, const EventColumn& column);  // for programs; dates as in JSON
 std::string ColumnText(const TOrvEventData& record, const EventColumn& column);  // for people

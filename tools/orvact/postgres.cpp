@@ -82,7 +82,8 @@ Connection::Connection(const std::string& home)
     const char* const values[] = {home.c_str(), "UTF8", "orvact", nullptr};
     connection_.reset(PQconnectdbParams(names, values, 1));
     if (!connection_) throw std::bad_alloc();
-    PQsetNoticeProcessor(connection_.get(), [](void*, const char*) {}, nullptr);
+    PQsetNoticeProcessor(
+        connection_.get(), [](void*, const char*) {}, nullptr);
     if (PQstatus(connection_.get()) != CONNECTION_OK) throw ConnectionLost(OneLine(PQerrorMessage(connection_.get())));
 }
 

@@ -1,6 +1,7 @@
 #include "postgres_schema.h"
 
 #include <cstdio>
+#include <iterator>
 
 namespace Postgres {
 
@@ -45,10 +46,9 @@ void MakeTables(Connection& connection)
 void MakeColumnIndexes(Connection& connection)
 {
     for (const EventColumn& column : kEventColumns) {
+        if (!IsAskedFor(column)) continue;
         const std::string name = column.name;
-        const bool identity = column.bit == ORV_COLUMN_Int32_A || column.bit == ORV_COLUMN_Int64_A;
-        if (!identity && column.sort != ColumnSort::String) continue;
-        const std::string key = identity ? name : "(" + Folded(name) + ")";
+        const std::string key = column.sort == ColumnSort::String ? "(" + Folded(name) + ")" : name;
         connection.Script("create index EventsBy" + name + " on Events (" + key + ", Id) where " + name +
                           " is not null");
     }
@@ -92,8 +92,10 @@ private:
 
 bool HasPartition(Connection& connection, const std::string& name)
 {
-    return connection.Number("select count(*) from pg_inherits where inhparent = to_regclass('Events') and inhrelid = "
-                             "to_regclass('" + name + "')") != 0;
+    return connection.Number(
+               "select count(*) from pg_inherits where inhparent = to_regclass('Events') and inhrelid = "
+               "to_regclass('" +
+               name + "')") != 0;
 }
 
 // A table that is made on its own and attached locks out neither readers nor writers.
@@ -104,9 +106,10 @@ void MakePartition(Connection& connection, Month month)
     connection.Script(std::string("begin; ") + kLock);
     if (!HasPartition(connection, name)) {
         const Month next{month.month + std::chrono::months(1)};
-        connection.Script("create table " + name + " (like Events including defaults including indexes);"
-                          "alter table Events attach partition " + name + " for values from ('" + month.Begin() +
-                          "') to ('" + next.Begin() + "')");
+        connection.Script("create table " + name +
+                          " (like Events including defaults including indexes);"
+                          "alter table Events attach partition " +
+                          name + " for values from ('" + month.Begin() + "') to ('" + next.Begin() + "')");
     }
     connection.Script("commit");
 }
@@ -128,7 +131,8 @@ void MakeSchema(Connection& connection)
         if (connection.Number("select count(*) from pg_class where oid = to_regclass('Events')") != 0) {
             throw DatabaseError("a database with another table Events");
         }
-        connection.Script("create table EventsVersion (Version integer not null); insert into EventsVersion values (0)");
+        connection.Script(
+            "create table EventsVersion (Version integer not null); insert into EventsVersion values (0)");
     }
     for (; version < kVersion; ++version) kSteps[version](connection);
     connection.Run("update EventsVersion set Version = $1", {kVersion});

@@ -25,6 +25,7 @@ constexpr SqlDialect kDialect = {
     [](const std::string& column, const std::string& mark) {
         return "(" + column + " is not null and " + Folded(column) + " in ('', lower(" + mark + " collate \"C\")))";
     },
+    "",
 };
 
 std::string HostName()
@@ -55,8 +56,8 @@ private:
 
 }  // namespace
 
-// Events are numbered by their recorder before they are sent, so a batch can be looked for when the answer to its commit
-// was lost, and is never there twice.
+// Events are numbered by their recorder before they are sent, so a batch can be looked for when the answer to its
+// commit was lost, and is never there twice.
 class Store final : public EventStore {
 public:
     Store(const std::string& home, Use use, const StoreOptions& options) : home_(home), options_(options)
@@ -107,6 +108,7 @@ public:
 
     void WaitForMore() override
     {
+        EndMoment();  // who waits inside a transaction hears nothing
         if (!listening_) connection_->Script(std::string("listen ") + kNotice);
         listening_ = true;
         connection_->WaitForNotice(std::chrono::milliseconds(1000));
@@ -115,7 +117,8 @@ public:
     std::string Prune(std::int64_t before) override
     {
         std::string list;
-        for (const std::string& month : DropPartitions(*connection_, before)) list += (list.empty() ? "" : ", ") + month;
+        for (const std::string& month : DropPartitions(*connection_, before))
+            list += (list.empty() ? "" : ", ") + month;
         return list.empty() ? "no month is that old" : "the events of " + list + " are gone";
     }
 
@@ -142,12 +145,13 @@ private:
         // The newest are asked for when a few of them will do.
         const bool few = order == Order::NewestFirst;
         connection_->Script(std::string("set local cursor_tuple_fraction = ") + (few ? "0.0001" : "1"));
-        connection_->Run("declare EventRows no scroll cursor for select " +
-                             StoredEvent::ColumnList(
-                                 "to_char(Stored at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')") +
-                             " from Events where " + where + " order by Id" + (few ? " desc" : ""),
-                         values);
-        while (TakePiece(take)) {}
+        connection_->Run(
+            "declare EventRows no scroll cursor for select " +
+                StoredEvent::ColumnList("to_char(Stored at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')") +
+                " from Events where " + where + " order by Id" + (few ? " desc" : ""),
+            values);
+        while (TakePiece(take)) {
+        }
         connection_->Script("close EventRows");
     }
 
@@ -244,7 +248,8 @@ private:
         if (options_.numbered) {
             const Result changed = connection_->Run("update Recorders set Last = $1 where Id = $2 and Last = $3",
                                                     {next_ - 1, recorder_, first_ - 1});
-            if (changed.changed() != 1) throw DatabaseError("another program stores as recorder " + RecorderName() + " too");
+            if (changed.changed() != 1)
+                throw DatabaseError("another program stores as recorder " + RecorderName() + " too");
         }
         doubtful_ = true;
         connection_->Script(std::string("notify ") + kNotice + "; commit");
@@ -326,8 +331,8 @@ private:
     StoreOptions options_;
     std::optional<Connection> connection_;
 
-    bool reading_ = false;    // in the transaction of a moment
-    std::string moment_;      // what is seen in it, as the server writes it
+    bool reading_ = false;  // in the transaction of a moment
+    std::string moment_;    // what is seen in it, as the server writes it
     bool listening_ = false;
 
     std::int64_t recorder_ = 0;
@@ -339,7 +344,7 @@ private:
     CopyData copy_;            // the whole batch
     std::size_t sent_ = 0;     // of it, in the transaction that is open
     bool sending_ = false;
-    bool doubtful_ = false;    // a commit is under way
+    bool doubtful_ = false;  // a commit is under way
     std::chrono::year_month month_{};
 };
 

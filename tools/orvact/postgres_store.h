@@ -6,4 +6,5 @@
 
 #include "event_store.h"
 
-std::unique_ptr<EventStore> OpenPostgresStore(const std::string& home, EventStore::Use use, const StoreOptions& options);
+std::unique_ptr<EventStore> OpenPostgresStore(const std::string& home, EventStore::Use use,
+                                              const StoreOptions& options);

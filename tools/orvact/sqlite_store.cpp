@@ -1,6 +1,7 @@
 #include "sqlite_store.h"
 
 #include <chrono>
+#include <iterator>
 #include <thread>
 
 #include "console.h"
@@ -36,6 +37,7 @@ constexpr SqlDialect kDialect = {
     [](const std::string& column, const std::string& mark) {
         return "(" + column + " is not null and " + Folded(column) + " in ('', lower(" + mark + ")))";
     },
+    "+",
 };
 
 void MakeTable(Database& database)
@@ -50,15 +52,14 @@ void MakeTable(Database& database)
     database.Run(("pragma application_id = " + std::to_string(kApplication)).c_str());
 }
 
-// What people ask for: a channel by its number or id, and texts.
 void MakeColumnIndexes(Database& database)
 {
     for (const EventColumn& column : kEventColumns) {
+        if (!IsAskedFor(column)) continue;
         const std::string name = column.name;
-        const bool identity = column.bit == ORV_COLUMN_Int32_A || column.bit == ORV_COLUMN_Int64_A;
-        if (!identity && column.sort != ColumnSort::String) continue;
-        const std::string key = identity ? "Code, " + name : Folded(name);
-        database.Run(("create index EventsBy" + name + " on Events (" + key + ") where " + name + " is not null").c_str());
+        const std::string key = column.sort == ColumnSort::String ? Folded(name) : name;
+        database.Run(
+            ("create index EventsBy" + name + " on Events (" + key + ") where " + name + " is not null").c_str());
     }
 }
 
