@@ -122,8 +122,7 @@ int PruneEvents(const EventsPruneOptions& options)
     }
     return OverStore(options.database, [&] {
         CatchInterrupts();
-        // A store that is to be pruned is there.
-        if (!IsServer(options.database)) OpenEventStore(options.database, EventStore::Use::Read);
+        OpenEventStore(options.database, EventStore::Use::Read);  // what is to be pruned must be there
         const auto store = OpenEventStore(options.database, EventStore::Use::Write);
         Print(store->Prune(Now() - age) + "\n");
         return Interrupted() ? kInterrupted : kDone;

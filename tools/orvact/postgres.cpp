@@ -93,10 +93,8 @@ void Connection::Fail(const PGresult* result)
     const char* state = PQresultErrorField(result, PG_DIAG_SQLSTATE);
     const char* primary = PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY);
     const std::string message = OneLine(primary ? primary : PQerrorMessage(connection_.get()));
-    const std::string_view kind = state ? state : "";
-    if (kind == "23505") throw Duplicate(message);
     // An administrator ends the session, or the server goes down, starts or recovers.
-    if (kind.starts_with("57P")) throw ConnectionLost(message);
+    if (state && std::string_view(state).starts_with("57P")) throw ConnectionLost(message);
     throw DatabaseError(message);
 }
 

@@ -19,12 +19,6 @@ public:
     using DatabaseError::DatabaseError;
 };
 
-// The rows break a rule of uniqueness.
-class Duplicate : public DatabaseError {
-public:
-    using DatabaseError::DatabaseError;
-};
-
 // An answer; its values are in the binary format.
 class Result {
 public:

@@ -111,7 +111,7 @@ public:
         EndMoment();  // who waits inside a transaction hears nothing
         if (!listening_) connection_->Script(std::string("listen ") + kNotice);
         listening_ = true;
-        connection_->WaitForNotice(std::chrono::milliseconds(1000));
+        connection_->WaitForNotice(std::chrono::milliseconds(500));
     }
 
     std::string Prune(std::int64_t before) override
@@ -129,7 +129,7 @@ private:
     {
         if (reading_) return;
         connection_->Script("begin isolation level repeatable read read only");
-        moment_ = std::string(connection_->Text("select pg_current_snapshot()::text"));
+        moment_ = connection_->Text("select pg_current_snapshot()::text");
         reading_ = true;
     }
 
@@ -150,8 +150,7 @@ private:
                 StoredEvent::ColumnList("to_char(Stored at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')") +
                 " from Events where " + where + " order by Id" + (few ? " desc" : ""),
             values);
-        while (TakePiece(take)) {
-        }
+        for (bool more = true; more;) more = TakePiece(take);
         connection_->Script("close EventRows");
     }
 
@@ -207,16 +206,17 @@ private:
         copy_.Clear();
         Persistently([&] {
             TakeNumbers();
+            first_ = next_;
             BeginCopy();
         });
-        first_ = next_;
     }
 
     void BeginCopy()
     {
         if (MonthOf(stored_) != month_) MakePartitions(*connection_, stored_);
         month_ = MonthOf(stored_);
-        connection_->BeginCopy("begin; copy Events (" + CopiedColumns() + ") from stdin (format binary)");
+        connection_->BeginCopy("begin; select pg_advisory_xact_lock(" + LockOfBatch() + "); copy Events (" +
+                               CopiedColumns() + ") from stdin (format binary)");
         sending_ = true;
         sent_ = 0;
         doubtful_ = false;
@@ -256,8 +256,13 @@ private:
         doubtful_ = false;
     }
 
+    // What the transaction of a batch holds as long as it is under way.
+    std::string LockOfBatch() const { return std::to_string(recorder_) + ", " + std::to_string(first_ & 0x7FFFFFFF); }
+
     bool IsStored()
     {
+        // The session that was lost may still be at its commit.
+        connection_->Run("select pg_advisory_xact_lock_shared(" + LockOfBatch() + ")");
         return connection_->Number("select count(*) from Events where Recorder = $1 and Sequence = $2",
                                    {recorder_, first_}) != 0;
     }
@@ -277,12 +282,8 @@ private:
     void StoreAgain()
     {
         if (IsStored()) return;
-        try {
-            BeginCopy();
-            FinishBatch();
-        } catch (const Duplicate&) {
-            connection_->Script("rollback");  // the session that was lost has ended its work meanwhile
-        }
+        BeginCopy();
+        FinishBatch();
     }
 
     // Does it, and with --retry once more whenever the server goes away.
