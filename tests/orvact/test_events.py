@@ -170,6 +170,18 @@ class Events(unittest.TestCase):
                 shown = Run("events", "list", self.name, "--group-by", key).out.splitlines()
                 self.assertEqual([line.split(None, 1) for line in shown],
                                  [[str(count), name or "(none)"] for name, count in groups.items()])
+        for bounds, wanted in ((["--since", "2026-11-21T00:10", "--until", "2026-11-21T05:00"], {"21T00": 1, "21T05": 1}),
+                               (["--since", "2026-11-20T23:59:59.999"], {"20T23": 1, "21T00": 2, "21T05": 1, "22T00": 1}),
+                               (["--since", "2026-11-21T00:00:00.001", "--until", "2026-11-21T00:30"], {"21T00": 1}),
+                               (["--until", "2026-11-21T05:00", "--code", "PanLeft", "--code", "0"],
+                                {"20T23": 1, "21T00": 1, "21T05": 1})):
+            for key, names in (("hour", {f"2026-11-{hour}:00Z": count for hour, count in wanted.items()}),
+                               ("channel", None)):
+                groups = json.loads(Run("events", "list", self.name, "--group-by", key, "--json", *bounds).out)
+                self.assertEqual(sum(row["count"] for row in groups), sum(wanted.values()))
+                if names:
+                    self.assertEqual({row[key]: row["count"] for row in groups}, names)
+            self.assertEqual(Run("events", "list", self.name, "--count", *bounds).out, f"{sum(wanted.values())}\n")
         for arguments, count in ((["--id", "2"], 1), (["--id", "2..4"], 3), (["--id", "4.."], 2), (["--id", "..9"], 5),
                                  (["--match", "@ PanLeft ()"], 2), (["--limit", "2", "--code", "PanLeft"], 2),
                                  (["--until", "2026-11-21T00:00"], 2), (["--id", "9"], 0)):
@@ -315,13 +327,17 @@ class Events(unittest.TestCase):
         for name, _ in indexes:
             if "Field" in name:
                 database.execute(f"drop index {name}")
+        for thing in ("trigger EventsGone", "trigger EventsMoved", "table EventHours"):
+            database.execute(f"drop {thing}")
         database.execute("pragma user_version = 1")
         database.close()
         before = self.path.read_bytes()
         self.assertEqual(Run("events", "list", self.name, "--to", "technical").out, "CaseOpened ()\n")
+        self.assertEqual(Run("events", "list", self.name, "--count").out, "1\n")
         self.assertEqual(self.path.read_bytes(), before)
         self.assertEqual(self.store("CaseClosed ()\n").code, 0)
-        self.assertEqual(self.rows("pragma user_version"), [(2,)])
+        self.assertEqual(self.rows("pragma user_version"), [(3,)])
+        self.assertEqual(Run("events", "list", self.name, "--count").out, "2\n")
         self.assertEqual(self.rows("select name, sql from sqlite_master where type = 'index' order by 1"), indexes)
         self.assertEqual(Run("events", "list", self.name, "--to", "technical").out, "CaseOpened ()\nCaseClosed ()\n")
         plan = self.rows("explain query plan select * from Events where StringFieldA is not null and case when "
@@ -341,6 +357,7 @@ class Events(unittest.TestCase):
         run = Run("events", "prune", self.name, "--keep", "90d")
         self.assertEqual((run.code, run.out), (0, "2500 events are gone\n"))
         self.assertEqual(self.rows("select Name from Events"), [("CaseClosed",)])
+        self.assertEqual(self.rows("select sum(Count), count(*) from EventHours"), [(1, 1)])
         for home, keep in ((self.name, "x"), (self.name + "x", "1d")):
             self.assertEqual(Run("events", "prune", home, "--keep", keep).code, 2)
         self.assertFalse(self.path.with_name(self.path.name + "x").exists())

@@ -24,6 +24,7 @@ public:
         case Asks::Above: return condition.column + " > " + Marks(condition.values);
         case Asks::AtLeast: return condition.column + " >= " + Marks(condition.values);
         case Asks::AtMost: return condition.column + " <= " + Marks(condition.values);
+        case Asks::Below: return condition.column + " < " + Marks(condition.values);
         case Asks::SameText: break;
         }
         return dialect_.sameText(condition.column, Marks(condition.values));
@@ -61,5 +62,5 @@ std::string SqlOf(const EventFilter& filter, const SqlDialect& dialect, std::vec
     for (const EventCondition& condition : filter.conditions) {
         sql += (sql.empty() ? "" : " and ") + translation.Of(condition);
     }
-    return sql;
+    return sql.empty() ? "true" : sql;
 }

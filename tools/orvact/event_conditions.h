@@ -18,6 +18,7 @@ struct EventCondition {
         Above,  // more than the value
         AtLeast,
         AtMost,
+        Below,
         SameText  // the value in any case; a text beyond ASCII passes always, as the library compares by other rules
     };
     std::string column;
@@ -41,7 +42,12 @@ struct SqlDialect {
     std::string (*sameText)(const std::string& column, const std::string& mark);
     // In front of a column whose index is not to be used, for a planner that does not see that another one tells more.
     const char* withoutIndex;
+    // Of a column with times, what is the same in an hour or a day; and how that is shown.
+    std::string (*hour)(const std::string& time);
+    std::string (*day)(const std::string& time);
+    std::string (*shownHour)(const std::string& key);
+    std::string (*shownDay)(const std::string& key);
 };
 
-// The conditions joined by "and"; their values in the order of their marks are appended.
+// The conditions joined by "and", "true" for none; their values in the order of their marks are appended.
 std::string SqlOf(const EventFilter& filter, const SqlDialect& dialect, std::vector<EventValue>& values);

@@ -73,6 +73,26 @@ std::string EventGroups::GroupOf(const StoredEvent& event, const Action& action)
     return key_ == "user" ? UserOf(event.record) : ChannelOf(action);
 }
 
+// Nothing for what only the action tells.
+std::optional<EventGrouping> EventGroups::Grouping() const
+{
+    if (key_ == "class") return EventGrouping::Code;
+    if (key_ == "action") return EventGrouping::Name;
+    if (key_ == "hour") return EventGrouping::Hour;
+    if (key_ == "day") return EventGrouping::Day;
+    return key_ == "user" ? std::optional(EventGrouping::User) : std::nullopt;
+}
+
+bool EventGroups::Count(EventStore& store, const EventFilter& filter)
+{
+    const auto grouping = Grouping();
+    if (!grouping) return false;
+    store.Count(filter, *grouping, [&](const std::string& group, std::uint64_t count) {
+        counts_[key_ == "class" ? ClassOf(static_cast<std::uint32_t>(std::stoll(group))) : group] += count;
+    });
+    return true;
+}
+
 void EventGroups::Print(GroupsForm form) const
 {
     std::vector<std::pair<std::string, std::uint64_t>> groups(counts_.begin(), counts_.end());

@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "action_view.h"
 #include "event_record.h"
+#include "event_store.h"
 
 // The class of an action by its code; "" when the catalogue does not know it.
 std::string ClassOf(std::uint32_t code);
@@ -24,11 +26,15 @@ public:
     explicit EventGroups(const std::string& key) : key_(key) {}
 
     void Add(const StoredEvent& event, const Action& action) { ++counts_[GroupOf(event, action)]; }
+    // Has the store count. False when it cannot, as only the action tells the group.
+    bool Count(EventStore& store, const EventFilter& filter);
+    bool empty() const { return counts_.empty(); }
     // Hours and days in their order, others with the most events first.
     void Print(GroupsForm form) const;
 
 private:
     std::string GroupOf(const StoredEvent& event, const Action& action) const;
+    std::optional<EventGrouping> Grouping() const;
 
     std::string key_;
     std::map<std::string, std::uint64_t> counts_;

@@ -15,6 +15,8 @@ public:
     explicit EventQuery(const EventsListOptions& options);
 
     bool sound() const { return sound_; }
+    // Null unless the store can tell by its rows alone which events fit.
+    const EventFilter* ForStore() const { return rules_.Size() == 0 && limit_ == 0 ? &filter_ : nullptr; }
 
     // Called for each event that fits, oldest first, with its action, which is empty where the event cannot be
     // restored.

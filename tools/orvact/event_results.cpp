@@ -112,9 +112,15 @@ private:
     CsvTable table_;
 };
 
-class Count final : public EventResults {
+class Total final : public EventResults {
 public:
     void Add(const StoredEvent&, const Action&) override { ++count_; }
+    bool Count(EventStore& store, const EventFilter& filter, bool& found) override
+    {
+        store.Count(filter, EventGrouping::One, [&](const std::string&, std::uint64_t count) { count_ += count; });
+        found = count_ > 0;
+        return true;
+    }
     void Finish() override { Print(std::to_string(count_) + "\n"); }
 
 private:
@@ -126,6 +132,12 @@ public:
     explicit Groups(const EventsListOptions& options) : groups_(options.groupBy), options_(options) {}
 
     void Add(const StoredEvent& event, const Action& action) override { groups_.Add(event, action); }
+    bool Count(EventStore& store, const EventFilter& filter, bool& found) override
+    {
+        const bool counted = groups_.Count(store, filter);
+        found = !groups_.empty();
+        return counted;
+    }
     void Finish() override
     {
         groups_.Print(options_.json ? GroupsForm::Json : options_.csv ? GroupsForm::Csv : GroupsForm::Table);
@@ -138,10 +150,15 @@ private:
 
 }  // namespace
 
+bool EventResults::Count(EventStore&, const EventFilter&, bool&)
+{
+    return false;
+}
+
 std::unique_ptr<EventResults> ResultsFor(const EventsListOptions& options, std::int64_t last, bool endless)
 {
     if (!options.groupBy.empty()) return std::make_unique<Groups>(options);
-    if (options.count) return std::make_unique<Count>();
+    if (options.count) return std::make_unique<Total>();
     if (options.json) return std::make_unique<AsJson>(endless);
     if (options.csv) return std::make_unique<AsTable>();
     if (options.to.empty()) return std::make_unique<Lines>(last);

@@ -11,6 +11,8 @@ public:
     virtual ~EventResults() = default;
     // The action is empty when the event cannot be restored.
     virtual void Add(const StoredEvent& event, const Action& action) = 0;
+    // Has the store count what fits, `found` when there is any. False when it cannot; then all of it is to be added.
+    virtual bool Count(EventStore& store, const EventFilter& filter, bool& found);
     virtual void Finish() {}
     bool sound() const { return sound_; }  // everything could be written
 

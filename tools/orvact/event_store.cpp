@@ -19,7 +19,9 @@ void EventStore::Store(const Action& action)
     } catch (const orv::Error& error) {
         throw DatabaseError(std::string("the action gives no record: ") + error.what());
     }
-    Append({Now(), action, *record->get(), image.record});
+    const std::int64_t now = Now();
+    Append({now, action, *record->get(), image.record});
+    ++added_[{HourOf(now), record->get()->code}];
     ++uncommitted_;
 }
 
@@ -29,6 +31,7 @@ void EventStore::Commit()
     CommitAll();
     committed_ += uncommitted_;
     uncommitted_ = 0;
+    added_.clear();
 }
 
 bool IsServer(const std::string& home)

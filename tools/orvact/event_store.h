@@ -10,6 +10,7 @@
 
 #include "action_view.h"
 #include "event_conditions.h"
+#include "event_counts.h"
 #include "event_record.h"
 
 // What a home says when it cannot: one line, without the password.
@@ -57,6 +58,9 @@ public:
     virtual void Select(const EventFilter& filter, Order order, const Take& take) = 0;
     // Moves to the moment of now, and calls back for what was added since the moment before, each event once.
     virtual void SelectAdded(const EventFilter& filter, const Take& take) = 0;
+    // How many events of each group fit. Groups come in no order, and one may come in parts.
+    using TakeGroup = std::function<void(const std::string& group, std::uint64_t count)>;
+    virtual void Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take) = 0;
     // Until something may have been added, or for a part of a second.
     virtual void WaitForMore() = 0;
 
@@ -68,8 +72,10 @@ protected:
 
     virtual void Append(const NewEvent& event) = 0;
     virtual void CommitAll() = 0;
+    const HourCounts& added() const { return added_; }  // since the last commit
 
 private:
+    HourCounts added_;
     std::uint64_t committed_ = 0;
     std::uint64_t uncommitted_ = 0;
 };

@@ -19,10 +19,12 @@ int ListFound(const EventsListOptions& options)
     const auto results = ResultsFor(options, store->LastId(), false);
     if (!results) return kUsage;
     bool found = false;
-    query.Run(*store, [&](const StoredEvent& event, const Action& action) {
-        found = true;
-        results->Add(event, action);
-    });
+    if (const EventFilter* filter = query.ForStore(); !filter || !results->Count(*store, *filter, found)) {
+        query.Run(*store, [&](const StoredEvent& event, const Action& action) {
+            found = true;
+            results->Add(event, action);
+        });
+    }
     results->Finish();
     if (!results->sound()) return kUnreadable;
     return found ? kDone : kNoMatch;

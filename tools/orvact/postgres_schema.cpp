@@ -62,10 +62,22 @@ void AddParameters(Connection& connection)
         "create index EventsByParameters on Events using gin (Parameters jsonb_path_ops) where Parameters is not null");
 }
 
+// Each recorder counts what it adds, so that several do not wait for each other. Rows change in place.
+void MakeHours(Connection& connection)
+{
+    connection.Script(
+        "create table EventHours (Hour timestamptz not null, Code bigint not null, Recorder integer not null, "
+        "Count bigint not null, primary key (Hour, Code, Recorder)) with (fillfactor = 50);"
+        "lock table Events in share mode;"
+        "insert into EventHours select date_trunc('hour', Stored, 'UTC'), Code, Recorder, count(*) from Events "
+        "group by 1, 2, 3");
+}
+
 // Each step makes the next version of the one in front of it.
 using Step = void (*)(Connection&);
-constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters};
+constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters, MakeHours};
 constexpr std::int64_t kVersion = std::size(kSteps);
+constexpr std::int64_t kFirstWithHours = 4;
 
 // 0 when there are no tables.
 std::int64_t Version(Connection& connection)
@@ -118,7 +130,8 @@ void MakePartition(Connection& connection, Month month)
 
 std::string Folded(const std::string& text)
 {
-    return "case when " + text + " ~ '[^ -~]' collate \"C\" then '' else lower(" + text + " collate \"C\") end";
+    return "case when octet_length(" + text + ") <> length(" + text + ") then '' else lower(" + text +
+           " collate \"C\") end";
 }
 
 void MakeSchema(Connection& connection)
@@ -139,11 +152,12 @@ void MakeSchema(Connection& connection)
     connection.Script("commit");
 }
 
-void CheckSchema(Connection& connection)
+bool CheckSchema(Connection& connection)
 {
     const std::int64_t version = Version(connection);
     if (version == 0) throw DatabaseError("a database without events; orvact events store makes the tables");
     if (version > kVersion) throw DatabaseError("an event database of a later version of orvact");
+    return version >= kFirstWithHours;
 }
 
 std::chrono::year_month MonthOf(std::int64_t milliseconds)
@@ -173,7 +187,10 @@ std::vector<std::string> DropPartitions(Connection& connection, std::int64_t bef
         if (std::sscanf(name.c_str(), "events_%4d_%2u", &year, &number) != 2) continue;
         const Month month{std::chrono::year(year) / std::chrono::month(number)};
         if (month.month >= MonthOf(before)) continue;
-        connection.Script("set lock_timeout = '10s'; drop table " + name);
+        const Month next{month.month + std::chrono::months(1)};
+        connection.Script("set lock_timeout = '10s'; begin; drop table " + name +
+                          "; delete from EventHours where Hour >= '" + month.Begin() + "' and Hour < '" + next.Begin() +
+                          "'; commit");
         months.push_back(month.Shown());
     }
     return months;

@@ -26,6 +26,10 @@ constexpr SqlDialect kDialect = {
         return "(" + column + " is not null and " + Folded(column) + " in ('', lower(" + mark + " collate \"C\")))";
     },
     "",
+    [](const std::string& time) { return "date_trunc('hour', " + time + ", 'UTC')"; },
+    [](const std::string& time) { return "date_trunc('day', " + time + ", 'UTC')"; },
+    [](const std::string& key) { return "to_char(" + key + " at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24\":00Z\"')"; },
+    [](const std::string& key) { return "to_char(" + key + " at time zone 'UTC', 'YYYY-MM-DD')"; },
 };
 
 std::string HostName()
@@ -69,7 +73,7 @@ public:
                 RegisterRecorder();
             });
         } else {
-            CheckSchema(*connection_);
+            hasHours_ = CheckSchema(*connection_);
         }
     }
 
@@ -87,7 +91,7 @@ public:
         BeginMoment();
         std::vector<EventValue> values;
         const std::string where = SqlOf(filter, kDialect, values);
-        Walk(where.empty() ? "true" : where, values, order, take);
+        Walk(where, values, order, take);
     }
 
     void SelectAdded(const EventFilter& filter, const Take& take) override
@@ -97,13 +101,23 @@ public:
         BeginMoment();
         std::vector<EventValue> values;
         std::string where = SqlOf(filter, kDialect, values);
-        where += where.empty() ? "" : " and ";
         values.emplace_back(before);
         const std::string mark = kDialect.mark(values.size()) + "::pg_snapshot";
         // What was under way at that moment may have been added since, with any number.
-        where += "Xact >= pg_snapshot_xmin(" + mark + ") and not pg_visible_in_snapshot(Xact, " + mark + ")";
+        where += " and Xact >= pg_snapshot_xmin(" + mark + ") and not pg_visible_in_snapshot(Xact, " + mark + ")";
         Walk(where, values, Order::OldestFirst, take);
         EndMoment();
+    }
+
+    void Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take) override
+    {
+        BeginMoment();
+        std::vector<EventValue> values;
+        const std::string sql = CountSql(filter, grouping, kDialect, hasHours_, values);
+        const Result groups = connection_->Run(sql, values);
+        for (int row = 0; row < groups.rows(); ++row) {
+            take(std::string(groups.Bytes(row, 0)), static_cast<std::uint64_t>(groups.Integer(row, 1)));
+        }
     }
 
     void WaitForMore() override
@@ -251,9 +265,23 @@ private:
             if (changed.changed() != 1)
                 throw DatabaseError("another program stores as recorder " + RecorderName() + " too");
         }
+        CountHours();
         doubtful_ = true;
         connection_->Script(std::string("notify ") + kNotice + "; commit");
         doubtful_ = false;
+    }
+
+    // In the order of their keys, so that two recorders of one name never wait for each other in a circle.
+    void CountHours()
+    {
+        std::string rows;
+        for (const auto& [hour, count] : added()) {
+            rows += (rows.empty() ? "('" : ", ('") + StoredTime(hour.first) + "', " + std::to_string(hour.second) +
+                    ", " + std::to_string(recorder_) + ", " + std::to_string(count) + ")";
+        }
+        connection_->Script("insert into EventHours values " + rows +
+                            " on conflict (Hour, Code, Recorder) do update "
+                            "set Count = EventHours.Count + excluded.Count");
     }
 
     // What the transaction of a batch holds as long as it is under way.
@@ -332,6 +360,7 @@ private:
     StoreOptions options_;
     std::optional<Connection> connection_;
 
+    bool hasHours_ = true;
     bool reading_ = false;  // in the transaction of a moment
     std::string moment_;    // what is seen in it, as the server writes it
     bool listening_ = false;

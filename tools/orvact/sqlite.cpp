@@ -38,6 +38,11 @@ void Statement::Bind(int parameter, double number)
 
 void Statement::Bind(int parameter, std::string_view text)
 {
+    Check(sqlite3_bind_text64(get(), parameter, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
+}
+
+void Statement::BindCopy(int parameter, std::string_view text)
+{
     Check(sqlite3_bind_text64(get(), parameter, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
 }
 
@@ -93,7 +98,8 @@ Database::Database(const std::string& path, bool write)
     sqlite3* database = nullptr;
     // Whoever reads may have to roll back what a killed writer has left, so the file is opened for both; the engine
     // itself falls back to reading where the system refuses, as on media that are read-only.
-    const int flags = SQLITE_OPEN_READWRITE | (write ? SQLITE_OPEN_CREATE : 0);
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (write ? SQLITE_OPEN_CREATE : 0);
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);  // whose counters take a lock for each piece of memory
     const int result = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
     database_.reset(database);
     if (result != SQLITE_OK) Fail(database);

@@ -12,11 +12,12 @@ class Statement {
 public:
     Statement(sqlite3* database, const std::string& sql);
 
-    // Wide texts and bytes are borrowed until the statement is reset, narrow texts are copied.
+    // Texts and bytes are borrowed until the statement is reset or given others.
     void Bind(int parameter, std::int64_t number);
     void Bind(int parameter, double number);
     void Bind(int parameter, std::string_view text);
     void Bind(int parameter, std::u16string_view text);
+    void BindCopy(int parameter, std::string_view text);
     void BindBytes(int parameter, std::string_view bytes);
     void BindNull(int parameter);
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <iterator>
 #include <thread>
+#include <utility>
 
 #include "console.h"
 
@@ -38,6 +39,10 @@ constexpr SqlDialect kDialect = {
         return "(" + column + " is not null and " + Folded(column) + " in ('', lower(" + mark + ")))";
     },
     "+",
+    [](const std::string& time) { return "substr(" + time + ", 1, 13)"; },
+    [](const std::string& time) { return "substr(" + time + ", 1, 10)"; },
+    [](const std::string& key) { return key + " || ':00Z'"; },
+    [](const std::string& key) { return key; },
 };
 
 void MakeTable(Database& database)
@@ -63,10 +68,30 @@ void MakeColumnIndexes(Database& database)
     }
 }
 
-// Each step makes the next version of the one in front of it. All versions hold the same rows.
+// Whoever stores counts what he adds, once for a transaction; what goes is counted by the database, whoever deletes it.
+void MakeHours(Database& database)
+{
+    const auto hour = [](const std::string& time) { return "substr(" + time + ", 1, 13) || ':00:00.000Z'"; };
+    const std::string added = "insert into EventHours values (" + hour("new.Stored") +
+                              ", new.Code, 1) on conflict do update set Count = Count + 1; ";
+    const std::string gone = "update EventHours set Count = Count - 1 where Hour = " + hour("old.Stored") +
+                             " and Code = old.Code; delete from EventHours where Hour = " + hour("old.Stored") +
+                             " and Code = old.Code and Count = 0; ";
+    for (const std::string& sql :
+         {std::string("create table EventHours (Hour TEXT NOT NULL, Code INTEGER NOT NULL, Count INTEGER NOT NULL, "
+                      "PRIMARY KEY (Hour, Code)) without rowid"),
+          "insert into EventHours select " + hour("Stored") + ", Code, count(*) from Events group by 1, 2",
+          "create trigger EventsGone after delete on Events begin " + gone + "end",
+          "create trigger EventsMoved after update of Stored, Code on Events begin " + gone + added + "end"}) {
+        database.Run(sql.c_str());
+    }
+}
+
+// Each step makes the next version of the one in front of it. All versions hold the same events.
 using Step = void (*)(Database&);
-constexpr Step kSteps[] = {MakeTable, MakeColumnIndexes};
+constexpr Step kSteps[] = {MakeTable, MakeColumnIndexes, MakeHours};
 constexpr std::int64_t kVersion = std::size(kSteps);
+constexpr std::int64_t kFirstWithHours = 3;
 
 // Binds values in their order.
 struct Binder {
@@ -76,9 +101,12 @@ struct Binder {
     void operator()(std::int64_t number) { statement.Bind(parameter++, number); }
     void operator()(std::int32_t number) { statement.Bind(parameter++, std::int64_t{number}); }
     void operator()(double number) { statement.Bind(parameter++, number); }
-    void operator()(const std::string& text) { statement.Bind(parameter++, text); }
+    void operator()(std::string_view text) { statement.Bind(parameter++, text); }
     void operator()(std::u16string_view text) { statement.Bind(parameter++, text); }
-    void operator()(orv::TimePoint time) { (*this)(StoredTime(time.time_since_epoch().count())); }
+    void operator()(orv::TimePoint time)
+    {
+        statement.BindCopy(parameter++, StoredTime(time.time_since_epoch().count()));
+    }
     void operator()(std::nullptr_t) { statement.BindNull(parameter++); }
 };
 
@@ -103,10 +131,13 @@ SqliteStore::SqliteStore(const std::string& path, Use use) : database_(path, use
 {
     const bool empty = database_.Number("select count(*) from sqlite_master") == 0;
     if (!(empty && use == Use::Write)) CheckVersion();
+    hasHours_ = use == Use::Write || database_.Number("pragma user_version") >= kFirstWithHours;
     if (use == Use::Read) return;
     database_.Run("pragma cache_size = -24000");  // KiB; new texts go to any place of their index
     if (database_.Number("pragma user_version") < kVersion) GoForward();
     insert_.emplace(database_.get(), InsertSql());
+    count_.emplace(database_.get(),
+                   "insert into EventHours values (?, ?, ?) on conflict do update set Count = Count + excluded.Count");
 }
 
 void SqliteStore::CheckVersion()
@@ -134,9 +165,11 @@ void SqliteStore::Append(const NewEvent& event)
 {
     if (!open_) database_.Run("begin immediate");
     open_ = true;
+    if (std::exchange(stored_, event.stored) != event.stored) storedText_ = StoredTime(event.stored);
     Binder bind{*insert_};
-    bind(StoredTime(event.stored));
-    bind(orv::ToUtf8(event.action.Name()));
+    bind(std::string_view(storedText_));
+    const std::string name = orv::ToUtf8(event.action.Name());
+    bind(std::string_view(name));
     bind(std::int64_t{event.record.code});
     for (const EventColumn& column : kEventColumns) VisitColumn(event.record, column, bind);
     insert_->BindBytes(bind.parameter, event.image);
@@ -146,6 +179,14 @@ void SqliteStore::Append(const NewEvent& event)
 
 void SqliteStore::CommitAll()
 {
+    for (const auto& [hour, count] : added()) {
+        Binder bind{*count_};
+        bind(orv::TimePoint(std::chrono::milliseconds(hour.first)));
+        bind(std::int64_t{hour.second});
+        bind(static_cast<std::int64_t>(count));
+        count_->Step();
+        count_->Reset();
+    }
     database_.Run("commit");
     open_ = false;
 }
@@ -183,6 +224,15 @@ void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order orde
     }
 }
 
+void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take)
+{
+    std::vector<EventValue> values;
+    Statement rows(database_.get(), CountSql(filter, grouping, kDialect, hasHours_, values));
+    Binder bind{rows};
+    for (const EventValue& value : values) std::visit(bind, value);
+    while (rows.Step()) take(orv::ToUtf8(rows.Wide(0)), static_cast<std::uint64_t>(rows.Integer(1)));
+}
+
 void SqliteStore::WaitForMore()
 {
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -195,7 +245,7 @@ std::string SqliteStore::Prune(std::int64_t before)
                    "delete from Events where Id in (select Id from Events where Stored < ? limit 1000)");
     std::int64_t gone = 0;
     for (std::int64_t last = 1; last > 0 && !Interrupted(); gone += last) {
-        step.Bind(1, StoredTime(before));
+        step.BindCopy(1, StoredTime(before));
         step.Step();
         step.Reset();
         last = sqlite3_changes(database_.get());

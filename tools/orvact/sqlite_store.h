@@ -10,10 +10,11 @@ class SqliteStore final : public EventStore {
 public:
     SqliteStore(const std::string& path, Use use);
 
-    std::uint64_t batch() const override { return 1000; }
+    std::uint64_t batch() const override { return 10'000; }
     std::int64_t LastId() override;
     void Select(const EventFilter& filter, Order order, const Take& take) override;
     void SelectAdded(const EventFilter& filter, const Take& take) override;
+    void Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take) override;
     void WaitForMore() override;
     std::string Prune(std::int64_t before) override;
 
@@ -26,6 +27,10 @@ private:
 
     Database database_;
     std::optional<Statement> insert_;
+    std::optional<Statement> count_;
+    std::int64_t stored_ = 0;  // the time of the last event, as a number and a text
+    std::string storedText_ = StoredTime(0);
+    bool hasHours_ = false;
     std::optional<std::int64_t> last_;  // the greatest id of the moment that is read
     bool open_ = false;                 // a transaction
 };
