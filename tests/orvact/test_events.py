@@ -343,6 +343,10 @@ class Events(unittest.TestCase):
         plan = self.rows("explain query plan select * from Events where StringFieldA is not null and case when "
                          "StringFieldA glob '*[^ -~]*' then '' else lower(StringFieldA) end in ('', lower(?))", "KA 7")
         self.assertIn("USING INDEX EventsByStringFieldA", plan[0][3])
+        plan = self.rows("explain query plan select * from Events where Code in (?) and Int32FieldA in (?) and Id > ? "
+                         "order by Id desc", 1102, 7, 0)
+        self.assertEqual([step[3] for step in plan],
+                         ["SEARCH Events USING INDEX EventsByInt32FieldA (Int32FieldA=? AND Code=? AND rowid>?)"])
         database = sqlite3.connect(self.path)
         database.execute("pragma user_version = 99")
         database.close()

@@ -2,14 +2,12 @@
 
 #include <algorithm>
 
-#include "event_record.h"
-
 namespace {
 
 class Translation {
 public:
     Translation(const EventFilter& filter, const SqlDialect& dialect, std::vector<EventValue>& values)
-        : narrow_(std::any_of(filter.conditions.begin(), filter.conditions.end(), AsksForColumn)),
+        : narrow_(std::any_of(filter.conditions.begin(), filter.conditions.end(), AsksForText)),
           dialect_(dialect),
           values_(values)
     {}
@@ -31,11 +29,9 @@ public:
     }
 
 private:
-    static bool AsksForColumn(const EventCondition& condition)
+    static bool AsksForText(const EventCondition& condition)
     {
-        return std::any_of(kEventColumns.begin(), kEventColumns.end(), [&](const EventColumn& column) {
-            return condition.column == column.name && IsAskedFor(column);
-        });
+        return condition.asks == EventCondition::Asks::SameText && condition.column != "Name";
     }
 
     std::string Marks(const std::vector<EventValue>& values)
@@ -48,7 +44,7 @@ private:
         return marks;
     }
 
-    bool narrow_;  // a channel or a text is asked for
+    bool narrow_;  // a text is asked for, which has an index
     const SqlDialect& dialect_;
     std::vector<EventValue>& values_;
 };

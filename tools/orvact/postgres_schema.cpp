@@ -48,7 +48,8 @@ void MakeColumnIndexes(Connection& connection)
     for (const EventColumn& column : kEventColumns) {
         if (!IsAskedFor(column)) continue;
         const std::string name = column.name;
-        const std::string key = column.sort == ColumnSort::String ? "(" + Folded(name) + ")" : name;
+        // Contacts have the numbers of channels too.
+        const std::string key = column.sort == ColumnSort::String ? "(" + Folded(name) + ")" : name + ", Code";
         connection.Script("create index EventsBy" + name + " on Events (" + key + ", Id) where " + name +
                           " is not null");
     }

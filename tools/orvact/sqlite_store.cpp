@@ -62,7 +62,8 @@ void MakeColumnIndexes(Database& database)
     for (const EventColumn& column : kEventColumns) {
         if (!IsAskedFor(column)) continue;
         const std::string name = column.name;
-        const std::string key = column.sort == ColumnSort::String ? Folded(name) : name;
+        // Contacts have the numbers of channels too.
+        const std::string key = column.sort == ColumnSort::String ? Folded(name) : name + ", Code";
         database.Run(
             ("create index EventsBy" + name + " on Events (" + key + ") where " + name + " is not null").c_str());
     }
