@@ -145,6 +145,16 @@ class Convert(unittest.TestCase):
             self.assertEqual((run.code, run.out), (3, ""), text)
             self.assertIn(expected, run.err)
 
+    def test_a_long_table_has_all_columns(self):
+        # Rows wait aside until the last column is known.
+        data = "".join(f'POSData (Price: {number}, Articel: "{"x" * (number % 300)}")\n' for number in range(20_000))
+        run = Run("convert", "--to", "csv", data=(data + "CaseOpened (Extra: 1)\n").encode())
+        self.assertEqual(run.code, 0)
+        table = list(csv.DictReader(io.StringIO(run.out, newline="")))
+        self.assertEqual([(float(row["Price"]), len(row["Articel"]), row["Extra"]) for row in table[:-1]],
+                         [(number, number % 300, "") for number in range(20_000)])
+        self.assertEqual((table[-1]["Price"], table[-1]["Extra"], len(table)), ("", "1", 20_001))
+
     def test_csv(self):
         data = 'PanLeft (Camera: { 4, 7, "x" }, Speed: 3)\nDigitalInput (State: 2)\nA (camera: "a,\\\n""b", z: "Süd")\n'
         run = Run("convert", "--to", "csv", "--names", data=data.replace('""', "'").encode())

@@ -1,10 +1,16 @@
 #include "csv.h"
 
+#include <new>
+#include <utility>
+
+#include "bytes.h"
 #include "console.h"
 #include "settings.h"
 #include "text.h"
 
 namespace {
+
+constexpr std::size_t kMostInMemory = 1 << 20;
 
 // A text as it is, a channel as its number, id or name, everything else as in action text.
 struct CellText {
@@ -67,24 +73,65 @@ std::size_t CsvTable::ColumnOf(const std::u16string& name)
     return found->second;
 }
 
-void CsvTable::Add(std::vector<std::string> cells, const Action& action)
+void CsvTable::AddCell(std::size_t column, const std::string& text)
 {
-    auto& row = rows_.emplace_back();
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (!cells[i].empty()) row.emplace_back(i, std::move(cells[i]));
-    }
-    if (!action) return;
-    for (const orv::ParameterWithValue& parameter : action.Values()) {
-        row.emplace_back(ColumnOf(parameter.name), std::visit(CellText{action, parameter}, parameter.value));
-    }
+    rows_ += LittleEndian(static_cast<std::uint32_t>(column));
+    rows_ += LittleEndian(static_cast<std::uint32_t>(text.size())) + text;
+    ++cells_;
 }
 
-void CsvTable::Write() const
+void CsvTable::Add(std::vector<std::string> cells, const Action& action)
+{
+    const std::size_t begin = rows_.size();
+    cells_ = 0;
+    rows_.resize(begin + 4);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (!cells[i].empty()) AddCell(i, cells[i]);
+    }
+    if (action) {
+        for (const orv::ParameterWithValue& parameter : action.Values()) {
+            AddCell(ColumnOf(parameter.name), std::visit(CellText{action, parameter}, parameter.value));
+        }
+    }
+    rows_.replace(begin, 4, LittleEndian(cells_));
+    ++rowsHere_;
+    if (rows_.size() >= kMostInMemory && !keeps_) PutAside();
+}
+
+// Where no file can be made, or nothing fits into it any more, the rows stay in memory.
+void CsvTable::PutAside()
+{
+    if (!aside_) aside_.reset(std::tmpfile());
+    if (!aside_ || std::fwrite(rows_.data(), 1, rows_.size(), aside_.get()) < rows_.size()) {
+        keeps_ = true;
+        return;
+    }
+    rowsAside_ += std::exchange(rowsHere_, 0);
+    rows_.clear();
+}
+
+std::string CsvTable::Taken(std::FILE* file, std::size_t size)
+{
+    std::string bytes = file ? std::string(size, '\0') : rows_.substr(taken_, size);
+    if (!file) taken_ += size;
+    if (file && std::fread(bytes.data(), 1, size, file) < size) throw std::bad_alloc();
+    return bytes;
+}
+
+void CsvTable::WriteRow(std::FILE* file)
+{
+    std::vector<std::string> cells(heading_.size());
+    for (std::uint32_t left = Word32At(Taken(file, 4), 0); left > 0; --left) {
+        const std::string head = Taken(file, 8);
+        cells[Word32At(head, 0)] = Taken(file, Word32At(head, 4));
+    }
+    Print(CsvLine(cells));
+}
+
+void CsvTable::Write()
 {
     Print(CsvLine(heading_));
-    for (const auto& row : rows_) {
-        std::vector<std::string> cells(heading_.size());
-        for (const auto& [column, text] : row) cells[column] = text;
-        Print(CsvLine(cells));
-    }
+    if (aside_) std::rewind(aside_.get());
+    for (std::uint64_t left = rowsAside_; left > 0; --left) WriteRow(aside_.get());
+    for (taken_ = 0; rowsHere_ > 0; --rowsHere_) WriteRow(nullptr);
 }
