@@ -19,7 +19,6 @@ public:
         switch (condition.asks) {
         case Asks::OneOf:
             return (other ? dialect_.withoutIndex : "") + condition.column + " in (" + Marks(condition.values) + ")";
-        case Asks::Above: return condition.column + " > " + Marks(condition.values);
         case Asks::AtLeast: return condition.column + " >= " + Marks(condition.values);
         case Asks::AtMost: return condition.column + " <= " + Marks(condition.values);
         case Asks::Below: return condition.column + " < " + Marks(condition.values);

@@ -15,7 +15,6 @@ using EventValue = std::variant<std::int64_t, double, std::string, std::u16strin
 struct EventCondition {
     enum class Asks {
         OneOf,  // the column has one of the values
-        Above,  // more than the value
         AtLeast,
         AtMost,
         Below,

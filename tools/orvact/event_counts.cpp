@@ -89,7 +89,9 @@ private:
         if (first != -kNever) filter.Add(time, Asks::AtLeast, {Time(first)});
         if (end != kNever) filter.Add(time, Asks::Below, {Time(end)});
         // An hour is less than a code has in all.
-        for (const EventCondition& codes : codes_) filter.Add(dialect_.withoutIndex + codes.column, codes.asks, codes.values);
+        for (const EventCondition& codes : codes_) {
+            filter.Add(dialect_.withoutIndex + codes.column, codes.asks, codes.values);
+        }
         return "select " + Key(grouping_, dialect_, time) + " as k, " + count + " as n from " + table + " where " +
                SqlOf(filter, dialect_, values_);
     }
