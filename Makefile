@@ -1,11 +1,12 @@
 # The front door. Every target installs what it needs, builds and runs; see README.md.
 .DEFAULT_GOAL := help
 .PHONY: help run build test test-windows test-sanitizers test-package test-pages test-reliability test-bindings \
-	reliability compare-readers bench bench-python fuzz install package python csharp pascal clean
+	reliability compare-readers bench scale bench-python fuzz install package python csharp pascal clean
 
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
 COUNT ?= 1000000
+EVENTS ?= 10000000
 SEED ?= 1
 WERROR := $(if $(CI),-DORV_WERROR=ON,)
 export CTEST_OUTPUT_ON_FAILURE := 1
@@ -76,6 +77,11 @@ compare-readers: build
 bench:
 	$(call build,bench,base bench)
 	@scripts/bench build/bench
+
+## scale            fill both homes of events with EVENTS (10000000; QUICK=1 takes 100000) and ask them; needs 20 GB
+scale: build
+	@scripts/install-packages scale
+	@python3 -B tests/orvact/scale.py build/native/bin/orvact $(if $(QUICK),100000,$(EVENTS))
 
 ## bench-python     what the Python package costs
 bench-python: build
