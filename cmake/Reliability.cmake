@@ -64,6 +64,7 @@ target_compile_options(reliability_allocation PRIVATE -O0)
 target_link_libraries(reliability_allocation PRIVATE orv_flags OrvActions)
 # The loading of the library, likewise.
 add_executable(reliability_load EXCLUDE_FROM_ALL ${reliability}/load_failure.cpp ${reliability}/failing_allocator.cpp)
+add_dependencies(reliability_load orv_generated)
 target_include_directories(reliability_load PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
 target_link_libraries(reliability_load PRIVATE orv_flags ${CMAKE_DL_LIBS})
 # Preloaded into the tool, which is a program of its own.
