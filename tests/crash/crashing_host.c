@@ -37,7 +37,7 @@ static int Load(const char* path)
 static void Previous(int signal)
 {
     (void)signal;
-    _exit(42);
+    exit(42);  /* and not _exit: what counts the code that has run writes it then */
 }
 
 static void Prepare(int previous)

@@ -215,6 +215,7 @@ TEST(EventRestore, ImagesOfTheSibling)
         {1000, u"", true, "3 GeneralEventInfo", "3 GeneralEventInfo"},
         {1000, nullptr, true, "3 GeneralEventInfo", "3 GeneralEventInfo"},
         {1000, u"@ TiltUp (Speed: 2)", true, "3 GeneralEventInfo", "4 TiltUp; Comment str ''; Speed i32 2"},
+        {1000, u"A (5)", true, "3 A;  i32 5", "3 A;  i32 5"},  // asks the sibling again, in wide text
         {1001, u"TiltUp (Speed: 2)", false, "3 SystemStarted", "3 SystemStarted"},
     };
     const std::vector<std::byte> image(40, std::byte{0xAB});
@@ -226,6 +227,7 @@ TEST(EventRestore, ImagesOfTheSibling)
         SetImage(filled.record, image);
         EXPECT_EQ(Restored(RestoreAction(filled.record)), action);
         EXPECT_EQ(sibling.seenCode, asked ? code : 0);
+        EXPECT_EQ(sibling.seenNarrow, "");
         EXPECT_EQ(Restored(RestoreForDescription(filled.record)), described);
     }
 }

@@ -12,10 +12,10 @@ using Platform::SystemTime;
 
 constexpr SystemTime kMoment{2026, 11, 0, 15, 3, 10, 43, 123};
 
-std::u16string Date(DateStyle style)
+std::u16string Date(DateStyle style, std::uint16_t day = 15)
 {
     char16_t buffer[160];
-    return {buffer, Platform::FormatLocaleDate(kMoment, style, buffer)};
+    return {buffer, Platform::FormatLocaleDate({2026, 11, 0, day, 3, 10, 43, 123}, style, buffer)};
 }
 
 std::u16string Time(bool withSeconds)
@@ -26,10 +26,14 @@ std::u16string Time(bool withSeconds)
 
 TEST(LocaleDate, ShowsWhatItIsAskedFor)
 {
-    EXPECT_NE(Date(DateStyle::Short).find(u"26"), std::u16string::npos);
+    for (const char16_t* part : {u"26", u"11", u"15"}) {
+        EXPECT_NE(Date(DateStyle::Short).find(part), std::u16string::npos);
+    }
     EXPECT_NE(Date(DateStyle::Long).find(u"2026"), std::u16string::npos);
-    EXPECT_FALSE(Date(DateStyle::Weekday).empty());
+    EXPECT_NE(Date(DateStyle::Long).find(u"15"), std::u16string::npos);
     EXPECT_EQ(Date(DateStyle::Weekday).find(u"15"), std::u16string::npos);
+    EXPECT_NE(Date(DateStyle::Weekday), Date(DateStyle::Weekday, 16));
+    EXPECT_EQ(Date(DateStyle::Weekday), Date(DateStyle::Weekday, 22));
     EXPECT_NE(Time(true).find(u"10"), std::u16string::npos);
     EXPECT_NE(Time(true).find(u"43"), std::u16string::npos);
     EXPECT_NE(Time(false).find(u"10"), std::u16string::npos);

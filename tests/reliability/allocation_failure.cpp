@@ -145,7 +145,7 @@ int InChild(const std::function<int()>& work)
 {
     std::fflush(stdout);
     const pid_t child = fork();
-    if (child == 0) _exit(work());
+    if (child == 0) std::exit(work());  // what has been counted of the library's code is written then
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : int{kFinding};

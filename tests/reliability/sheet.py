@@ -88,7 +88,7 @@ class Runner:
         shutil.copy(bin_ / "sibling" / "whole" / "libHeskActions.so", beside)
         right &= self.run(part, beside / "reliability_allocation", environment={"LD_LIBRARY_PATH": str(bin_)})
         part.text.append("while the library loads")
-        right &= self.run(part, bin_ / "reliability_load", bin_ / "libOrvActions.so", self.pick(40, 5, 1))
+        right &= self.run(part, bin_ / "reliability_load", bin_ / "libOrvActions.so")
         part.text.append("first calls of a process; one of so many operations")
         every = self.pick(400, 100, 1)
         part.text.append(f"every {every}")
@@ -173,7 +173,7 @@ class Runner:
         right = tested.returncode == 0
         right &= self.run(part, bin_ / "reliability_allocation")
         right &= self.run(part, bin_ / "reliability_allocation", "--fresh", "--every", 100)
-        right &= self.run(part, bin_ / "reliability_load", bin_ / "libOrvActions.so", 5)
+        right &= self.run(part, bin_ / "reliability_load", bin_ / "libOrvActions.so")
         return self.run(part, sys.executable, "-B", HERE / "coverage.py", tree) and right
 
     def mutation(self, part: Part) -> bool:

@@ -46,6 +46,7 @@ TEST(DateTimeText, WritesEveryFixedForm)
         {{65535, 65535, 0, 65535, 65535, 65535, 65535, 65535},
          dtsmDashes,
          u"65535-65535-65535 65535:65535:65535.65535"},
+        {{10000, 999, 0, 1000, 9999, 100, 99, 1000}, dtsmDashes, u"10000-999-1000 9999:100:99.1000"},
     };
     for (const Case& test : cases) {
         EXPECT_EQ(Text(test.time, test.mode), test.text);

@@ -1,0 +1,106 @@
+// The end of the library inside a process that goes on, and a start after it.
+#include <gtest/gtest.h>
+
+#include <signal.h>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <string>
+
+#include "OrvActions.h"
+#include "forms/sibling.h"
+#include "objects/message.h"
+#include "platform/library_events.h"
+#include "platform/posix/configured.h"
+#include "ulmo/debug_out.h"
+#include "ulmo/exception_history.h"
+
+namespace OrvPLC {
+namespace {
+
+using Platform::LibraryEvents::Ended;
+using Platform::LibraryEvents::Started;
+
+bool WatchesForCrashes()
+{
+    struct sigaction present {};
+    sigaction(SIGABRT, nullptr, &present);
+    return (present.sa_flags & SA_SIGINFO) != 0;
+}
+
+std::u16string PlainNames()
+{
+    TTalvecActionPlainInfo action{};
+    TTalvecParameterPlainInfo field{};
+    Talvec_Action_GetActionInfo(&action, ORV_ACTION_PanLeft);
+    Talvec_Action_GetEventFieldInfo(&field, 0);
+    return std::u16string(TerminatedView(action.PlainNameW)).append(TerminatedView(field.PlainNameW));
+}
+
+void WritePlainNames()
+{
+    TTalvecActionPlainInfo action{};
+    TTalvecParameterPlainInfo field{};
+    action.Code = ORV_ACTION_PanLeft;
+    action.PlainNameW = action.DescriptionW = field.PlainNameW = field.DescriptionW = Boundary(u"written");
+    Talvec_Action_SetActionPlainInfo(&action);
+    Talvec_Action_SetEventFieldPlainInfo(&field, 0);
+}
+
+volatile sig_atomic_t handled = 0;
+
+// What the host has for crashes: one that it does not care for, one that it handles.
+void SetHostsHandlers()
+{
+    struct sigaction own {};
+    own.sa_sigaction = [](int, siginfo_t*, void*) { handled = handled + 1; };
+    own.sa_flags = SA_SIGINFO;
+    sigaction(SIGILL, &own, nullptr);
+    signal(SIGFPE, SIG_IGN);
+}
+
+// The number of the first thing that is wrong, 0 when all is well.
+int EndAndStart(const std::string& reports)
+{
+    const Configured configured{{"SOFTWARE\\Tessarine\\Ulmo", "CrashDumpFolder", reports}};
+    const std::u16string names = PlainNames();
+    TOrvLastErrorInfo failure{};
+    WritePlainNames();
+    TOrvHandle object = Talvec_Action_CreateActionByName(Boundary(u"Nobody"));
+    OrvAct_SetVideoInput(object, nullptr);
+    Ulmo::DebugOut("library").Write(Ulmo::DebugLevelInfo, u"line");
+    SiblingConverter* const sibling = SetSibling(nullptr);
+    SetSibling(sibling);
+    if (PlainNames() == names || WatchesForCrashes() || !sibling || !OrvAct_GetLastError(&failure)) return 1;
+    Ended(false);
+    SetHostsHandlers();
+    if (SetSibling(nullptr) != nullptr) return 2;
+    Started();
+    if (!WatchesForCrashes()) return 3;
+    if (PlainNames() != names) return 4;
+    if (OrvAct_GetLastError(&failure) || !Ulmo::ExceptionHistory::Snapshot().empty()) return 5;
+    if (SetSibling(sibling) != sibling) return 6;
+    OrvAct_CloseHandle(object);
+    for (const int crash : {SIGILL, SIGFPE}) raise(crash);  // the first one is reported, both go on to the host
+    if (handled != 1) return 7;
+    signal(SIGSEGV, SIG_IGN);  // what the host puts in the place of ours stays
+    Ended(false);
+    struct sigaction present {};
+    sigaction(SIGSEGV, nullptr, &present);
+    raise(SIGILL);
+    if (WatchesForCrashes() || present.sa_handler != SIG_IGN || handled != 2) return 8;
+    Started();
+    return PlainNames() == names ? 0 : 9;
+}
+
+TEST(LibraryDeathTest, GivesEverythingBackAndStartsAnew)
+{
+    const std::filesystem::path reports = testing::TempDir() + "orv_library_test";
+    std::filesystem::create_directory(reports);
+    EXPECT_EXIT(std::exit(EndAndStart(reports)), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
+    std::filesystem::remove_all(reports);
+}
+
+}  // namespace
+}  // namespace OrvPLC
