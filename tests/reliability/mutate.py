@@ -80,7 +80,8 @@ class Bench:
         self.environment = os.environ | {
             "LD_LIBRARY_PATH": str(self.bin), "ORV_DEBUG_OUTPUT": "1", "PYTHONDONTWRITEBYTECODE": "1",
             "ORV_BIN": str(tree / "bin"), "ORVACT": str(tree / "bin" / "orvact"),
-            "ORV_LIBRARY": str(self.bin / "libOrvActions.so")}
+            "ORV_LIBRARY": str(self.bin / "libOrvActions.so"),
+            "TEST_TMPDIR": str(self.folder)}  # not where the tests of another tree write
         self.links = {name: self.link_command(name) for name in
                       ("libOrvActions.so", "orv_unit_tests", "sibling/orv_sibling_tests")}
 
