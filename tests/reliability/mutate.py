@@ -127,7 +127,8 @@ class Bench:
             return True
         sibling = str(self.link("sibling/orv_sibling_tests", replaced, by))
         rest = [[sibling, *brief, f"--gtest_filter={suite}.*"] for suite in ("Loading", "GivingUp", "Lacking", "Whole")]
-        rest += [["bin/orv_interface_tests", *brief, "--gtest_filter=RuleSet.*"], ["bin/plain_host", self.environment["ORV_LIBRARY"]], [unit, *brief, f"--gtest_filter={SLOW}"],
+        rest += [["bin/orv_interface_tests", *brief, "--gtest_filter=RuleSet.*"],
+                 ["bin/plain_host", self.environment["ORV_LIBRARY"]], [unit, *brief, f"--gtest_filter={SLOW}"],
                  *([sys.executable, str(ROOT / script)] for script in SCRIPTS)]
         return not all(self.call(command) for command in rest)
 
