@@ -19,7 +19,7 @@ from .errors import Error
 from .forms import from_bytes, parse
 
 _APPLICATION = 0x4F727645
-_VERSION = 1
+_VERSIONS = (1, 2, 3)  # all keep the table Events; the later ones add indexes and counts
 _COLUMNS = ("id", "stored", "name", "code")
 
 
@@ -86,7 +86,7 @@ class EventDatabase:
         try:
             if self._number("pragma application_id") != _APPLICATION:
                 raise Error("a database, but not one of events")
-            if self._number("pragma user_version") != _VERSION:
+            if self._number("pragma user_version") not in _VERSIONS:
                 raise Error("an event database of another version of orvact")
         except BaseException:
             self._connection.close()
