@@ -6,21 +6,6 @@
 
 #include "OrvActions/OrvTypes.h"
 
-/* Declares a function of the match action families, OrvMatchAct_<name> and TalvecMatchAct_<name>. */
-#define ORV_MATCH_TWIN(result, name, arguments)  \
-    ORV_API result OrvMatchAct_##name arguments; \
-    ORV_API result TalvecMatchAct_##name arguments
-
-/* Declares a function of all four families: the same operation on an action or a match action. */
-#define ORV_EVERY_TWIN(result, name, arguments) \
-    ORV_TWIN(result, name, arguments);          \
-    ORV_MATCH_TWIN(result, name, arguments)
-
-/* Declares a function of the Talvec families alone: Talvec_Action_<name> and TalvecMatchAct_<name>. */
-#define ORV_TALVEC_TWIN(result, name, arguments)   \
-    ORV_API result Talvec_Action_##name arguments; \
-    ORV_API result TalvecMatchAct_##name arguments
-
 #if defined(__cplusplus)
 extern "C" {
 #endif
@@ -29,24 +14,44 @@ extern "C" {
 
 /* All four families. The code of the action (ORV_ACTION_...) and of its class (ORV_CLASS_...); 0 for an action that the
  * catalogue does not know. */
-ORV_EVERY_TWIN(OrvBool, GetActionCode, (TOrvHandle handle, uint32_t* code));
-ORV_EVERY_TWIN(OrvBool, GetActionClass, (TOrvHandle handle, uint32_t* classCode));
+ORV_API OrvBool OrvAct_GetActionCode(TOrvHandle handle, uint32_t* code);
+ORV_API OrvBool Talvec_Action_GetActionCode(TOrvHandle handle, uint32_t* code);
+ORV_API OrvBool OrvMatchAct_GetActionCode(TOrvHandle handle, uint32_t* code);
+ORV_API OrvBool TalvecMatchAct_GetActionCode(TOrvHandle handle, uint32_t* code);
+ORV_API OrvBool OrvAct_GetActionClass(TOrvHandle handle, uint32_t* classCode);
+ORV_API OrvBool Talvec_Action_GetActionClass(TOrvHandle handle, uint32_t* classCode);
+ORV_API OrvBool OrvMatchAct_GetActionClass(TOrvHandle handle, uint32_t* classCode);
+ORV_API OrvBool TalvecMatchAct_GetActionClass(TOrvHandle handle, uint32_t* classCode);
 
 /* All four families. The name in the catalogue's spelling, or as it was given for an action that the catalogue does not
  * know. It lives as long as the object. The narrow form is in the ANSI code page; for an unknown action its first read
  * counts as a write. */
-ORV_EVERY_TWIN(OrvBool, GetActionNameW, (TOrvHandle handle, const OrvWChar** name));
-ORV_EVERY_TWIN(OrvBool, GetActionNameA, (TOrvHandle handle, const char** name));
+ORV_API OrvBool OrvAct_GetActionNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool Talvec_Action_GetActionNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool OrvMatchAct_GetActionNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool TalvecMatchAct_GetActionNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool OrvAct_GetActionNameA(TOrvHandle handle, const char** name);
+ORV_API OrvBool Talvec_Action_GetActionNameA(TOrvHandle handle, const char** name);
+ORV_API OrvBool OrvMatchAct_GetActionNameA(TOrvHandle handle, const char** name);
+ORV_API OrvBool TalvecMatchAct_GetActionNameA(TOrvHandle handle, const char** name);
 
 /* All four families. The plain name, native or neutral as OrvAct_SetNativeTranslation says; "" for an action that the
  * catalogue does not know. The pointer is valid for the life of the process. OrvCatalogue.h tells what it reads after
  * somebody has written another plain name. */
-ORV_EVERY_TWIN(OrvBool, GetActionPlainNameW, (TOrvHandle handle, const OrvWChar** name));
-ORV_EVERY_TWIN(OrvBool, GetActionPlainNameA, (TOrvHandle handle, const char** name));
+ORV_API OrvBool OrvAct_GetActionPlainNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool Talvec_Action_GetActionPlainNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool OrvMatchAct_GetActionPlainNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool TalvecMatchAct_GetActionPlainNameW(TOrvHandle handle, const OrvWChar** name);
+ORV_API OrvBool OrvAct_GetActionPlainNameA(TOrvHandle handle, const char** name);
+ORV_API OrvBool Talvec_Action_GetActionPlainNameA(TOrvHandle handle, const char** name);
+ORV_API OrvBool OrvMatchAct_GetActionPlainNameA(TOrvHandle handle, const char** name);
+ORV_API OrvBool TalvecMatchAct_GetActionPlainNameA(TOrvHandle handle, const char** name);
 
 /* Both Talvec families. Flags and priority of the action in the catalogue; 0 when it is unknown. */
-ORV_TALVEC_TWIN(OrvBool, GetActionFlags, (TOrvHandle handle, uint32_t* flags));
-ORV_TALVEC_TWIN(OrvBool, GetActionPriority, (TOrvHandle handle, uint32_t* priority));
+ORV_API OrvBool Talvec_Action_GetActionFlags(TOrvHandle handle, uint32_t* flags);
+ORV_API OrvBool TalvecMatchAct_GetActionFlags(TOrvHandle handle, uint32_t* flags);
+ORV_API OrvBool Talvec_Action_GetActionPriority(TOrvHandle handle, uint32_t* priority);
+ORV_API OrvBool TalvecMatchAct_GetActionPriority(TOrvHandle handle, uint32_t* priority);
 
 /* 1 for an action, 2 for a match action. */
 ORV_API OrvBool OrvAct_GetMessageClass(TOrvHandle handle, uint32_t* messageClass);
@@ -57,10 +62,14 @@ ORV_API OrvBool Talvec_Action_GetMessageClass(TOrvHandle handle, uint32_t* messa
 
 /* Both families. Values that the library keeps with the object and never looks at. They are 0 in a new object, a clone
  * included, take no part in comparisons and are in no text, binary or JSON form. */
-ORV_TWIN(OrvBool, SetMessageFlags, (TOrvHandle handle, uint32_t flags));
-ORV_TWIN(OrvBool, GetMessageFlags, (TOrvHandle handle, uint32_t* flags));
-ORV_TWIN(OrvBool, SetInternalData, (TOrvHandle handle, uint64_t data));
-ORV_TWIN(OrvBool, GetInternalData, (TOrvHandle handle, uint64_t* data));
+ORV_API OrvBool OrvAct_SetMessageFlags(TOrvHandle handle, uint32_t flags);
+ORV_API OrvBool Talvec_Action_SetMessageFlags(TOrvHandle handle, uint32_t flags);
+ORV_API OrvBool OrvAct_GetMessageFlags(TOrvHandle handle, uint32_t* flags);
+ORV_API OrvBool Talvec_Action_GetMessageFlags(TOrvHandle handle, uint32_t* flags);
+ORV_API OrvBool OrvAct_SetInternalData(TOrvHandle handle, uint64_t data);
+ORV_API OrvBool Talvec_Action_SetInternalData(TOrvHandle handle, uint64_t data);
+ORV_API OrvBool OrvAct_GetInternalData(TOrvHandle handle, uint64_t* data);
+ORV_API OrvBool Talvec_Action_GetInternalData(TOrvHandle handle, uint64_t* data);
 
 /* ---- parameters by role ----------------------------------------------------------------------------------------- */
 
@@ -71,24 +80,33 @@ ORV_TWIN(OrvBool, GetInternalData, (TOrvHandle handle, uint64_t* data));
  * The record is overwritten by the next read of any role on the same action, and its name lives as long as the
  * parameter: copy what you keep. If the value in the role is no channel, the record keeps what was there before.
  * Reads write that record, so two threads must not read one action at the same time. */
-ORV_TWIN(OrvBool, GetVideoInput, (TOrvHandle handle, const TOrvChannelValue** channel));
-ORV_TWIN(OrvBool, GetVideoOutput, (TOrvHandle handle, const TOrvChannelValue** channel));
-ORV_TWIN(OrvBool, GetInputContact, (TOrvHandle handle, const TOrvChannelValue** channel));
-ORV_TWIN(OrvBool, GetOutputContact, (TOrvHandle handle, const TOrvChannelValue** channel));
+ORV_API OrvBool OrvAct_GetVideoInput(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool Talvec_Action_GetVideoInput(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool OrvAct_GetVideoOutput(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool Talvec_Action_GetVideoOutput(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool OrvAct_GetInputContact(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool Talvec_Action_GetInputContact(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool OrvAct_GetOutputContact(TOrvHandle handle, const TOrvChannelValue** channel);
+ORV_API OrvBool Talvec_Action_GetOutputContact(TOrvHandle handle, const TOrvChannelValue** channel);
 
 /* Both families. Stores a channel in the first parameter of a role, in the catalogue's order, in place of whatever was
  * there.
  *   channel  not null; copied
  * The families differ where the action has no such role: OrvAct_ fails with the code ORV_ERROR and the sub-code
  * ORV_SUBERROR_NO_SUCH_ROLE, Talvec_Action_ answers true and stores nothing. */
-ORV_TWIN(OrvBool, SetVideoInput, (TOrvHandle handle, const TOrvChannelValue* channel));
-ORV_TWIN(OrvBool, SetVideoOutput, (TOrvHandle handle, const TOrvChannelValue* channel));
-ORV_TWIN(OrvBool, SetInputContact, (TOrvHandle handle, const TOrvChannelValue* channel));
-ORV_TWIN(OrvBool, SetOutputContact, (TOrvHandle handle, const TOrvChannelValue* channel));
+ORV_API OrvBool OrvAct_SetVideoInput(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool Talvec_Action_SetVideoInput(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool OrvAct_SetVideoOutput(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool Talvec_Action_SetVideoOutput(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool OrvAct_SetInputContact(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool Talvec_Action_SetInputContact(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool OrvAct_SetOutputContact(TOrvHandle handle, const TOrvChannelValue* channel);
+ORV_API OrvBool Talvec_Action_SetOutputContact(TOrvHandle handle, const TOrvChannelValue* channel);
 
 /* Both families. The foreign key that an action carries, as a 64-bit number.
  *   foreignKey  out, not null; borrowed under the rules of OrvAct_GetVideoInput, null if there is none */
-ORV_TWIN(OrvBool, GetForeignKey, (TOrvHandle handle, const int64_t** foreignKey));
+ORV_API OrvBool OrvAct_GetForeignKey(TOrvHandle handle, const int64_t** foreignKey);
+ORV_API OrvBool Talvec_Action_GetForeignKey(TOrvHandle handle, const int64_t** foreignKey);
 
 /* The first 32-bit parameter of the action in the catalogue's order, enums included; 0 when the action has none or it
  * is not set. Always a success. */
@@ -103,14 +121,17 @@ ORV_API OrvBool OrvAct_GetGenericInt32Parameter(TOrvHandle handle, int32_t* valu
  *          null, reuse the record for as many reads as you like and free its last text with SysFreeString. Names of
  *          event types, channels and resources point into the parameter.
  * False, with the last error cleared and the record untouched, when the parameter is absent. */
-ORV_TALVEC_TWIN(OrvBool, GetParameterByName, (TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value));
+ORV_API OrvBool Talvec_Action_GetParameterByName(TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value);
+ORV_API OrvBool TalvecMatchAct_GetParameterByName(TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value);
 
 /* Both Talvec families. Stores a parameter of any kind under a name, in place of whatever was there.
  *   name   in any case, kept as written; known to the catalogue or not; null reads as ""
  *   value  not null; copied. A null name or text reads as "". The text is a system string. A kind that does not exist
  *          stores a value without content. */
-ORV_TALVEC_TWIN(OrvBool, SetParameterByName,
-                (TOrvHandle handle, const OrvWChar* name, const TOrvParameterValue* value));
+ORV_API OrvBool Talvec_Action_SetParameterByName(TOrvHandle handle, const OrvWChar* name,
+                                                 const TOrvParameterValue* value);
+ORV_API OrvBool TalvecMatchAct_SetParameterByName(TOrvHandle handle, const OrvWChar* name,
+                                                  const TOrvParameterValue* value);
 
 /* ---- names from the configuration ------------------------------------------------------------------------------- */
 
@@ -139,8 +160,10 @@ typedef struct TOrvActionInfoUpdateCallbacks {
  *   context    passed to the callbacks
  *   callbacks  not null
  *   allKnown   out, not null: false if a callback did not know what it was asked for */
-ORV_TWIN(OrvBool, UpdateActionInfo,
-         (TOrvHandle handle, OrvWord context, const TOrvActionInfoUpdateCallbacks* callbacks, OrvBool* allKnown));
+ORV_API OrvBool OrvAct_UpdateActionInfo(TOrvHandle handle, OrvWord context,
+                                        const TOrvActionInfoUpdateCallbacks* callbacks, OrvBool* allKnown);
+ORV_API OrvBool Talvec_Action_UpdateActionInfo(TOrvHandle handle, OrvWord context,
+                                               const TOrvActionInfoUpdateCallbacks* callbacks, OrvBool* allKnown);
 
 #if defined(__cplusplus)
 }

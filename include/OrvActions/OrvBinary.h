@@ -17,7 +17,8 @@ extern "C" {
  *   required  out, may be null: the length of the form in bytes, whether it fits or not
  * Unlike the text stores, a buffer that is too small receives every field that fits whole; the call still fails, with
  * the last error "buffer too small". */
-ORV_TWIN(OrvBool, StoreToBinBuffer, (TOrvHandle handle, void* buffer, uint32_t size, uint32_t* required));
+ORV_API OrvBool OrvAct_StoreToBinBuffer(TOrvHandle handle, void* buffer, uint32_t size, uint32_t* required);
+ORV_API OrvBool Talvec_Action_StoreToBinBuffer(TOrvHandle handle, void* buffer, uint32_t size, uint32_t* required);
 
 /* Both families. Reads one action or match action from its binary form.
  *   data          any alignment; null is an empty buffer
@@ -34,7 +35,10 @@ ORV_TWIN(OrvBool, StoreToBinBuffer, (TOrvHandle handle, void* buffer, uint32_t s
  *
  * The kinds 1 and 2 tag buffers of the sibling product, which its library turns into text. That text is read like one
  * of OrvAct_CreateFromTextBufferW, with the same failures, and consumed counts its units. */
-ORV_TWIN(TOrvHandle, CreateFromBinBuffer, (const void* data, uint32_t size, uint32_t expectedKind, uint32_t* consumed));
+ORV_API TOrvHandle OrvAct_CreateFromBinBuffer(const void* data, uint32_t size, uint32_t expectedKind,
+                                              uint32_t* consumed);
+ORV_API TOrvHandle Talvec_Action_CreateFromBinBuffer(const void* data, uint32_t size, uint32_t expectedKind,
+                                                     uint32_t* consumed);
 
 #if defined(__cplusplus)
 }

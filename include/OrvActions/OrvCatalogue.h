@@ -175,35 +175,38 @@ typedef struct TTalvecEnumValuePlainInfo {
     const OrvWChar* DescriptionW;
 } TTalvecEnumValuePlainInfo;
 
-/* Declares a function of both families; the two differ only in their record. */
-#define ORV_RECORD_TWIN(result, name, orvArguments, talvecArguments) \
-    ORV_API result OrvAct_##name orvArguments;                       \
-    ORV_API result Talvec_Action_##name talvecArguments
-
 /* ---- lookups ---------------------------------------------------------------------------------------------------- */
 
 /* Both families. The code of an action by its name in any case, 0 when unknown or null. */
-ORV_TWIN(uint32_t, GetActionCodeByNameW, (const OrvWChar* name));
-ORV_TWIN(uint32_t, GetActionCodeByNameA, (const char* name));
+ORV_API uint32_t OrvAct_GetActionCodeByNameW(const OrvWChar* name);
+ORV_API uint32_t Talvec_Action_GetActionCodeByNameW(const OrvWChar* name);
+ORV_API uint32_t OrvAct_GetActionCodeByNameA(const char* name);
+ORV_API uint32_t Talvec_Action_GetActionCodeByNameA(const char* name);
 
 /* Both families. The code of a class by its name in any case. 0 when unknown or null; 0 is also the code of the class
  * System, so this cannot tell them apart. */
-ORV_TWIN(uint32_t, GetActionClassByNameW, (const OrvWChar* name));
-ORV_TWIN(uint32_t, GetActionClassByNameA, (const char* name));
+ORV_API uint32_t OrvAct_GetActionClassByNameW(const OrvWChar* name);
+ORV_API uint32_t Talvec_Action_GetActionClassByNameW(const OrvWChar* name);
+ORV_API uint32_t OrvAct_GetActionClassByNameA(const char* name);
+ORV_API uint32_t Talvec_Action_GetActionClassByNameA(const char* name);
 
 /* Both families. The code of the action that was registered at a position, counted from 0; 0 past the end. */
-ORV_TWIN(uint32_t, GetActionCodeByIndex, (uint32_t index));
+ORV_API uint32_t OrvAct_GetActionCodeByIndex(uint32_t index);
+ORV_API uint32_t Talvec_Action_GetActionCodeByIndex(uint32_t index);
 
 /* Both families. The position of an action by its code. 0 when unknown; 0 is also the position of the first action. */
-ORV_TWIN(uint32_t, GetInternalIndexByCode, (uint32_t code));
+ORV_API uint32_t OrvAct_GetInternalIndexByCode(uint32_t code);
+ORV_API uint32_t Talvec_Action_GetInternalIndexByCode(uint32_t code);
 
 /* ---- switches of the process ------------------------------------------------------------------------------------ */
 
 /* Both families. Selects the text set of plain names, for reading and for writing: native (after load) or neutral. A
  * neutral plain name is the programmatic name until somebody writes another. The result is always true and the last
  * error stays as it is. Meant to be set at start; there is no lock. */
-ORV_TWIN(OrvBool, SetNativeTranslation, (OrvBool native));
-ORV_TWIN(OrvBool, GetNativeTranslation, (OrvBool * native));
+ORV_API OrvBool OrvAct_SetNativeTranslation(OrvBool native);
+ORV_API OrvBool Talvec_Action_SetNativeTranslation(OrvBool native);
+ORV_API OrvBool OrvAct_GetNativeTranslation(OrvBool* native);
+ORV_API OrvBool Talvec_Action_GetNativeTranslation(OrvBool* native);
 
 /* Sets the level of detail, 5 after load: parameters whose priority exceeds it are hidden from plain text and left out
  * by stores that apply it. The result is always true, with the last error cleared. Meant to be set at start; there is
@@ -214,82 +217,86 @@ ORV_API OrvBool Talvec_Action_GetPriorityLevel(uint32_t* level);
 /* ---- classes ---------------------------------------------------------------------------------------------------- */
 
 /* Both families. The number of classes; it stays the same for the life of the process. */
-ORV_TWIN(uint32_t, GetNumberOfActionClasses, (void));
+ORV_API uint32_t OrvAct_GetNumberOfActionClasses(void);
+ORV_API uint32_t Talvec_Action_GetNumberOfActionClasses(void);
 
 /* Fills records with all classes. */
-ORV_RECORD_TWIN(uint32_t, EnumerateActionClasses, (TOrvActionClassPlainInfo * records, uint32_t capacity),
-                (TTalvecActionClassPlainInfo * records, uint32_t capacity));
+ORV_API uint32_t OrvAct_EnumerateActionClasses(TOrvActionClassPlainInfo* records, uint32_t capacity);
+ORV_API uint32_t Talvec_Action_EnumerateActionClasses(TTalvecActionClassPlainInfo* records, uint32_t capacity);
 
 /* Fills a record with the class of a code; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, GetActionClassInfo, (TOrvActionClassPlainInfo * record, uint32_t classCode),
-                (TTalvecActionClassPlainInfo * record, uint32_t classCode));
+ORV_API OrvBool OrvAct_GetActionClassInfo(TOrvActionClassPlainInfo* record, uint32_t classCode);
+ORV_API OrvBool Talvec_Action_GetActionClassInfo(TTalvecActionClassPlainInfo* record, uint32_t classCode);
 
 /* Writes the texts of the class that the field Code names; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, SetActionClassPlainInfo, (const TOrvActionClassPlainInfo* record),
-                (const TTalvecActionClassPlainInfo* record));
+ORV_API OrvBool OrvAct_SetActionClassPlainInfo(const TOrvActionClassPlainInfo* record);
+ORV_API OrvBool Talvec_Action_SetActionClassPlainInfo(const TTalvecActionClassPlainInfo* record);
 
 /* ---- actions ---------------------------------------------------------------------------------------------------- */
 
 /* Both families. The number of actions; it stays the same for the life of the process. */
-ORV_TWIN(uint32_t, GetNumberOfActions, (void));
+ORV_API uint32_t OrvAct_GetNumberOfActions(void);
+ORV_API uint32_t Talvec_Action_GetNumberOfActions(void);
 
 /* Fills records with all actions. */
-ORV_RECORD_TWIN(uint32_t, EnumerateActions, (TOrvActionPlainInfo * records, uint32_t capacity),
-                (TTalvecActionPlainInfo * records, uint32_t capacity));
+ORV_API uint32_t OrvAct_EnumerateActions(TOrvActionPlainInfo* records, uint32_t capacity);
+ORV_API uint32_t Talvec_Action_EnumerateActions(TTalvecActionPlainInfo* records, uint32_t capacity);
 
 /* Fills a record with the action of a code; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, GetActionInfo, (TOrvActionPlainInfo * record, uint32_t code),
-                (TTalvecActionPlainInfo * record, uint32_t code));
+ORV_API OrvBool OrvAct_GetActionInfo(TOrvActionPlainInfo* record, uint32_t code);
+ORV_API OrvBool Talvec_Action_GetActionInfo(TTalvecActionPlainInfo* record, uint32_t code);
 
 /* Writes the texts of the action that the field Code names; false when unknown. */
-ORV_RECORD_TWIN(OrvBool, SetActionPlainInfo, (const TOrvActionPlainInfo* record),
-                (const TTalvecActionPlainInfo* record));
+ORV_API OrvBool OrvAct_SetActionPlainInfo(const TOrvActionPlainInfo* record);
+ORV_API OrvBool Talvec_Action_SetActionPlainInfo(const TTalvecActionPlainInfo* record);
 
 /* ---- parameters ------------------------------------------------------------------------------------------------- */
 
 /* The number of an action's own parameters, 0 when the code is unknown. Here and below, Talvec_Action_ takes the code
  * ORV_GENERAL_PARAMETERS for the parameters that any action may carry, in order of registration. */
-ORV_TWIN(uint32_t, GetNumberOfActionParameters, (uint32_t code));
+ORV_API uint32_t OrvAct_GetNumberOfActionParameters(uint32_t code);
+ORV_API uint32_t Talvec_Action_GetNumberOfActionParameters(uint32_t code);
 
 /* Fills records with the parameters of an action. */
-ORV_RECORD_TWIN(uint32_t, EnumerateActionParameters,
-                (TOrvParameterPlainInfo * records, uint32_t capacity, uint32_t code),
-                (TTalvecParameterPlainInfo * records, uint32_t capacity, uint32_t code));
+ORV_API uint32_t OrvAct_EnumerateActionParameters(TOrvParameterPlainInfo* records, uint32_t capacity, uint32_t code);
+ORV_API uint32_t Talvec_Action_EnumerateActionParameters(TTalvecParameterPlainInfo* records, uint32_t capacity,
+                                                         uint32_t code);
 
 /* Fills a record with one parameter of an action, counted from 0; false when the code is unknown or the index past the
  * end. */
-ORV_RECORD_TWIN(OrvBool, GetActionParameterInfo, (TOrvParameterPlainInfo * record, uint32_t code, uint32_t index),
-                (TTalvecParameterPlainInfo * record, uint32_t code, uint32_t index));
+ORV_API OrvBool OrvAct_GetActionParameterInfo(TOrvParameterPlainInfo* record, uint32_t code, uint32_t index);
+ORV_API OrvBool Talvec_Action_GetActionParameterInfo(TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index);
 
 /* Writes the texts of one parameter of one action; other actions with a parameter of that name keep theirs. A general
  * parameter (Talvec_Action_, code 0) is found by the field NameW in any case, and the index is not used. */
-ORV_RECORD_TWIN(OrvBool, SetActionParameterPlainInfo,
-                (const TOrvParameterPlainInfo* record, uint32_t code, uint32_t index),
-                (const TTalvecParameterPlainInfo* record, uint32_t code, uint32_t index));
+ORV_API OrvBool OrvAct_SetActionParameterPlainInfo(const TOrvParameterPlainInfo* record, uint32_t code, uint32_t index);
+ORV_API OrvBool Talvec_Action_SetActionParameterPlainInfo(const TTalvecParameterPlainInfo* record, uint32_t code,
+                                                          uint32_t index);
 
 /* Fills a record with the description of match actions, which is the general parameter Comment, or writes its texts. */
-ORV_RECORD_TWIN(OrvBool, GetMatchActionDescriptionInfo, (TOrvParameterPlainInfo * record),
-                (TTalvecParameterPlainInfo * record));
-ORV_RECORD_TWIN(OrvBool, SetMatchActionDescriptionPlainInfo, (const TOrvParameterPlainInfo* record),
-                (const TTalvecParameterPlainInfo* record));
+ORV_API OrvBool OrvAct_GetMatchActionDescriptionInfo(TOrvParameterPlainInfo* record);
+ORV_API OrvBool Talvec_Action_GetMatchActionDescriptionInfo(TTalvecParameterPlainInfo* record);
+ORV_API OrvBool OrvAct_SetMatchActionDescriptionPlainInfo(const TOrvParameterPlainInfo* record);
+ORV_API OrvBool Talvec_Action_SetMatchActionDescriptionPlainInfo(const TTalvecParameterPlainInfo* record);
 
 /* ---- event records ---------------------------------------------------------------------------------------------- */
 
 /* Fills a record with the description of event records, or writes its texts: it looks like an action that nobody can
  * create, whose parameters are the event fields. */
-ORV_RECORD_TWIN(OrvBool, GetEventDescriptionInfo, (TOrvActionPlainInfo * record), (TTalvecActionPlainInfo * record));
-ORV_RECORD_TWIN(OrvBool, SetEventDescriptionPlainInfo, (const TOrvActionPlainInfo* record),
-                (const TTalvecActionPlainInfo* record));
+ORV_API OrvBool OrvAct_GetEventDescriptionInfo(TOrvActionPlainInfo* record);
+ORV_API OrvBool Talvec_Action_GetEventDescriptionInfo(TTalvecActionPlainInfo* record);
+ORV_API OrvBool OrvAct_SetEventDescriptionPlainInfo(const TOrvActionPlainInfo* record);
+ORV_API OrvBool Talvec_Action_SetEventDescriptionPlainInfo(const TTalvecActionPlainInfo* record);
 
 /* Fills records with the event fields. */
-ORV_RECORD_TWIN(uint32_t, EnumerateEventFields, (TOrvParameterPlainInfo * records, uint32_t capacity),
-                (TTalvecParameterPlainInfo * records, uint32_t capacity));
+ORV_API uint32_t OrvAct_EnumerateEventFields(TOrvParameterPlainInfo* records, uint32_t capacity);
+ORV_API uint32_t Talvec_Action_EnumerateEventFields(TTalvecParameterPlainInfo* records, uint32_t capacity);
 
 /* Fills a record with one event field, counted from 0, or writes its texts; false when the index is past the end. */
-ORV_RECORD_TWIN(OrvBool, GetEventFieldInfo, (TOrvParameterPlainInfo * record, uint32_t index),
-                (TTalvecParameterPlainInfo * record, uint32_t index));
-ORV_RECORD_TWIN(OrvBool, SetEventFieldPlainInfo, (const TOrvParameterPlainInfo* record, uint32_t index),
-                (const TTalvecParameterPlainInfo* record, uint32_t index));
+ORV_API OrvBool OrvAct_GetEventFieldInfo(TOrvParameterPlainInfo* record, uint32_t index);
+ORV_API OrvBool Talvec_Action_GetEventFieldInfo(TTalvecParameterPlainInfo* record, uint32_t index);
+ORV_API OrvBool OrvAct_SetEventFieldPlainInfo(const TOrvParameterPlainInfo* record, uint32_t index);
+ORV_API OrvBool Talvec_Action_SetEventFieldPlainInfo(const TTalvecParameterPlainInfo* record, uint32_t index);
 
 /* ---- enum values ------------------------------------------------------------------------------------------------ */
 
@@ -313,8 +320,8 @@ ORV_API OrvBool Talvec_Action_GetEnumValueInfo(TTalvecEnumValuePlainInfo* record
 
 /* Writes the texts of the value that the fields Type or EnumId, and Value, name; false when unknown. The description is
  * taken from the field NameW: a record fresh from a Get... call makes the name the description. */
-ORV_RECORD_TWIN(OrvBool, SetEnumValuePlainInfo, (const TOrvEnumValuePlainInfo* record),
-                (const TTalvecEnumValuePlainInfo* record));
+ORV_API OrvBool OrvAct_SetEnumValuePlainInfo(const TOrvEnumValuePlainInfo* record);
+ORV_API OrvBool Talvec_Action_SetEnumValuePlainInfo(const TTalvecEnumValuePlainInfo* record);
 
 #if defined(__cplusplus)
 }

@@ -23,13 +23,16 @@ enum {
  * record untouched if it succeeded. Calls that leave the last error alone (their comments say so) do not count. The
  * texts belong to the thread and stay valid until its next failure. Does not clear the error.
  *   info  out, not null */
-ORV_TWIN(OrvBool, GetLastError, (TOrvLastErrorInfo * info));
+ORV_API OrvBool OrvAct_GetLastError(TOrvLastErrorInfo* info);
+ORV_API OrvBool Talvec_Action_GetLastError(TOrvLastErrorInfo* info);
 
 /* Both families. How many objects of this library are alive in the process; 0 when nothing leaked. */
-ORV_TWIN(uint32_t, GetNumberOfOpenHandles, (void));
+ORV_API uint32_t OrvAct_GetNumberOfOpenHandles(void);
+ORV_API uint32_t Talvec_Action_GetNumberOfOpenHandles(void);
 
 /* Both families. The version of this interface, 143. */
-ORV_TWIN(uint32_t, InterfaceVersion, (void));
+ORV_API uint32_t OrvAct_InterfaceVersion(void);
+ORV_API uint32_t Talvec_Action_InterfaceVersion(void);
 
 /* The date of this interface, "20.10.2022"; the families differ in the width of the text. */
 ORV_API const char* OrvAct_InterfaceDate(void);

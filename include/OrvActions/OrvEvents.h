@@ -66,7 +66,8 @@ ORV_API OrvBool TalvecMatchAct_GetActionEventData(TOrvHandle handle, TOrvEventDa
  * gives an action named GeneralEventInfo with a parameter for each column.
  *   record  not null; its size is not looked at. Texts of columns hold as many units as their length says.
  * Null, with the reason in the last error, when the columns cannot be read. */
-ORV_TWIN(TOrvHandle, RestoreActionFromEventData, (const TOrvEventData* record));
+ORV_API TOrvHandle OrvAct_RestoreActionFromEventData(const TOrvEventData* record);
+ORV_API TOrvHandle Talvec_Action_RestoreActionFromEventData(const TOrvEventData* record);
 
 /* Both match families. The same as a match action, without a description. */
 ORV_API TOrvHandle OrvMatchAct_RestoreActionFromEventData(const TOrvEventData* record);
@@ -91,12 +92,18 @@ typedef void (*TOrvEventDescriptionCallback2)(OrvWord context, int32_t index, co
  *             level holds (Talvec_Action_SetPriorityLevel)
  * True also when there is nothing to describe; then there is no call. What the callback throws ends the walk
  * and becomes the last error. */
-ORV_TWIN(OrvBool, GetActionEventDescription,
-         (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback callback));
-ORV_TWIN(OrvBool, GetActionEventDescriptionEx,
-         (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback callback, uint32_t level));
-ORV_TWIN(OrvBool, GetActionEventDescription2,
-         (const TOrvEventData* record, OrvWord context, TOrvEventDescriptionCallback2 callback, uint32_t level));
+ORV_API OrvBool OrvAct_GetActionEventDescription(const TOrvEventData* record, OrvWord context,
+                                                 TOrvEventDescriptionCallback callback);
+ORV_API OrvBool Talvec_Action_GetActionEventDescription(const TOrvEventData* record, OrvWord context,
+                                                        TOrvEventDescriptionCallback callback);
+ORV_API OrvBool OrvAct_GetActionEventDescriptionEx(const TOrvEventData* record, OrvWord context,
+                                                   TOrvEventDescriptionCallback callback, uint32_t level);
+ORV_API OrvBool Talvec_Action_GetActionEventDescriptionEx(const TOrvEventData* record, OrvWord context,
+                                                          TOrvEventDescriptionCallback callback, uint32_t level);
+ORV_API OrvBool OrvAct_GetActionEventDescription2(const TOrvEventData* record, OrvWord context,
+                                                  TOrvEventDescriptionCallback2 callback, uint32_t level);
+ORV_API OrvBool Talvec_Action_GetActionEventDescription2(const TOrvEventData* record, OrvWord context,
+                                                         TOrvEventDescriptionCallback2 callback, uint32_t level);
 
 #if defined(__cplusplus)
 } /* extern "C" */

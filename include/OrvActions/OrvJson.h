@@ -17,8 +17,10 @@ extern "C" {
  *   limit  parameters that the catalogue declares with a priority above it are left out; null for the process-wide
  *          priority level. An action that the catalogue does not know shows all it has.
  * A date that has no text, because its local time lies before 1601, fails the call. */
-ORV_TWIN(OrvBool, StoreToJson,
-         (TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required, OrvBool wrap, const uint32_t* limit));
+ORV_API OrvBool OrvAct_StoreToJson(TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required, OrvBool wrap,
+                                   const uint32_t* limit);
+ORV_API OrvBool Talvec_Action_StoreToJson(TOrvHandle handle, OrvWChar* buffer, uint32_t size, uint32_t* required,
+                                          OrvBool wrap, const uint32_t* limit);
 
 #if defined(__cplusplus)
 }

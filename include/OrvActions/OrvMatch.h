@@ -24,7 +24,8 @@ extern "C" {
  * action's id decides; if it is 0 its number; if that is 0 too its name. Of an event type or a resource the id (guid)
  * decides, or the name if the id is 0. Neither object is changed, so any number of threads may match at the same time.
  */
-ORV_MATCH_TWIN(OrvBool, Matches, (TOrvHandle matchAction, TOrvHandle action, OrvBool* matches));
+ORV_API OrvBool OrvMatchAct_Matches(TOrvHandle matchAction, TOrvHandle action, OrvBool* matches);
+ORV_API OrvBool TalvecMatchAct_Matches(TOrvHandle matchAction, TOrvHandle action, OrvBool* matches);
 
 /* A new action with the name and the parameters of a match action, which the caller closes. For an action that is no
  * match action the call succeeds and gives null.
@@ -32,23 +33,30 @@ ORV_MATCH_TWIN(OrvBool, Matches, (TOrvHandle matchAction, TOrvHandle action, Orv
  *                   taken from it. Of a generic action (OrvAct_CreateGenericAction) the channels and contacts go to the
  *                   parameters of their roles, unless the role is taken, and the value to the first 32-bit number.
  *   action          out, not null */
-ORV_MATCH_TWIN(OrvBool, CreateActionFromTemplate,
-               (TOrvHandle matchAction, TOrvHandle templateAction, TOrvHandle* action));
+ORV_API OrvBool OrvMatchAct_CreateActionFromTemplate(TOrvHandle matchAction, TOrvHandle templateAction,
+                                                     TOrvHandle* action);
+ORV_API OrvBool TalvecMatchAct_CreateActionFromTemplate(TOrvHandle matchAction, TOrvHandle templateAction,
+                                                        TOrvHandle* action);
 
 /* Stores the description of a match action. It takes no part in matching and is no parameter.
  *   text  copied; null empties the description. The narrow form is in the ANSI code page.
  * For an action that is no match action this does nothing and succeeds. */
-ORV_MATCH_TWIN(OrvBool, SetDescriptionW, (TOrvHandle matchAction, const OrvWChar* text));
-ORV_MATCH_TWIN(OrvBool, SetDescriptionA, (TOrvHandle matchAction, const char* text));
+ORV_API OrvBool OrvMatchAct_SetDescriptionW(TOrvHandle matchAction, const OrvWChar* text);
+ORV_API OrvBool TalvecMatchAct_SetDescriptionW(TOrvHandle matchAction, const OrvWChar* text);
+ORV_API OrvBool OrvMatchAct_SetDescriptionA(TOrvHandle matchAction, const char* text);
+ORV_API OrvBool TalvecMatchAct_SetDescriptionA(TOrvHandle matchAction, const char* text);
 
 /* Reads the description; "" for an action that is no match action. The text belongs to the match action. The wide one
  * stays until the description changes, the narrow one until it is asked for again, which counts as a write. */
-ORV_MATCH_TWIN(OrvBool, GetDescriptionW, (TOrvHandle matchAction, const OrvWChar** text));
-ORV_MATCH_TWIN(OrvBool, GetDescriptionA, (TOrvHandle matchAction, const char** text));
+ORV_API OrvBool OrvMatchAct_GetDescriptionW(TOrvHandle matchAction, const OrvWChar** text);
+ORV_API OrvBool TalvecMatchAct_GetDescriptionW(TOrvHandle matchAction, const OrvWChar** text);
+ORV_API OrvBool OrvMatchAct_GetDescriptionA(TOrvHandle matchAction, const char** text);
+ORV_API OrvBool TalvecMatchAct_GetDescriptionA(TOrvHandle matchAction, const char** text);
 
 /* Whether a match action has a description that is not empty.
  *   has  out, not null */
-ORV_MATCH_TWIN(OrvBool, HasDescription, (TOrvHandle matchAction, OrvBool* has));
+ORV_API OrvBool OrvMatchAct_HasDescription(TOrvHandle matchAction, OrvBool* has);
+ORV_API OrvBool TalvecMatchAct_HasDescription(TOrvHandle matchAction, OrvBool* has);
 
 #if defined(__cplusplus)
 }

@@ -25,13 +25,17 @@ enum { ORV_STORE_APPLY_PRIORITY_LEVEL = 1 };
  * The result is a new handle that the caller closes, or null. A text that yields no action gives null without a last
  * error. A bad guid or an impossible date in a string of that form, and more markup of one kind than can be told apart
  * in sensible time, give null with a last error. */
-ORV_TWIN(TOrvHandle, CreateFromTextBufferW,
-         (const OrvWChar* text, uint32_t length, uint32_t expectedKind, OrvWord spare, uint32_t* consumed));
+ORV_API TOrvHandle OrvAct_CreateFromTextBufferW(const OrvWChar* text, uint32_t length, uint32_t expectedKind,
+                                                OrvWord spare, uint32_t* consumed);
+ORV_API TOrvHandle Talvec_Action_CreateFromTextBufferW(const OrvWChar* text, uint32_t length, uint32_t expectedKind,
+                                                       OrvWord spare, uint32_t* consumed);
 
 /* Both families. The same from narrow text, UTF-8 or in the ANSI code page. The length counts bytes; consumed counts
  * the 16-bit units of the widened text. */
-ORV_TWIN(TOrvHandle, CreateFromTextBufferA,
-         (const char* text, uint32_t length, uint32_t expectedKind, OrvBool utf8, uint32_t* consumed));
+ORV_API TOrvHandle OrvAct_CreateFromTextBufferA(const char* text, uint32_t length, uint32_t expectedKind, OrvBool utf8,
+                                                uint32_t* consumed);
+ORV_API TOrvHandle Talvec_Action_CreateFromTextBufferA(const char* text, uint32_t length, uint32_t expectedKind,
+                                                       OrvBool utf8, uint32_t* consumed);
 
 /* Both families. Stores the plain text or the technical text of an action.
  *   plain  true for plain text
@@ -39,10 +43,14 @@ ORV_TWIN(TOrvHandle, CreateFromTextBufferA,
  *   utf8   true for UTF-8, false for the ANSI code page, in which a character may have no counterpart
  * Plain text leaves out parameters whose priority exceeds the process-wide priority level, technical text none. A date
  * whose local time lies before 1601 has no text and fails the call. */
-ORV_TWIN(OrvBool, StoreToTextBufferW,
-         (TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain, OrvWord spare, uint32_t* required));
-ORV_TWIN(OrvBool, StoreToTextBufferA,
-         (TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8, uint32_t* required));
+ORV_API OrvBool OrvAct_StoreToTextBufferW(TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain,
+                                          OrvWord spare, uint32_t* required);
+ORV_API OrvBool Talvec_Action_StoreToTextBufferW(TOrvHandle handle, OrvWChar* buffer, uint32_t size, OrvBool plain,
+                                                 OrvWord spare, uint32_t* required);
+ORV_API OrvBool OrvAct_StoreToTextBufferA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain, OrvBool utf8,
+                                          uint32_t* required);
+ORV_API OrvBool Talvec_Action_StoreToTextBufferA(TOrvHandle handle, char* buffer, uint32_t size, OrvBool plain,
+                                                 OrvBool utf8, uint32_t* required);
 
 /* The same with options (ORV_STORE_...). An action that the catalogue does not know is refused: false, with the last
  * error cleared and the required size untouched. Only the narrow form leaves parameters out of technical text; the

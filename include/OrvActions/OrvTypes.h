@@ -26,11 +26,6 @@ typedef char16_t OrvWChar;
 #define ORV_API
 #endif
 
-/* Declares a function of both families, OrvAct_<name> and Talvec_Action_<name>: one function under two names. */
-#define ORV_TWIN(result, name, arguments)  \
-    ORV_API result OrvAct_##name arguments; \
-    ORV_API result Talvec_Action_##name arguments
-
 #if defined(__cplusplus)
 extern "C" {
 #endif
@@ -167,34 +162,34 @@ enum {
 
 /* Views: what a parameter designates, not how it is stored. A name is looked up in this order, which is not quite that
  * of the numbers: see ABSource. X(name, number) */
-#define ORV_FOR_EACH_VIEW(X)  \
-    X(Unavailable, 0)         \
-    X(UserName, 1)            \
-    X(DeviceType, 2)          \
-    X(DeviceName, 3)          \
-    X(VideoInput, 4)          \
-    X(VideoOutput, 5)         \
-    X(InputContact, 6)        \
-    X(OutputContact, 7)       \
-    X(PTZHead, 8)             \
-    X(TimeRange, 9)           \
-    X(Event, 10)              \
-    X(AudioInput, 11)         \
-    X(AudioOutput, 12)        \
-    X(ADParameterSet, 13)     \
-    X(VMDParameterSet, 14)    \
-    X(WindowsError, 15)       \
-    X(DeviceSubType, 16)      \
-    X(ForeignKey, 17)         \
-    X(SVParameterSet, 18)     \
+#define ORV_FOR_EACH_VIEW(X)   \
+    X(Unavailable, 0)          \
+    X(UserName, 1)             \
+    X(DeviceType, 2)           \
+    X(DeviceName, 3)           \
+    X(VideoInput, 4)           \
+    X(VideoOutput, 5)          \
+    X(InputContact, 6)         \
+    X(OutputContact, 7)        \
+    X(PTZHead, 8)              \
+    X(TimeRange, 9)            \
+    X(Event, 10)               \
+    X(AudioInput, 11)          \
+    X(AudioOutput, 12)         \
+    X(ADParameterSet, 13)      \
+    X(VMDParameterSet, 14)     \
+    X(WindowsError, 15)        \
+    X(DeviceSubType, 16)       \
+    X(ForeignKey, 17)          \
+    X(SVParameterSet, 18)      \
     X(ObtrackParameterSet, 19) \
-    X(ABDestination, 20)      \
-    X(ABSchedule, 21)         \
-    X(ABSource, 26)           \
-    X(HardwareModule, 22)     \
-    X(CameraProfile, 23)      \
-    X(VantikParameterSet, 24) \
-    X(ImexDestination, 25)    \
+    X(ABDestination, 20)       \
+    X(ABSchedule, 21)          \
+    X(ABSource, 26)            \
+    X(HardwareModule, 22)      \
+    X(CameraProfile, 23)       \
+    X(VantikParameterSet, 24)  \
+    X(ImexDestination, 25)     \
     X(AILogicRule, 27)
 
 /* Columns of the event record that a parameter fills, as bits of a mask. These names, such as Int32_A, are those of the
