@@ -1,5 +1,4 @@
 // A page about an action, a class, an enum, a type or a column.
-#include <charconv>
 #include <functional>
 
 #include "action_view.h"
@@ -9,6 +8,7 @@
 #include "table.h"
 #include "text.h"
 #include "value_kind.h"
+#include "whole_number.h"
 
 namespace {
 
@@ -17,8 +17,38 @@ constexpr std::size_t kScreen = 100;
 std::uint32_t CodeFrom(const std::string& text)
 {
     std::uint32_t code = 0;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), code);
-    return fault == std::errc() && end == text.data() + text.size() ? code : 0;
+    return ParseWhole(text, code) ? code : 0;
+}
+
+std::vector<std::string> Words(std::string_view text)
+{
+    std::vector<std::string> words;
+    while (!text.empty()) {
+        const std::string_view word = text.substr(0, text.find(' '));
+        text.remove_prefix(std::min(text.size(), word.size() + 1));
+        if (!word.empty()) words.emplace_back(word);
+    }
+    return words;
+}
+
+// Pieces with a separator between them, in lines of the width; a piece is not broken.
+std::string Wrapped(const std::vector<std::string>& pieces, std::string_view separator, std::size_t indent,
+                    std::size_t width)
+{
+    std::string wrapped;
+    std::size_t column = indent;
+    for (const std::string& piece : pieces) {
+        const std::size_t needed = DisplayWidth(piece) + separator.size() + 1;
+        if (column > indent && column + needed > width) {
+            wrapped += std::string(separator) + "\n" + std::string(indent, ' ');
+            column = indent;
+        } else if (column > indent) {
+            wrapped += std::string(separator) + " ";
+        }
+        wrapped += piece;
+        column += needed;
+    }
+    return wrapped;
 }
 
 void Fact(const char* label, const std::string& text)

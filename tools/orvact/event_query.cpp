@@ -1,11 +1,11 @@
 #include "event_query.h"
 
-#include <charconv>
-
 #include "console.h"
 #include "event_filter.h"
+#include "event_necessary.h"
 #include "report.h"
 #include "text.h"
+#include "whole_number.h"
 
 namespace {
 
@@ -14,8 +14,7 @@ bool ParseLimit(const std::string& text, std::size_t& limit)
 {
     limit = 0;
     if (text.empty()) return true;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), limit);
-    if (error == std::errc() && end == text.data() + text.size() && limit > 0) return true;
+    if (ParseWhole(text, limit) && limit > 0) return true;
     Complain("limit", "--limit " + Visible(text) + ": expected how many events to list, 1 or more");
     return false;
 }

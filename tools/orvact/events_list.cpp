@@ -2,9 +2,9 @@
 #include "action_page.h"
 #include "commands.h"
 #include "console.h"
-#include "event_filter.h"
 #include "event_query.h"
 #include "event_results.h"
+#include "event_time.h"
 #include "report.h"
 #include "table.h"
 #include "text.h"
@@ -96,10 +96,10 @@ int ShowRow(const EventsShowOptions& options)
         return false;
     });
     if (!found) {
-        return Complain("unknown",
-                        "no event " + std::to_string(options.id) + "; the last one is " +
-                            std::to_string(store->LastId()),
-                        {}, HomeName(options.database));
+        return Complain(
+            "unknown",
+            "no event " + std::to_string(options.id) + "; the last one is " + std::to_string(store->LastId()), {},
+            HomeName(options.database));
     }
     return restored ? kDone : kUnreadable;
 }

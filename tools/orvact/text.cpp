@@ -19,9 +19,9 @@ bool IsUtf8(std::string_view text)
 char32_t NextCharacter(std::string_view& text)
 {
     utf8proc_int32_t character = 0;
-    const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                                         static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size(), 4)),
-                                         &character);
+    const auto length =
+        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                         static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size(), 4)), &character);
     text.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 1);
     return length > 0 ? static_cast<char32_t>(character) : kReplacement;
 }
@@ -79,36 +79,6 @@ std::string Visible(std::string_view text)
     visible.reserve(text.size());
     while (!text.empty()) AppendUtf8(visible, VisibleCharacter(NextCharacter(text)));
     return visible;
-}
-
-std::vector<std::string> Words(std::string_view text)
-{
-    std::vector<std::string> words;
-    while (!text.empty()) {
-        const std::string_view word = text.substr(0, text.find(' '));
-        text.remove_prefix(std::min(text.size(), word.size() + 1));
-        if (!word.empty()) words.emplace_back(word);
-    }
-    return words;
-}
-
-std::string Wrapped(const std::vector<std::string>& pieces, std::string_view separator, std::size_t indent,
-                    std::size_t width)
-{
-    std::string wrapped;
-    std::size_t column = indent;
-    for (const std::string& piece : pieces) {
-        const std::size_t needed = DisplayWidth(piece) + separator.size() + 1;
-        if (column > indent && column + needed > width) {
-            wrapped += std::string(separator) + "\n" + std::string(indent, ' ');
-            column = indent;
-        } else if (column > indent) {
-            wrapped += std::string(separator) + " ";
-        }
-        wrapped += piece;
-        column += needed;
-    }
-    return wrapped;
 }
 
 std::string LowerCaseAscii(std::string_view text)

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 bool IsUtf8(std::string_view text);
 
@@ -24,10 +23,5 @@ std::string Shortened(std::string_view text, std::size_t width);
 // Control characters as their pictures: input from a log must not steer a terminal. Tabs become blanks.
 std::string Visible(std::string_view text);
 char32_t VisibleCharacter(char32_t character);
-
-std::vector<std::string> Words(std::string_view text);
-// Pieces with a separator between them, in lines of a width; a piece is not broken.
-std::string Wrapped(const std::vector<std::string>& pieces, std::string_view separator, std::size_t indent,
-                    std::size_t width);
 
 std::string LowerCaseAscii(std::string_view text);
