@@ -4,8 +4,9 @@
  * does not matter; there are no wildcards and no ranges. It is an action itself: everything that reads, writes or sets
  * parameters serves it as well. In addition it has a description for people.
  *
- * Make one with OrvAct_CreateMatchActionFromTemplate, TalvecMatchAct_CreateActionByName or from text with the prefix
- * "@ ". All functions exist in both match families, OrvMatchAct_ and TalvecMatchAct_. */
+ * Make one with OrvAct_CreateMatchActionFromTemplate, TalvecMatchAct_CreateActionByName (OrvPointers.h; without a twin)
+ * or from text with the prefix "@ ". The functions of this header exist in both match families, OrvMatchAct_ and
+ * TalvecMatchAct_. */
 #ifndef ORV_MATCH_H
 #define ORV_MATCH_H
 

@@ -31,7 +31,7 @@ std::string NarrowText(const TOrvMessage& object, OrvBool plain, OrvBool utf8)
     return utf8 ? Ulmo::Utf8FromWide(text) : Ulmo::AnsiFromWide(text);
 }
 
-// The action to store and, when it is to be pruned, its copy without the parameters above the limit.
+// A copy of the action, without the parameters above the limit if it is to be pruned.
 ObjectPtr<TOrvAction> PrunedClone(const TOrvMessage& object, bool prune, std::uint32_t limit)
 {
     ObjectPtr<TOrvAction> clone(static_cast<TOrvAction*>(object.Clone()));
@@ -39,8 +39,8 @@ ObjectPtr<TOrvAction> PrunedClone(const TOrvMessage& object, bool prune, std::ui
     return clone;
 }
 
-// The priority forms refuse an action without a catalogue entry outright. That is an answer and no failure, so it
-// clears the last error like any other return.
+// For the functions with options or a priority limit, which give false for an action that the catalogue does not know.
+// That is an answer and no failure, so it clears the last error like any other return.
 template <class Char, class Make>
 OrvBool StoreTextOfKnown(TOrvHandle handle, Char* buffer, std::uint32_t size, std::uint32_t* required, Make&& make,
                          const char* function)

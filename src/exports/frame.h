@@ -1,4 +1,5 @@
-// The frame around every exported call: no exception leaves it, and what went wrong is kept for the caller.
+// The frame around an exported call: no exception leaves it, and what went wrong is kept for the caller. Look-ups and
+// queries of the catalogue, versions and the last error itself have none.
 //
 // An export is its arguments, one call into the floors below and one of these frames. Checks of arguments belong
 // inside.
@@ -17,8 +18,8 @@ namespace OrvPLC {
 // Stores the exception that is being handled. To be called from a catch clause only.
 void StoreCurrentException() noexcept;
 
-// Runs the work. Its answer is the answer of the call; what it throws is stored, and the answer is `failure`. All
-// frames below are this one.
+// Runs the work. Its answer is the answer of the call; what it throws is stored, and the answer is `failure`. The other
+// frames of this file are built on this one.
 template <class Result, class Work>
 Result Guarded(Result failure, Work&& work) noexcept
 {

@@ -22,6 +22,7 @@ constexpr Escape EscapeOf(char16_t unit)
 {
     if (unit == u'"' || unit == u'\\') return Escape::Backslash;
     if (unit >= 0x20) return unit == 0x85 || unit == 0x2028 || unit == 0x2029 ? Escape::Number : Escape::None;
+    // Deliberately raw although JSON wants an escape: clients take these five as they are.
     const bool raw = (unit >= 8 && unit <= 10) || unit == 12 || unit == 13;
     return raw ? Escape::None : Escape::Number;
 }
@@ -31,8 +32,8 @@ constexpr std::uint64_t Lanes(std::uint64_t unit)
     return unit * 0x0001'0001'0001'0001;
 }
 
-// Whether four units are ASCII that stands for itself. No lane carries into the next one: with lanes below 0x80 each
-// sum sets its bit 7 exactly for a unit that is not below 0x20, or not the mark.
+// Whether four units are ASCII that stands for itself. No lane carries into the next one, since all are below
+// 0x80. Bit 7 of a lane is set in the first sum if the unit is at least 0x20, in the others if it is not the mark.
 constexpr bool IsPlainAscii(std::uint64_t units)
 {
     if (units & Lanes(0xFF80)) return false;
@@ -41,8 +42,9 @@ constexpr bool IsPlainAscii(std::uint64_t units)
     return (plain & Lanes(0x80)) == Lanes(0x80);
 }
 
-// Copies the leading units that need no escape and moves both pointers past them. The target may receive
-// some units more; it has room for the whole source.
+// Copies the leading units that need no escape and moves both pointers past them. It writes whole steps of four, so up to
+// three units after the new target may be garbage; the target has room for the whole source. The last step may reach
+// back over units that were copied already.
 void CopyPlain(char16_t*& target, const char16_t*& source, const char16_t* end)
 {
     constexpr std::ptrdiff_t kStep = 4;

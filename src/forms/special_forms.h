@@ -1,4 +1,4 @@
-// The forms in which a string of action text is no string.
+// Strings of action text that are read as a guid or a date because of how they look.
 #pragma once
 
 #include <string_view>

@@ -5,7 +5,7 @@
 
 namespace OrvPLC {
 
-// Copies nothing while the texts differ in the case of ASCII letters only, or not at all.
+// Copies the texts only where they differ by more than the case of ASCII letters.
 bool SameInAnyCase(std::u16string_view a, std::u16string_view b);
 
 }  // namespace OrvPLC

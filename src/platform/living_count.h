@@ -32,7 +32,8 @@ inline Share& ShareOfThread() noexcept
     return shares[0];
 }
 #else
-// Null until the thread counts. The static model takes no call; a library may use a few such bytes.
+// Null until the thread counts. With initial-exec the access needs no call; the loader keeps little room for such
+// variables, and this is one pointer.
 extern constinit thread_local Share* threadShare __attribute__((tls_model("initial-exec")));
 Share& TakeShare() noexcept;
 void ThreadEnded() noexcept;  // of the calling thread, which may still count afterwards

@@ -53,10 +53,10 @@ inline constexpr TUlmoDateTimeStrMode dtsmIso = 0x30000;
 // The prefix that selects ISO writing of a bias.
 inline constexpr std::u16string_view kIsoBiasPrefix = u"{$ISO:Z$}";
 
-// The parts of the word.
+// The two parts of a TUlmoDateTime: milliseconds since 1601 in UTC, and minutes, where UTC is local time plus bias.
 std::uint64_t UtcMilliseconds(TUlmoDateTime value);
 std::int16_t Bias(TUlmoDateTime value);
-// Raises code 13 for a negative instant and for one above 48 bits.
+// Raises DateTimeError::Range for a negative instant and for one above 48 bits.
 TUlmoDateTime MakeDateTime(std::int64_t utcMilliseconds, std::int16_t bias);
 
 // The present instant with the local bias of that instant.

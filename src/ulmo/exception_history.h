@@ -17,8 +17,8 @@ inline constexpr std::size_t kLimit = 512;
 void Start();
 void End();
 
-// Called by the constructor of the base class, so that the name kept is "Ulmo::UlmoException" and the copy holds the
-// base's members alone: while a base is being constructed its object has no derived part yet.
+// Called by the constructor of the base class. The derived part does not exist yet at that moment, so the name kept is
+// always "Ulmo::UlmoException", and the copy is one of the base. Deliberate: whoever reads the queue knows it so.
 void Remember(const UlmoException& failure);
 
 // A copy of the queue, oldest first: the class name and the failure.

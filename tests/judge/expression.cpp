@@ -166,7 +166,7 @@ template struct MatcherMembers<&Matcher::state_count, &Matcher::max_state_count>
 // The budget of one reading: about 0.2 s, and 1 us a character. A well-formed text takes some 7 states a character, so
 // the fixed part alone lets more than two million characters through. Text of another kind takes 60 a character, where
 // the patterns begin anew at each and fail at once. A longer budget decides few more texts, and each text that was made
-// to be slow costs all of it: a fuzzer finds many.
+// to be slow costs all of it. So programs that compare many texts set a smaller one.
 std::ptrdiff_t fixedStates = 20'000'000;
 constexpr std::ptrdiff_t kStatesPerUnit = 100;
 

@@ -1,5 +1,5 @@
-// What the two systems do differently for a command-line program. Implemented in console_posix.cpp and
-// console_windows.cpp, of which the build takes one; they also hold the entry point.
+// The console and the files of a command-line program. What is the same on both systems stands in console.cpp; the rest,
+// with the entry point, in console_posix.cpp and console_windows.cpp, of which the build takes one.
 #pragma once
 
 #include <cstddef>
@@ -22,8 +22,8 @@ std::uint64_t SizeOnDisk(std::FILE* file);
 bool IsFile(const std::string& path);  // exists, and is not a folder
 
 // Results go to standard output, or to the file of SendOutputTo; everything else to standard error. The text is UTF-8;
-// errors flush the results first, so that both stay in order on a screen. What would steer a terminal never reaches
-// one.
+// errors flush the results first, so that both stay in order on a screen. Control
+// characters are not sent to a terminal.
 void Print(std::string_view text);
 void PrintError(std::string_view text);
 // Bytes of a form that is not text.

@@ -81,13 +81,9 @@ bool DumpRecord(ActionReader& reader, const Record& record, bool first)
     }
     bool sound = record.problem.empty();
     std::string bytes;
-    if (sound || !record.bytes.empty()) {
-        if (!inPlace && !sound)
-            bytes.clear();  // a line that is too long
-        else if (!BytesOf(reader, record, bytes))
-            return false;
-        else
-            sound = DumpAction(record, bytes, inPlace ? record.offset : 0) && sound;
+    if (sound || (inPlace && !record.bytes.empty())) {  // of a line that is too long nothing is shown
+        if (!BytesOf(reader, record, bytes)) return false;
+        sound = DumpAction(record, bytes, inPlace ? record.offset : 0) && sound;
     }
     if (!record.problem.empty()) Report(record.place, Severity::Error, {"damaged", record.problem, {}, 0, 0, {}});
     return sound;

@@ -9,7 +9,7 @@ Share& TakeShare() noexcept
 {
     threadShare = shares;
     for (std::size_t i = 1; i < kShares; ++i) {
-        // What its last thread counted is seen before the share is counted on.
+        // Acquire: this thread goes on from the counts of the one that had the share before.
         if (shares[i].taken.exchange(true, std::memory_order_acquire)) continue;
         threadShare = &shares[i];
         break;
