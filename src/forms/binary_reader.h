@@ -1,8 +1,8 @@
 // Reads one action from its binary form.
 //
-// The catalogue changes nothing that is read: names, kinds and enums are taken from the buffer as they are. It only gives
-// a declared parameter its slot. No length in the buffer is trusted, and nothing is allocated that the bytes present do
-// not pay for.
+// The catalogue changes nothing that is read: names, kinds and enums are taken from the buffer as they are. It only
+// gives a declared parameter its slot. No length in the buffer is trusted, and nothing is allocated that the bytes
+// present do not pay for.
 #pragma once
 
 #include <cstdint>

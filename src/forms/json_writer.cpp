@@ -42,9 +42,9 @@ constexpr bool IsPlainAscii(std::uint64_t units)
     return (plain & Lanes(0x80)) == Lanes(0x80);
 }
 
-// Copies the leading units that need no escape and moves both pointers past them. It writes whole steps of four, so up to
-// three units after the new target may be garbage; the target has room for the whole source. The last step may reach
-// back over units that were copied already.
+// Copies the leading units that need no escape and moves both pointers past them. It writes whole steps of four, so
+// up to three units after the new target may be garbage; the target has room for the whole source. The last step may
+// reach back over units that were copied already.
 void CopyPlain(char16_t*& target, const char16_t*& source, const char16_t* end)
 {
     constexpr std::ptrdiff_t kStep = 4;

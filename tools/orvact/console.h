@@ -1,5 +1,5 @@
-// The console and the files of a command-line program. What is the same on both systems stands in console.cpp; the rest,
-// with the entry point, in console_posix.cpp and console_windows.cpp, of which the build takes one.
+// The console and the files of a command-line program. What is the same on both systems stands in console.cpp; the
+// rest, with the entry point, in console_posix.cpp and console_windows.cpp, of which the build takes one.
 #pragma once
 
 #include <cstddef>

@@ -76,9 +76,9 @@ const char* const kEventsFooter =
 
 const char* const kEventsStoreFooter =
     "What is no action, what holds text that is no part of one, and what is a match action is reported with\n"
-    "its place and left out, with exit code 3. Events are stored in transactions of up to 1000; from a pipe they are in the database as soon as\n"
-    "the pipe is empty. Ctrl+C stores what was read and ends with exit code 130; whatever else interrupts\n"
-    "loses the open transaction at most. A server takes up to 10000 in a transaction, and the numbers of a\n"
+    "its place and left out, with exit code 3. Events are stored in transactions of up to 10,000; from a pipe\n"
+    "they are in the database as soon as the pipe is empty. Ctrl+C stores what was read and ends with exit\n"
+    "code 130; whatever else interrupts loses the open transaction at most. A server keeps the numbers of a\n"
     "recorder's events: with --numbered the same command goes on after whatever has stopped it.\n\n"
     "  orvact events store site.db examples/site.actions\n"
     "  server-log | orvact events store site.db\n"
