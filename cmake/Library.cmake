@@ -19,7 +19,8 @@ target_include_directories(orv_objects
     PRIVATE ${ORV_GENERATED_SOURCE_DIR})
 target_link_libraries(orv_objects PRIVATE orv_flags PUBLIC Threads::Threads)
 # An export is found by the declaration of a public header; a name that none declares would be a function of C++.
-target_compile_options(orv_objects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Wmissing-declarations>)
+file(GLOB export_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/exports/*.cpp)
+set_source_files_properties(${export_sources} PROPERTIES COMPILE_OPTIONS -Wmissing-declarations)
 target_precompile_headers(orv_objects PRIVATE
     <cstdint> <cstring> <map> <memory> <optional> <span> <string> <string_view> <vector>)
 
