@@ -2,6 +2,7 @@
 //
 // A read answers whether the parameter is present; a value that does not convert leaves the output as it was.
 #include "objects/action.h"
+#include "objects/parameter_record.h"
 
 namespace OrvPLC {
 
@@ -111,17 +112,17 @@ void TOrvAction::SetGuid(const OrvWChar* name, const TOrvGuid* value)
 
 void TOrvAction::SetEventType(const OrvWChar* name, const TOrvEventTypeValue* value)
 {
-    Put(name, [&](TOrvParameter& p) { p.SetEventType(value->id, TerminatedView(value->name)); });
+    Put(name, [&](TOrvParameter& p) { SetFromRecord(p, *value); });
 }
 
 void TOrvAction::SetMediaChannel(const OrvWChar* name, const TOrvChannelValue* value)
 {
-    Put(name, [&](TOrvParameter& p) { p.SetMediaChannel(value->id, value->number, TerminatedView(value->name)); });
+    Put(name, [&](TOrvParameter& p) { SetFromRecord(p, *value); });
 }
 
 void TOrvAction::SetResource(const OrvWChar* name, const TOrvResourceValue* value)
 {
-    Put(name, [&](TOrvParameter& p) { p.SetResource(value->guid, TerminatedView(value->name)); });
+    Put(name, [&](TOrvParameter& p) { SetFromRecord(p, *value); });
 }
 
 void TOrvAction::SetRect(const OrvWChar* name, const std::int64_t* value)

@@ -1,6 +1,7 @@
 #include "objects/name_refresh.h"
 
 #include "objects/action.h"
+#include "objects/parameter_record.h"
 #include "objects/roles.h"
 #include "platform/foreign_call.h"
 
@@ -15,21 +16,6 @@ constexpr Roles::Views kPlainResources = Bit(ORV_VIEW_TimeRange) | Bit(ORV_VIEW_
 // These belong to a camera, so they are asked for together with it, after the walk.
 constexpr Roles::Views kParameterSets =
     Bit(ORV_VIEW_ADParameterSet) | Bit(ORV_VIEW_VMDParameterSet) | Bit(ORV_VIEW_SVParameterSet);
-
-void Set(TOrvParameter& value, const TOrvResourceValue& record)
-{
-    value.SetResource(record.guid, TerminatedView(record.name));
-}
-
-void Set(TOrvParameter& value, const TOrvEventTypeValue& record)
-{
-    value.SetEventType(record.id, TerminatedView(record.name));
-}
-
-void Set(TOrvParameter& value, const TOrvChannelValue& record)
-{
-    value.SetMediaChannel(record.id, record.number, TerminatedView(record.name));
-}
 
 class NameRefresh {
 public:
@@ -73,7 +59,7 @@ private:
             return;
         }
         const std::uint32_t enumType = value.EnumType();
-        Set(value, record);
+        SetFromRecord(value, record);
         value.SetKindAndEnum(value.Kind(), enumType);
     }
 

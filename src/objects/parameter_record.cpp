@@ -58,10 +58,8 @@ void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& reco
     case ValueKind::DateTime: value.SetDateTime(payload.dateTime); break;
     case ValueKind::Guid: value.SetGuid(payload.guid); break;
     case ValueKind::EventType: value.SetEventType(payload.eventType.id, TerminatedView(payload.eventType.name)); break;
-    case ValueKind::MediaChannel:
-        value.SetMediaChannel(payload.channel.id, payload.channel.number, TerminatedView(payload.channel.name));
-        break;
-    case ValueKind::Resource: value.SetResource(payload.resource.guid, TerminatedView(payload.resource.name)); break;
+    case ValueKind::MediaChannel: SetFromRecord(value, payload.channel); break;
+    case ValueKind::Resource: SetFromRecord(value, payload.resource); break;
     case ValueKind::Rect: value.SetRect(payload.int64); break;
     case ValueKind::ResultDataSet: value.SetResultDataText(ViewOf(record.text)); break;
     case ValueKind::None: break;

@@ -1,7 +1,8 @@
-// The plain record of a parameter's value, as callers exchange it by name.
+// The plain records of a parameter's value, as callers exchange them.
 #pragma once
 
 #include "OrvActions/OrvTypes.h"
+#include "catalogue/boundary.h"
 #include "objects/parameter.h"
 
 namespace OrvPLC {
@@ -10,6 +11,20 @@ namespace OrvPLC {
 // string in place of the record's own, which is freed: a caller reuses one record for many reads and frees its last
 // text. Other kinds leave the text alone.
 void FillRecord(TOrvParameterValue& record, const TOrvParameter& value);
+
+// Sets a new value from a record with a name; a null name reads as "".
+inline void SetFromRecord(TOrvParameter& value, const TOrvEventTypeValue& record)
+{
+    value.SetEventType(record.id, TerminatedView(record.name));
+}
+inline void SetFromRecord(TOrvParameter& value, const TOrvChannelValue& record)
+{
+    value.SetMediaChannel(record.id, record.number, TerminatedView(record.name));
+}
+inline void SetFromRecord(TOrvParameter& value, const TOrvResourceValue& record)
+{
+    value.SetResource(record.guid, TerminatedView(record.name));
+}
 
 // Sets a new value from the record: kind, enum and what the kind uses. A kind that does not exist gives kind 0.
 void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& record);

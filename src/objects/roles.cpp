@@ -1,6 +1,7 @@
 #include "objects/roles.h"
 
 #include "objects/action.h"
+#include "objects/parameter_record.h"
 
 namespace OrvPLC::Roles {
 
@@ -42,9 +43,7 @@ bool WriteChannel(TOrvAction& action, Views views, const TOrvChannelValue& chann
     const TOrvActionInternalInfo* entry = action.Entry();
     const std::size_t position = entry ? entry->FindView(views) : TOrvActionInternalInfo::kNotFound;
     if (position == TOrvActionInternalInfo::kNotFound) return false;
-    action.Parameters().StoreDeclared(position, [&](TOrvParameter& value) {
-        value.SetMediaChannel(channel.id, channel.number, TerminatedView(channel.name));
-    });
+    action.Parameters().StoreDeclared(position, [&](TOrvParameter& value) { SetFromRecord(value, channel); });
     return true;
 }
 
