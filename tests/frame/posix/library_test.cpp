@@ -67,7 +67,8 @@ int EndAndStart(const std::string& reports)
     TOrvLastErrorInfo failure{};
     WritePlainNames();
     TOrvHandle object = Talvec_Action_CreateActionByName(Boundary(u"Nobody"));
-    OrvAct_SetVideoInput(object, nullptr);
+    const TOrvChannelValue channel{};
+    OrvAct_SetVideoInput(object, &channel);  // which an unknown action refuses
     Ulmo::DebugOut("library").Write(Ulmo::DebugLevelInfo, u"line");
     SiblingConverter* const sibling = SetSibling(nullptr);
     SetSibling(sibling);
