@@ -101,7 +101,9 @@ void Start()
 
 void End()
 {
-    if (slot) slot->Free();
+    if (!slot) return;
+    slot->ThreadEnded();  // the calling thread's own block
+    slot->Free();
     slot.reset();
 }
 

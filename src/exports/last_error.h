@@ -25,7 +25,8 @@ namespace LastError {
 
 // Takes the per-thread slot. Until then, and when the system has none, the library works without a last error.
 void Start();
-// Gives the slot back; blocks of living threads are not freed, as other threads may be gone or stopped in them.
+// Frees the block of the calling thread and gives the slot back. The blocks of other living threads are not freed: they
+// may be gone or stopped in them.
 void End();
 void ThreadEnded();
 
