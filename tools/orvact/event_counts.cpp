@@ -44,7 +44,8 @@ EventValue Time(std::int64_t milliseconds)
     return orv::TimePoint(std::chrono::milliseconds(milliseconds));
 }
 
-// A time from `first` to in front of `end`, and codes: what the hours can tell, but for those that are not whole.
+// The events from `first` up to but without `end`, of some codes. Whole hours are read from the table of hours; the
+// events of the two hours that are not whole are counted.
 class HourlyQuestion {
 public:
     HourlyQuestion(const EventFilter& filter, EventGrouping grouping, const SqlDialect& dialect,

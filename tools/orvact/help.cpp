@@ -97,7 +97,8 @@ const char* const kEventsListFooter =
     "  orvact events list site.db --to technical > site.actions";
 
 const char* const kEventsFollowFooter =
-    "Looks five times a second; a server tells by itself. Ends with Ctrl+C, or when nobody reads the results any more.\n\n"
+    "Looks five times a second; a server tells by itself. Ends with Ctrl+C, or when nobody reads the\n"
+    "results any more.\n\n"
     "  orvact events follow site.db --class CameraControl --limit 10\n"
     "  orvact events follow site.db --json | my-dashboard";
 

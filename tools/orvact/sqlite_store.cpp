@@ -89,7 +89,7 @@ void MakeHours(Database& database)
     }
 }
 
-// Each step makes the next version of the one in front of it. All versions hold the same events.
+// Each step turns a version into the next one. All versions hold the same events.
 using Step = void (*)(Database&);
 constexpr Step kSteps[] = {MakeTable, MakeColumnIndexes, MakeHours};
 constexpr std::int64_t kVersion = std::size(kSteps);
