@@ -20,6 +20,7 @@
 #include "catalogue/stored_text.h"
 #include "ulmo/reference_count.h"
 #include "ulmo/string_conversion.h"
+#include "ulmo/unit_search.h"
 
 namespace OrvPLC {
 

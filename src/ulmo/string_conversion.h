@@ -49,16 +49,6 @@ inline bool SameText(std::u16string_view a, std::u16string_view b)
     }
     return true;
 }
-// The same when both end in a zero unit, and the length of the second need not be known. Nothing after its end is
-// read.
-inline bool SameTerminated(std::u16string_view a, const char16_t* b)
-{
-    const char16_t* units = a.data();
-    for (; *units == *b; ++units, ++b) {
-        if (*units == 0) return units == a.data() + a.size();
-    }
-    return false;
-}
 // Compares after lower-casing `text`; `lower` is lower-cased already.
 bool EqualsLower(std::u16string_view text, std::u16string_view lower);
 

@@ -4,12 +4,6 @@
 
 #include "ulmo/unit_search.h"
 
-// ThreadSanitizer is to see the reads of the text, but not those of its neighbours.
-#if defined(__SSE2__) && !defined(__SANITIZE_THREAD__)
-#define ORV_BLOCKS_OF_UNITS
-#include <emmintrin.h>
-#endif
-
 namespace Ulmo {
 
 #if defined(ORV_BLOCKS_OF_UNITS)

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -16,6 +19,35 @@ TEST(TerminatedLength, CountsFromEveryAlignment)
             // Units whose low or high byte is zero must not end the text.
             for (std::size_t i = 0; i != length; ++i) text[start + i] = i % 3 == 0 ? u'\x8000' : u'\x0001';
             EXPECT_EQ(Ulmo::TerminatedLength(text + start), length) << "from unit " << start;
+        }
+    }
+}
+
+// `b` ends at every distance from the end of a page, where a block of it would reach into the next one.
+TEST(SameTerminated, AsUnitByUnitNearTheEndOfAPage)
+{
+    constexpr std::size_t kPage = 4096 / sizeof(char16_t);
+    std::vector<char16_t> memory(3 * kPage);
+    void* start = memory.data();
+    std::size_t space = memory.size() * sizeof(char16_t);
+    auto* const page = static_cast<char16_t*>(std::align(4096, 4096, start, space));
+    ASSERT_NE(page, nullptr);
+    const std::u16string names[] = {
+        u"",        u"A", u"Camera", u"Seconds", u"SubTypes", u"SecondaryDevice", u"CardholderEntered", u"CommServerHostName",
+        std::u16string(u"A\0B", 3), std::u16string(40, u'x')};
+    for (const std::u16string& name : names) {
+        for (std::size_t distance = name.size() + 2; distance != name.size() + 24; ++distance) {
+            char16_t* const text = page + kPage - distance;
+            std::fill(page, page + kPage + 1, u'x');
+            for (std::size_t other = 0; other <= name.size(); ++other) {
+                std::copy_n(name.c_str(), name.size() + 1, text);
+                EXPECT_EQ(Ulmo::SameTerminated(name, text), name.find(u'\0') == name.npos);
+                text[other] ^= u'\x8000';  // another unit, or none where it ended
+                text[name.size() + 1] = 0;
+                EXPECT_FALSE(Ulmo::SameTerminated(name, text)) << "unit " << other;
+                text[other] = 0;
+                EXPECT_EQ(Ulmo::SameTerminated(name, text), other == name.size() && name.find(u'\0') == name.npos);
+            }
         }
     }
 }
