@@ -28,14 +28,18 @@ const T& ValueOf(const CreateArgument& argument)
     return *static_cast<const T*>(argument.Pointer());
 }
 
-// The text of an argument; null for one without and for a narrow one, which has to be converted.
-const OrvWChar* TextOf(const CreateArgument& argument, std::uint32_t kind)
+bool CanHaveText(const CreateArgument& argument)
 {
-    // Most kinds have none, which takes no jump.
-    constexpr std::uint32_t kWithText =
+    constexpr std::uint32_t kKinds =
         1U << ORV_KIND_String | 1U << ORV_KIND_EventType | 1U << ORV_KIND_MediaChannel | 1U << ORV_KIND_Resource;
-    if (!(kWithText >> kind & 1) || argument.IsUnset() || argument.IsNarrow()) return nullptr;
-    switch (kind) {
+    return (kKinds >> argument.Kind() & 1) != 0;
+}
+
+// The text of an argument; null for one without and for a narrow one, which has to be converted.
+const OrvWChar* TextOf(const CreateArgument& argument)
+{
+    if (argument.IsUnset() || argument.IsNarrow()) return nullptr;
+    switch (argument.Kind()) {
     case ORV_KIND_String: return &ValueOf<OrvWChar>(argument);
     case ORV_KIND_EventType: return ValueOf<TOrvEventTypeValue>(argument).name;
     case ORV_KIND_MediaChannel: return ValueOf<TOrvChannelValue>(argument).name;
@@ -67,18 +71,14 @@ void SetMediaChannel(TOrvParameter& value, const TOrvChannelValue& record, std::
 
 void SetItems(TOrvParameter& value, const CreateArgument& argument)
 {
-    const auto count = static_cast<std::uint32_t>(argument.Number());
-    value.SetResultDataSet(static_cast<const TOrvResultDataItem*>(argument.Pointer()), count);
+    value.SetResultDataSet(static_cast<const TOrvResultDataItem*>(argument.Pointer()), argument.Count());
 }
 
-void Set(TOrvParameter& value, const CreateArgument& argument, std::size_t length,
-         const TOrvParameterInternalInfo& declared)
+// The length is that of the argument's text, and set only where it can have one.
+void Set(TOrvParameter& value, const CreateArgument& argument, const std::size_t& length)
 {
-    if (declared.Type == ORV_KIND_Numeric32Bit) {
-        return value.SetInt32(argument.NumberAs<std::int32_t>(), declared.EnumType);
-    }
-    if (declared.Type == ORV_KIND_String) return SetString(value, argument, length);
-    switch (ValueKind{declared.Type}) {
+    if (argument.Kind() == ORV_KIND_String) return SetString(value, argument, length);
+    switch (ValueKind{argument.Kind()}) {
     case ValueKind::Boolean: return value.SetBoolean(argument.NumberAs<OrvBool>() != 0);
     case ValueKind::Numeric64Bit: return value.SetInt64(ValueOf<std::int64_t>(argument));
     case ValueKind::NumericDouble: return value.SetDouble(ValueOf<double>(argument));
@@ -89,9 +89,9 @@ void Set(TOrvParameter& value, const CreateArgument& argument, std::size_t lengt
     case ValueKind::Resource: return SetResource(value, ValueOf<TOrvResourceValue>(argument), length);
     case ValueKind::Rect: return value.SetRect(ValueOf<std::int64_t>(argument));
     case ValueKind::ResultDataSet: return SetItems(value, argument);
-    case ValueKind::None:
-    case ValueKind::Numeric32Bit:
-    case ValueKind::String: return;  // handled above, the most frequent first
+    case ValueKind::Numeric32Bit: return value.SetInt32(argument.NumberAs<std::int32_t>(), argument.EnumType());
+    case ValueKind::String:  // handled above, as the most frequent of these
+    case ValueKind::None: return;
     }
 }
 
@@ -215,21 +215,29 @@ void Decode(TOrvParameter* value, const DecodeOutput& output, const TOrvParamete
 TOrvHandle CreateAction(BuiltInAction action, std::initializer_list<CreateArgument> arguments) noexcept
 {
     return NewHandle([&] {
-        const TOrvActionInternalInfo& entry = EntryOf(action);
         std::array<std::size_t, kMostArguments> lengths;  // the end of a text is looked for once
         std::size_t textBytes = 0;
         std::size_t position = 0;
         for (const CreateArgument& argument : arguments) {
-            const OrvWChar* text = TextOf(argument, entry.Parameters[position].Type);
-            lengths[position] = text ? Ulmo::TerminatedLength(Units(text)) : 0;
-            textBytes += TextRoom::Reserve(lengths[position++]);
+            if (CanHaveText(argument)) {
+                const OrvWChar* text = TextOf(argument);
+                lengths[position] = text ? Ulmo::TerminatedLength(Units(text)) : 0;
+                textBytes += TextRoom::Reserve(lengths[position]);
+            }
+            ++position;
         }
-        ObjectPtr<TOrvAction> object(TOrvAction::CreateWithRoom(entry, textBytes));
+        ObjectPtr<TOrvAction> object(TOrvAction::CreateWithRoom(EntryOf(action), textBytes));
+        ParameterMap::Filling slots(object->Parameters());
         position = 0;
         for (const CreateArgument& argument : arguments) {
-            if (!argument.IsUnset()) {
-                TOrvParameter& value = object->Parameters().Add(position);
-                Set(value, argument, lengths[position], entry.Parameters[position]);
+            // The arguments are the first parameters of the declaration, one by one.
+            if (argument.IsUnset()) {
+                slots.Skip();
+            } else if (argument.Kind() == ORV_KIND_Numeric32Bit) {
+                slots.AddInt32(argument.NumberAs<std::int32_t>(), argument.EnumType());
+            } else {
+                TOrvParameter& value = slots.Add();
+                Set(value, argument, lengths[position]);
                 value.LeaveRoom();
             }
             ++position;

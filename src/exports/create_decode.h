@@ -1,8 +1,6 @@
 // What the generated create and decode functions are made of. Such a function names its action and passes its
-// arguments on in the order of the catalogue's declaration; the walk over the declaration stands here, once, so that
-// 866 functions are a few instructions each.
-//
-// An argument tells how it was passed. Its kind is told by the declaration, from which the generator took the C types.
+// arguments on in the order of the catalogue's declaration; the walk over them stands here, once, so that 866 functions
+// are a few instructions each.
 #pragma once
 
 #include <cstdint>
@@ -15,25 +13,63 @@ namespace OrvPLC {
 
 enum class BuiltInAction : std::uint16_t;  // the place in the catalogue; built_in_actions.h has the names
 
+// The kind of a parameter that is passed by a pointer to T. A rectangle is one more 64-bit integer, so it has to say
+// what it is.
+template <class T>
+extern const std::uint8_t kKindBehind;
+template <>
+inline constexpr std::uint8_t kKindBehind<OrvBool> = ORV_KIND_Boolean;
+template <>
+inline constexpr std::uint8_t kKindBehind<std::int32_t> = ORV_KIND_Numeric32Bit;
+template <>
+inline constexpr std::uint8_t kKindBehind<std::uint32_t> = ORV_KIND_Numeric32Bit;
+template <>
+inline constexpr std::uint8_t kKindBehind<std::int64_t> = ORV_KIND_Numeric64Bit;
+template <>
+inline constexpr std::uint8_t kKindBehind<double> = ORV_KIND_NumericDouble;
+template <>
+inline constexpr std::uint8_t kKindBehind<TUlmoDateTime> = ORV_KIND_DateTime;
+template <>
+inline constexpr std::uint8_t kKindBehind<TOrvGuid> = ORV_KIND_Guid;
+template <>
+inline constexpr std::uint8_t kKindBehind<TOrvEventTypeValue> = ORV_KIND_EventType;
+template <>
+inline constexpr std::uint8_t kKindBehind<TOrvChannelValue> = ORV_KIND_MediaChannel;
+template <>
+inline constexpr std::uint8_t kKindBehind<TOrvResourceValue> = ORV_KIND_Resource;
+
+// An argument tells how it was passed, and of which kind and enum its parameter is: most of it by its C type, so that
+// creating an action need not read the declaration.
 class CreateArgument {
 public:
     enum class Form : std::uint8_t { Number, Pointer, OptionalPointer, NarrowText };
 
-    CreateArgument(OrvBool value) : number_(value), form_(Form::Number) {}
-    CreateArgument(std::int32_t value) : number_(value), form_(Form::Number) {}
-    CreateArgument(std::uint32_t value) : number_(static_cast<std::int32_t>(value)), form_(Form::Number) {}
-    CreateArgument(const void* value) : pointer_(value), form_(Form::Pointer) {}
-    CreateArgument(const OrvWChar* text) : pointer_(text), form_(Form::OptionalPointer) {}
-    CreateArgument(const char* text) : pointer_(text), form_(Form::NarrowText) {}
-    CreateArgument(const TOrvResultDataItem* items, std::uint32_t count)
-        : pointer_(items), number_(static_cast<std::int32_t>(count)), form_(Form::Pointer)
+    CreateArgument(OrvBool value) : number_(value), kind_(ORV_KIND_Boolean), form_(Form::Number) {}
+    CreateArgument(std::int32_t value) : number_(value), kind_(ORV_KIND_Numeric32Bit), form_(Form::Number) {}
+    CreateArgument(std::uint32_t value, std::uint32_t enumType)
+        : number_(static_cast<std::int32_t>(value)),
+          enumOrCount_(enumType),
+          kind_(ORV_KIND_Numeric32Bit),
+          form_(Form::Number)
     {}
-    friend CreateArgument Optional(const void* value) { return {value, Form::OptionalPointer}; }
+    template <class T>
+    CreateArgument(const T* value) : CreateArgument(value, kKindBehind<T>, Form::Pointer)
+    {}
+    CreateArgument(const OrvWChar* text) : CreateArgument(text, ORV_KIND_String, Form::OptionalPointer) {}
+    CreateArgument(const char* text) : CreateArgument(text, ORV_KIND_String, Form::NarrowText) {}
+    CreateArgument(const TOrvResultDataItem* items, std::uint32_t count)
+        : CreateArgument(items, ORV_KIND_ResultDataSet, Form::Pointer, count)
+    {}
+    CreateArgument(const void* value, std::uint8_t kind, Form form, std::uint32_t enumOrCount = 0)
+        : pointer_(value), enumOrCount_(enumOrCount), kind_(kind), form_(form)
+    {}
 
     bool IsUnset() const { return form_ >= Form::OptionalPointer && !pointer_; }
     bool IsNarrow() const { return form_ == Form::NarrowText; }
+    std::uint32_t Kind() const { return kind_; }
+    std::uint32_t EnumType() const { return enumOrCount_; }  // of a number of 32 bits
+    std::uint32_t Count() const { return enumOrCount_; }     // of items
     const void* Pointer() const { return pointer_; }
-    std::int32_t Number() const { return number_; }
     // A number that was passed by value, or through a pointer to T.
     template <class T>
     std::int32_t NumberAs() const
@@ -42,13 +78,29 @@ public:
     }
 
 private:
-    CreateArgument(const void* value, Form form) : pointer_(value), form_(form) {}
-
-    const void* pointer_ = nullptr;
-    std::int32_t number_ = 0;
+    union {
+        const void* pointer_;
+        std::int32_t number_;
+    };
+    std::uint32_t enumOrCount_ = 0;  // the enum of a number, the count of items
+    std::uint8_t kind_;              // ORV_KIND_...
     Form form_;
 };
-CreateArgument Optional(const void* value);
+
+// A pointer that is null where the parameter is left out.
+template <class T>
+CreateArgument Optional(const T* value, std::uint32_t enumType = 0)
+{
+    return {value, kKindBehind<T>, CreateArgument::Form::OptionalPointer, enumType};
+}
+inline CreateArgument Rect(const std::int64_t* value)
+{
+    return {value, ORV_KIND_Rect, CreateArgument::Form::Pointer};
+}
+inline CreateArgument OptionalRect(const std::int64_t* value)
+{
+    return {value, ORV_KIND_Rect, CreateArgument::Form::OptionalPointer};
+}
 
 // The two outputs of a result data set, which is one parameter.
 struct ResultDataOutput {

@@ -61,7 +61,7 @@ void TOrvParameter::CopySide(const TOrvParameter& other)
     const Ulmo::CriticalSectionGuard guard(other.Lock());
     auto copy = std::make_unique<Side>(*other.GetSide());
     copy->units = Units();
-    text_ = reinterpret_cast<std::uintptr_t>(copy.release()) | kSideTag;
+    text_ = reinterpret_cast<std::uintptr_t>(copy.release()) | kToSide;
 }
 
 void TOrvParameter::FreeMemory() noexcept
@@ -73,7 +73,8 @@ void TOrvParameter::FreeMemory() noexcept
 
 char16_t* TOrvParameter::UnitsElsewhere() const noexcept
 {
-    return text_ & kSideTag ? GetSide()->units : reinterpret_cast<char16_t*>(NoText());
+    if (Leads(kToHeapText)) return reinterpret_cast<char16_t*>(text_ - kToHeapText);
+    return Leads(kToSide) ? GetSide()->units : reinterpret_cast<char16_t*>(NoText());
 }
 
 char16_t* TOrvParameter::NewText(std::size_t units)
@@ -91,7 +92,7 @@ void TOrvParameter::ReplaceUnits(char16_t* units) noexcept
     if (Side* const side = GetSide()) {
         side->units = units;
     } else {
-        text_ = reinterpret_cast<std::uintptr_t>(units);
+        text_ = LeadingTo(units);
     }
 }
 
@@ -166,7 +167,7 @@ TOrvParameter::Side& TOrvParameter::MakeSide()
 {
     if (Side* const side = GetSide()) return *side;
     auto* const side = new Side(Units());
-    text_ = reinterpret_cast<std::uintptr_t>(side) | kSideTag;
+    text_ = reinterpret_cast<std::uintptr_t>(side) | kToSide;
     return *side;
 }
 

@@ -27,8 +27,12 @@ namespace OrvPLC {
 class TOrvParameter {
 public:
     TOrvParameter() noexcept = default;
+    // A Numeric32Bit, what most parameters are.
+    TOrvParameter(std::int32_t value, std::uint32_t enumType) noexcept
+        : kind_(ORV_KIND_Numeric32Bit), enumType_(enumType), small_(value)
+    {}
     // The first text is taken from the room, which outlives the value. Call LeaveRoom() afterwards.
-    explicit TOrvParameter(TextRoom& room) noexcept : text_(reinterpret_cast<std::uintptr_t>(&room) | kRoomTag) {}
+    explicit TOrvParameter(TextRoom& room) noexcept : text_(reinterpret_cast<std::uintptr_t>(&room) | kToRoom) {}
     TOrvParameter(const TOrvParameter& other, TextRoom& room) : TOrvParameter(room)
     {
         CopyFields(other);
@@ -49,7 +53,7 @@ public:
     // From here on texts are not taken from the room.
     void LeaveRoom() noexcept
     {
-        if (text_ & kRoomTag) text_ = NoText();
+        if (Leads(kToRoom)) text_ = NoText();
     }
 
     std::uint32_t Kind() const noexcept { return kind_; }
@@ -188,9 +192,19 @@ private:
         std::int64_t large;
         double real;
     };
-    // The pointer to the text tells by its low bits what it leads to instead.
-    static constexpr std::uintptr_t kSideTag = 1;
-    static constexpr std::uintptr_t kRoomTag = 2;
+    // The pointer to the text tells by its low bits what it leads to. An odd one leads to memory of the value's own,
+    // so that the end of a value takes one look.
+    static constexpr std::uintptr_t kToText = 0;  // in a room, or the shared empty one
+    static constexpr std::uintptr_t kToSide = 1;
+    static constexpr std::uintptr_t kToRoom = 2;
+    static constexpr std::uintptr_t kToHeapText = 3;
+    static constexpr std::uintptr_t kOwned = 1;
+    static constexpr std::uintptr_t kTag = 3;
+    bool Leads(std::uintptr_t tag) const noexcept { return (text_ & kTag) == tag; }
+    static std::uintptr_t LeadingTo(char16_t* units) noexcept
+    {
+        return reinterpret_cast<std::uintptr_t>(units) | (IsOnHeap(units) ? kToHeapText : kToText);
+    }
 
     static bool HoldsGuid(std::uint32_t kind) { return kind == ORV_KIND_Guid || kind == ORV_KIND_Resource; }
     void ChangeLayout();  // from numbers to a guid, or back
@@ -198,20 +212,16 @@ private:
     static std::uintptr_t NoText() noexcept { return reinterpret_cast<std::uintptr_t>(&kNoText.unit); }
     char16_t* Units() const noexcept
     {
-        if (text_ & (kSideTag | kRoomTag)) return UnitsElsewhere();
+        if (!Leads(kToText)) return UnitsElsewhere();
         return reinterpret_cast<char16_t*>(text_);
     }
     char16_t* UnitsElsewhere() const noexcept;
     static TextHeader& HeaderOf(char16_t* units) noexcept { return *(reinterpret_cast<TextHeader*>(units) - 1); }
     static std::uint32_t RoomOf(char16_t* units) noexcept { return HeaderOf(units).room & ~TextHeader::kOnHeap; }
     static bool IsOnHeap(char16_t* units) noexcept { return (HeaderOf(units).room & TextHeader::kOnHeap) != 0; }
-    Side* GetSide() const noexcept { return text_ & kSideTag ? reinterpret_cast<Side*>(text_ - kSideTag) : nullptr; }
+    Side* GetSide() const noexcept { return Leads(kToSide) ? reinterpret_cast<Side*>(text_ - kToSide) : nullptr; }
     static bool Suits(char16_t* units, std::size_t length) noexcept;  // whether a text of that length goes there
-    bool OwnsMemory() const noexcept
-    {
-        if (text_ & (kSideTag | kRoomTag)) return (text_ & kSideTag) != 0;
-        return IsOnHeap(reinterpret_cast<char16_t*>(text_));
-    }
+    bool OwnsMemory() const noexcept { return (text_ & kOwned) != 0; }
     void FreeMemory() noexcept;
     void SetLarge(std::uint32_t kind, std::int64_t value)
     {
@@ -223,7 +233,7 @@ private:
     {
         if (text.empty() && length_ == 0) return;
         char16_t* units = nullptr;
-        if (text_ & kRoomTag) units = reinterpret_cast<TextRoom*>(text_ - kRoomTag)->Take(text.size());
+        if (Leads(kToRoom)) units = reinterpret_cast<TextRoom*>(text_ - kToRoom)->Take(text.size());
         if (!units) return ReplaceText(text);
         Ulmo::CopyUnits(units, text.data(), text.size());
         units[text.size()] = 0;
@@ -269,7 +279,7 @@ private:
         Numbers numbers_ = {0, 0};
         TOrvGuid guid_;
     };
-    std::uintptr_t text_ = NoText();  // units with a TextHeader before them; with a tag a Side or a TextRoom
+    std::uintptr_t text_ = NoText();  // units with a TextHeader before them, a Side or a TextRoom; see kTag
 };
 static_assert(sizeof(TOrvParameter) == 40, "an object has one for each parameter");
 

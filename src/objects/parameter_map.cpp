@@ -21,9 +21,7 @@ std::size_t ParameterMap::UsualTextBytes(const TOrvActionInternalInfo* entry)
 
 ParameterMap::~ParameterMap()
 {
-    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
-        Slot(static_cast<std::size_t>(std::countr_zero(left))).~TOrvParameter();
-    }
+    ForEachSlot([](TOrvParameter& slot, std::size_t) { slot.~TOrvParameter(); });
 }
 
 std::size_t ParameterMap::Size() const noexcept
@@ -34,9 +32,7 @@ std::size_t ParameterMap::Size() const noexcept
 std::size_t ParameterMap::TextBytes() const
 {
     std::size_t bytes = 0;
-    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
-        bytes += TextRoom::Reserve(Slot(static_cast<std::size_t>(std::countr_zero(left))).Wide().size());
-    }
+    ForEachSlot([&](const TOrvParameter& slot, std::size_t) { bytes += TextRoom::Reserve(slot.Wide().size()); });
     return bytes;
 }
 
@@ -217,11 +213,10 @@ void ParameterMap::CopyFrom(const ParameterMap& other)
                                   std::size_t) { Put(name, TOrvParameter(value)); });
         return;
     }
-    for (std::uint64_t left = other.present_; left != 0; left &= left - 1) {
-        const auto position = static_cast<std::size_t>(std::countr_zero(left));
-        new (&Slot(position)) TOrvParameter(other.Slot(position), room_);
+    other.ForEachSlot([this](const TOrvParameter& slot, std::size_t position) {
+        new (&Slot(position)) TOrvParameter(slot, room_);
         present_ |= std::uint64_t{1} << position;
-    }
+    });
     if (other.more_) more_ = std::make_unique<More>(*other.more_);
 }
 

@@ -127,6 +127,39 @@ public:
     bool AllFit(const ParameterMap& other, Fits&& fits) const;
     void CopyFrom(const ParameterMap& other);  // this map is empty
 
+    // Fills the slots of an object under construction, one after the other.
+    class Filling {
+    public:
+        explicit Filling(ParameterMap& map) : map_(map), next_(&map.Slot(0)) {}
+        Filling(const Filling&) = delete;
+        Filling& operator=(const Filling&) = delete;
+        ~Filling() { map_.present_ = present_; }
+
+        void Skip()
+        {
+            ++next_;
+            bit_ <<= 1;
+        }
+        // A new value, whose text may go into the object's room. The caller sets it and calls LeaveRoom().
+        TOrvParameter& Add() { return Emplace(map_.room_); }
+        void AddInt32(std::int32_t value, std::uint32_t enumType) { Emplace(value, enumType); }
+
+    private:
+        template <class... Arguments>
+        TOrvParameter& Emplace(Arguments&... arguments)
+        {
+            auto* const slot = new (next_) TOrvParameter(arguments...);
+            present_ |= bit_;
+            Skip();
+            return *slot;
+        }
+
+        ParameterMap& map_;
+        TOrvParameter* next_;
+        std::uint64_t bit_ = 1;
+        std::uint64_t present_ = 0;
+    };
+
 private:
     struct Node {
         std::u16string name;
@@ -149,6 +182,16 @@ private:
         return reinterpret_cast<TOrvParameter*>(reinterpret_cast<std::uintptr_t>(this) + slotsOffset_)[position];
     }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
+    // Calls visit(slot, position) for each slot that has a value, in the order of the declaration.
+    template <class Visit>
+    void ForEachSlot(Visit&& visit) const
+    {
+        TOrvParameter* slot = &Slot(0);
+        std::size_t position = 0;
+        for (std::uint64_t left = present_; left != 0; left >>= 1, ++slot, ++position) {
+            if (left & 1) visit(*slot, position);
+        }
+    }
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
     // The slot of a name, kNotFound for a node. Callers mostly go by the order of the declaration and in its spelling,
     // so the slot behind the one that was asked for last is looked at first.
@@ -308,10 +351,7 @@ void ParameterMap::ForEachByKey(Visit&& visit) const
 template <class Visit>
 void ParameterMap::ForEachDeclaredFirst(Visit&& visit) const
 {
-    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
-        const auto position = static_cast<std::size_t>(std::countr_zero(left));
-        visit(NameOf(position), Slot(position), position);
-    }
+    ForEachSlot([&](const TOrvParameter& slot, std::size_t position) { visit(NameOf(position), slot, position); });
     if (!more_ || more_->nodes.empty()) return;
     // Declared parameters past the slots are nodes, yet have their place in the declaration.
     const std::size_t declared = entry_ ? entry_->Parameters.size() : 0;

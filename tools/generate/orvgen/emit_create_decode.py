@@ -56,10 +56,14 @@ def _functions(pair: Pair) -> str:
 
 
 def _create_value(row: Parameter) -> str:
+    """What the C type does not tell of the parameter is said beside the argument."""
     given = [argument.name for argument in create_arguments(row)]
-    if len(given) > 1:
-        return f"{{{', '.join(given)}}}"
-    return f"Optional({given[0]})" if row.optional else given[0]
+    if row.enum:
+        given.append(hex(row.enum_id))
+    function = ("Optional" if row.optional else "") + ("Rect" if row.type_name == "Rect" else "")
+    if function:
+        return f"{function}({', '.join(given)})"
+    return given[0] if len(given) == 1 else f"{{{', '.join(given)}}}"
 
 
 def _decode_value(row: Parameter) -> str:
