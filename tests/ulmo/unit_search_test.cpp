@@ -33,8 +33,8 @@ TEST(SameTerminated, AsUnitByUnitNearTheEndOfAPage)
     auto* const page = static_cast<char16_t*>(std::align(4096, 4096, start, space));
     ASSERT_NE(page, nullptr);
     const std::u16string names[] = {
-        u"",        u"A", u"Camera", u"Seconds", u"SubTypes", u"SecondaryDevice", u"CardholderEntered", u"CommServerHostName",
-        std::u16string(u"A\0B", 3), std::u16string(40, u'x')};
+        u"",          u"A", u"Camera", u"Seconds", u"SubTypes", u"SecondaryDevice", u"CardholderEntered",
+        u"HostNames", std::u16string(u"A\0B", 3), std::u16string(40, u'x')};
     for (const std::u16string& name : names) {
         for (std::size_t distance = name.size() + 2; distance != name.size() + 24; ++distance) {
             char16_t* const text = page + kPage - distance;
