@@ -186,10 +186,10 @@ bool ParameterMap::SameContent(const ParameterMap& other) const
     if (entry_ == other.entry_) {
         // The same declaration: slots stand side by side, and so do nodes.
         if (present_ != other.present_) return false;
-        for (std::uint64_t left = present_; left != 0; left &= left - 1) {
-            const auto position = static_cast<std::size_t>(std::countr_zero(left));
-            if (!Slot(position).SameValue(other.Slot(position))) return false;
-        }
+        const auto same = [&](const TOrvParameter& slot, std::size_t position) {
+            return slot.SameValue(other.Slot(position));
+        };
+        if (!EverySlot(same)) return false;
         if (!more_ && !other.more_) return true;
         const Nodes& nodes = GetNodes();
         const Nodes& others = other.GetNodes();

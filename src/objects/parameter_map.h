@@ -182,15 +182,25 @@ private:
         return reinterpret_cast<TOrvParameter*>(reinterpret_cast<std::uintptr_t>(this) + slotsOffset_)[position];
     }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
-    // Calls visit(slot, position) for each slot that has a value, in the order of the declaration.
-    template <class Visit>
-    void ForEachSlot(Visit&& visit) const
+    // Whether holds(slot, position) is true for each slot that has a value, in the order of the declaration. Stops at
+    // the first for which it is not.
+    template <class Holds>
+    bool EverySlot(Holds&& holds) const
     {
         TOrvParameter* slot = &Slot(0);
         std::size_t position = 0;
         for (std::uint64_t left = present_; left != 0; left >>= 1, ++slot, ++position) {
-            if (left & 1) visit(*slot, position);
+            if ((left & 1) && !holds(*slot, position)) return false;
         }
+        return true;
+    }
+    template <class Visit>
+    void ForEachSlot(Visit&& visit) const
+    {
+        EverySlot([&](TOrvParameter& slot, std::size_t position) {
+            visit(slot, position);
+            return true;
+        });
     }
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
     // The slot of a name, kNotFound for a node. Callers mostly go by the order of the declaration and in its spelling,
@@ -306,12 +316,12 @@ bool ParameterMap::AllFit(const ParameterMap& other, Fits&& fits) const
 {
     const bool sameDeclaration = entry_ == other.entry_;
     if (sameDeclaration && (present_ & ~other.present_) != 0) return false;
-    for (std::uint64_t left = present_; left != 0; left &= left - 1) {
-        const auto position = static_cast<std::size_t>(std::countr_zero(left));
+    const bool slotsFit = EverySlot([&](const TOrvParameter& slot, std::size_t position) {
         const TOrvParameter* counterpart =
             sameDeclaration ? &other.Slot(position) : other.FindKey(entry_->Parameters[position].LowerName.view());
-        if (!counterpart || !fits(Slot(position), *counterpart)) return false;
-    }
+        return counterpart && fits(slot, *counterpart);
+    });
+    if (!slotsFit) return false;
     if (!more_) return true;
     for (const auto& [key, node] : more_->nodes) {
         const TOrvParameter* counterpart = other.FindKey(key);
