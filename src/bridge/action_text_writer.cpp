@@ -128,6 +128,7 @@ void ActionTextWriter::WriteLiteral(std::u16string_view field)
 std::u16string ActionTextWriter::Finish()
 {
     output_ += u')';
+    // The writer is left empty, ready for the next action.
     return std::move(output_);
 }
 

@@ -27,6 +27,7 @@ public:
     }
 };
 
+// Without state and without a destructor that does anything, so it serves until the process ends.
 Bridge bridge;
 
 }  // namespace
@@ -38,6 +39,7 @@ void StartBridge()
 
 void EndBridge()
 {
+    // First no reader finds the bridge any more, then the sibling's library goes.
     OrvPLC::SetSibling(nullptr);
     EndHeskActionsWrapper();
 }

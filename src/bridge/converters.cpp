@@ -38,6 +38,7 @@ const Converter* FindConverter(std::u16string_view name)
 {
     const std::span<const Converter> all = Converters();
     if (!Ulmo::IsAscii(name)) {
+        // In the user's language such a name may equal one of ASCII, so the system is asked about each row.
         const auto row = std::find_if(all.begin(), all.end(),
                                       [name](const Converter& candidate) { return SameForUser(candidate.name, name); });
         return row == all.end() ? nullptr : &*row;

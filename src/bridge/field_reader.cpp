@@ -26,6 +26,7 @@ std::uint32_t Unsigned(std::u16string_view text)
     return static_cast<std::uint32_t>(Ulmo::ScanInt64(text));
 }
 
+// In braces id, number and name; a bare number is the channel's number.
 void SetChannel(TOrvParameter& value, const ActionTextToken& token)
 {
     const std::u16string_view number = token.Part(Form::Channel, 1);
@@ -36,6 +37,7 @@ void SetChannel(TOrvParameter& value, const ActionTextToken& token)
     }
 }
 
+// In braces id and name; a bare string is the name.
 void SetEventType(TOrvParameter& value, const ActionTextToken& token)
 {
     const std::u16string_view name = token.Part(Form::EventType, 1);

@@ -138,6 +138,7 @@ HeskActionsWrapper::~HeskActionsWrapper()
 bool HeskActionsWrapper::Load()
 {
     const std::u16string fileName = Platform::ModuleFileName(kLibrary);
+    // Before the lock: an installation without the sibling pays for one query and no more.
     if (!ready && !Platform::StandsBesideExecutable(fileName)) return false;
     // The flag is true while the functions are still being looked for, so whether it holds is seen inside only.
     const Ulmo::CriticalSectionGuard inside(section_);
@@ -205,6 +206,7 @@ bool HeskActionsWrapper::ConvertEventData(const TOrvEventData& record, std::u16s
 
 void HeskActionsWrapper::Unload()
 {
+    // Not under the lock: whoever unloads makes sure that nobody converts meanwhile.
     GiveBack();
     ready = false;
     failedAttempts = 0;
@@ -222,6 +224,7 @@ HeskActionsWrapper& GetHeskActionsWrapper()
 
 void EndHeskActionsWrapper()
 {
+    // Without the guard: at the end of the library no other thread is inside.
     if (wrapper) std::exchange(wrapper, nullptr)->Release();
 }
 

@@ -22,6 +22,7 @@ namespace {
 void WriteMove(ActionTextWriter& writer, TOrvAction& action, const Converter& converter)
 {
     const bool zooms = action.Parameters().Find(u"Zoom") != nullptr;
+    // The table has a row with "Ex" for each action that is written here.
     const Converter& meant = zooms ? *FindConverter(std::u16string(converter.name) + u"Ex") : converter;
     writer.Begin(meant.name);
     writer.WriteFields(action, meant.Fields());

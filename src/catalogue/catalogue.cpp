@@ -39,6 +39,7 @@ void TOrvActionCatalogue::RegisterEnumValue(const EnumValuePtr& entry)
     if (!entry) return;
     const Ulmo::CriticalSectionGuard guard(lock_);
     if (FindEnumValue(entry->EnumId, entry->Value)) return;
+    // After this only Add can fail, and then nothing has changed.
     ReserveOne(addedValues_);
     enumValues_.Add(*entry);
     addedValues_.push_back(entry);
@@ -47,6 +48,7 @@ void TOrvActionCatalogue::RegisterEnumValue(const EnumValuePtr& entry)
 void TOrvActionCatalogue::RegisterEnumType(std::u16string_view lowerName, std::uint32_t id)
 {
     const Ulmo::CriticalSectionGuard guard(lock_);
+    // The first enum of a name keeps it.
     addedTypes_.try_emplace(std::u16string(lowerName), id);
 }
 
@@ -95,6 +97,8 @@ void StartCatalogue()
 void EndCatalogue()
 {
     Catalogue().~TOrvActionCatalogue();
+    // The built-in entries are data of the module and end with it; only the rooms of texts that were written are memory
+    // of their own.
     const auto forgetTexts = [](auto& entries) {
         for (auto& entry : entries) entry.ForgetTexts();
     };

@@ -24,8 +24,10 @@ typename ChangingText<Char>::Change ChangingText<Char>::Prepare(View text) const
 {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw std::length_error("display text");
     Change change;
+    // Writers are one at a time, so a writer sees what the last one did without more.
     const Room* present = room_.load(std::memory_order_relaxed);
     if (present && text.size() <= present->capacity) {
+        // A copy: the given text may lie in the very room that Commit writes.
         change.text = text;
         return change;
     }
@@ -40,11 +42,13 @@ void ChangingText<Char>::Commit(Change change) noexcept
 {
     Room* const present = room_.load(std::memory_order_relaxed);
     if (change.room) {
+        // Kept, since callers may hold pointers into it.
         change.room->older.reset(present);
         room_.store(change.room.release(), std::memory_order_release);
         return;
     }
     const std::uint32_t version = present->version.load(std::memory_order_relaxed);
+    // Odd from here on. The fence lets nobody see a new unit before the odd version.
     present->version.store(version + 1, std::memory_order_relaxed);
     std::atomic_thread_fence(std::memory_order_release);
     Char* const units = present->units.get();
@@ -71,6 +75,7 @@ bool ChangingText<Char>::CopyUnits(const Room& room, String& copy)
     if (version % 2 != 0) return false;
     copy.resize(room.length.load(std::memory_order_relaxed));
     for (std::size_t i = 0; i != copy.size(); ++i) copy[i] = Unit(room.units.get(), i).load(std::memory_order_relaxed);
+    // A write in between has changed the version, or is seen as odd; then the copy is thrown away.
     std::atomic_thread_fence(std::memory_order_acquire);
     return room.version.load(std::memory_order_relaxed) == version;
 }

@@ -68,6 +68,7 @@ const DisplayText& TOrvBaseNameInfo::Plain() const noexcept
 void TOrvBaseNameInfo::WriteTexts(std::u16string_view plain, std::u16string_view description)
 {
     DisplayText& selected = Settings::NativeTranslation ? NativePlain : NeutralPlain;
+    // All that may fail comes first. It also copies the given texts before any of them can change.
     OptionalChange plainChange = PrepareUnlessEmpty(selected, plain);
     OptionalChange descriptionChange = PrepareUnlessEmpty(Description, description);
     CommitIfAny(selected, plainChange);
@@ -76,6 +77,7 @@ void TOrvBaseNameInfo::WriteTexts(std::u16string_view plain, std::u16string_view
 
 void TOrvBaseNameInfo::WriteTextsOfBothSets(std::u16string_view plain, std::u16string_view description)
 {
+    // Not all or nothing: the entry is new, and a failure drops it whole.
     if (!plain.empty()) {
         NativePlain.Commit(NativePlain.Prepare(plain));
         NeutralPlain.Commit(NeutralPlain.Prepare(plain));
@@ -119,6 +121,8 @@ TOrvActionInternalInfo::TOrvActionInternalInfo(std::u16string_view name, std::ui
 
 std::size_t TOrvActionInternalInfo::FindParameter(std::u16string_view name) const
 {
+    // Up to here two walks cost less than lower-casing a copy. Repeated names need the ordered search, which finds the
+    // first.
     constexpr std::size_t kFew = 64;
     const std::size_t count = Parameters.size();
     if (count > kFew || hasRepeatedNames_) return FindByKey(Ulmo::LowerCase(name));
@@ -150,10 +154,12 @@ void TOrvActionInternalInfo::SetParameters(std::vector<TOrvParameterInternalInfo
     own->entries = std::move(parameters);
     for (const TOrvParameterInternalInfo& entry : own->entries) {
         own->order.push_back(static_cast<std::uint32_t>(own->keys.size()));
+        // The key refers to the entry's names, which keep their addresses.
         own->keys.emplace_back(entry);
         allViews_ |= own->keys.back().viewBit;
     }
     const auto lower = [&own](std::uint32_t position) { return own->keys[position].lower.view(); };
+    // Stable, so that of repeated names the first in the declaration comes first.
     std::stable_sort(own->order.begin(), own->order.end(),
                      [&](std::uint32_t a, std::uint32_t b) { return lower(a) < lower(b); });
     const auto sameKey = [&](std::uint32_t a, std::uint32_t b) { return lower(a) == lower(b); };

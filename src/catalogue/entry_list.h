@@ -48,6 +48,7 @@ public:
         byName_.Add(*entry);
         const auto place = static_cast<std::uint32_t>(Size());
         try {
+            // The newcomer takes over a code that is there already.
             addedCodes_.insert_or_assign(entry->Code, place);
         } catch (...) {
             byName_.Remove(*entry);

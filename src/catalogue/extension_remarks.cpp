@@ -137,6 +137,7 @@ void ExtensionReader::TellCollision(const Node& row, const TOrvBaseNameInfo* ofN
                                     const TOrvBaseNameInfo* ofCode) const
 {
     if (!listener_) return;
+    // A value is the only row with a "value" and without a "code".
     const bool isValue = !ofName && row.FindAttribute("value") && !row.FindAttribute("code");
     if (ofName) {
         Tell(Severity::Error, PlaceOf(row, "name"), {TitleOf(row), " is dropped: the name is taken already"});

@@ -52,6 +52,7 @@ void LoadAll()
     std::vector<std::filesystem::path> files;
     if (!Platform::GetHostFolder(folder)) Ulmo::ThrowLastError(u"GetModuleFileNameW");
     if (!Platform::FindFiles(folder, "plc", ".xml", files)) Ulmo::ThrowLastError(u"FindFirstFileW");
+    // Each on its own: a file that fails does not keep the next from being read.
     for (const std::filesystem::path& file : files) LoadXMLExtension(Catalogue(), file);
 }
 

@@ -9,6 +9,8 @@ namespace OrvPLC {
 
 namespace {
 
+// The generator fills the table of the built-in names with the same hash (tools/generate/orvgen/emit_rows.py), so a
+// change here is a change there.
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
 
 std::uint64_t Mix(std::uint64_t hash, std::uint64_t units)
@@ -85,6 +87,7 @@ bool SameFolded(std::u16string_view name, std::u16string_view lower)
 template <class Same>
 std::uint32_t NameIndex::Search(std::uint32_t hash, std::size_t length, Same&& same) const
 {
+    // Ends at a free slot, since at most half of them are taken.
     for (std::size_t i = hash; !builtIn_.empty(); ++i) {
         const Builtin::NameSlot& slot = builtIn_[i & (builtIn_.size() - 1)];
         if (slot.length == 0) break;
@@ -112,6 +115,7 @@ std::uint32_t NameIndex::Find(std::u16string_view name) const
     if (HashFolded(name, hash)) {
         return Search(hash, name.size(), [name](std::u16string_view lower) { return SameFolded(name, lower); });
     }
+    // Rare: no name of the built-in content needs it.
     return FindLower(Ulmo::LowerCase(name));
 }
 

@@ -55,6 +55,7 @@ constexpr NamedNumber kColumns[] = {ORV_FOR_EACH_COLUMN(ORV_NAMED_NUMBER)};
 
 constexpr NamedNumber kNoColumns[] = {{u"Unavailable", 0}, {u"None", 0}};
 
+// The public numbering: kinds below 10 and from 100 on, enums from 10 on by their codes.
 constexpr std::uint32_t kPublicBoolean = 5;
 constexpr std::uint32_t kFirstPublicEnum = 10;
 
@@ -98,6 +99,7 @@ std::uint32_t ViewFromName(std::u16string_view name)
 std::uint32_t ColumnsFromText(std::u16string_view text)
 {
     std::uint32_t mask = Find(kColumns, text).value_or(0);
+    // A single name; what follows reads names between bars.
     if (mask != 0) return mask;
     std::size_t survivors = 0;
     for (std::size_t begin = 0; begin <= text.size();) {

@@ -66,11 +66,13 @@ const TOrvParameterInternalInfo* MatchActionDescription()
 
 EnumFilter EnumFilter::OfEnum(std::uint32_t id)
 {
+    // The key holds the enum above the value, so this interval is the enum.
     return {EnumKey(id, 0), EnumKey(id, std::numeric_limits<std::uint32_t>::max())};
 }
 
 EnumFilter EnumFilter::FromPublicType(std::uint32_t publicType)
 {
+    // The default interval holds every key.
     return publicType == ORV_ALL_ENUM_VALUES ? EnumFilter{} : OfEnum(EnumIdFromPublicType(publicType));
 }
 

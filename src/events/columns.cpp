@@ -6,6 +6,7 @@ namespace OrvPLC {
 
 namespace {
 
+// In the order of the bits.
 constexpr std::u16string_view kNames[] = {u"Int32FieldA",
                                           u"Int32FieldB",
                                           u"Int32FieldC",

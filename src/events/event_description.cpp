@@ -39,6 +39,7 @@ private:
         const auto shown = writer_.WriteParameter(name, value, &declared, level_);
         if (!shown || *shown->label == 0) return;
         const std::u16string text(shown->value);
+        // Hidden parameters get no number: those that are told are numbered without a gap.
         callbacks_.Call(next_++, shown->label, text.c_str(), declared.Priority);
     }
 
@@ -48,6 +49,7 @@ private:
         const std::u16string label(all.substr(0, headerLength - 1));  // without the mark that ends the header
         std::u16string_view text = all.substr(headerLength);
         if (text.starts_with(u' ')) text.remove_prefix(1);
+        // The whole text comes last, under an index that no parameter has.
         callbacks_.Call(-1, label.c_str(), std::u16string(text).c_str(), 0);
     }
 

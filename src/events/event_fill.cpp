@@ -124,6 +124,7 @@ private:
         const Columns first = First(columns & kInt64Columns);
         const Columns second = First(columns & kInt64Columns & ~first);
         if (second == 0 || (value.Kind() != ORV_KIND_Guid && value.Kind() != ORV_KIND_Resource)) return;
+        // Aligned: in a value the guid shares its room with the 64-bit numbers.
         const auto* halves = reinterpret_cast<const std::int64_t*>(&value.Guid());
         Set(first, record_.int64Field[IndexIn(kInt64Columns, first)], halves);
         Set(second, record_.int64Field[IndexIn(kInt64Columns, second)], halves + 1);
@@ -154,6 +155,7 @@ private:
 void Clear(TOrvEventData& record)
 {
     TOrvEventData empty{};
+    // The caller's own fields stay.
     empty.size = record.size;
     empty.callerWord = record.callerWord;
     record = empty;
@@ -169,6 +171,7 @@ void FillEventRecord(TOrvEventData& record, TOrvAction& action)
     EventRecordFiller filler(record, action);
     filler.FillDeclared();
     filler.FillUsers();
+    // Last, so that a parameter named like a column never takes it from a declared one.
     if (EventSettings::StoreGenericParameters) filler.FillGeneric();
 }
 

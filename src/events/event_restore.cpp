@@ -13,6 +13,7 @@ namespace {
 
 std::uint32_t ImageSize(const TOrvEventData& record)
 {
+    // Only the low half of the size counts, as in the binary form.
     return record.image ? static_cast<std::uint32_t>(record.imageSize) : 0;
 }
 
@@ -25,6 +26,7 @@ TOrvAction* ReadOwnImage(const TOrvEventData& record, std::uint32_t expectedKind
 TOrvAction* ReadSiblingImage(const TOrvEventData& record, std::uint32_t expectedKind)
 {
     std::u16string text;
+    // Codes below the first of ours are the sibling's.
     if (record.code >= kFirstActionCode || ImageSize(record) == 0) return nullptr;
     if (!Sibling().ConvertEvent(record, text) || text.empty()) return nullptr;
     return ReadActionText(text, expectedKind, false).object;
@@ -72,6 +74,7 @@ void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
             for (Columns left = info.DbField; left != 0; left &= left - 1) {
                 VisitColumn(record, First(left), [&](const auto& field) { Set(value, field); });
             }
+            // Without a conversion: the fields stay as the columns gave them.
             value.SetKindAndEnum(info.Type, info.EnumType);
         });
     }
@@ -107,6 +110,7 @@ TOrvAction* RestoreFromColumns(const TOrvEventData& record)
     if (!entry) return nullptr;
     ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
     RestoreDeclared(*action, record);
+    // The entry of event records declares the columns of users itself, under other names.
     if (entry != Catalogue().EventEntry()) RestoreUsers(*action, record);
     return action.release();
 }

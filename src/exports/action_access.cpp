@@ -212,6 +212,7 @@ OrvBool OrvAct_GetGenericInt32Parameter(TOrvHandle handle, std::int32_t* value)
 OrvBool Talvec_Action_GetParameterByName(TOrvHandle handle, const OrvWChar* name, TOrvParameterValue* value)
 {
     return OnAction(handle, [&](const TOrvAction& action) {
+        // An absent parameter is an answer and no failure: false, with the last error cleared.
         const TOrvParameter* found = action.Parameters().FindTerminated(Units(name));
         if (found) FillRecord(*value, *found);
         return found != nullptr;

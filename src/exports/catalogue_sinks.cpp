@@ -20,6 +20,7 @@ template <class Record, class Sink, class ForEachEntry>
 OrvBool Enumerate(Sink* sink, void (ORV_CALL Sink::*operation)(const Record*), ForEachEntry&& forEachEntry) noexcept
 try {
     if (!sink) return false;
+    // The lock is recursive, so a sink may ask the catalogue itself.
     const Guard guard(Catalogue().Lock());
     return forEachEntry([&](const auto& entry) {
         Record record{};

@@ -161,6 +161,7 @@ void WriteValue(TOrvParameter& value, const DecodeOutput& output, std::uint32_t 
     }
 }
 
+// As bytes: the type that the caller's pointer has is not known here.
 void WritePointer(const DecodeOutput& output, const void* pointer)
 {
     std::memcpy(&output.Target<char>(), &pointer, sizeof pointer);

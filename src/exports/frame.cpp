@@ -22,6 +22,7 @@ void StoreUlmoException(const Ulmo::UlmoException& failure) noexcept
     LastError::Report report{failure.ErrorCode(), failure.ErrorClass(),          "",
                              failure.what(),      failure.WideMessage().c_str(), failure.Details().c_str()};
     try {
+        // The name takes memory. Without it the failure is stored all the same.
         const std::string className = failure.GetClassName();
         report.className = className.c_str();
         LastError::Store(report);

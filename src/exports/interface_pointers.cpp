@@ -74,6 +74,7 @@ Interface* AsBare(Source&& source)
 {
     return Framed<Interface*>(nullptr, [&]() -> Interface* {
         TOrvMessage* object = source();
+        // The caller's smart pointer takes the first reference.
         if (object) object->SetReferenceCount(0);
         return object;
     });

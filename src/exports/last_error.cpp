@@ -140,11 +140,13 @@ void StoreBufferTooSmall() noexcept
 
 void Clear() noexcept
 {
+    // The first call of a thread makes its block even if it succeeds, so that there is one when memory has run out.
     if (TOrvLastError* block = Block()) block->present = 0;
 }
 
 bool Read(TOrvLastErrorInfo& info) noexcept
 {
+    // Asking makes no block: a thread without one had no failure.
     const auto* block = slot ? static_cast<const TOrvLastError*>(slot->Get()) : nullptr;
     if (!block || !block->present) return false;
     info.code = block->code;

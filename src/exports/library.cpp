@@ -15,6 +15,8 @@ namespace Platform::LibraryEvents {
 
 void Started()
 {
+    // The order matters: a crash is reported from here on, a failure of a later step finds its history and its block,
+    // and extension files find the catalogue. No step raises, since nobody could catch it.
     Platform::InstallCrashHandler();
     Ulmo::ExceptionHistory::Start();
     OrvPLC::LastError::Start();
@@ -38,6 +40,7 @@ void Ended(bool processEnds)
     OrvPLC::EndCatalogue();
     OrvPLC::LastError::End();
     Ulmo::BufferPool::Clear();
+    // These two come last, because what ends before may still report.
     Ulmo::Diagnostics::End();
     Ulmo::ExceptionHistory::End();
 }

@@ -70,6 +70,7 @@ ORV_ALIAS(TalvecMatchAct_GetDescriptionW, OrvMatchAct_GetDescriptionW);
 OrvBool OrvMatchAct_GetDescriptionA(TOrvHandle matchAction, const char** text)
 {
     return OnObject(matchAction, [&](TOrvMessage& object) {
+        // The kind is enough: only this class has it.
         const bool match = object.Kind() == ORV_MESSAGE_MATCH_ACTION;
         *text = match ? static_cast<TOrvMatchAction&>(object).NarrowDescription() : "";
     });

@@ -67,6 +67,7 @@ struct Record {
 // Reads a record that is complete, as all are but the last of a damaged buffer. Else false, and nothing is read.
 bool ReadWholeRecord(TOrvBinaryReader& reader, Record& record)
 {
+    // The text of the record before may stay in this one: no kind without a text looks at it.
     TOrvBinaryReader::Ahead ahead(reader);
     std::uint32_t kindAndEnum[2];
     if (!ahead.TakeText(record.name) || !ahead.Take(kindAndEnum)) return false;
@@ -163,6 +164,7 @@ void StoreRecord(TOrvAction& action, DeclaredNames& names, const Record& record)
     const auto fill = [&record](TOrvParameter& value) { SetContent(value, record); };
     const std::size_t position = names.Find(record.name);
     if (position == ParameterMap::kNotFound) return action.Parameters().Store(record.name, fill);
+    // The slot is taken if the name comes twice, and then the later value wins.
     if (!action.Parameters().CanAdd(position)) return action.Parameters().StoreDeclared(position, fill);
     TOrvParameter& value = action.Parameters().Add(position);
     SetContent(value, record);
@@ -189,6 +191,7 @@ bool TakeDescription(TOrvAction& action, const Record& record)
     const auto store = [&](const Record& record) {
         if (!matches || !TakeDescription(action, record)) StoreRecord(action, names, record);
     };
+    // The count is not trusted: the end of the buffer ends both walks.
     for (Record record; count > 0 && ReadWholeRecord(reader, record); --count) store(record);
     for (CutRecord record; count > 0 && record.Read(reader); --count) store(record);
 }
@@ -227,6 +230,7 @@ BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t e
     if (kind == ORV_MESSAGE_SIBLING_ACTION || kind == ORV_MESSAGE_SIBLING_MATCH_ACTION) {
         return ReadSibling({static_cast<const std::byte*>(bytes), size}, kind, reader.Consumed());
     }
+    // A buffer that ends before the kind leaves 0, which nothing admits. One that ends within the name leaves it empty.
     if (!Admits(expectedKind, kind)) return {nullptr, reader.Consumed()};
     ObjectPtr<TOrvAction> object = MakeObject(kind, name, LikelyTextBytes(size));
     ReadRecords(reader, *object);

@@ -96,6 +96,7 @@ void ORV_CALL TOrvMessage::StoreToBinary(void** block, std::uint32_t* size)
     TOrvBinaryCursor measure(nullptr, 0);
     WriteBinary(measure);
     const std::int64_t required = measure.Required();
+    // Both walks see the same object, so the second fits exactly.
     const bool countable = required <= std::numeric_limits<std::uint32_t>::max();
     *block = countable ? Platform::AllocateTaskMemory(static_cast<std::size_t>(required)) : nullptr;
     *size = *block ? static_cast<std::uint32_t>(required) : 0;

@@ -30,6 +30,7 @@ void ForEachVisible(const TOrvAction& action, std::uint32_t limit, Visit&& visit
 
 void WriteNumber(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
 {
+    // The enum of Booleans lacks this bit, so a number of that enum stays a number.
     const TOrvEnumInternalInfo* info =
         (value.EnumType() & kEnumIdBit) != 0
             ? Catalogue().FindEnumValue(value.EnumType(), static_cast<std::uint32_t>(value.Small()))
@@ -42,6 +43,7 @@ void WriteNumber(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
     }
 }
 
+// Only -1 is no id: an id of 0 is written. Deliberate, here and in a channel.
 void WriteEventType(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
 {
     const bool hasId = value.Large() != -1;

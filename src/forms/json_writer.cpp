@@ -130,6 +130,7 @@ void TOrvJsonWriter::WriteString(View key, View text)
     const char16_t* const sourceEnd = source + text.size();
     for (CopyPlain(end, source, sourceEnd); source != sourceEnd; CopyPlain(end, source, sourceEnd)) {
         output_.EndAt(end);
+        // One escape and all the rest as it stands, the closing quote in place of the unit that is escaped.
         end = output_.Room(kLongestEscape + static_cast<std::size_t>(sourceEnd - source));
         end = WriteEscape(end, *source++);
     }
@@ -173,6 +174,7 @@ char16_t* TOrvJsonWriter::BeginValue(View key, std::size_t units)
 {
     constexpr std::size_t kMarks = 4;
     char16_t* end = output_.Room(key.size() + kMarks + units);
+    // Without a jump: a comma that is not wanted is written over.
     *end = u',';
     end += follows_;
     *end++ = u'"';

@@ -42,6 +42,7 @@ class StretchHashes {
 public:
     explicit StretchHashes(View text) : upTo_(text.size() + 1)
     {
+        // One more than the unit, so that a zero unit counts too.
         for (std::size_t at = 0; at < text.size(); ++at) upTo_[at + 1] = upTo_[at] * kBase + SingleQuoted(text[at]) + 1;
     }
     std::uint64_t Of(std::size_t first, std::size_t units, std::uint64_t power) const
@@ -89,6 +90,7 @@ void MarkupGuard::CollectTags()
     std::unordered_set<View> seen;
     MarkupTags walk(original_);
     for (View tag; walk.Next(tag);) {
+        // A tag without double quotes needs no guard, and one that stands several times is one tag.
         if (Ulmo::FindUnit(tag, u'"', 0) == View::npos || !seen.insert(tag).second) continue;
         tags_.push_back({tag, StretchHashes::OfWhole(tag)});
     }

@@ -89,6 +89,7 @@ std::size_t MarkupTags::NamedTagEnd(std::size_t behindName)
         return StandsAt(text_, end, u'>') ? end + 1 : kNone;
     }
     if (!walksAttributes_) {
+        // Once for all tags of the text: what failed from a place fails for a later tag as well.
         attributes_ = names_ = bareValues_ = Visited(text_.size());
         walksAttributes_ = true;
     }
@@ -112,6 +113,7 @@ std::size_t MarkupTags::Try(const Choice& choice)
     case Choice::Kind::ProtectedQuote: TryProtectedQuotes(choice); break;
     case Choice::Kind::BareValue: TryBareValue(choice.last); break;
     case Choice::Kind::BareValueEnd:
+        // The shorter end goes in first, so it is tried after all that follows the longer one.
         if (choice.last > choice.first) Add(Choice::Kind::BareValueEnd, choice.first, choice.last - 1);
         Add(Choice::Kind::Attribute, 0, choice.last);
         break;

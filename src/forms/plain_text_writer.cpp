@@ -48,6 +48,7 @@ void TOrvPlainTextWriter::Write(const TOrvAction& action)
 void TOrvPlainTextWriter::WriteHeader(const TOrvAction& action)
 {
     output_.reserve(kUsualLength);
+    // Plain text has no mark for a match action, unlike technical text.
     if (action.Kind() != ORV_MESSAGE_MATCH_ACTION) output_ += PrefixOf(action.Kind());
     output_ += action.Entry() ? action.Entry()->Plain().W.Whole(copy_) : action.Name();
     output_ += u';';
@@ -67,6 +68,7 @@ std::optional<TOrvPlainTextWriter::Shown> TOrvPlainTextWriter::WriteParameter(st
     WriteValue(parameter);
     const std::size_t length = output_.size() - start;
     output_ += u';';
+    // The label ends in a zero unit, whether it is a name, a constant or the copy.
     return Shown{label.data(), Text().substr(start, length)};
 }
 

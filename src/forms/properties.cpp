@@ -117,6 +117,7 @@ std::u16string FlatXml(const TOrvAction& action)
 {
     if (action.Parameters().Size() == 0) return u"<action />";
     std::u16string output = u"<action name=\"";
+    // Names and keys go out as they are; only values are escaped.
     output += action.Entry() ? action.Entry()->NameW.view() : action.Name();
     output += u"\">";
     std::u16string text;
@@ -144,6 +145,7 @@ void WriteProperty(TOrvAction& action, View key, View value)
     const View parameter = ParameterOfKey(lower);
     action.Parameters().Store(parameter, [&](TOrvParameter& stored) {
         if (parameter != kClientType) return stored.SetString(value);
+        // Ignored: a number out of range becomes the limit.
         bool inRange = true;
         stored.SetInt32(Ulmo::DetectInt32(value, inRange), ORV_ENUM_PlcClientType);
     });

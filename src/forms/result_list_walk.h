@@ -58,6 +58,7 @@ std::size_t ResultListWalk::EndOf(std::size_t at, Ends ends)
         const std::size_t next = BehindItem(close);
         if (next >= text_.size()) continue;
         if (text_[next] == u'{') {
+            // If the list does not go on there, the next place where this name may close is tried.
             Enter(next);
         } else if (text_[next] == u'}' && ends(next + 1)) {
             return next + 1;

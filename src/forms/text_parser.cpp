@@ -28,6 +28,7 @@ TOrvTextParser::TOrvTextParser(std::u16string_view text) : guard_(text), scanner
 ParsedText TOrvTextParser::Read(std::uint32_t expectedKind)
 {
     HeaderMatch header;
+    // A name that is empty between its quotes is no action, and nothing counts as consumed.
     if (!scanner_.FindHeader(header) || header.name.empty()) return {};
     const std::uint32_t kind = KindOfPrefix(header.prefix);
     if (!Admits(expectedKind, kind)) return {nullptr, Consumed()};
@@ -36,6 +37,7 @@ ParsedText TOrvTextParser::Read(std::uint32_t expectedKind)
     // The search is not anchored: text before a match is skipped without an error. Unknown parameters are accepted, and
     // missing ones are not filled in. All deliberate.
     while (scanner_.FindField(field)) ReadParameter(*object, field);
+    // Without its bracket it is no action, but what was read counts as consumed.
     if (!scanner_.FindClose()) object.reset();
     return {std::move(object), Consumed()};
 }

@@ -8,6 +8,8 @@ namespace OrvPLC {
 
 namespace {
 
+// By what our own grammar made of it: the sibling's actions have the codes below ours, its fields mostly have no names,
+// and an unknown name without parameters may be one of its actions.
 bool LooksLikeSiblingText(TOrvAction& action)
 {
     const std::uint32_t code = action.GetActionCode();

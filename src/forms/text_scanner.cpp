@@ -58,6 +58,7 @@ std::size_t TextScanner::CloseOf(std::size_t open, FailedStrings& failed, Follow
                         dialect_ == TextDialect::Own ? Backslash::MayStandAlone : Backslash::ProtectsTheNextOne);
     for (std::size_t close = closes.Next(); close != kNone; close = closes.Next()) {
         if (!follow(close + 1)) continue;
+        // All closing quotes between the two were tried and rejected, so no string that opens between them closes.
         if (closes.WentBack()) failed = {close, closes.LastPlace()};
         return close;
     }
@@ -143,6 +144,7 @@ std::size_t TextScanner::FieldAt(std::size_t at, FieldMatch& match)
         const std::size_t behind = dialect_ == TextDialect::Own ? NamedByString(at, match) : kNone;
         return behind != kNone ? behind : String(at, match);
     }
+    // A match may begin in the middle of a word, where a name that failed as a whole would fail again.
     if (at >= failedName_ && Ulmo::IsAlpha(unit)) {
         const std::size_t behind = NamedByIdentifier(at, match);
         if (behind != kNone) return behind;

@@ -64,6 +64,7 @@ std::u16string_view TOrvParameter::MakeWideText()
 const char* TOrvParameter::MakeNarrowText()
 {
     std::u16string text;
+    // The text is made outside the lock, which other values share.
     const bool written = AppendText(text);
     std::string narrow = Ulmo::Utf8FromWide(text);
     const Ulmo::CriticalSectionGuard guard(Lock());

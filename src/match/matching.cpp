@@ -20,6 +20,7 @@ bool SameWide(const TOrvParameter& wanted, const TOrvParameter& given)
     return SameInAnyCase(wanted.Wide(), given.Wide());
 }
 
+// By the first of id, number and name that the pattern has; the others are not looked at.
 bool MatchesChannel(const TOrvParameter& wanted, const TOrvParameter& given)
 {
     if (wanted.Large() != 0) return wanted.Large() == given.Large();

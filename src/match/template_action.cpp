@@ -32,6 +32,7 @@ void TakeChannel(TOrvAction& action, Roles::Views role, const GenericChannel* ch
     Roles::WriteChannel(action, role, {channel->id, Boundary(channel->name.c_str()), channel->number});
 }
 
+// Into the first declared 32-bit parameter, unless it is set: then the number goes nowhere.
 void TakeNumber(TOrvAction& action, std::uint32_t number)
 {
     const ParameterRange& declared = action.Entry()->Parameters;
@@ -64,7 +65,10 @@ ITalvecAction* ORV_CALL TOrvMatchAction::CreateActionFromTemplate(ITalvecAction*
     action->Parameters().CopyFrom(Parameters());
     if (templateAction) {
         const TOrvAction& example = ActionOf(reinterpret_cast<TOrvHandle>(templateAction));
+        // A parameter that the example has by name comes before what it carries by role, since a role that is held is
+        // not taken.
         TakeMissing(*action, example.Parameters());
+        // The message kind does not tell a generic action from any other.
         const auto* generic = dynamic_cast<const TOrvGenericAction*>(&example);
         if (generic) TakeRoles(*action, *generic);
     }

@@ -24,6 +24,7 @@ TOrvAction::Block TOrvAction::Allocate(std::size_t objectSize, const TOrvActionI
     constexpr std::size_t kMostTextBytes = 0x40000000;
     textBytes = std::min(textBytes, kMostTextBytes);
     const std::size_t slots = ParameterMap::SlotCount(entry);
+    // The slots follow the object without padding. No constructor that runs in the block can fail, so nobody guards it.
     void* object = ::operator new(objectSize + ParameterMap::Memory::Size(slots, textBytes));
     return {object, {static_cast<char*>(object) + objectSize, slots, textBytes}};
 }
@@ -61,6 +62,7 @@ TOrvAction* TOrvAction::CreateWithRoom(const TOrvActionInternalInfo& entry, std:
 TOrvMessage* TOrvAction::Clone() const
 {
     // Looking the name up again would find the same entry: entries are never removed.
+    // Room for the texts of slots only: those of nodes live on the heap.
     ObjectPtr<TOrvAction> clone(Make(OwnName(), 1, Entry(), parameters_.TextBytes()));
     clone->parameters_.CopyFrom(parameters_);
     return clone.release();
@@ -101,6 +103,7 @@ std::uint32_t TOrvAction::GetActionCode()
 
 const OrvWChar* TOrvAction::GetActionName()
 {
+    // The catalogue's spelling wins over the one at creation. A name ends in a zero unit, so its view has a c_str.
     return Boundary(Entry() ? Entry()->NameW.c_str() : Name().data());
 }
 
@@ -126,6 +129,7 @@ std::uint32_t TOrvAction::GetActionFlags()
 
 ITalvecMatchAction* TOrvAction::CreateMatchAction()
 {
+    // With count 0: the caller's smart pointer takes the first reference.
     return TOrvMatchAction::CreateFrom(*this, 0);
 }
 
@@ -141,6 +145,7 @@ void TOrvAction::EnumerateParameters(ITalvecParameterEnumerator* enumerator)
                                    std::size_t) {
         Platform::CallForeign([&] { enumerator->OnParameter(Boundary(name.data()), value.Kind(), value.EnumType()); });
     };
+    // A callback that throws ends the walk, and nobody learns of it.
     InOperation([&] { parameters_.ForEachByKey(tell); });
 }
 

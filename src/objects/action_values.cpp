@@ -6,6 +6,7 @@
 
 namespace OrvPLC {
 
+// An OrvBool is a byte, to which no bool& can refer.
 bool TOrvAction::GetBoolean(const OrvWChar* name, OrvBool* value)
 {
     return IfPresent(name, [&](const TOrvParameter& found) {
@@ -29,6 +30,8 @@ bool TOrvAction::GetDouble(const OrvWChar* name, double* value)
     return Get(name, *value, &TOrvParameter::ReadDouble);
 }
 
+// The string is new and the caller's; one that was there before is not freed. The text is made inside the value, so
+// this read counts as a write.
 bool TOrvAction::GetString(const OrvWChar* name, OrvBStr* value)
 {
     return IfPresent(name, [&](TOrvParameter& found) { *value = NewBStr(found.MakeWideText()); });
@@ -64,6 +67,7 @@ bool TOrvAction::GetRect(const OrvWChar* name, std::int64_t* value)
     return Get(name, *value, &TOrvParameter::ReadRect);
 }
 
+// The items belong to the value and live until its next read.
 bool TOrvAction::GetResultDataSet(const OrvWChar* name, const TOrvResultDataItem** items, std::uint64_t* count)
 {
     return IfPresent(name, [&](TOrvParameter& found) {
@@ -96,6 +100,7 @@ void TOrvAction::SetDouble(const OrvWChar* name, const double* value)
 
 void TOrvAction::SetString(const OrvWChar* name, const OrvWChar* value)
 {
+    // Null removes the parameter, while "" is a value.
     if (!value) return RemoveParameter(name);
     Put(name, [&](TOrvParameter& p) { p.SetString(TerminatedView(value)); });
 }

@@ -7,6 +7,7 @@ namespace OrvPLC {
 
 namespace {
 
+// The same for every object: callers only learn that it is an action.
 const GenericKind kGenericKind{3, {}};
 
 const GenericChannel* UnlessEmpty(const GenericChannel& record)
@@ -24,6 +25,7 @@ GenericChannel::GenericChannel(const TOrvChannelValue* value)
     number = value->number;
 }
 
+// Without a name and an entry, so there are no slots: a parameter that a caller sets becomes a node.
 TOrvGenericAction::TOrvGenericAction(Content content, std::uint32_t count, const Block& block)
     : TOrvAction(ORV_MESSAGE_ACTION, {}, count, nullptr, block), content_(std::move(content))
 {}

@@ -11,6 +11,7 @@ TOrvMatchAction::TOrvMatchAction(SharedName name, std::uint32_t count, const TOr
                                  const Block& block)
     : TOrvAction(ORV_MESSAGE_MATCH_ACTION, std::move(name), count, entry, block)
 {
+    // A String from the start, since a value without a kind has no text.
     description_.SetString({});
 }
 
@@ -43,6 +44,7 @@ TOrvMatchAction* TOrvMatchAction::CreateFrom(const TOrvAction& source, std::uint
 
 const char* TOrvMatchAction::NarrowDescription()
 {
+    // Not kept from the last call: the description may have been set since.
     narrowDescription_ = Ulmo::AnsiFromWide(description_.Wide());
     return narrowDescription_.c_str();
 }

@@ -34,6 +34,7 @@ const LeakReport leakReport;
 
 TOrvMessage::~TOrvMessage()
 {
+    // Its pointer counts the marshaler alone and not this object, so the two do not keep each other alive.
     if (void* marshaler = marshaler_.load(std::memory_order_acquire)) static_cast<OrvUnknown*>(marshaler)->Release();
     Platform::LivingCount::ObjectEnded();
 }
@@ -43,10 +44,12 @@ std::int32_t TOrvMessage::QueryInterface(const TOrvGuid& id, void** object)
     if (!object) return kNullPointer;
     *object = nullptr;
     if (Same(id, ORV_IID_ITalvecJson)) {
+        // The only interface with a pointer of its own; all others share the primary one.
         *object = static_cast<ITalvecJson*>(this);
     } else if (Same(id, ORV_IID_IUnknown) || Same(id, ORV_IID_ITalvecMessage) || Supports(id)) {
         *object = static_cast<ITalvecMatchAction*>(this);
     } else {
+        // The marshaler takes the reference of the answer itself.
         return Same(id, kMarshal) && OffersMarshaler() ? QueryMarshaler(id, object) : kNoInterface;
     }
     AddRef();
@@ -77,6 +80,7 @@ std::int32_t TOrvMessage::QueryMarshaler(const TOrvGuid& id, void** object)
     if (!marshaler) {
         void* made = Platform::CreateFreeThreadedMarshaler(static_cast<ITalvecMatchAction*>(this));
         if (!made) return kNoInterface;
+        // Two threads may make one at the same time; the first to store its own wins.
         if (marshaler_.compare_exchange_strong(marshaler, made, std::memory_order_acq_rel)) {
             marshaler = made;
         } else {
@@ -88,6 +92,7 @@ std::int32_t TOrvMessage::QueryMarshaler(const TOrvGuid& id, void** object)
 
 const char* TOrvMessage::NarrowName()
 {
+    // A name never changes, so its narrow form is made once. Without a lock: an object is for one thread at a time.
     if (!narrowName_) narrowName_ = std::make_unique<std::string>(Ulmo::AnsiFromWide(Name()));
     return narrowName_->c_str();
 }

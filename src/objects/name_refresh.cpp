@@ -35,6 +35,7 @@ public:
 
     bool Finish()
     {
+        // The channel has been refreshed by now, so the callback gets the id that the camera's own callback gave.
         if (parameterSet_ && channel_ && callbacks_.resourceOfChannel) {
             const auto channelId = static_cast<std::uint64_t>(channel_->Large());
             Refresh(*parameterSet_, &TOrvParameter::ReadResource, [&](TOrvResourceValue& record) {
@@ -65,6 +66,7 @@ private:
 
     void VisitResource(std::uint32_t view, TOrvParameter& value)
     {
+        // A callback that the caller left out is not asked, and what it would know counts as known.
         if (Bit(view) & kParameterSets) {
             parameterSet_ = &value;
             parameterSetView_ = view;
@@ -84,6 +86,7 @@ private:
     void VisitChannel(std::uint32_t view, TOrvParameter& value)
     {
         const ChannelCallback callback = CallbackFor(view);
+        // Remembered even without a callback of its own: the parameter set asks for it.
         if (Bit(view) & Roles::kVideoInput) channel_ = &value;
         if (!callback) return;
         Refresh(value, &TOrvParameter::ReadMediaChannel,
@@ -115,6 +118,7 @@ bool RefreshNames(TOrvAction& action, OrvWord context, const TOrvActionInfoUpdat
 {
     const TOrvActionInternalInfo* entry = action.Entry();
     if (!entry) return true;
+    // Values keep their address while they are refreshed, so Finish may use those that the walk has met.
     NameRefresh refresh(context, callbacks);
     for (std::size_t position = 0; position < entry->Parameters.size(); ++position) {
         if (TOrvParameter* value = action.Parameters().FindDeclared(position)) {

@@ -15,8 +15,10 @@
 
 namespace OrvPLC {
 
+// Has no room and is not on the heap, so nobody writes to it and nobody frees it.
 const TOrvParameter::EmptyText TOrvParameter::kNoText = {{0}, 0};
 
+// Delegates, so that the destructor runs if a later step fails.
 TOrvParameter::TOrvParameter(const TOrvParameter& other) : TOrvParameter()
 {
     CopyFields(other);
@@ -42,10 +44,13 @@ TOrvParameter& TOrvParameter::operator=(TOrvParameter&& other)
 {
     if (this == &other) return *this;
     char16_t* const own = Units();
+    // The text comes into this value's memory, and the other is made to point there too: what is taken over from it
+    // below, its pointer or its side, then leads to the text here.
     if (Suits(own, other.length_)) {
         Ulmo::CopyUnits(own, other.Units(), other.length_ + 1);
         other.ReplaceUnits(own);
     } else {
+        // The only step that may fail, and nothing has changed yet.
         other.LeaveTextOfRoom();
         if (IsOnHeap(own)) ::operator delete(&HeaderOf(own));
     }
@@ -58,6 +63,7 @@ TOrvParameter& TOrvParameter::operator=(TOrvParameter&& other)
 
 void TOrvParameter::CopySide(const TOrvParameter& other)
 {
+    // Another thread may be building the narrow text or the items at this moment.
     const Ulmo::CriticalSectionGuard guard(other.Lock());
     auto copy = std::make_unique<Side>(*other.GetSide());
     copy->units = Units();
@@ -79,6 +85,7 @@ char16_t* TOrvParameter::UnitsElsewhere() const noexcept
 
 char16_t* TOrvParameter::NewText(std::size_t units)
 {
+    // The highest bit of the room marks a text on the heap.
     if (units >= TextHeader::kOnHeap) throw std::length_error("the text of a parameter is too long");
     void* const memory = ::operator new(TextRoom::BytesFor(units));
     auto* const header = new (memory) TextHeader{static_cast<std::uint32_t>(units) | TextHeader::kOnHeap};
@@ -100,11 +107,13 @@ void TOrvParameter::ReplaceText(std::u16string_view text)
 {
     char16_t* units = Units();
     if (Suits(units, text.size())) {
+        // The new text may be a part of the present one.
         if (!text.empty()) std::memmove(units, text.data(), text.size() * sizeof(char16_t));
         units[text.size()] = 0;
     } else if (text.empty()) {
         ReplaceUnits(reinterpret_cast<char16_t*>(NoText()));
     } else {
+        // For the same reason the old text is freed after it was copied from.
         units = NewText(text.size());
         Ulmo::CopyUnits(units, text.data(), text.size());
         units[text.size()] = 0;
@@ -138,6 +147,7 @@ void TOrvParameter::ChangeLayout()
         numbers_ = {LargeBesideGuid(), 0};
         return;
     }
+    // A zero needs no side: without one LargeBesideGuid() gives 0.
     if (numbers_.large != 0 || GetSide()) MakeSide().large = numbers_.large;
     guid_ = {};
 }
@@ -171,7 +181,8 @@ TOrvParameter::Side& TOrvParameter::MakeSide()
     return *side;
 }
 
-// A lock for each value would cost an allocation; values that happen to share one only wait for each other.
+// A lock for each value would cost an allocation; values that happen to share one only wait for each other. The three
+// low bits tell nothing, since addresses of values are multiples of eight.
 Ulmo::CriticalSection& TOrvParameter::Lock() const
 {
     constexpr std::size_t kCount = 64;

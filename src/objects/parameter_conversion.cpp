@@ -35,6 +35,7 @@ bool TOrvParameter::ReadBoolean(bool& value) const
     case ValueKind::Numeric64Bit:
     case ValueKind::DateTime: value = numbers_.large != 0; return true;
     case ValueKind::NumericDouble: value = numbers_.real != 0.0; return true;
+    // Only the text counts: a channel with an id but without a name is false. Deliberate.
     case ValueKind::String:
     case ValueKind::EventType:
     case ValueKind::MediaChannel:
@@ -53,9 +54,11 @@ bool TOrvParameter::ReadInt32(std::int32_t& value) const
     case ValueKind::Boolean:
     case ValueKind::Numeric32Bit:
     case ValueKind::MediaChannel: value = small_; return true;
+    // The low half, whatever the high one holds. Deliberate.
     case ValueKind::Numeric64Bit: value = static_cast<std::int32_t>(numbers_.large & 0xFFFFFFFF); return true;
     case ValueKind::NumericDouble: value = Truncate<std::int32_t>(numbers_.real); return true;
     case ValueKind::String: value = Ulmo::ScanInt32(Wide()); return true;
+    // A date as a number says only whether it is set. Deliberate, here and in the next two reads.
     case ValueKind::DateTime: value = numbers_.large != 0; return true;
     case ValueKind::None:
     case ValueKind::Guid:
@@ -72,6 +75,7 @@ bool TOrvParameter::ReadInt64(std::int64_t& value) const
     switch (ValueKind{kind_}) {
     case ValueKind::Boolean:
     case ValueKind::Numeric32Bit: value = small_; return true;
+    // Of a channel the id, where the read of 32 bits gives its number.
     case ValueKind::Numeric64Bit:
     case ValueKind::EventType:
     case ValueKind::MediaChannel:
@@ -175,6 +179,7 @@ const double* TOrvParameter::DoubleInPlace()
 
 const TUlmoDateTime* TOrvParameter::DateTimeInPlace() const
 {
+    // The record is one 64-bit number, so it may be seen in place.
     return kind_ == ORV_KIND_DateTime ? reinterpret_cast<const TUlmoDateTime*>(&numbers_.large) : nullptr;
 }
 
@@ -210,6 +215,7 @@ bool TOrvParameter::ConvertTo(std::uint32_t kind)
         return true;
     }
     case ValueKind::DateTime: return ConvertToDateTime();
+    // In the cases without a conversion the field is the right one already, and only the kind changes.
     case ValueKind::Guid: return kind_ == ORV_KIND_Resource;
     case ValueKind::EventType: return ConvertToEventType();
     case ValueKind::MediaChannel: return ConvertToMediaChannel();
@@ -232,6 +238,7 @@ bool TOrvParameter::ConvertToDateTime()
 bool TOrvParameter::ConvertToEventType()
 {
     if (kind_ == ORV_KIND_Numeric32Bit) {
+        // A String keeps the id that the value had before it was a String; a number keeps the name. Deliberate.
         numbers_.large = small_;
     } else if (kind_ != ORV_KIND_String) {
         return false;

@@ -21,6 +21,7 @@ std::size_t ParameterMap::UsualTextBytes(const TOrvActionInternalInfo* entry)
 
 ParameterMap::~ParameterMap()
 {
+    // Slots are raw memory, in which only those that are present were constructed.
     ForEachSlot([](TOrvParameter& slot, std::size_t) { slot.~TOrvParameter(); });
 }
 
@@ -31,6 +32,7 @@ std::size_t ParameterMap::Size() const noexcept
 
 std::size_t ParameterMap::TextBytes() const
 {
+    // Texts of nodes are not counted: they live on the heap.
     std::size_t bytes = 0;
     ForEachSlot([&](const TOrvParameter& slot, std::size_t) { bytes += TextRoom::Reserve(slot.Wide().size()); });
     return bytes;
@@ -74,6 +76,7 @@ TOrvParameter* ParameterMap::Find(std::u16string_view name)
 TOrvParameter* ParameterMap::FindDeclared(std::size_t position)
 {
     if (position < slotCount_) return Has(position) ? &Slot(position) : nullptr;
+    // Past the last slot, or all of them where a name repeats.
     Node* const node = FindNode(entry_->Parameters[position].LowerName.view());
     return node ? &node->value : nullptr;
 }
@@ -88,6 +91,7 @@ const TOrvParameter* ParameterMap::FindKey(std::u16string_view key) const
 
 ParameterMap::Place ParameterMap::PlaceOf(std::u16string_view name) const
 {
+    // Only a hint: whatever another reading thread has stored, the name is compared before the hint counts.
     const std::size_t expected = next_.load(std::memory_order_relaxed);
     if (expected < slotCount_ && entry_->IsSpelt(expected, name)) {
         next_.store(static_cast<std::uint8_t>(expected + 1), std::memory_order_relaxed);
@@ -107,6 +111,7 @@ void ParameterMap::Put(std::u16string_view name, TOrvParameter&& value)
         PutInSlot(place.position, std::move(value));
         DropSpelling(place.position);
     } else {
+        // What may fail comes before the value changes.
         Spelling spelling = MakeSpelling(place.position, name);
         PutInSlot(place.position, std::move(value));
         TakeSpelling(std::move(spelling));
@@ -139,6 +144,7 @@ void ParameterMap::PutInSlot(std::size_t position, TOrvParameter&& value)
 void ParameterMap::PutInNode(std::u16string_view name, TOrvParameter&& value)
 {
     Node node{std::u16string(name), std::move(value)};
+    // A node that exists stays where it is, so the value in it keeps its address.
     NeedMore().nodes.insert_or_assign(Ulmo::LowerCase(name), std::move(node));
 }
 
@@ -148,6 +154,7 @@ bool ParameterMap::Remove(std::u16string_view name)
     if (position != kNotFound) {
         if (!Has(position)) return false;
         Slot(position).~TOrvParameter();
+        // Its text, if it was in the room, is lost to the room until the object ends.
         present_ &= ~(std::uint64_t{1} << position);
         DropSpelling(position);
         return true;
@@ -198,6 +205,8 @@ bool ParameterMap::SameContent(const ParameterMap& other) const
         });
     }
     if (Size() != other.Size()) return false;
+    // As many here as there, and each has its counterpart: then no key is left over. The walk cannot be stopped, so
+    // after the first difference it looks nothing up any more.
     bool same = true;
     ForEachByKey([&](std::u16string_view key, std::u16string_view, const TOrvParameter& value, std::size_t) {
         const TOrvParameter* counterpart = same ? other.Find(key) : nullptr;
@@ -213,6 +222,7 @@ void ParameterMap::CopyFrom(const ParameterMap& other)
                                   std::size_t) { Put(name, TOrvParameter(value)); });
         return;
     }
+    // A bit is set after its value stands, so a failure leaves only values that are whole.
     other.ForEachSlot([this](const TOrvParameter& slot, std::size_t position) {
         new (&Slot(position)) TOrvParameter(slot, room_);
         present_ |= std::uint64_t{1} << position;

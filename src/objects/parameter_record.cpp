@@ -41,6 +41,7 @@ void FillPayload(TOrvParameterValue& record, const TOrvParameter& value)
 
 void FillRecord(TOrvParameterValue& record, const TOrvParameter& value)
 {
+    // Kind and enum come last: if there is no memory for the text the record is still what it was.
     FillPayload(record, value);
     record.kind = value.Kind();
     record.enum_type = value.EnumType();
@@ -64,6 +65,7 @@ void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& reco
     case ValueKind::ResultDataSet: value.SetResultDataText(ViewOf(record.text)); break;
     case ValueKind::None: break;
     }
+    // The setters have cleared the enum.
     value.SetKindAndEnum(value.Kind(), record.enum_type);
 }
 

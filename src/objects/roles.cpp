@@ -13,6 +13,7 @@ const TOrvParameter* FindSet(const TOrvAction& action, Views views)
     if (!entry) return nullptr;
     for (std::size_t position = entry->FindView(views); position != TOrvActionInternalInfo::kNotFound;
          position = entry->FindView(views, position + 1)) {
+        // One that is declared but not set lets the next of the same role answer.
         if (const TOrvParameter* value = action.Parameters().FindDeclared(position)) return value;
     }
     return nullptr;
@@ -54,6 +55,7 @@ std::int32_t ReadGenericInt32(const TOrvAction& action)
     if (!entry) return number;
     for (std::size_t position = 0; position < entry->Parameters.size(); ++position) {
         if (entry->Parameters[position].Type != ORV_KIND_Numeric32Bit) continue;
+        // Only the first declared one counts, set or not.
         if (const TOrvParameter* value = action.Parameters().FindDeclared(position)) value->ReadInt32(number);
         break;
     }

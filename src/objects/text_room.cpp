@@ -19,8 +19,10 @@ bool TextRoom::AddChunk(std::size_t units) noexcept
     const bool full = chunks_ && chunks_->size >= kLastChunk;
     if (full || units > kLongestInChunk) return false;
     const std::uint32_t size = chunks_ ? 2 * chunks_->size + 8 : kFirstChunk;
+    // No memory is no failure yet: the text then asks the heap for a block of its own, which reports it.
     void* memory = ::operator new(size, std::nothrow);
     if (!memory) return false;
+    // What is left of the chunk before stays unused.
     chunks_ = new (memory) Chunk{chunks_, size};
     next_ = reinterpret_cast<std::byte*>(chunks_ + 1);
     left_ = size - static_cast<std::uint32_t>(sizeof(Chunk));

@@ -38,6 +38,7 @@ bool IsAscii(std::string_view text)
     const char* next = text.data();
     const char* const end = next + text.size();
     std::uint64_t seen = 0;
+    // Looks once a block: a block whose words hold no high bit is ASCII, and one that does ends the walk.
     for (; end - next >= 32 && (seen & 0x8080808080808080) == 0; next += 32) {
         seen = Load(next) | Load(next + 8) | Load(next + 16) | Load(next + 24);
     }

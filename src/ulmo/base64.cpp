@@ -57,6 +57,7 @@ bool DecodeBase64(std::string_view text, std::vector<std::byte>& bytes)
         for (const int shift : {16, 8, 0}) bytes.push_back(static_cast<std::byte>(bits >> shift));
         pending = 0;
     }
+    // Padding may be missing. A single character left over has too few bits for a byte and is dropped.
     if (pending >= 2) bytes.push_back(static_cast<std::byte>(bits >> (6 * pending - 8)));
     if (pending == 3) bytes.push_back(static_cast<std::byte>(bits >> 2));
     return true;

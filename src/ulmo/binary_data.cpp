@@ -53,6 +53,7 @@ void BinaryData::FromText(std::string_view text)
     std::string base64;
     stream >> size >> base64;
     std::vector<std::byte> bytes;
+    // The result does not matter: what was decoded before a fault counts, and the size says how much it should be.
     DecodeBase64(base64, bytes);
     if (size > bytes.size() && size - bytes.size() > kMostMissing) throw OutOfMemoryException(size);
 

@@ -15,6 +15,7 @@ namespace {
 using Count = std::atomic<std::uint32_t>;
 static_assert(sizeof(Count) == 4);
 
+// The count stands right before the bytes, so the pointer to the bytes is all that has to be passed on.
 Count& CountOf(std::byte* data)
 {
     return *std::launder(reinterpret_cast<Count*>(data - sizeof(Count)));
@@ -46,6 +47,7 @@ void BlobPtr::Release() noexcept
 std::string BlobPtr::ToText() const
 {
     std::string text = "blobptr ";
+    // Size and address without a blank between them, so the text does not read back. Deliberate.
     AppendUnsigned(text, size_);
     AppendUnsigned(text, reinterpret_cast<std::uintptr_t>(data_));
     return text;

@@ -53,6 +53,7 @@ Buffer::~Buffer()
 void Buffer::Reserve(std::size_t needed)
 {
     if (needed <= capacity_) return;
+    // So that growing by half cannot wrap.
     if (needed > std::numeric_limits<std::size_t>::max() / 4) throw OutOfMemoryException(needed);
     const std::size_t capacity = (needed * 3 / 2 + kPage - 1) / kPage * kPage;
     auto* storage = static_cast<std::byte*>(::operator new (capacity, std::align_val_t{kAlignment}, std::nothrow));

@@ -8,6 +8,7 @@ namespace Ulmo {
 
 namespace {
 
+// A value holds the milliseconds in its low 48 bits and the bias above them.
 constexpr int kBiasShift = 48;
 constexpr std::int64_t kLargestMilliseconds = 0xFFFFFFFFFFFF;
 

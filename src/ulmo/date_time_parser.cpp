@@ -176,6 +176,7 @@ bool ScanValue(std::u16string_view text, TUlmoDateTime& value, DateFault& fault)
     if (!Platform::SystemTimeToFileTime(time, ticks)) ThrowLastError(u"Ulmo::SystemTimeToFileTime");
     std::int16_t bias = 0;
     if (!ScanBias(text.substr(scanner.Position()), bias, fault)) return false;
+    // The text is the local time, so the bias takes it to UTC.
     const auto milliseconds = static_cast<std::int64_t>((ticks + 5000) / 10000);
     return TryMakeDateTime(milliseconds + std::int32_t{bias} * 60000, bias, value, fault);
 }

@@ -88,6 +88,7 @@ enum class Precision { Minutes, Seconds, Milliseconds };
 Precision PrecisionOf(const SystemTime& time, TUlmoDateTimeStrMode mode)
 {
     if (mode & dtsmNoSeconds) return Precision::Minutes;
+    // Trailing zeros: first the milliseconds, then the seconds as well.
     if ((mode & dtsmShortenZeros) && time.milliseconds == 0) {
         return time.second != 0 ? Precision::Seconds : Precision::Minutes;
     }
@@ -203,6 +204,7 @@ std::size_t SystemTimeToStr(std::span<char16_t> buffer, const SystemTime& time, 
 std::size_t SystemTimeToStr(std::span<char> buffer, const SystemTime& time, TUlmoDateTimeStrMode mode)
 {
     if ((mode & dtsmFormatMask) != dtsmLocale) return FixedText(buffer, time, mode);
+    // The system writes wide text only, which is narrowed as a whole.
     DateText wide;
     const std::string narrow = AnsiFromWide({wide, LocaleText(wide, time, mode)});
     FixedBuffer<char> target{buffer.data(), buffer.size()};
@@ -215,6 +217,7 @@ std::size_t BiasToStr(std::span<char16_t> buffer, std::int16_t bias, std::u16str
     constexpr std::u16string_view kFunction = u"Ulmo::BiasToStr";
     const bool iso = prefix == kIsoBiasPrefix;
     const auto minutes = static_cast<unsigned>(bias < 0 ? -bias : bias);
+    // East of Greenwich the bias is negative and the text has a plus.
     FieldText<char16_t> text;
     if (iso && bias == 0) {
         text.Mark('Z');

@@ -30,6 +30,7 @@ const DebugOutSettings& NeedSettings()
 {
     if (const DebugOutSettings* present = settings.load(std::memory_order_acquire)) return *present;
     const std::lock_guard<std::mutex> guard(Section());
+    // Another thread may have read them while this one waited.
     if (!settings.load(std::memory_order_relaxed)) {
         settings.store(new DebugOutSettings(DebugOutSettings::Read()), std::memory_order_release);
     }
@@ -80,6 +81,7 @@ void DebugOutStreamer::Enable(std::uint32_t kinds, bool addOnly)
 void DebugOutStreamer::SwitchOn(std::uint32_t kind)
 {
     if (streamers_.contains(kind)) return;
+    // After this only making the output can fail.
     active_.reserve(kStreamerKinds);
     streamers_.emplace(kind, Make(kind));
     active_.push_back(kind);
@@ -89,6 +91,7 @@ void DebugOutStreamer::SwitchOff(std::uint32_t kind)
 {
     const auto found = streamers_.find(kind);
     if (found == streamers_.end()) return;
+    // Closed last: a thread that writes at this moment still holds the output.
     const CountedPtr<IDebugOutStreamerObject> streamer = std::move(found->second);
     streamers_.erase(found);
     std::erase(active_, kind);
@@ -140,6 +143,7 @@ void DebugOut::Send(std::uint32_t level, std::u16string_view text) noexcept
 try {
     const DebugOutMessage message{NextNumber(), source_.data(), level};
     const bool written = streamer_ && streamer_->Write(message, WideFromAnsi(source_), text);
+    // Without settings the diagnostics have not begun or have ended, and the text would be lost.
     if (!written && !Diagnostics::Settings()) Platform::WriteDebug(std::u16string(u"STATOUT: ").append(text));
 } catch (...) {  // likewise: no memory, or a source that the system cannot widen
 }

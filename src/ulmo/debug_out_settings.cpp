@@ -40,6 +40,7 @@ std::uint32_t DebugOutSettings::LimitOf(std::string_view source) const noexcept
 {
     if (source.empty()) return defaultLimit_;
     for (const auto& [name, limit] : limits_) {
+        // The stored name is in upper case already.
         const auto same = [](char letter, char stored) { return UpperCase(letter) == stored; };
         if (std::equal(source.begin(), source.end(), name.begin(), name.end(), same)) return limit;
     }

@@ -39,6 +39,7 @@ EventLog::EventLog() : log_(u"OrvActions")
 
 CountedPtr<EventLog> EventLog::Get()
 {
+    // The usual way takes no lock: the log stays once it is made.
     if (EventLog* present = instance.load(std::memory_order_acquire)) return CountedPtr<EventLog>(present);
     const CriticalSectionGuard guard(Section());
     EventLog* log = instance.load(std::memory_order_relaxed);

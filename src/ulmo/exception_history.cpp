@@ -45,6 +45,7 @@ void End()
 
 void Remember(const UlmoException& failure)
 {
+    // Without the lock first: before the start and after the end a failure costs nothing here.
     if (!IsAlive()) return;
     const CriticalSectionGuard guard(section);
     if (!IsAlive()) return;  // ended while this thread waited

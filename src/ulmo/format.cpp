@@ -100,6 +100,7 @@ private:
 
     void Pad(View argument, std::size_t width, bool left)
     {
+        // A width from outside must not become megabytes of blanks; beyond the limit it counts for nothing.
         if (width > kWidthLimit) width = 0;
         const std::size_t blanks = width > argument.size() ? width - argument.size() : 0;
         if (!left) output_.append(blanks, Char(' '));

@@ -78,6 +78,7 @@ unsigned DigitValue(char digit)
 template <class Char>
 bool ParseText(std::basic_string_view<Char> text, TOrvGuid& guid)
 {
+    // What follows the last digit is not looked at, a closing brace included.
     if (!text.empty() && text.front() == Char('{')) text.remove_prefix(1);
     if (text.size() < kTextLength) return false;
     for (const unsigned char place : kDashPlaces) {

@@ -17,6 +17,7 @@ std::string THugeStream::ReadToEnd()
     const std::uint64_t left = size > position ? size - position : 0;
     std::string bytes;
     std::size_t length = 0;
+    // One byte more than the size says: a read that leaves it free has met the end.
     for (auto room = static_cast<std::size_t>(left) + 1;; room = std::max(length, kLeast)) {
         bytes.resize(length + room);
         const std::size_t got = Read(&bytes[length], room);

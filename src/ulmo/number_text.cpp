@@ -11,6 +11,7 @@ namespace Ulmo {
 
 namespace {
 
+// As many as every decimal number keeps through a double.
 constexpr int kSignificantDigits = 15;
 
 constexpr std::size_t kLongestNumber = 32;
@@ -101,6 +102,7 @@ Integer ReadDigits(std::basic_string_view<Char> digits, unsigned base, bool nega
         if (inRange) value = value * base + digit;
     }
     if (!inRange) return negative ? Limits::min() : Limits::max();
+    // In unsigned numbers, which wrap where the lowest value has no positive one.
     return static_cast<Integer>(negative ? 0 - value : value);
 }
 
@@ -197,6 +199,7 @@ double ScanReal(std::basic_string_view<Char> text)
     text = WithoutLeadingSpace(text);
     const bool negative = TakeSign(text);
     const std::string part = NumberPart(text);
+    // The sign is taken already; from_chars would take a second one.
     if (part.empty() || part.front() == '-') return 0;
     std::string_view number = part;
     const Notation& notation = TakeNotation(number);
@@ -271,6 +274,7 @@ void AppendDouble(std::u16string& output, double value, TrailingPoint mode)
         std::to_chars(text, text + sizeof text, value, std::chars_format::general, kSignificantDigits).ptr;
     const std::string_view number(text, end);
     AppendWidened(output, number);
+    // Neither a point nor an exponent: it reads as an integer.
     const bool whole = std::isfinite(value) && number.find_first_of(".e") == std::string_view::npos;
     if (whole && mode == TrailingPoint::Keep) output.append(u".0");
 }

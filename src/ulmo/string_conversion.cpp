@@ -93,6 +93,7 @@ bool EqualsLower(std::u16string_view text, std::u16string_view lower)
     if (text.size() != lower.size()) return false;
     const std::size_t same = EqualAsciiLowerPrefix(text.data(), lower.data(), text.size());
     if (same == text.size()) return true;
+    // ASCII that differs here differs for good; only other units need the system.
     const bool ascii = text[same] < 0x80;
     return !ascii && SameText(LowerCase(text.substr(same)), lower.substr(same));
 }

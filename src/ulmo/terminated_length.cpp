@@ -26,6 +26,7 @@ __attribute__((no_sanitize("address"))) unsigned ZeroUnits(const char16_t* block
 __attribute__((no_sanitize("address"))) std::size_t TerminatedLength(const char16_t* text)
 {
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(text) % kBlockBytes;
+    // At an odd address no aligned block holds whole units.
     if (offset % sizeof(char16_t) != 0) return std::char_traits<char16_t>::length(text);
     const char16_t* block = text - offset / sizeof(char16_t);
     const unsigned first = ZeroUnits(block) >> offset;

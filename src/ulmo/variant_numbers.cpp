@@ -16,6 +16,7 @@ using namespace VariantFamilies;
 template <class T>
 T Extract(std::string_view text)
 {
+    // A stream, not Scan: here a text without a number is a failure.
     std::istringstream stream{std::string(text)};
     stream.imbue(std::locale::classic());
     T value{};

@@ -28,6 +28,7 @@ struct Bytes {
     static void WriteToStream(IByteStream& stream, const void* value)
     {
         const std::size_t size = At<T>(value).Data() ? At<T>(value).Size() : 0;
+        // A blob may have a size and no bytes.
         WriteCount(stream, size);
         if (size != 0) stream.Write(At<T>(value).Data(), size);
     }
@@ -52,6 +53,7 @@ struct Blob : Bytes<BlobPtr> {
     // Points at the source; nothing is copied.
     static void LoadFromBuffer(void* value, const void* source, std::size_t size)
     {
+        // A blob counts its bytes in 32 bits.
         const auto counted = static_cast<std::uint32_t>(size);
         if (counted != size) ThrowSystemError(Platform::kInvalidParameter, u"Ulmo::Variant::LoadFromBuffer");
         At<BlobPtr>(value) = BlobPtr(source, counted);
@@ -89,6 +91,7 @@ struct Reference {
     {
         Object* object = nullptr;
         if (size < sizeof object) ThrowSystemError(Platform::kInvalidParameter, u"Ulmo::Variant::LoadFromBuffer");
+        // The bytes may stand at any address.
         std::memcpy(&object, source, sizeof object);
         At<Value>(value).Assign(object);
     }

@@ -9,6 +9,7 @@ namespace {
 // Nobody else can take a reference meanwhile: a tree is for one thread at a time.
 bool IsHeldElsewhere(XMLNode& node) noexcept
 {
+    // One reference is the tree's, one was just taken.
     const bool elsewhere = node.AddRef() > 2;
     node.Release();
     return elsewhere;
@@ -82,6 +83,7 @@ CountedPtr<XMLNode> XMLNode::CopyAlone() const
     return copy;
 }
 
+// In a loop, like the end of a tree: documents may be nested deeper than the stack.
 void XMLNode::CopyChildren(const XMLNode& source)
 {
     const XMLNode* from = &source;
@@ -176,6 +178,7 @@ void XMLNode::Place(CountedPtr<XMLNode> node, XMLNode* before)
 {
     XMLNode* placed = node.get();
     const bool last = before == lastChild_;
+    // The step that may fail comes first.
     const bool firstOfName = childrenByName_.try_emplace(placed->name_, placed).second;
     placed->parent_ = this;
     if (before) {
@@ -196,6 +199,7 @@ void XMLNode::AddChild(CountedPtr<XMLNode> node)
     CheckJoins(node.get());
     XMLNode* parent = this;
     const std::vector<std::string> parts = SplitPath(node->name_);
+    // The parts before the last name elements that are made if they are missing.
     for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
         XMLNode* child = parent->FindChild(parts[i]);
         parent = child ? child : &parent->Append(MakeCounted<XMLNode>(parts[i]));

@@ -130,6 +130,7 @@ bool XMLParser::Attach(const CountedPtr<XMLNode>& node)
 
 void XMLParser::Leave()
 {
+    // Null at the root, so a document has ended when nothing is open.
     current_ = current_->Parent();
     --depth_;
 }
@@ -150,6 +151,7 @@ void XMLParser::ReadStartTag()
     SkipBlanks();
     if (!At('>')) Fail("Empty node - end [>] not found", cursor_);
     ++cursor_;
+    // An element that closes itself was entered like any other.
     if (attached) Leave();
 }
 

@@ -19,8 +19,10 @@ char EntityByte(std::string_view entity)
 {
     if (entity.starts_with('#')) {
         if (!entity.ends_with(';')) return '?';
+        // The low byte of the number: the writer escapes single bytes, not characters.
         return static_cast<char>(ScanInt32(WideFromUtf8(entity.substr(1))));
     }
+    // All but "amp" may lack their semicolon or have more behind the word.
     if (entity.starts_with("lt")) return '<';
     if (entity.starts_with("gt")) return '>';
     if (entity.starts_with("amp;")) return '&';
@@ -84,6 +86,7 @@ void DecodeXmlEntities(std::string& text)
 {
     std::size_t at = text.find('&');
     if (at == std::string::npos) return;
+    // In place: an entity is never shorter than the byte that it stands for.
     std::size_t kept = at;
     while (at < text.size()) {
         const std::size_t end = std::min(text.find(';', at), text.size() - 1) + 1;
@@ -108,6 +111,7 @@ std::string EscapeXml(std::string_view utf8)
         if (const std::string_view entity = EscapeOf(utf8[plain]); !entity.empty()) {
             escaped += entity;
         } else {
+            // A byte that belongs to no sequence of UTF-8.
             escaped.append("&#").append(std::to_string(ByteOf(utf8[plain]))).append(";");
         }
         utf8.remove_prefix(plain + 1);

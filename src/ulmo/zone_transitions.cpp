@@ -96,6 +96,7 @@ std::optional<Transitions> ZoneTransitions(std::uint64_t milliseconds, const Tim
     const bool known = cache.year == year && SameDate(cache.daylightDate, zone.daylightDate) &&
                        SameDate(cache.standardDate, zone.standardDate);
     if (!known) {
+        // If this raises, the cache stays what it was.
         cache.transitions = {SystemTimeToMilliseconds(year, zone.daylightDate),
                              SystemTimeToMilliseconds(year, zone.standardDate)};
         cache.year = year;
@@ -114,6 +115,7 @@ std::int16_t BiasAt(std::uint64_t utcMilliseconds, const TimeZone& zone)
     const auto now = static_cast<std::int64_t>(utcMilliseconds);
     const bool endsLater = now - daylightBias * kMillisecondsPerMinute < transitions->standard;
     const bool hasBegun = now - standardBias * kMillisecondsPerMinute >= transitions->daylight;
+    // South of the equator daylight saving spans the turn of the year.
     const bool southern = transitions->daylight >= transitions->standard;
     const bool daylight = southern ? endsLater || hasBegun : endsLater && hasBegun;
     return static_cast<std::int16_t>(daylight ? daylightBias : standardBias);

@@ -63,6 +63,7 @@ bool Exists(const SystemTime& time)
 
 bool FileTimeToSystemTime(std::uint64_t ticks, SystemTime& time)
 {
+    // As on Windows, which takes the ticks for a signed number.
     if (ticks >= 1ULL << 63) return Refuse();
     const std::uint64_t milliseconds = ticks / kTicksPerMillisecond;
     SetDate(time, static_cast<std::uint32_t>(milliseconds / kMillisecondsPerDay));

@@ -68,6 +68,7 @@ private:
         const std::size_t result = iconv(handle_, next ? &next : nullptr, &left, &end, &room);
         const int reason = errno;
         output.append(chunk, sizeof chunk - room);
+        // A full chunk is no fault: the next step goes on.
         return result != static_cast<std::size_t>(-1) || reason == E2BIG;
     }
 

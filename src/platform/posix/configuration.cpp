@@ -14,6 +14,7 @@ namespace Platform::Configuration {
 namespace {
 
 constexpr const char* kUsualFile = "/etc/tessarine/orv.reg";
+// A configuration is a few lines. The limit keeps a wrong file from filling memory while a host loads the library.
 constexpr std::size_t kLargestFile = 1 << 20;
 
 // Reads up to one byte more than the largest file has.

@@ -22,6 +22,7 @@ std::string EscapeOf(ConsoleColour colour)
 bool ShowsColours(int descriptor)
 {
     const char* refused = std::getenv("NO_COLOR");
+    // An empty variable refuses nothing: that is the convention of NO_COLOR.
     return isatty(descriptor) && !(refused && *refused);
 }
 

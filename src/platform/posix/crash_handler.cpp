@@ -59,10 +59,12 @@ void WriteMemoryMap(int file)
 // Calls only what a handler of signals may call.
 void WriteReport(int signal, const siginfo_t& information)
 {
+    // A file of that name is not written over: it may be the report of a crash or a trap that somebody laid.
     const int file = open(reportName, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (file == -1) return;
     WriteText(file, "signal ");
     WriteNumber(file, static_cast<unsigned>(signal), 10);
+    // The process sends itself this signal, which has no address.
     if (signal != SIGABRT) {
         WriteText(file, " at address 0x");
         WriteNumber(file, reinterpret_cast<std::uintptr_t>(information.si_addr), 16);
@@ -80,6 +82,7 @@ void WriteReport(int signal, const siginfo_t& information)
 void HandOver(int signal, siginfo_t* information, void* context)
 {
     std::size_t index = 0;
+    // Ends: the handler is installed for these signals only.
     while (kSignals[index] != signal) ++index;
     const struct sigaction& action = previous[index];
     if (action.sa_flags & SA_SIGINFO) {

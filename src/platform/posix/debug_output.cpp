@@ -44,6 +44,7 @@ void WriteLine(std::u16string_view text, char* room)
 
 void WriteDebug(std::u16string_view text)
 {
+    // Read once: a host may change its environment while threads write.
     static const bool enabled = Enabled();
     if (!enabled) return;
     char usual[kBytesPerUnit * kUsualUnits + 1];

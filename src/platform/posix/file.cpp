@@ -38,6 +38,7 @@ File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed
 
 File& File::operator=(File&& other) noexcept
 {
+    // What was open here closes with the other.
     std::swap(handle_, other.handle_);
     return *this;
 }

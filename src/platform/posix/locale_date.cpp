@@ -27,6 +27,7 @@ bool ToCalendarTime(const SystemTime& time, std::tm& calendar)
     calendar.tm_hour = checked.hour;
     calendar.tm_min = checked.minute;
     calendar.tm_sec = checked.second;
+    // Not known, as a date of the record has no zone.
     calendar.tm_isdst = -1;
     return true;
 }

@@ -37,6 +37,7 @@ bool StandsBesideExecutable(std::u16string_view fileName)
 ModuleHandle LoadModule(std::u16string_view fileName)
 {
     const std::string path = PathBesideExecutable(fileName);
+    // By its whole path, so that no search path of the environment can put another library in its place.
     return path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 

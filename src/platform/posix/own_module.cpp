@@ -30,7 +30,7 @@ std::u16string OwnModuleName()
     Dl_info module;
     if (!dladdr(reinterpret_cast<const void*>(&OwnModuleName), &module) || !module.dli_fname) return {};
     // The loader knows a program by the name that it was started by, which need not be a path. So the files are
-    // compared.
+    // compared; if that fails, the module counts as the program.
     std::error_code failure;
     const bool isProgram = std::filesystem::equivalent(module.dli_fname, kProgram, failure) || failure;
     return isProgram ? ProgramName() + u"_exe" : BaseName(module.dli_fname, ".so");

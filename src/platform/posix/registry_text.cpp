@@ -96,6 +96,7 @@ void RegistryReader::ReadKey(std::u16string_view line)
     const bool ours = TakePrefix(key, kRoot) && EqualIgnoringCase(key, key_);
     inKey_ = ours && !removed;
     if (!ours || !removed) return;
+    // A key with a minus sign removes what was said about it so far.
     found_.clear();
     places_.clear();
 }

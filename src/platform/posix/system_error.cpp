@@ -44,6 +44,7 @@ std::u16string SystemErrorText(std::uint32_t code)
         if (own.code == code) return own.text;
     }
     std::u16string text;
+    // Never translated, unlike the text of strerror.
     if (const char* description = strerrordesc_np(static_cast<int>(code))) {
         ToWide(CodePage::Utf8, description, text);
     }

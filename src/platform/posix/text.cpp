@@ -43,6 +43,7 @@ void LowerInPlace(char16_t* text, std::size_t length)
     for (char16_t* unit = text; unit != text + length; ++unit) *unit = LowerUnit(*unit);
 }
 
+// Unit by unit, so that texts of different lengths are never equal.
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
 {
     if (a.size() != b.size()) return false;

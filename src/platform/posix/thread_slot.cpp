@@ -23,9 +23,11 @@ constinit thread_local ThreadSlot::Cached ThreadSlot::cached = {};
 
 void ThreadSlot::EndThread(void* block)
 {
+    // From the thread's own copy: the slot object may be gone by now.
     const ThreadEnd threadEnd = cached.threadEnd;
     cached = {};
     threadEnd(block);
+    // The one hook at the end of a thread serves both.
     LivingCount::ThreadEnded();
 }
 
@@ -33,6 +35,7 @@ ThreadSlot::ThreadSlot(ThreadEnd threadEnd) : threadEnd_(threadEnd), index_(0), 
 {
     pthread_key_t key = 0;
     if (pthread_key_create(&key, EndThread) != 0) return;
+    // A new number for each slot: a thread that has cached a block of an old one sees that it is not this.
     number_ = ++slotsMade;
     index_ = key;
     allocated_ = true;

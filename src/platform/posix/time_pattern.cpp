@@ -40,6 +40,7 @@ void CutSeconds(std::string& pattern, std::size_t before, std::size_t begin, std
 std::string TimePatternWithoutSeconds(std::string_view given, std::string_view twelveHours)
 {
     std::string pattern(given);
+    // Patterns within the pattern may hold the seconds.
     ReplaceAll(pattern, "%r", twelveHours.empty() ? kUsualTwelveHours : twelveHours);
     ReplaceAll(pattern, "%T", "%H:%M:%S");
     std::size_t before = 0;

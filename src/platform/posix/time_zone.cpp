@@ -23,6 +23,7 @@ constexpr std::int64_t kSecondsTo1970 = 11644473600;
 std::string ZoneFile(std::string_view name)
 {
     if (name.front() == '/') return std::string(name);
+    // The folder may be elsewhere, as for the C library.
     const char* folder = std::getenv("TZDIR");
     return (folder ? std::string(folder) + '/' : std::string(kZoneFolder)).append(name);
 }

@@ -123,12 +123,14 @@ int DayOfMonth(const WeekRule& rule, std::uint16_t year)
     FileTimeToSystemTime(static_cast<std::uint64_t>(first), time);
     const auto length = static_cast<int>((next - first) / kTicksPerSecond / kSecondsPerDay);
     int day = (rule.dayOfWeek - time.dayOfWeek + 7) % 7 + (rule.week - 1) * 7;
+    // The fifth week means the last one that the month has.
     while (day >= length) day -= 7;
     return day;
 }
 
 bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint16_t year)
 {
+    // The relative form has only clock times of its own day.
     if (seconds < 0 || seconds > kSecondsPerDay) {
         const std::int64_t first = FirstOfMonth(year, static_cast<std::uint16_t>(rule.month));
         const int day = DayOfMonth(rule, year);
@@ -146,6 +148,7 @@ bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint1
 // A day of the year, from 0; `countsLeapDay` false leaves the 29th of February out of the count.
 bool SetDayOfYear(SystemTime& date, int day, bool countsLeapDay, int seconds, std::uint16_t year)
 {
+    // Day 59 is the first of March where February has 28 days.
     if (!countsLeapDay && IsLeapYear(year) && day >= 59) ++day;
     return SetAbsolute(date, FirstOfMonth(year, 1) + std::int64_t{day} * kSecondsPerDay * kTicksPerSecond, seconds);
 }

@@ -16,6 +16,7 @@ constexpr std::size_t kTypeSize = 6;      // of a local time type: its offset an
 
 std::int64_t BigEndian(std::string_view bytes, std::size_t at, std::size_t size)
 {
+    // The sign is that of the first byte, and the bits above are filled with it.
     const bool negative = static_cast<signed char>(bytes[at]) < 0;
     std::uint64_t value = negative ? ~std::uint64_t{0} : 0;
     for (std::size_t i = 0; i < size; ++i) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
@@ -36,6 +37,7 @@ public:
         types_ = count(4);
         end_ = kHeaderSize + times_ * (timeSize + 1) + types_ * kTypeSize + count(5) + leapSeconds * (timeSize + 4) +
                count(1) + count(0);
+        // Six counts of 32 bits times small sizes do not wrap in 64 bits.
         valid_ = end_ <= rest.size();
         if (!valid_) times_ = types_ = 0;
     }
@@ -97,8 +99,10 @@ std::string ReadZoneFile(const std::string& path)
 std::optional<TimeZone> ZoneAt(std::string_view content, std::int64_t seconds, std::uint16_t year)
 {
     Table table(content, 4);
+    // The second block says the same for more years.
     if (table.IsValid() && table.Behind().starts_with(kMagic)) table = Table(table.Behind(), 8);
     const std::string_view rule = LastLine(content);
+    // The rule in the last line takes over where the table ends.
     const bool ruled = !rule.empty() && table.EndsBefore(seconds);
     if (!table.IsValid() || ruled) return ParsePosixRule(rule, year);
     const std::optional<std::int64_t> offset = table.OffsetAt(seconds);

@@ -11,6 +11,7 @@ public:
     explicit Key(std::u16string_view path)
     {
         const std::u16string name(path);
+        // The view of 64 bits, whatever the host is, so that all read the same values.
         const REGSAM access = KEY_READ | KEY_WOW64_64KEY;
         if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, AsWide(name.c_str()), 0, access, &key_) != ERROR_SUCCESS) key_ = nullptr;
     }

@@ -32,6 +32,7 @@ void ConsoleStream::Write(std::u16string_view text, std::optional<ConsoleColour>
     const HANDLE handle = HandleOf(handle_);
     DWORD written = 0;
     CONSOLE_SCREEN_BUFFER_INFO before;
+    // Not a console: a file or a pipe.
     if (!GetConsoleScreenBufferInfo(handle, &before)) {
         std::string bytes;
         if (ToNarrow(CodePage::Utf8, text, bytes)) {

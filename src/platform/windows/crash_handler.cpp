@@ -37,6 +37,7 @@ void WriteDump(const Crash& crash)
 {
     using WriteDumpFunction = BOOL(WINAPI*)(HANDLE, DWORD, HANDLE, MINIDUMP_TYPE, PMINIDUMP_EXCEPTION_INFORMATION,
                                             PMINIDUMP_USER_STREAM_INFORMATION, PMINIDUMP_CALLBACK_INFORMATION);
+    // Loaded only now, since most processes never crash; from the system's folder, where no other program puts files.
     const HMODULE library = LoadLibraryExW(L"dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (!library) return;
     const auto write =
@@ -61,6 +62,7 @@ void WriteDumpElsewhere(Crash& crash)
 {
     const HANDLE thread = CreateThread(nullptr, 0, WriteDumpThread, &crash, 0, nullptr);
     if (!thread) return;
+    // Not for ever: the new thread may wait for a lock that the crashed one holds.
     WaitForSingleObject(thread, kLongestWait);
     CloseHandle(thread);
 }
@@ -117,6 +119,7 @@ try {
     ReadConfiguration();
     previousFilter = SetUnhandledExceptionFilter(Filter);
     previousTerminate = std::set_terminate(Terminate);
+    // Room for the filter on a stack that is used up. Only the loading thread gets it.
     ULONG reserve = kStackReserve;
     SetThreadStackGuarantee(&reserve);
 } catch (...) {  // no memory for a name: the process goes on without reports

@@ -9,6 +9,7 @@ namespace Platform {
 
 namespace {
 
+// A call counts its bytes in 32 bits.
 constexpr std::size_t kMostPerCall = 1 << 30;
 
 HANDLE AsHandle(std::intptr_t handle)
@@ -48,6 +49,7 @@ File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed
 
 File& File::operator=(File&& other) noexcept
 {
+    // What was open here closes with the other.
     std::swap(handle_, other.handle_);
     return *this;
 }

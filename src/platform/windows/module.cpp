@@ -36,6 +36,7 @@ ModuleHandle LoadModule(std::u16string_view fileName)
 
 void* FindFunction(ModuleHandle module, const char* name)
 {
+    // A function's address fits a data pointer on this system.
     return reinterpret_cast<void*>(GetProcAddress(AsModule(module), name));
 }
 

@@ -22,6 +22,7 @@ std::u16string OwnModuleName()
 {
     MEMORY_BASIC_INFORMATION region{};
     if (!VirtualQuery(reinterpret_cast<const void*>(&OwnModuleName), &region, sizeof region)) return {};
+    // A module's handle is the address that it is mapped at.
     const auto module = static_cast<HMODULE>(region.AllocationBase);
     const std::u16string name = BaseName(module);
     return module == GetModuleHandleW(nullptr) ? name + u"_exe" : name;

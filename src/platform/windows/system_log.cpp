@@ -21,6 +21,7 @@ void* UserOfProcess()
     if (!known) return nullptr;
     TOKEN_USER user;
     std::memcpy(&user, block, sizeof user);
+    // The identity lies behind the record in the block, which ends with this function.
     const DWORD length = GetLengthSid(user.User.Sid);
     void* copy = std::malloc(length);
     if (copy) std::memcpy(copy, user.User.Sid, length);

@@ -69,6 +69,7 @@ void LowerInPlace(char16_t* text, std::size_t length)
     CharLowerBuffW(AsWide(text), static_cast<DWORD>(length));
 }
 
+// In the system's language, not the user's: names of the catalogue are the same for every user.
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
 {
     if (a.size() > kLongest || b.size() > kLongest) return false;
@@ -77,6 +78,7 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
 
 std::optional<bool> EqualForUser(std::u16string_view a, std::u16string_view b)
 {
+    // The system refuses a null text, which an empty view may be.
     if (a.empty() || b.empty()) return a.empty() && b.empty();
     const int order = a.size() > kLongest || b.size() > kLongest ? TooLong() : Compare(LOCALE_USER_DEFAULT, a, b);
     return order == 0 ? std::nullopt : std::optional<bool>(order == CSTR_EQUAL);
