@@ -16,6 +16,7 @@ std::string Literal(std::u16string_view text)
 {
     std::string literal = "u\"";
     for (const char16_t unit : text) {
+        // Two question marks would begin a trigraph, which C reads as another character.
         if (unit == u'"' || unit == u'\\' || unit == u'?') literal += '\\';
         if (unit >= 0x20 && unit < 0x7F) {
             literal += static_cast<char>(unit);
@@ -37,6 +38,7 @@ std::string Braced(const orv::Guid& guid)
 std::string EnumConstant(std::uint32_t id)
 {
     const std::string name = EnumName(id);
+    // The Boolean enum has no constant, and neither has an enum of the host's own, which is called "enum 0x...".
     const bool constant = id != 1 && name.find(' ') == std::string::npos;
     return constant ? "ORV_ENUM_" + name : Hexadecimal(id, 4);
 }
@@ -44,6 +46,7 @@ std::string EnumConstant(std::uint32_t id)
 std::string Real(double number)
 {
     const std::string text = RealText(number);
+    // Without a point C would take it for an integer.
     return text.find_first_of(".e") == std::string::npos ? text + ".0" : text;
 }
 
@@ -151,6 +154,7 @@ std::string CodeInC(const ActionView& view, const Action& example)
 {
     std::string code = "TOrvHandle handle = Talvec_Action_CreateActionByName(" + Literal(orv::ToUtf16(view.name)) +
                        ");\nITalvecAction* action = Talvec_Action_ConvertToIOrvAction(handle);\n";
+    // Nothing is set, so the interface would be a variable that nobody uses.
     if (view.parameters.empty()) code = code.substr(0, code.find('\n') + 1);
     ForEachValue(view, example,
                  [&](const std::u16string& name, const orv::Value& value) { code += std::visit(InC{name}, value); });

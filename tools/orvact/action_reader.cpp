@@ -40,6 +40,7 @@ ActionReader::~ActionReader()
 
 void ActionReader::Close()
 {
+    // Standard input is the process's own; a later "-" finds it at its end.
     if (file_ && file_ != stdin) std::fclose(file_);
     file_ = nullptr;
 }
@@ -77,6 +78,7 @@ bool ActionReader::OpenFile(const std::string& path)
 bool ActionReader::Recognise()
 {
     std::string_view head = lines_->Head(kHead);
+    // A binary form that is asked for is never decoded, whatever its bytes look like.
     if (!wanted_ || IsText(*wanted_)) {
         const Encoding encoding = EncodingOf(head);
         lines_->Decode(encoding);
@@ -95,7 +97,9 @@ bool ActionReader::Recognise()
 bool ActionReader::NextRecord(Record& record)
 {
     while (!NextHere(record)) {
+        // Kept over the next file, which begins without a failure of its own.
         const bool failedHere = failed_;
+        // A file that cannot be read does not keep the next from being read.
         if (Interrupted() || nextFile_ == files_.size()) return false;
         OpenFile(files_[nextFile_++]);
         failed_ = failed_ || failedHere;
@@ -168,6 +172,7 @@ bool ActionReader::NextFrame(Record& record)
         record.problem = "no frame has " + std::to_string(size) + " bytes; reading stops here";
         return ended_ = true;
     }
+    // Reads as the bytes arrive, so a size that is not true takes no memory.
     lines_->Read(record.bytes, size);
     if (record.bytes.size() < size) {
         record.problem = "the frame has " + std::to_string(size) + " bytes, and " +
@@ -180,6 +185,7 @@ bool ActionReader::NextFrame(Record& record)
 // Without delimiters only the action itself tells where it ends, so after a damaged one there is no next.
 bool ActionReader::NextOfRow(Record& record)
 {
+    // All of it at once: only the walk over an action tells where the next begins.
     if (number_ == 0) lines_->Read(row_, static_cast<std::uint64_t>(-1));
     if (rowPosition_ == row_.size()) return false;
     const std::string_view left = std::string_view(row_).substr(static_cast<std::size_t>(rowPosition_));
@@ -230,6 +236,7 @@ bool ActionReader::Next(Action& action, Record& record)
 bool ActionReader::MayWait() const
 {
     const std::string_view waiting = lines_->Waiting();
+    // A file on a disk has all that it will have, and an input without delimiters has been read to its end.
     if (size_ > 0 || form_->layout == Layout::EndToEnd) return false;
     if (IsText(*form_)) return waiting.find_first_of("\r\n") == std::string_view::npos;
     return waiting.size() < 4 || waiting.size() - 4 < Word32At(waiting, 0);

@@ -39,6 +39,7 @@ StoredParameter Describe(const Action& action, const ActionView* declared, const
 {
     StoredParameter parameter;
     const std::string name = orv::ToUtf8(stored.name);
+    // A parameter may be without a name; a blank in its place would not be seen.
     parameter.name = name.empty() ? "\"\"" : Visible(name);
     parameter.type = TypeName(stored.kind, stored.enumType);
     parameter.value = ValueText(action, stored);
@@ -57,6 +58,7 @@ StoredParameter Describe(const Action& action, const ActionView* declared, const
 std::size_t PositionOf(const ActionView* declared, const orv::CarriedParameter& stored)
 {
     const ParameterView* own = declared ? declared->Find(orv::ToUtf8(stored.name)) : nullptr;
+    // The greatest number for the others, so that they come last; the sort is stable.
     return own ? static_cast<std::size_t>(own - declared->parameters.data()) : static_cast<std::size_t>(-1);
 }
 
@@ -118,6 +120,7 @@ std::string ValueText(const Action& action, const orv::CarriedParameter& held)
 
 std::string DateText(TUlmoDateTime date)
 {
+    // The library writes dates only as values of an action.
     Action carrier = Action::Named(u"date");
     carrier.Set(u"date", date);
     const auto text = carrier.TextOfValue(u"date");

@@ -8,6 +8,7 @@ namespace {
 // Reports if what was written would read as something else.
 void CheckReading(const Form& form, const Action& action, const std::string& record, const Place& place)
 {
+    // A form that is only written has nothing to be compared with.
     if (!form.read || form.faithful) return;
     const Decoded again = form.read(record);
     if (again.action && action == again.action) return;

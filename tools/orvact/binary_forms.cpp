@@ -27,6 +27,7 @@ std::size_t BytesOf(std::string_view digits, std::string& bytes)
 {
     int high = -1;
     for (std::size_t i = 0; i < digits.size(); ++i) {
+        // Blanks may stand between bytes and not inside one.
         if (high < 0 && IsBlank(digits[i])) continue;
         const int digit = DigitOf(digits[i]);
         if (digit < 0) return i;

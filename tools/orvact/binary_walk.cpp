@@ -35,6 +35,7 @@ private:
         std::uint32_t kind = 0;
         if (!Number("the kind of the message", kind, [&] { return KindOfMessage(kind); })) return;
         walk_.sibling = kind == ORV_MESSAGE_SIBLING_ACTION || kind == ORV_MESSAGE_SIBLING_MATCH_ACTION;
+        // Where it ends, only the sibling's library knows.
         if (walk_.sibling) {
             walk_.end = bytes_.size();
             return;
@@ -46,6 +47,7 @@ private:
         }
         std::uint32_t count = 0;
         if (!Number("the number of records", count, [&] { return Counted(count, "record"); })) return;
+        // A count that is not true ends at the end of the bytes: each record takes some.
         for (std::uint32_t i = 1; i <= count && Record(i, count); ++i) {
         }
     }

@@ -80,6 +80,7 @@ CatalogueContent CatalogueContent::Present()
 bool CatalogueContent::AddExtensions(const std::vector<std::string>& files)
 {
     if (files.empty()) return true;
+    // A catalogue of its own: that of the process must not change while it is shown.
     TOrvActionCatalogue catalogue(TOrvActionCatalogue::Content::BuiltIn);
     ExtensionReader reader(catalogue);
     std::map<std::uint32_t, std::string> enumNames;
@@ -99,6 +100,7 @@ bool CatalogueContent::AddExtensions(const std::vector<std::string>& files)
         ClassView view = WithTexts<ClassView>(entry);
         view.code = entry.Code;
         view.priority = entry.Priority;
+        // What lies beside the program as well is in the catalogue of the process already.
         if (IsExtension(view) && !Has(classes, view.name)) classes.push_back(view);
     }
     for (const auto& [key, found] : catalogue.ActionsByName()) {

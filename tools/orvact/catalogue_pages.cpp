@@ -27,6 +27,7 @@ using Json = nlohmann::ordered_json;
 std::string Stem(const std::string& name)
 {
     std::string stem;
+    // Any other byte becomes its number. A long name is cut, since file systems have limits.
     for (const char unit : name.substr(0, 80)) {
         const bool plain = (unit >= '0' && unit <= '9') || (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z');
         stem += plain || unit == '_' ? std::string(1, unit) : "-" + std::to_string(static_cast<unsigned char>(unit));

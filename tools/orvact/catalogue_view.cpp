@@ -156,6 +156,7 @@ std::vector<EnumView> Enums()
 
 const ActionView* FindAction(std::uint32_t code)
 {
+    // A map keeps its nodes in place, so a pointer that was given stays valid.
     static std::map<std::uint32_t, ActionView> seen;
     const auto found = seen.find(code);
     if (found != seen.end()) return &found->second;
@@ -254,6 +255,7 @@ std::string ValueName(std::uint32_t enumType, std::uint32_t value)
 std::vector<std::string> NearNames(std::string_view name, const std::vector<std::string>& names)
 {
     constexpr std::size_t kMost = 5;
+    // The distance takes the product of both lengths, and a name may come from an input.
     const std::string wanted = LowerCaseAscii(name.substr(0, 100));
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& candidate : names) {

@@ -67,6 +67,7 @@ void PrintBytes(std::string_view bytes)
 
 void PrintError(std::string_view text)
 {
+    // So that results and errors stay in order on a screen.
     std::fflush(stdout);
     PrintPassing("");
     System::Write(stderr, Harmless(text));
@@ -114,6 +115,7 @@ bool FinishOutput(bool keep)
     if (output.path.empty()) return written;
     const bool closed = std::fclose(output.file) == 0 && written;
     output.file = stdout;
+    // A device has been written as it came: there is nothing to rename.
     if (output.drawn == output.path) return closed;
     const bool kept = closed && keep && System::Rename(output.drawn, output.path);
     if (!kept) System::Remove(output.drawn);
@@ -122,6 +124,7 @@ bool FinishOutput(bool keep)
 
 bool OutputIsTerminal()
 {
+    // Asked once: the answer does not change, and each line of output asks.
     static const bool terminal = System::OutputIsTerminal();
     return terminal && output.path.empty();
 }

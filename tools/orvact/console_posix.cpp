@@ -11,6 +11,7 @@
 
 namespace {
 
+// The only kind of variable that a handler of signals may write.
 volatile std::sig_atomic_t interrupted = 0;
 
 }  // namespace
@@ -25,6 +26,7 @@ std::size_t ReadBytes(std::FILE* file, char* buffer, std::size_t size, bool& fai
     for (;;) {
         const ssize_t count = read(fileno(file), buffer, size);
         if (count >= 0) return static_cast<std::size_t>(count);
+        // A signal other than the interrupt is no reason to stop reading.
         if (errno != EINTR) failed = true;
         if (failed || Interrupted()) return 0;
     }

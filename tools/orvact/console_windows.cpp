@@ -107,6 +107,7 @@ std::FILE* System::Create(const std::string& path)
 
 bool System::Rename(const std::string& from, const std::string& to)
 {
+    // Unlike rename of C, which refuses a name that is taken on this system.
     return MoveFileExW(Wide(from).c_str(), Wide(to).c_str(), MOVEFILE_REPLACE_EXISTING);
 }
 

@@ -84,6 +84,7 @@ void CsvTable::Add(std::vector<std::string> cells, const Action& action)
 {
     const std::size_t begin = rows_.size();
     cells_ = 0;
+    // Room for the number of cells, which is known at the end.
     rows_.resize(begin + 4);
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (!cells[i].empty()) AddCell(i, cells[i]);
@@ -114,6 +115,7 @@ std::string CsvTable::Taken(std::FILE* file, std::size_t size)
 {
     std::string bytes = file ? std::string(size, '\0') : rows_.substr(taken_, size);
     if (!file) taken_ += size;
+    // What was written there cannot be read again: the rows are as lost as without memory.
     if (file && std::fread(bytes.data(), 1, size, file) < size) throw std::bad_alloc();
     return bytes;
 }

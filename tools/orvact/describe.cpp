@@ -150,6 +150,7 @@ bool DescribeEnum(const std::string& lower, std::vector<std::string>& names)
 {
     for (const EnumView& view : Enums()) {
         names.push_back(view.name);
+        // The name is that of a type as well, and the page of the type says more.
         if (LowerCaseAscii(view.name) != lower || view.name == "Boolean") continue;
         Print(Painted(Tone::Name, view.name) + ", an enum\n");
         Fact("id", std::to_string(view.id));
@@ -176,6 +177,7 @@ bool DescribeType(const std::string& lower, std::vector<std::string>& names)
         Print(Painted(Tone::Name, name) + ", a type\n");
         Fact("kind", std::to_string(kind));
         Fact("written as", WrittenAs(kind));
+        // A list of nearly all actions would tell nothing.
         const bool common = kind == ORV_KIND_Numeric32Bit || kind == ORV_KIND_String;
         if (!common) PrintUse("used by", ActionsWith([&](const auto& parameter) { return parameter.type == kind; }));
         return true;
@@ -203,6 +205,7 @@ bool DescribeColumn(const std::string& lower, std::vector<std::string>& names)
 
 int Describe(const std::string& name)
 {
+    // The name first: an action could be called like a number.
     const std::uint32_t code = ActionCode(name);
     if (const ActionView* action = FindAction(code ? code : CodeFrom(name))) {
         DescribeAction(*action);

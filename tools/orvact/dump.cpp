@@ -62,6 +62,7 @@ bool DumpAction(const Record& record, const std::string& bytes, std::uint64_t of
 bool BytesOf(ActionReader& reader, const Record& record, std::string& bytes)
 {
     const Form& form = reader.form();
+    // The bytes as they are, even if no action can be read from them.
     if (form.image && form.image(record.bytes, bytes)) return true;
     const Action action = reader.Read(record);
     if (action) bytes = WriteBinary(action).record;

@@ -15,6 +15,7 @@ public:
     std::string Of(const EventCondition& condition)
     {
         using Asks = EventCondition::Asks;
+        // A text is rarer than a code, so its index is the one to use.
         const bool other = narrow_ && condition.column == "Code";
         switch (condition.asks) {
         case Asks::OneOf:

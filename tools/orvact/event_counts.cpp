@@ -55,6 +55,7 @@ public:
         sound_ = grouping != EventGrouping::Name && grouping != EventGrouping::User &&
                  std::all_of(filter.conditions.begin(), filter.conditions.end(),
                              [&](const EventCondition& condition) { return Take(condition); });
+        // The first hour that begins within the time asked for; below, the hour in which that time ends.
         firstWhole_ = first_ == -kNever ? first_ : HourOf(first_ + kHour - 1);
         endWhole_ = end_ == kNever ? end_ : HourOf(end_);
     }

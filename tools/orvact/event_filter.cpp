@@ -47,6 +47,7 @@ bool AddClasses(const std::vector<std::string>& wanted, EventFilter& filter)
         ReportUnknown("class", name, names);
         return false;
     }
+    // A class is its codes: the rows hold no class.
     filter.Add("Code", Asks::OneOf, codes);
     return true;
 }

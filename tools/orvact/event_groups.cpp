@@ -68,6 +68,7 @@ std::string EventGroups::GroupOf(const StoredEvent& event, const Action& action)
 {
     if (key_ == "class") return ClassOf(event.record.code);
     if (key_ == "action") return event.name;
+    // The stored time reads as ISO 8601 in UTC, whose beginning is the hour and the day.
     if (key_ == "hour") return event.stored.substr(0, 13) + ":00Z";
     if (key_ == "day") return event.stored.substr(0, 10);
     return key_ == "user" ? UserOf(event.record) : ChannelOf(action);
@@ -88,6 +89,7 @@ bool EventGroups::Count(EventStore& store, const EventFilter& filter)
     const auto grouping = Grouping();
     if (!grouping) return false;
     store.Count(filter, *grouping, [&](const std::string& group, std::uint64_t count) {
+        // Several codes make one class, so counts are added.
         counts_[key_ == "class" ? ClassOf(static_cast<std::uint32_t>(std::stoll(group))) : group] += count;
     });
     return true;

@@ -20,6 +20,7 @@ bool IsAscii(std::u16string_view text)
 
 void AddText(const std::string& column, std::u16string_view wanted, EventFilter& filter)
 {
+    // An empty text leaves its column empty, and beyond ASCII the database compares by other rules than the library.
     if (wanted.empty() || !IsAscii(wanted)) return;
     filter.Add(column, Asks::SameText, {std::u16string(wanted)});
 }

@@ -43,6 +43,7 @@ std::string WithoutZeros(std::string text)
     return text;
 }
 
+// In names and in values, at any depth.
 Json Cleaned(const Json& value)
 {
     if (value.is_string()) return WithoutZeros(value.get<std::string>());

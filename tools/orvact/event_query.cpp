@@ -38,6 +38,7 @@ std::int64_t EventQuery::FirstOfNewest(EventStore& store) const
     std::int64_t first = 0;
     std::size_t found = 0;
     store.Select(filter_, EventStore::Order::NewestFirst, [&](const StoredEvent& event) {
+        // Without a pattern the rows decide, and nothing has to be restored.
         if (rules_.Size() > 0 && !Fits(Restored(event))) return true;
         first = event.id;
         return ++found < limit_;

@@ -125,6 +125,7 @@ void StoredEvent::Take(const EventRow& row, int column, std::size_t position)
         return;
     case ColumnSort::String: break;
     }
+    // Kept in this object, as the record only points.
     value.text = row.Wide(column);
     TextField(record, entry.index) = {value.text.size(), reinterpret_cast<const OrvWChar*>(value.text.c_str())};
 }

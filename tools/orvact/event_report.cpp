@@ -54,6 +54,7 @@ public:
         ids_.Add(event.id);
         times_.Add(stored ? orv::ToTimePoint(*stored).time_since_epoch().count() : 0);
         const std::size_t name = names_.Of(event.name);
+        // A new name: its class stands at the same number.
         if (name == classOfName_.size()) classOfName_.push_back(classes_.Of(ClassOf(event.record.code)));
         name_.push_back(name);
         user_.push_back(users_.Of(UserOf(event.record)));

@@ -18,6 +18,7 @@ bool TakeOffset(std::string_view& text, std::int64_t& minutes)
     const std::size_t sign = text.find_first_of("+-");
     if (sign == std::string_view::npos) return true;
     std::string digits(text.substr(sign + 1));
+    // All three spellings become four digits.
     if (digits.size() == 5 && digits[2] == ':') digits.erase(2, 1);
     if (digits.size() == 2) digits += "00";
     std::uint32_t number = 0;

@@ -41,6 +41,7 @@ int Follow(const EventsListOptions& options)
     const auto add = [&](const StoredEvent& event, const Action& action) { results->Add(event, action); };
     CatchInterrupts();
     if (!options.limit.empty()) query.Run(*store, add);
+    // Ends as well when nobody reads the pipe any more: then nothing can be written.
     while (FlushOutput() && !Interrupted()) {
         store->WaitForMore();
         query.RunAdded(*store, add);

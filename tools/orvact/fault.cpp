@@ -103,6 +103,7 @@ std::string ReasonFor(std::u16string_view text, std::size_t consumed)
     if (first == '?' || first == '!') {
         return std::string("a message marked '") + static_cast<char>(first) + "' is neither action nor match action";
     }
+    // Reading came to its end and still gave nothing: the library has passed the text to the sibling.
     if (text[consumed - 1] == ')') {
         return "complete, but text of the sibling platform, whose library is not here: a value without a name, or an "
                "unknown action without parameters";

@@ -38,6 +38,7 @@ std::string ClockText(orv::TimePoint time)
 
 std::string IsoText(orv::DateTime date)
 {
+    // Read by hand, since the library writes no text for a date before 1601.
     const int bias = static_cast<std::int16_t>(date.value >> 48);
     const std::string clock = ClockText(orv::ToTimePoint(date) - std::chrono::minutes(bias));
     if (bias == 0) return clock + "Z";

@@ -131,6 +131,7 @@ std::optional<orv::Guid> GuidOf(const std::string& text)
     };
     orv::Guid guid{hex(0, 8), static_cast<std::uint16_t>(hex(9, 4)), static_cast<std::uint16_t>(hex(14, 4)), {}};
     for (std::size_t i = 0; i < 8; ++i) guid.Data4[i] = static_cast<std::uint8_t>(hex(19 + 2 * i + (i > 1), 2));
+    // Written again and compared: that finds whatever the parsing above has let pass.
     return orv::ToText(guid) == LowerCaseAscii(text) ? std::optional<orv::Guid>(guid) : std::nullopt;
 }
 
@@ -163,6 +164,7 @@ orv::Value ByLook(const Json& value)
     }
     if (value.is_number()) return value.get<double>();
     if (value.is_string()) return orv::ToUtf16(value.get<std::string>());
+    // The library writes null for what is no finite number.
     if (value.is_null()) return std::numeric_limits<double>::quiet_NaN();
     if (value.is_object()) return FromObject(value);
     throw Unusable("is a list, which no value of an action is");
@@ -230,6 +232,7 @@ void SetParameter(Action& action, const ActionView* known, const std::string& ke
 
 Json Parsed(const std::string& record)
 {
+    // The library itself writes them raw, and the parser refuses them.
     std::string text = WithoutRawControls(record);
     // The member alone, without a document around it.
     const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -244,6 +247,7 @@ Action ActionOf(const Json& object)
     const std::string name = object.is_object() ? StringOf(object, "name") : "";
     if (name.empty()) throw Unusable("no action: expected an object with a name");
     Action action = Action::Named(name);
+    // A document may come from a client that writes the sibling's number only.
     const bool match = object.contains("messageClass") ? NumberOf(object, "messageClass") == ORV_MESSAGE_MATCH_ACTION
                                                        : NumberOf(object, "heskMessageClass") == 2;
     if (match) action = action.ToMatchAction();

@@ -24,6 +24,7 @@ bool LineReader::Refill()
         const std::size_t count = failed_ ? 0 : ReadBytes(file_, buffer_.data() + left, kPiece, failed_);
         read_ += count;
         buffer_.resize(left + count);
+        // UTF-8 is passed on as it is, damaged or not; the reader of the form says what is wrong with it.
         if (encoding_ == Encoding::Utf8) return count > 0;
         const std::string bytes = buffer_.substr(left);
         buffer_.resize(left);
@@ -63,6 +64,7 @@ void LineReader::AppendDecoded(std::string_view bytes, bool last)
     undecoded_.erase(0, 2 * units.size());
     const std::string decoded = orv::ToUtf8(units);
     buffer_ += decoded;
+    // A byte that no UTF-8 holds marks what could not be decoded, so that it is reported.
     if (orv::ToUtf16(decoded) != units) buffer_ += '\xFF';
     if (last && !undecoded_.empty()) buffer_ += '\xFF';
     if (last) undecoded_.clear();
@@ -95,6 +97,7 @@ bool LineReader::Next(std::string& line, bool& tooLong)
         any = true;
         const std::size_t found = buffer_.find_first_of("\r\n", position_);
         const std::size_t count = std::min(found, buffer_.size()) - position_;
+        // One byte more than the longest line, which is how a line that is too long shows.
         line.append(buffer_, position_, std::min(count, kLongest + 1 - line.size()));
         tooLong = tooLong || line.size() > kLongest;
         position_ += count;

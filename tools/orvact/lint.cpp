@@ -49,6 +49,7 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
     std::size_t at = 0;
     Ulmo::TextPlace place;
     for (const Remark& remark : remarks_) {
+        // Relative to the last place, which is where `at` stands.
         place = Ulmo::PlaceOf(document.substr(at), remark.position - at, place);
         at = remark.position;
         const bool error = remark.severity == ExtensionListener::Severity::Error;

@@ -103,6 +103,7 @@ bool AsksForJson(const std::vector<std::string>& arguments)
 int ParseAndPerform(CommandLine& line, const std::vector<std::string>& arguments)
 {
     try {
+        // The parser takes its arguments from the back.
         line.app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& answer) {
         return Answer(line.app, answer);

@@ -135,6 +135,7 @@ std::u16string NameNumbers(std::u16string_view text)
         std::int32_t number = 0;
         std::from_chars(digits.data(), digits.data() + digits.size(), number);
         const auto value = orv::FindEnumValue(enumType, static_cast<std::uint32_t>(number));
+        // A name with a quote could not be read back.
         if (!value || value->name.find(u'"') != std::u16string_view::npos) continue;
         const std::u16string name(value->name);
         rewriter.Replace(parameter.value, IsIdentifier(name) ? name : u"\"" + name + u"\"");

@@ -76,6 +76,7 @@ struct Differing {
         case ValueKind::Rect:
         case ValueKind::ResultDataSet: break;
         }
+        // The kind is the same, but the enum is the action's.
         orv::CarriedParameter held = parameter;
         held.enumType = given.EnumOf(parameter.name);
         return Field("the value is", ValueText(given, held), ValueText(wanted, parameter));

@@ -14,6 +14,7 @@ void Progress::Show(std::uint64_t taken, std::uint64_t count)
     constexpr std::uint64_t kWidth = 30;
     const Clock::time_point now = Clock::now();
     if (now < next_) return;
+    // Ten times a second is as often as anybody looks.
     next_ = now + std::chrono::milliseconds(100);
     std::string line = std::to_string(count) + " " + counted_ + (count == 1 ? "" : "s");
     if (size_ > 0) {

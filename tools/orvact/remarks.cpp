@@ -109,6 +109,7 @@ public:
     {
         Unread();
         if (!known_) {
+            // Once: a file may hold many actions that are unknown.
             static const std::vector<std::string> names = ActionNames();
             const std::string name = orv::ToUtf8(action_.Name());
             Add("unknown-action", walk_.name.begin, "unknown action " + Quoted(name) + ", which is kept as it stands",
@@ -122,6 +123,7 @@ private:
              const std::string& suggestion = {})
     {
         Remark& remark = remarks_.emplace_back(Remark{code, message, suggestion, 0, 0, {}});
+        // Without a sound walk no place in the text can be trusted.
         if (walk_.sound) Locate(text_, position, remark);
     }
 

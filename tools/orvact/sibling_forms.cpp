@@ -21,6 +21,7 @@ struct Converted {
         try {
             text = conversion(given);
         } catch (const orv::Error& error) {
+            // This code says that there is no counterpart, which is an answer and no failure.
             if (error.Code() != ORV_ERROR) failure = error.what();
         }
     }

@@ -29,6 +29,7 @@ Decoded ReadTechnical(const std::string& record)
 {
     Decoded decoded;
     const std::u16string text = orv::ToUtf16(record);
+    // Over the text as it came, so that places in remarks are the user's.
     TextWalk walk = WalkText(text);
     Numbered numbered{text, {{0, 0}}};
     if (settings.names && !NumberNames(text, walk, numbered, decoded.problem)) return decoded;

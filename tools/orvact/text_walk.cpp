@@ -39,6 +39,7 @@ std::size_t TagEnd(std::u16string_view text, std::size_t at)
     if (first != u'?' && first != u'/' && !IsLetter(first)) return kNone;
     for (std::size_t i = at + 1; i < text.size(); ++i) {
         if (text[i] == u'>') return i + 1;
+        // A value in quotes may hold a bracket.
         const bool opens = (text[i] == u'"' || text[i] == u'\'') && text[i - 1] == u'=';
         if (opens) i = text.find(text[i], i + 1);
         if (i == kNone || text[i] == u'<') return kNone;
@@ -110,6 +111,7 @@ private:
             if (Spend() && text_[at] == u'\\' && At(at + 1) == u'"') guarded.push_back(at + 1);
             if (text_[at] == u'\\') ++at;
         }
+        // The protected ones are tried after that, the last one first, as the library does.
         if (at < text_.size() && fits(at + 1)) return at;
         while (!guarded.empty() && !fits(guarded.back())) guarded.pop_back();
         return guarded.empty() ? kNone : guarded.back();

@@ -18,6 +18,7 @@ std::string Filled(std::string_view frame, const std::vector<std::pair<std::stri
     while (true) {
         const std::size_t open = frame.find("{{");
         const std::size_t close = open == std::string_view::npos ? open : frame.find("}}", open);
+        // An opening without an end is text.
         result += frame.substr(0, close == std::string_view::npos ? close : open);
         if (close == std::string_view::npos) return result;
         const std::string_view name = frame.substr(open + 2, close - open - 2);

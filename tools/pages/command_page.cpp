@@ -28,6 +28,7 @@ std::vector<std::string> Members(const std::string& typeName)
     return CLI::detail::split(typeName.substr(open + 1, close - open - 1), ',');
 }
 
+// By the words that the help shows for values.
 bool IsFile(const std::string& name)
 {
     for (const char* file : {"FILE", "TEXT", "PATTERNS", "PATTERN", "DB"}) {

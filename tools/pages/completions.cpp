@@ -134,6 +134,7 @@ std::string BashCompletion(const CommandPage& root)
         "    for ((index = 1; index < COMP_CWORD; ++index)); do\n"
         "        case \"$command ${COMP_WORDS[index]}\" in\n";
     Walk(root, [&](const CommandPage& page) {
+        // The command itself is where the walk over the words begins.
         if (page.path.size() == 1) return;
         text += "        " + Quoted(page.Joined(" ")) + ") command=" + Quoted(page.Joined(" ")) + " ;;\n";
     });

@@ -18,6 +18,7 @@ void Write(const std::filesystem::path& path, const std::string& text)
     std::filesystem::create_directories(path.parent_path());
     std::ofstream file(path, std::ios::binary);
     file << text;
+    // Set after the write, so that a failure of it raises here, and closing may still fail.
     file.exceptions(std::ios::failbit | std::ios::badbit);
     file.close();
 }
