@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace Platform {
 
@@ -20,8 +21,13 @@ public:
     };
 
     File() = default;
-    File(File&& other) noexcept;
-    File& operator=(File&& other) noexcept;
+    File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
+    // What was open here closes with the other.
+    File& operator=(File&& other) noexcept
+    {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
     ~File() { Close(); }
 
     bool Open(const std::filesystem::path& name, Use use);  // closes what was open

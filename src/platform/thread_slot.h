@@ -26,8 +26,15 @@ public:
 #endif
     }
     bool Set(void* block);
-    void ThreadEnded();  // runs the hook for the calling thread and clears its slot
-    void Free();         // gives the slot back; the blocks of living threads are not freed
+    // Runs the hook for the calling thread and clears its slot.
+    void ThreadEnded()
+    {
+        void* block = Get();
+        if (!block) return;
+        Set(nullptr);
+        threadEnd_(block);
+    }
+    void Free();  // gives the slot back; the blocks of living threads are not freed
 
 private:
 #if !defined(_WIN32)

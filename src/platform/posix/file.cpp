@@ -33,16 +33,6 @@ int RefusalOf(int descriptor)
 
 }  // namespace
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed))
-{}
-
-File& File::operator=(File&& other) noexcept
-{
-    // What was open here closes with the other.
-    std::swap(handle_, other.handle_);
-    return *this;
-}
-
 bool File::Open(const std::filesystem::path& name, Use use)
 {
     Close();
@@ -59,6 +49,7 @@ bool File::Open(const std::filesystem::path& name, Use use)
 void File::Close()
 {
     if (!IsOpen()) return;
+    // The failure that made the caller close is still to be reported.
     const int kept = errno;
     close(static_cast<int>(std::exchange(handle_, kClosed)));
     errno = kept;

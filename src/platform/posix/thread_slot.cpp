@@ -53,14 +53,6 @@ bool ThreadSlot::Set(void* block)
     return true;
 }
 
-void ThreadSlot::ThreadEnded()
-{
-    void* block = Get();
-    if (!block) return;
-    Set(nullptr);
-    threadEnd_(block);
-}
-
 void ThreadSlot::Free()
 {
     if (allocated_) pthread_key_delete(Key(index_));

@@ -32,6 +32,7 @@ HANDLE OpenFor(const wchar_t* name, File::Use use)
                        nullptr);
 }
 
+// Gives the position that it leads to.
 bool Seek(std::intptr_t handle, std::int64_t distance, DWORD from, std::int64_t& position)
 {
     LARGE_INTEGER wanted{};
@@ -43,16 +44,6 @@ bool Seek(std::intptr_t handle, std::int64_t distance, DWORD from, std::int64_t&
 }
 
 }  // namespace
-
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed))
-{}
-
-File& File::operator=(File&& other) noexcept
-{
-    // What was open here closes with the other.
-    std::swap(handle_, other.handle_);
-    return *this;
-}
 
 bool File::Open(const std::filesystem::path& name, Use use)
 {
@@ -68,6 +59,7 @@ bool File::Open(const std::filesystem::path& name, Use use)
 void File::Close()
 {
     if (!IsOpen()) return;
+    // The failure that made the caller close is still to be reported.
     const DWORD kept = GetLastError();
     CloseHandle(AsHandle(std::exchange(handle_, kClosed)));
     SetLastError(kept);

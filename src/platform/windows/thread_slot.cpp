@@ -18,14 +18,6 @@ bool ThreadSlot::Set(void* block)
     return allocated_ && TlsSetValue(index_, block);
 }
 
-void ThreadSlot::ThreadEnded()
-{
-    void* block = Get();
-    if (!block) return;
-    Set(nullptr);
-    threadEnd_(block);
-}
-
 void ThreadSlot::Free()
 {
     if (allocated_) TlsFree(index_);
