@@ -9,6 +9,7 @@
 
 #include "catalogue/value_kind.h"
 #include "forms/message_kinds.h"
+#include "forms/object_of_kind.h"
 #include "forms/sibling.h"
 #include "forms/text_parser.h"
 #include "objects/match_action.h"
@@ -28,6 +29,7 @@ struct PayloadShape {
     std::uint8_t numberBytes;
 };
 
+// A number that is no kind has no payload: a newer kind cannot be skipped.
 PayloadShape ShapeOf(std::uint32_t kind)
 {
     switch (ValueKind{kind}) {
@@ -113,6 +115,7 @@ private:
     }
 };
 
+// The setters give the kind of the fields; the record's own kind and enum come last, as they stand.
 void SetContent(TOrvParameter& value, const Record& record)
 {
     switch (ValueKind{record.kind}) {
@@ -136,7 +139,7 @@ void SetContent(TOrvParameter& value, const Record& record)
 }
 
 // Finds the position of a declared parameter in the spelling of the catalogue. The writer walks in key order, so the
-// next name is mostly the one that follows in that order.
+// next name is mostly the one that follows in that order; the cursor of the map goes by the declaration.
 class DeclaredNames {
 public:
     explicit DeclaredNames(const TOrvActionInternalInfo* entry) : entry_(entry) {}
@@ -203,14 +206,6 @@ std::size_t LikelyTextBytes(std::uint32_t size)
     return std::min(size / 3, kMost) & ~std::uint32_t{3};
 }
 
-ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, View name, std::size_t textBytes)
-{
-    if (kind == ORV_MESSAGE_MATCH_ACTION) {
-        return ObjectPtr<TOrvAction>(TOrvMatchAction::CreateWithRoom(name, textBytes));
-    }
-    return ObjectPtr<TOrvAction>(TOrvAction::CreateWithRoom(name, textBytes));
-}
-
 // Whatever the caller expects, only an action is taken from there: deliberate.
 BinaryReadResult ReadSibling(std::span<const std::byte> buffer, std::uint32_t kind, std::uint32_t consumed)
 {
@@ -220,6 +215,7 @@ BinaryReadResult ReadSibling(std::span<const std::byte> buffer, std::uint32_t ki
     return {parsed.object.release(), parsed.consumed};
 }
 
+// From an even address.
 BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
 {
     TOrvBinaryReader reader(bytes, size);
@@ -232,7 +228,7 @@ BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t e
     }
     // A buffer that ends before the kind leaves 0, which nothing admits. One that ends within the name leaves it empty.
     if (!Admits(expectedKind, kind)) return {nullptr, reader.Consumed()};
-    ObjectPtr<TOrvAction> object = MakeObject(kind, name, LikelyTextBytes(size));
+    ObjectPtr<TOrvAction> object = MakeObjectOfKind(kind, name, LikelyTextBytes(size));
     ReadRecords(reader, *object);
     return {object.release(), reader.Consumed()};
 }

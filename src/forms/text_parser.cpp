@@ -1,21 +1,12 @@
 #include "forms/text_parser.h"
 
 #include "forms/message_kinds.h"
+#include "forms/object_of_kind.h"
 #include "forms/text_value.h"
 #include "objects/match_action.h"
 #include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
-
-namespace {
-
-ObjectPtr<TOrvAction> MakeObject(std::uint32_t kind, std::u16string_view name)
-{
-    if (kind == ORV_MESSAGE_MATCH_ACTION) return ObjectPtr<TOrvAction>(TOrvMatchAction::Create(name));
-    return ObjectPtr<TOrvAction>(TOrvAction::Create(name));
-}
-
-}  // namespace
 
 ParsedText ParseActionText(std::u16string_view text, std::uint32_t expectedKind)
 {
@@ -32,7 +23,7 @@ ParsedText TOrvTextParser::Read(std::uint32_t expectedKind)
     if (!scanner_.FindHeader(header) || header.name.empty()) return {};
     const std::uint32_t kind = KindOfPrefix(header.prefix);
     if (!Admits(expectedKind, kind)) return {nullptr, Consumed()};
-    ObjectPtr<TOrvAction> object = MakeObject(kind, header.name);
+    ObjectPtr<TOrvAction> object = MakeObjectOfKind(kind, header.name);
     FieldMatch field;
     // The search is not anchored: text before a match is skipped without an error. Unknown parameters are accepted, and
     // missing ones are not filled in. All deliberate.
@@ -43,7 +34,7 @@ ParsedText TOrvTextParser::Read(std::uint32_t expectedKind)
 }
 
 // Texts mostly hold the parameters in the order of the declaration and in its spelling, so the one behind the last is
-// looked at first.
+// looked at first. Beside the cursor of the map, which ends at its slots: here the declared kind is wanted as well.
 TOrvTextParser::Declared TOrvTextParser::FindDeclared(const TOrvActionInternalInfo& entry, std::u16string_view name)
 {
     if (name.empty()) return {};
