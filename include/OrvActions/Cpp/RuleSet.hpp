@@ -147,10 +147,10 @@ public:
         Action copy = rule.Clone();
         const std::uint64_t name = NameKey(copy);
         Group& group = groups_[name];
-        const Place place = BestPlace(copy, name);
-        const std::size_t listed = place.parameter.empty() ? kByName : List(group, place.parameter);
-        Bucket& bucket = buckets_[place.key];
-        Rule& added = rules_.try_emplace(nextId_, std::move(copy), nextId_, name, place.key, listed).first->second;
+        const Listing listing = BestListing(copy, name);
+        const std::size_t listed = listing.parameter.empty() ? kByName : List(group, listing.parameter);
+        Bucket& bucket = buckets_[listing.key];
+        Rule& added = rules_.try_emplace(nextId_, std::move(copy), nextId_, name, listing.key, listed).first->second;
         // Nothing fails from here on.
         if (bucket.first) bucket.first->previous = &added;
         added.next = std::exchange(bucket.first, &added);
@@ -231,7 +231,8 @@ private:
         std::vector<Parameter> parameters;
         std::size_t rules = 0;
     };
-    struct Place {
+    // Under which key a rule is listed: that of its name, or that of a value of one of its parameters.
+    struct Listing {
         std::uint64_t key;
         std::u16string parameter;  // "" when only the name is left
         int telling = 0;
@@ -262,9 +263,9 @@ private:
         }
     }
 
-    Place BestPlace(const Action& rule, std::uint64_t name) const
+    Listing BestListing(const Action& rule, std::uint64_t name) const
     {
-        Place best{name, {}, 0, std::numeric_limits<std::size_t>::max()};
+        Listing best{name, {}, 0, std::numeric_limits<std::size_t>::max()};
         detail::Record value;
         for (const CarriedParameter& parameter : rule.Parameters()) {
             const int telling = detail::Telling(parameter.kind, parameter.enumType);
@@ -281,7 +282,7 @@ private:
         return best;
     }
 
-    static bool Better(std::size_t crowd, int telling, const Place& than)
+    static bool Better(std::size_t crowd, int telling, const Listing& than)
     {
         const bool crowded = crowd >= kCrowded;
         if (crowded != (than.crowd >= kCrowded)) return !crowded;
