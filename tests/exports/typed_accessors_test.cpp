@@ -175,34 +175,16 @@ TEST(TypedAccessors, WhatAnActionIs)
         EXPECT_EQ(Text(wide), c.name);
         EXPECT_TRUE(Talvec_Action_GetActionNameA(handle, &narrow));
         EXPECT_EQ(std::u16string(narrow, narrow + std::strlen(narrow)), c.name);
+        EXPECT_TRUE(OrvAct_GetActionPlainNameW(handle, &wide));
+        EXPECT_EQ(Text(wide), Text(info.PlainNameW));
+        EXPECT_TRUE(OrvMatchAct_GetActionPlainNameA(handle, &narrow));
+        EXPECT_STREQ(narrow, info.PlainNameA ? info.PlainNameA : "");
     }
     std::uint32_t number = 999;
     EXPECT_TRUE(Talvec_Action_GetActionPriority(Named(u"SystemStarted").get(), &number));
     EXPECT_EQ(number, 1u);
     EXPECT_TRUE(TalvecMatchAct_GetActionFlags(unknown.get(), &number));
     EXPECT_EQ(number, 0u);
-}
-
-TEST(TypedAccessors, PlainNamesFollowTheSwitch)
-{
-    const Handle handle = Named(u"CameraOn");
-    const auto plainName = [&] {
-        const OrvWChar* wide = nullptr;
-        const char* narrow = nullptr;
-        EXPECT_TRUE(OrvAct_GetActionPlainNameW(handle.get(), &wide));
-        EXPECT_TRUE(OrvMatchAct_GetActionPlainNameA(handle.get(), &narrow));
-        EXPECT_EQ(Text(wide), std::u16string(narrow, narrow + std::strlen(narrow)));
-        return Text(wide);
-    };
-    const std::u16string native = plainName();
-    EXPECT_NE(native, u"CameraOn");
-    OrvAct_SetNativeTranslation(0);
-    EXPECT_EQ(plainName(), u"CameraOn");
-    OrvAct_SetNativeTranslation(1);
-    EXPECT_EQ(plainName(), native);
-    const char* none = nullptr;
-    EXPECT_TRUE(OrvAct_GetActionPlainNameA(Named(u"NobodyKnows").get(), &none));
-    EXPECT_STREQ(none, "");
 }
 
 TEST(TypedAccessors, MarksStayWithTheObject)
@@ -224,55 +206,6 @@ TEST(TypedAccessors, MarksStayWithTheObject)
     EXPECT_TRUE(OrvAct_GetInternalData(clone.get(), &data));
     EXPECT_EQ(flags, 0u);
     EXPECT_EQ(data, 0u);
-}
-
-// Every kind goes in and comes out, and the value reads as what it was.
-TEST(TypedAccessors, ParametersByNameOfEveryKind)
-{
-    const Handle handle = Named(u"CustomAction");
-    for (std::uint32_t kind = 1; kind <= 12; ++kind) {
-        TOrvParameterValue value{};
-        value.kind = kind;
-        value.enum_type = kind == ORV_KIND_Numeric32Bit ? 0x1005 : 0;
-        switch (kind) {
-        case ORV_KIND_Boolean: value.payload.boolean = 1; break;
-        case ORV_KIND_Numeric32Bit: value.payload.int32 = -3; break;
-        case ORV_KIND_NumericDouble: value.payload.real = 2.5; break;
-        case ORV_KIND_Guid: value.payload.guid = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}}; break;
-        case ORV_KIND_EventType: value.payload.eventType = {9, W(u"event")}; break;
-        case ORV_KIND_MediaChannel: value.payload.channel = {8, W(u"channel"), 3}; break;
-        case ORV_KIND_Resource: value.payload.resource = {{1, 2, 3, {}}, W(u"resource")}; break;
-        default: value.payload.int64 = 0x0004000300020001; break;
-        }
-        if (kind == ORV_KIND_String || kind == ORV_KIND_ResultDataSet) value.text = SysAllocStringLen(W(u"text"), 4);
-        EXPECT_TRUE(Talvec_Action_SetParameterByName(handle.get(), W(u"Value"), &value));
-        TOrvParameterValue read{};
-        EXPECT_TRUE(TalvecMatchAct_GetParameterByName(handle.get(), W(u"vALUE"), &read));
-        EXPECT_EQ(read.kind, kind);
-        EXPECT_EQ(read.enum_type, value.enum_type);
-        EXPECT_EQ(Text(read.text), Text(value.text));
-        switch (kind) {
-        case ORV_KIND_EventType:
-            EXPECT_EQ(read.payload.eventType.id, 9u);
-            EXPECT_EQ(Text(read.payload.eventType.name), u"event");
-            break;
-        case ORV_KIND_MediaChannel:
-            EXPECT_EQ(read.payload.channel.id, 8u);
-            EXPECT_EQ(read.payload.channel.number, 3u);
-            EXPECT_EQ(Text(read.payload.channel.name), u"channel");
-            break;
-        case ORV_KIND_Resource:
-            EXPECT_EQ(read.payload.resource.guid.Data3, 3u);
-            EXPECT_EQ(Text(read.payload.resource.name), u"resource");
-            break;
-        case ORV_KIND_String:
-        case ORV_KIND_ResultDataSet: break;
-        default: EXPECT_EQ(std::memcmp(&read.payload, &value.payload, sizeof read.payload), 0) << kind;
-        }
-        SysFreeString(read.text);
-        SysFreeString(value.text);
-    }
-    EXPECT_EQ(handle->GetParameterCount(), 1u);
 }
 
 TEST(TypedAccessors, ParametersByNameAtTheEdges)
