@@ -12,6 +12,7 @@ ObjectPtr<TOrvAction> ActionTextParser::Parse()
     if (!Split()) return nullptr;
     const Converter* converter = FindConverter(name_);
     if (!converter) return nullptr;
+    // The row names our action, which may be called otherwise than the sibling's.
     ObjectPtr<TOrvAction> action(TOrvAction::Create(converter->action));
     const OddAction* odd = FindOddAction(*converter);
     if (odd && odd->read) {

@@ -110,6 +110,7 @@ void ActionTextWriter::WriteFields(TOrvAction& action, std::span<const FieldRow>
 void ActionTextWriter::WriteField(TOrvAction& action, const Field& field)
 {
     TOrvParameter* value = action.Parameters().Find(field.parameter);
+    // A positional field must not be missing, or all behind it would move up.
     if (!field.key.empty() && !value) return;
     Separate();
     if (!field.key.empty()) {

@@ -44,6 +44,7 @@ const Converter* FindConverter(std::u16string_view name)
         return row == all.end() ? nullptr : &*row;
     }
     char16_t lower[kLongestName];
+    // Longer than every name of the table, so there is no row for it.
     if (name.size() > kLongestName) return nullptr;
     std::copy(name.begin(), name.end(), lower);
     const std::u16string_view wanted(lower, Ulmo::LowerAsciiPrefix(lower, name.size()));

@@ -15,6 +15,7 @@ namespace {
 
 using Form = ActionTextToken::Form;
 
+// An id is unsigned, yet scanned with a sign: text from 2^63 on gives the limit.
 std::uint64_t Id(std::u16string_view text)
 {
     return static_cast<std::uint64_t>(Ulmo::ScanInt64(text));
@@ -58,12 +59,14 @@ void SetRect(TOrvParameter& value, const ActionTextToken& token)
     value.SetRect(static_cast<std::int64_t>(packed));
 }
 
+// A number without a point is a real number too.
 double Real(const ActionTextToken& token)
 {
     const std::u16string_view real = token.Part(Form::Float, 0);
     return Ulmo::ScanDouble(real.empty() ? token.Integer() : real);
 }
 
+// What the token does not hold reads as 0 or as an empty text, which raises where a date is wanted.
 void SetValue(TOrvParameter& value, const Field& field, const ActionTextToken& token, const TOrvGuid& guid)
 {
     switch (ValueKind{field.kind}) {

@@ -33,6 +33,7 @@ std::atomic<bool> ready{false};
 std::uint32_t failedAttempts = 0;
 HeskFunctions functions;
 
+// False for a function that the library lacks; the pointer is null then.
 template <class Function>
 bool Resolve(const Ulmo::SecureModuleHandle& library, const char* name, Function& function)
 {
@@ -40,6 +41,7 @@ bool Resolve(const Ulmo::SecureModuleHandle& library, const char* name, Function
     return function != nullptr;
 }
 
+// All or nothing: a library of another version is not used in part.
 bool ResolveAll(const Ulmo::SecureModuleHandle& library)
 {
     return Resolve(library, "HeskAct_CreateFromBinBuffer", functions.createFromBinBuffer) &&
@@ -49,12 +51,14 @@ bool ResolveAll(const Ulmo::SecureModuleHandle& library)
            Resolve(library, "HeskAct_RestoreActionFromEventData", functions.restoreFromEventData);
 }
 
+// Calls one of the library's functions; what it raises goes on to the caller.
 template <class Result, class... Parameters, class... Arguments>
 Result Call(Result (*function)(Parameters...), Arguments... arguments)
 {
     return Platform::CallForeign([=] { return function(arguments...); });
 }
 
+// The length is the text's, or with too little room the one that is needed.
 bool StoreText(HeskHandle action, char16_t* buffer, std::uint32_t capacity, std::uint32_t& length)
 {
     return Call(functions.storeToTextBuffer, action, buffer, capacity, 0U, 0U, &length) != 0;
@@ -110,6 +114,7 @@ bool TakeText(HeskHandle action, std::u16string& output)
     return !output.empty();
 }
 
+// The frame of the conversions: whatever fails inside, but for memory, is told to the debug sink and answers false.
 template <class Work>
 bool Guarded(std::u16string_view fault, Work&& work)
 {

@@ -46,6 +46,7 @@ constexpr std::u16string_view kFenceKey = u"VirtualFenceNumber";
 constexpr std::int32_t kZone = 0;
 constexpr std::int32_t kFence = 1;
 
+// By key, wherever among the fields it stands, unlike all other fields.
 void ReadVantikNumber(ActionTextParser& parser, TOrvAction& action)
 {
     std::optional<std::u16string_view> zone, fence;  // the last one of several counts

@@ -19,12 +19,14 @@ constexpr std::int32_t kLeastEnumCode = 1000;
 constexpr std::int32_t kLeastClassCode = 1000;
 constexpr std::int32_t kLeastActionCode = kFirstExtensionActionCode;
 
+// In any case of ASCII letters. The names of attributes compare exactly.
 bool SameElement(std::string_view a, std::string_view b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char x, char y) { return Ulmo::LowerAscii(x) == Ulmo::LowerAscii(y); });
 }
 
+// What is no number gives 0, as everywhere in these files.
 std::int32_t Scan(std::string_view text)
 {
     return Ulmo::ScanInt32(Ulmo::WideFromUtf8(text));
@@ -95,6 +97,7 @@ bool ExtensionReader::IsRow(const Node& node, const ElementRule& rule) const
     }
     for (const std::string_view item : rule.required) {
         const bool present = node.HasAttribute(item) || (!rule.onlyAttributes && node.FindChild(item));
+        // Unused places of a rule are empty.
         if (present || item.empty()) continue;
         Tell(Severity::Error, node.Position(), {"the ", rule.element, " is skipped: it has no '", item, "'"});
         TellWithoutEffect(node, rule);

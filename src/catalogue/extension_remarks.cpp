@@ -20,6 +20,7 @@ std::string Quoted(std::u16string_view name)
     return Ulmo::Utf8FromWide(name.substr(0, kLongestQuote)) + (whole ? "" : "...");
 }
 
+// Whether a word stands in the list exactly.
 template <std::size_t Size>
 bool Holds(const std::string_view (&words)[Size], std::string_view word)
 {
@@ -37,6 +38,7 @@ std::string_view OtherCase(const std::string_view (&words)[Size], std::string_vi
     return {};
 }
 
+// The attribute's position, or the row's if the item is no attribute.
 std::size_t PlaceOf(const Ulmo::XMLNode& node, std::string_view item)
 {
     const Ulmo::XMLNode::Attribute* attribute = node.FindAttribute(item);

@@ -38,6 +38,7 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& bytes)
     return true;
 }
 
+// `name` is set before anything can fail, for the caller's report.
 void LoadFile(TOrvActionCatalogue& catalogue, const std::filesystem::path& path, std::u16string& name)
 {
     name = Platform::FileNameText(path);
@@ -46,6 +47,7 @@ void LoadFile(TOrvActionCatalogue& catalogue, const std::filesystem::path& path,
     if (ReadWholeFile(path, document)) ExtensionReader(catalogue).Read(document.c_str());
 }
 
+// Raises SystemException if the folder cannot be listed.
 void LoadAll()
 {
     std::filesystem::path folder;

@@ -13,6 +13,7 @@ namespace {
 // change here is a change there.
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
 
+// The multiplication spreads bits upwards only, so the high ones are folded back.
 std::uint64_t Mix(std::uint64_t hash, std::uint64_t units)
 {
     hash = (hash ^ units) * kMultiplier;

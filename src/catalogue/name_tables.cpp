@@ -59,6 +59,7 @@ constexpr NamedNumber kNoColumns[] = {{u"Unavailable", 0}, {u"None", 0}};
 constexpr std::uint32_t kPublicBoolean = 5;
 constexpr std::uint32_t kFirstPublicEnum = 10;
 
+// In any case; an empty name is none.
 std::optional<std::uint32_t> Find(std::span<const NamedNumber> table, std::u16string_view name)
 {
     if (name.empty()) return std::nullopt;

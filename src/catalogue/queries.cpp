@@ -14,6 +14,7 @@ const OrvWChar* Wide(const Text& text)
     return Boundary(text.c_str());
 }
 
+// The records of the families and of the entries differ in a few fields; what a record lacks is left out.
 template <class Record>
 void FillTexts(Record& record, const TOrvBaseNameInfo& entry)
 {

@@ -37,6 +37,7 @@ private:
         }
         const TOrvParameterInternalInfo& declared = action_.Entry()->Parameters[position];
         const auto shown = writer_.WriteParameter(name, value, &declared, level_);
+        // What has no label is in the whole text all the same.
         if (!shown || *shown->label == 0) return;
         const std::u16string text(shown->value);
         // Hidden parameters get no number: those that are told are numbered without a gap.

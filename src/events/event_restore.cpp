@@ -17,12 +17,14 @@ std::uint32_t ImageSize(const TOrvEventData& record)
     return record.image ? static_cast<std::uint32_t>(record.imageSize) : 0;
 }
 
+// Null without an image, and for one that holds no object of that kind.
 TOrvAction* ReadOwnImage(const TOrvEventData& record, std::uint32_t expectedKind)
 {
     const std::uint32_t size = ImageSize(record);
     return size != 0 ? ReadActionBinary(record.image, size, expectedKind).object : nullptr;
 }
 
+// The sibling's library makes text of it, which is read like any other. Null if there is no such library.
 TOrvAction* ReadSiblingImage(const TOrvEventData& record, std::uint32_t expectedKind)
 {
     std::u16string text;
@@ -62,6 +64,7 @@ void Set(TOrvParameter& value, const TOrvEventText& field)
     value.SetString(TextOf(field));
 }
 
+// Each declared parameter whose columns are all filled.
 void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
 {
     const Columns filled = FilledColumns(record);
@@ -80,6 +83,7 @@ void RestoreDeclared(TOrvAction& action, const TOrvEventData& record)
     }
 }
 
+// The four parameters that any action may carry; an empty text is none.
 void RestoreUsers(TOrvAction& action, const TOrvEventData& record)
 {
     for (std::size_t user = 0; user < std::size(kUserParameters); ++user) {
@@ -118,6 +122,7 @@ TOrvAction* RestoreFromColumns(const TOrvEventData& record)
 TOrvMatchAction* RestoreMatchAction(const TOrvEventData& record)
 {
     TOrvAction* own = RestoreFromImage(record);
+    // Only the copy goes out, with the match action's own class; this one ends here.
     const ObjectPtr<TOrvAction> action(own ? own : RestoreWithoutOwnImage(record));
     return action ? TOrvMatchAction::CreateFrom(*action, 1) : nullptr;
 }

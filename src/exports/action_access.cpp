@@ -14,6 +14,8 @@ using namespace OrvPLC;
 
 namespace {
 
+// The last argument becomes the name of the export that calls, for the report of a null handle. So it does in each
+// helper of this folder.
 OrvBool ReadRole(TOrvHandle handle, Roles::Views views, const TOrvChannelValue** channel,
                  const char* function = ORV_CALLING_FUNCTION)
 {

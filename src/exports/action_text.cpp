@@ -13,6 +13,7 @@ using namespace OrvPLC;
 
 namespace {
 
+// The consumed length is stored even if no object comes of the text.
 TOrvMessage* ReadText(std::u16string_view text, std::uint32_t expectedKind, bool narrow, std::uint32_t* consumed)
 {
     const TextReadResult read = ReadActionText(text, expectedKind, narrow);
@@ -91,6 +92,7 @@ TOrvHandle OrvAct_CreateFromTextBufferA(const char* text, std::uint32_t length, 
                                         OrvBool utf8, std::uint32_t* consumed)
 {
     return NewHandle([&] {
+        // A narrow text is widened first; the characters consumed are those of the wide one.
         const std::string_view given =
             length >= ORV_LENGTH_TERMINATED ? std::string_view(text ? text : "") : std::string_view(text, length);
         const std::u16string wide = utf8 ? Ulmo::WideFromUtf8(given) : Ulmo::WideFromAnsi(given);

@@ -16,6 +16,7 @@ namespace {
 template <class Record, class Find>
 OrvBool Get(Record* record, Find&& find)
 {
+    // Also for a read: no text changes while the record is filled.
     const Ulmo::CriticalSectionGuard guard(Catalogue().Lock());
     const auto* entry = find();
     if (!entry) return false;

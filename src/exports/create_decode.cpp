@@ -22,6 +22,7 @@ const TOrvActionInternalInfo& EntryOf(BuiltInAction action)
     return *Catalogue().FindActionByIndex(static_cast<std::uint32_t>(action));
 }
 
+// What an argument points at, as the type that the declaration says.
 template <class T>
 const T& ValueOf(const CreateArgument& argument)
 {
@@ -48,6 +49,7 @@ const OrvWChar* TextOf(const CreateArgument& argument)
     }
 }
 
+// A narrow text is in the ANSI code page; its length is not known beforehand.
 void SetString(TOrvParameter& value, const CreateArgument& argument, std::size_t length)
 {
     if (argument.IsNarrow()) return value.SetString(Ulmo::WideFromAnsi(&ValueOf<char>(argument)));
@@ -174,6 +176,7 @@ bool ConvertToDeclared(TOrvParameter& value, const TOrvParameterInternalInfo& de
     return value.Kind() == declared.Type || value.Retype(declared.Type, declared.EnumType);
 }
 
+// Of the kinds that are handed out by pointer; their values lie in one of three fields.
 const void* FieldOf(const TOrvParameter& value)
 {
     switch (value.Kind()) {
@@ -200,6 +203,7 @@ void WritePointerIntoValue(TOrvParameter& value, const DecodeOutput& output, con
     }
 }
 
+// Into one output; `value` is null for a parameter that is not set.
 void Decode(TOrvParameter* value, const DecodeOutput& output, const TOrvParameterInternalInfo& declared)
 {
     const auto form = output.GetForm();

@@ -96,6 +96,7 @@ std::uint32_t AsPointer(Interface** out, Source&& source)
     });
 }
 
+// Null stays null.
 TOrvHandle TakeReference(ITalvecMessage* object)
 {
     if (object) object->AddRef();

@@ -21,6 +21,7 @@ constexpr std::size_t kReserveSize = 4;
 TOrvLastError reserve[kReserveSize];
 std::atomic<bool> reserveTaken[kReserveSize];
 
+// Null when all are taken: then the failure is not stored.
 TOrvLastError* TakeReserve()
 {
     for (std::size_t i = 0; i < kReserveSize; ++i) {
@@ -29,6 +30,7 @@ TOrvLastError* TakeReserve()
     return nullptr;
 }
 
+// For a block of either origin.
 void FreeBlock(void* block)
 {
     auto* error = static_cast<TOrvLastError*>(block);
@@ -44,6 +46,7 @@ std::optional<Platform::ThreadSlot> slot;
 // Once a thread; kept out of the way of every other call.
 [[gnu::noinline]] TOrvLastError* MakeBlock() noexcept
 {
+    // Not by new: a failure is being stored, and nothing may raise here.
     void* memory = std::malloc(sizeof(TOrvLastError));
     auto* block = memory ? static_cast<TOrvLastError*>(memory) : TakeReserve();
     if (!block) return nullptr;
@@ -58,6 +61,7 @@ std::optional<Platform::ThreadSlot> slot;
     return nullptr;
 }
 
+// Null before Start and after End, and when not even the reserve has a block.
 inline TOrvLastError* Block() noexcept
 {
     if (!slot) return nullptr;
@@ -65,6 +69,7 @@ inline TOrvLastError* Block() noexcept
     return block ? static_cast<TOrvLastError*>(block) : MakeBlock();
 }
 
+// Cuts at a unit, so half a character may stand at the end.
 template <class Char, std::size_t Size>
 void CopyCut(Char (&field)[Size], std::basic_string_view<Char> text) noexcept
 {
@@ -121,6 +126,7 @@ void Store(const Report& report) noexcept
     block->subCode = report.subCode;
     CopyCut<char>(block->className, report.className ? report.className : "");
     CopyCut<char>(block->details, report.details ? report.details : "");
+    // The narrow text first, since the wide one may be derived from it.
     if (report.message) {
         CopyCut<char>(block->message, report.message);
     } else {

@@ -8,6 +8,7 @@ using namespace OrvPLC;
 
 namespace {
 
+// For functions of two objects; both are checked inside the frame.
 template <class Work>
 OrvBool OnBoth(TOrvHandle first, TOrvHandle second, Work&& work, const char* function = ORV_CALLING_FUNCTION)
 {
@@ -25,6 +26,7 @@ TOrvHandle Talvec_Action_CreateActionByName(const OrvWChar* name)
 TOrvHandle Talvec_Action_CreateActionByCode(std::uint32_t code)
 {
     return NewHandle([&] {
+        // An unknown code gives no handle, unlike an unknown name. Neither is a failure.
         const TOrvActionInternalInfo* entry = Catalogue().FindActionByCode(code);
         return entry ? TOrvAction::Create(*entry) : nullptr;
     });

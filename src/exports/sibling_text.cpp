@@ -17,6 +17,7 @@ namespace {
 
 void HandOut(const std::u16string& text, OrvBStr* output)
 {
+    // A caller that passes no output only asks whether the text converts.
     if (output) *output = NewBStr(text);
 }
 

@@ -9,6 +9,7 @@ namespace OrvPLC {
 
 namespace {
 
+// False and null if the action has no such parameter.
 bool ReadText(TOrvAction& action, std::u16string_view name, const OrvWChar** text)
 {
     TOrvParameter* value = action.Parameters().Find(name);
@@ -25,6 +26,7 @@ bool ReadType(TOrvAction& action, const std::uint32_t** type)
 
 using OptionalText = std::optional<std::u16string>;  // nothing removes the parameter
 
+// Null is nothing, "" a text.
 OptionalText Copy(const OrvWChar* text)
 {
     return text ? OptionalText(TerminatedView(text)) : std::nullopt;

@@ -28,6 +28,7 @@ void ForEachVisible(const TOrvAction& action, std::uint32_t limit, Visit&& visit
         });
 }
 
+// An enum's value as its plain name; a number that the enum lacks, and any other, as digits.
 void WriteNumber(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
 {
     // The enum of Booleans lacks this bit, so a number of that enum stays a number.
@@ -65,6 +66,7 @@ void WriteMediaChannel(TOrvJsonWriter& writer, View key, const TOrvParameter& va
     writer.CloseObject();
 }
 
+// Without guid and name nothing is written.
 void WriteResource(TOrvJsonWriter& writer, View key, const TOrvParameter& value)
 {
     if (Ulmo::GuidTools::IsZero(value.Guid()) && value.Wide().empty()) return;
@@ -131,6 +133,7 @@ void WriteParameters(TOrvJsonWriter& writer, const TOrvAction& action, std::uint
     writer.CloseObject();
 }
 
+// For both operations of the interface: null where a value has no text.
 void StoreJsonText(const TOrvMessage& message, OrvBStr* text, bool wrap, const std::uint32_t* limit)
 {
     TOrvJsonWriter writer(wrap);

@@ -27,6 +27,7 @@ constexpr Escape EscapeOf(char16_t unit)
     return raw ? Escape::None : Escape::Number;
 }
 
+// The unit in each of four lanes of 16 bits.
 constexpr std::uint64_t Lanes(std::uint64_t unit)
 {
     return unit * 0x0001'0001'0001'0001;

@@ -30,6 +30,7 @@ bool SameButForQuotes(View a, View b)
                       [](char16_t left, char16_t right) { return SingleQuoted(left) == SingleQuoted(right); });
 }
 
+// Whether the tag stands here with all its double quotes made single.
 bool StandsGuarded(View here, View written)
 {
     return std::equal(here.begin(), here.end(), written.begin(), written.end(),

@@ -21,6 +21,7 @@ constexpr std::size_t kUsualLength = 200;
 // The time range that stands for "all the rest of the time" and reads by its enum name.
 constexpr TOrvGuid kRestOfTime = {0xBAA41E7C, 0x9328, 0x427E, {0x94, 0x3D, 0xA6, 0x6B, 0x44, 0xEF, 0x2F, 0xDB}};
 
+// As the action declares it, else as a general parameter; null for what the catalogue does not know.
 const TOrvParameterInternalInfo* FindInfo(const TOrvActionInternalInfo* entry, std::size_t position,
                                           std::u16string_view name)
 {
@@ -113,6 +114,7 @@ void TOrvPlainTextWriter::WriteNumber(const TOrvParameter& value)
     Ulmo::AppendDecimal(output_, value.Small());
 }
 
+// By name and number, by the number alone, or by the id.
 void TOrvPlainTextWriter::WriteMediaChannel(const TOrvParameter& value)
 {
     if (!value.Wide().empty()) {

@@ -24,6 +24,7 @@ constexpr WellKnownKey kWellKnownKeys[] = {
     {u"hesk-user", u"User1"},          {u"hesk-secondary-user", u"User2"}, {u"special-service", u"SpecialService"},
 };
 
+// A key that is not well-known is itself the name of the parameter.
 View ParameterOfKey(View lowerKey)
 {
     for (const WellKnownKey& known : kWellKnownKeys) {

@@ -74,6 +74,7 @@ private:
     View rest_;
 };
 
+// Takes an item from the front. False leaves the text, but not the item, as it was.
 bool ReadItem(View& rest, ResultDataFields& item)
 {
     NumberStream stream(rest);
@@ -125,6 +126,7 @@ std::vector<ResultDataFields> ParseInternalForm(View text)
 {
     std::vector<ResultDataFields> items;
     ResultDataFields item;
+    // Separators between items may be missing.
     for (View rest = text; !rest.empty() && ReadItem(rest, item);) {
         items.push_back(item);
         Skip(rest, u' ');

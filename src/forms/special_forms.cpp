@@ -19,6 +19,7 @@ bool Fits(char16_t unit, char form)
     }
 }
 
+// The whole text must fit, unit by unit.
 bool HasForm(std::u16string_view text, std::string_view form)
 {
     if (text.size() != form.size()) return false;

@@ -13,6 +13,7 @@ namespace OrvPLC {
 
 namespace {
 
+// Room for most actions, so that the text rarely moves while it grows.
 constexpr std::size_t kUsualLength = 200;
 constexpr std::size_t kUsualParameterLength = 48;
 
@@ -33,6 +34,7 @@ void TOrvTechnicalTextWriter::Write(const TOrvAction& action)
     output_ += u')';
 }
 
+// Bare where the reader takes it bare, else in quotes.
 void TOrvTechnicalTextWriter::WriteName(std::u16string_view name)
 {
     if (IsActionIdentifier(name)) {
@@ -68,6 +70,7 @@ void TOrvTechnicalTextWriter::WriteValue(const TOrvParameter& value)
     case ValueKind::ResultDataSet: AppendLiteralList(output_, value.Wide()); return;
     case ValueKind::None: break;
     }
+    // The reader takes this word for no value, so the parameter does not come back.
     output_ += u"unknown";
 }
 

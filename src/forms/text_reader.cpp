@@ -20,6 +20,7 @@ bool LooksLikeSiblingText(TOrvAction& action)
     return action.Parameters().Size() == 0;
 }
 
+// False if the sibling's library is not there or does not know the text.
 bool AskSibling(std::u16string_view text, bool narrow, std::u16string& converted)
 {
     if (!narrow) return Sibling().ConvertText(text, converted);

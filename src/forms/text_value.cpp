@@ -28,6 +28,7 @@ std::uint64_t Id(View text)
     return static_cast<std::uint64_t>(Ulmo::DetectInt64(text));
 }
 
+// Raises for a text in the form of a guid whose letters are no hexadecimal digits.
 TOrvGuid ParseGuid(View text)
 {
     TOrvGuid guid{};
@@ -35,6 +36,7 @@ TOrvGuid ParseGuid(View text)
     return guid;
 }
 
+// Of 32 bits if it fits, else of 64, so that nothing is lost before the declared kind is known.
 void ReadInteger(View text, TOrvParameter& value)
 {
     bool inRange = true;
@@ -82,6 +84,7 @@ void ReadResource(View guidText, View name, TOrvParameter& value)
     }
 }
 
+// Text between the items is skipped, as everywhere in the language.
 void ReadResultData(View list, TOrvParameter& value)
 {
     std::u16string text;
@@ -90,6 +93,7 @@ void ReadResultData(View list, TOrvParameter& value)
     for (ResultItemMatch found; items.FindResultItem(found);) {
         ResultDataFields item;
         for (std::size_t field = 0; field < item.words.size(); ++field) {
+            // A number that is too large for its field is cut to it.
             item.words[field] = static_cast<std::uint16_t>(Ulmo::ScanInt64(found.numbers[field]));
         }
         item.number = static_cast<std::uint32_t>(Ulmo::ScanInt64(found.numbers.back()));

@@ -26,6 +26,7 @@ bool HoldsRole(const TOrvAction& action, Roles::Views role)
     return false;
 }
 
+// Nothing for a record that is empty, or a role that the action fills already.
 void TakeChannel(TOrvAction& action, Roles::Views role, const GenericChannel* channel)
 {
     if (!channel || HoldsRole(action, role)) return;
@@ -61,6 +62,7 @@ void TakeRoles(TOrvAction& action, const TOrvGenericAction& example)
 
 ITalvecAction* ORV_CALL TOrvMatchAction::CreateActionFromTemplate(ITalvecAction* templateAction)
 {
+    // With the pattern's parameters, of which none is overwritten below.
     ObjectPtr<TOrvAction> action(TOrvAction::Create(Name()));
     action->Parameters().CopyFrom(Parameters());
     if (templateAction) {

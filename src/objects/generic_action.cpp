@@ -10,6 +10,7 @@ namespace {
 // The same for every object: callers only learn that it is an action.
 const GenericKind kGenericKind{3, {}};
 
+// Null for a record that says nothing.
 const GenericChannel* UnlessEmpty(const GenericChannel& record)
 {
     return record == GenericChannel() ? nullptr : &record;

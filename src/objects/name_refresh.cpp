@@ -59,6 +59,7 @@ private:
             allKnown_ = false;
             return;
         }
+        // The setters clear the enum.
         const std::uint32_t enumType = value.EnumType();
         SetFromRecord(value, record);
         value.SetKindAndEnum(value.Kind(), enumType);

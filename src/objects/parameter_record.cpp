@@ -15,6 +15,7 @@ void ReplaceText(OrvBStr& text, std::u16string_view wide)
     FreeBStr(std::exchange(text, NewBStr(wide)));
 }
 
+// Only the members that the kind uses; the others stay as the caller left them.
 void FillPayload(TOrvParameterValue& record, const TOrvParameter& value)
 {
     auto& payload = record.payload;

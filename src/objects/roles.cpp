@@ -7,6 +7,7 @@ namespace OrvPLC::Roles {
 
 namespace {
 
+// Null if the action has no such role, or none of them is set.
 const TOrvParameter* FindSet(const TOrvAction& action, Views views)
 {
     const TOrvActionInternalInfo* entry = action.Entry();

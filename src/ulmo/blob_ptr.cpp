@@ -47,7 +47,6 @@ void BlobPtr::Release() noexcept
 std::string BlobPtr::ToText() const
 {
     std::string text = "blobptr ";
-    // Size and address without a blank between them, so the text does not read back. Deliberate.
     AppendUnsigned(text, size_);
     AppendUnsigned(text, reinterpret_cast<std::uintptr_t>(data_));
     return text;

@@ -19,6 +19,7 @@ constexpr std::size_t kMostKept = 64 * 1024;  // a larger storage is not worth k
 // go at any time.
 constinit std::array<std::atomic<Buffer*>, 16> kept{};
 
+// False when all slots are taken.
 bool Keep(Buffer* buffer) noexcept
 {
     for (std::atomic<Buffer*>& slot : kept) {

@@ -36,6 +36,7 @@ std::u16string LimitsMessage(const DateFault& fault)
     return message.append(u".");
 }
 
+// The words are part of what callers have always seen.
 std::u16string Message(const DateFault& fault)
 {
     switch (fault.code) {

@@ -21,6 +21,7 @@ struct Part {
 constexpr Part kYear = {DateTimeError::Year, u"year", 4, 1601, 9999};
 constexpr Part kMonth = {DateTimeError::Month, u"month", 2, 1, 12};
 constexpr Part kHour = {DateTimeError::Hour, u"hour", 2, 0, 23};
+// No zone is further from Greenwich than 14 hours.
 constexpr Part kBiasHour = {DateTimeError::Hour, u"hour", 2, 0, 14};
 constexpr Part kMinute = {DateTimeError::Minute, u"minute", 2, 0, 59};
 constexpr Part kSecond = {DateTimeError::Second, u"second", 2, 0, 59};
@@ -77,6 +78,7 @@ public:
     {
         unsigned number = 0;
         unsigned digits = 0;
+        // No more digits than the part has: the next one belongs to what follows.
         for (; digits != part.digits && AtDigit(); ++digits) number = number * 10 + (text_[position_++] - u'0');
         if (digits == 0 || number < part.low || number > part.high) {
             return Fail({part.code, part.name, part.low, part.high});
@@ -104,6 +106,7 @@ private:
     std::size_t position_ = 0;
 };
 
+// Year, month and day with the same mark between them. Blanks may come before.
 bool ScanDate(Scanner& scanner, SystemTime& time)
 {
     char16_t separator = 0;
@@ -144,11 +147,13 @@ bool ScanDateAndTime(Scanner& scanner, SystemTime& time, std::u16string_view& ne
     return false;
 }
 
+// Minutes; a text without a bias is a failure.
 bool ScanBias(std::u16string_view text, std::int16_t& bias, DateFault& fault)
 {
     Scanner scanner(text, fault);
     scanner.SkipBlanks();
     bias = 0;
+    // A "Z" is a whole bias; after the other words, or without any, hours follow.
     if (!scanner.TakeWord(u"UTC") && !scanner.TakeWord(u"GMT") && scanner.TakeWord(u"Z")) {
         return scanner.ExpectEnd({});
     }
@@ -166,6 +171,7 @@ bool ScanBias(std::u16string_view text, std::int16_t& bias, DateFault& fault)
     return true;
 }
 
+// False with the fault for what is no date; raises if the calendar refuses it.
 bool ScanValue(std::u16string_view text, TUlmoDateTime& value, DateFault& fault)
 {
     Scanner scanner(text, fault);

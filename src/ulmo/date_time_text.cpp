@@ -19,6 +19,7 @@ struct Marks {
     char milliseconds;
 };
 
+// Raises for a mode that is none of the fixed formats.
 Marks MarksOf(TUlmoDateTimeStrMode mode)
 {
     switch (mode & dtsmFormatMask) {
@@ -132,6 +133,7 @@ void AppendTime(FixedBuffer<Char>& buffer, const SystemTime& time, const Marks& 
     CheckedStringCchPrintfEx(buffer, text.View());
 }
 
+// Raises if the buffer is too small; it then holds what fits.
 template <class Char>
 std::size_t FixedText(std::span<Char> target, const SystemTime& time, TUlmoDateTimeStrMode mode)
 {

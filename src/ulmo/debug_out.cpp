@@ -26,6 +26,7 @@ std::mutex& Section()
     return section;
 }
 
+// Read once, by whoever comes first. After End they are read again.
 const DebugOutSettings& NeedSettings()
 {
     if (const DebugOutSettings* present = settings.load(std::memory_order_acquire)) return *present;

@@ -25,16 +25,19 @@ std::u16string Number(std::uint64_t number)
 // Levels without a colour keep the console's own.
 std::optional<Platform::ConsoleColour> ColourOf(std::uint32_t level)
 {
+    // Bright red, magenta, yellow and cyan.
     constexpr std::array<Platform::ConsoleColour, 4> kColours = {12, 13, 14, 11};
     if (level < kColours.size()) return kColours[level];
     return std::nullopt;
 }
 
+// Empty if the configuration wants no time, else with a blank after it.
 std::u16string PresentTime()
 {
     constexpr TUlmoDateTimeStrMode kModes[] = {dtsmTimeOnly, dtsmWeekday, dtsmDateAndTime};
     const DebugOutSettings* const settings = Diagnostics::Settings();
     const std::uint32_t mode = settings ? settings->ConsoleTimeMode() : 0;
+    // 0 is no time, and so is a number that is no mode.
     if (mode < 1 || mode > std::size(kModes)) return {};
     DateText buffer;
     return std::u16string(ToLocaleText(Now(), buffer, kModes[mode - 1])) + u' ';

@@ -22,6 +22,7 @@ constinit std::deque<Entry>* queue = nullptr;  // made for the first failure
 constinit CriticalSection section;
 static_assert(std::is_trivially_destructible_v<CriticalSection>);
 
+// Whether Start has run and End has not.
 bool IsAlive()
 {
     return sentinel.load(std::memory_order_acquire) == kAlive;

@@ -75,6 +75,7 @@ unsigned DigitValue(char digit)
     return DigitValue(static_cast<char16_t>(static_cast<unsigned char>(digit)));
 }
 
+// An opening brace may come first. Stores nothing unless all 36 characters are sound.
 template <class Char>
 bool ParseText(std::basic_string_view<Char> text, TOrvGuid& guid)
 {

@@ -70,6 +70,7 @@ THugeNamedStream::THugeNamedStream(Platform::File file, std::filesystem::path na
 
 void THugeNamedStream::Fail(std::u16string_view operation) const
 {
+    // First of all: making the text may change it.
     const std::uint32_t code = Platform::LastError();
     ThrowSystemError(code, std::u16string(operation).append(u" of ").append(Platform::FileNameText(name_)));
 }

@@ -62,6 +62,7 @@ char16_t Unit(char16_t c)
     return c;
 }
 
+// As the C library skips it in its usual locale.
 template <class Char>
 std::basic_string_view<Char> WithoutLeadingSpace(std::basic_string_view<Char> text)
 {
@@ -106,6 +107,7 @@ Integer ReadDigits(std::basic_string_view<Char> digits, unsigned base, bool nega
     return static_cast<Integer>(negative ? 0 - value : value);
 }
 
+// As C's conversion with base 10: blanks, a sign, digits; what follows is not looked at.
 template <class Integer, class Char>
 Integer Scan(std::basic_string_view<Char> text)
 {
@@ -115,6 +117,7 @@ Integer Scan(std::basic_string_view<Char> text)
     return ReadDigits<Integer>(text, 10, negative, inRange);
 }
 
+// Takes the "0x" if a hexadecimal digit follows; a leading zero stays, being a digit of base 8 as well.
 unsigned TakeBase(std::u16string_view& digits)
 {
     if (digits.empty() || digits.front() != u'0') return 10;

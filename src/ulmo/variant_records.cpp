@@ -27,6 +27,7 @@ std::string FileTimeText(const void* value)
     if (!Platform::FileTimeToSystemTime(At<TFileTime>(value).ticks, time)) {
         ThrowLastError(u"Ulmo::FileTimeToSystemTime");
     }
+    // The technical form is ASCII, so it needs no conversion.
     char text[kDateTextCapacity];
     return {text, SystemTimeToStr(text, time, dtsmTechnical)};
 }

@@ -13,6 +13,7 @@ std::string TextOf(const void* value)
     return At<T>(value).ToText();
 }
 
+// What both kinds of bytes share; each brings how it is loaded and ended.
 template <class T>
 struct Bytes {
     using Value = T;

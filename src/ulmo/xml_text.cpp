@@ -9,6 +9,7 @@ namespace Ulmo {
 
 namespace {
 
+// A char may have a sign, which would spread into the comparisons below.
 unsigned char ByteOf(char c)
 {
     return static_cast<unsigned char>(c);

@@ -38,6 +38,7 @@ std::u16string FaultMessage(const XMLParser::XMLParserException& fault, std::str
     return WideFromUtf8(message.append(PieceAt(document, fault.Position())));
 }
 
+// A name without wildcards finds the first child of it alone, by the parent's index.
 void AddMatching(const XMLNode& parent, std::string_view name, Nodes& found)
 {
     if (!name.empty() && name.find_first_of("*?") == std::string_view::npos) {
@@ -129,6 +130,7 @@ void AppendValue(std::string& document, std::string_view value)
     if (blankLast) AppendByte(document, ' ');
 }
 
+// An attribute's name has no escapes, so all of it must be sound; of a node's only the first unit decides.
 void CheckName(std::string_view name, bool ofAttribute)
 {
     const std::size_t checked = ofAttribute ? name.size() : std::min<std::size_t>(name.size(), 1);
@@ -184,6 +186,7 @@ std::string Serialize(const XMLTree& tree)
             continue;
         }
         CloseNode(document, *node);
+        // Up to the next node that has a sibling; all on the way end here.
         while (node != root && !node->NextSibling()) {
             node = node->Parent();
             CloseNode(document, *node);

@@ -26,6 +26,7 @@ std::uint16_t YearOf(std::uint64_t milliseconds)
     const std::uint64_t century = days / kDaysPerCentury < 3 ? days / kDaysPerCentury : 3;  // the fourth has a day more
     year += century * 100;
     days -= century * kDaysPerCentury;
+    // At most a hundred steps: the years before were counted as cycles and centuries.
     for (std::uint64_t length = 365; days >= length; length = Platform::IsLeapYear(year) ? 366 : 365) {
         days -= length;
         ++year;

@@ -4,5 +4,5 @@
 #include "commands.h"
 #include "event_conditions.h"
 
-// Adds the conditions of --id, --code, --class, --since and --until. Reports what is none and gives false.
+// Adds the conditions of --id, --code, --class, --since and --until. False, with a report, for a word that is none.
 bool AddConditions(const EventsListOptions& options, EventFilter& filter);

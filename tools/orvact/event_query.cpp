@@ -32,7 +32,7 @@ EventQuery::EventQuery(const EventsListOptions& options)
     sound_ = true;
 }
 
-// The id of the oldest of the newest so many that fit: those in front of it are passed over.
+// The id of the oldest of the newest so many that fit: those before it are passed over.
 std::int64_t EventQuery::FirstOfNewest(EventStore& store) const
 {
     std::int64_t first = 0;

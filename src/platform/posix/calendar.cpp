@@ -20,6 +20,7 @@ constexpr std::uint32_t kDaysPerCycle = 146097;
 constexpr std::uint32_t kDaysPerCentury = 36524;
 constexpr std::uint32_t kDaysPerFourYears = 1461;
 
+// The answer of Windows to a time that it does not take.
 bool Refuse()
 {
     SetLastError(kInvalidParameter);

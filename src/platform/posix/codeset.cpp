@@ -75,11 +75,13 @@ private:
     iconv_t handle_;
 };
 
+// One replacement stands for one byte, since nothing is known about the sequence.
 std::size_t SkipByte(std::string_view)
 {
     return 1;
 }
 
+// In bytes; a pair of surrogates gets one replacement.
 std::size_t SkipUtf16Character(std::string_view rest)
 {
     char16_t units[2] = {};
@@ -138,6 +140,7 @@ bool WideToCodeset(const char* codeset, std::u16string_view text, std::string& n
     Conversion conversion(codeset, Utf16Name());
     if (!conversion.Usable()) return RefuseConversion();
     std::u16string composed;
+    // Few texts hold marks, and composing asks iconv about each of them.
     if (HoldsMarks(text)) text = composed = Compose(codeset, text);
     narrow = conversion.Run(BytesOf(text), "?", SkipUtf16Character);
     return true;

@@ -50,6 +50,8 @@ std::u16string Decode(std::string_view bytes)
     return text;
 }
 
+// Empty for a key that is not there and for a file that cannot be read, which is reported unless it is the usual one
+// and absent.
 std::vector<RegistryEntry> ValuesOf(std::u16string_view key)
 {
     const char* named = std::getenv("ORV_REGISTRY");
@@ -68,6 +70,7 @@ std::vector<RegistryEntry> ValuesOf(std::u16string_view key)
     return RegistryReader(fileName, key).Run(Decode(bytes));
 }
 
+// The first value of that name; nothing if it is of another type.
 template <class Type>
 std::optional<Type> Read(std::u16string_view key, std::u16string_view value)
 {

@@ -28,6 +28,7 @@ constinit char reportName[1024] = {};  // empty: nothing is installed
 constinit std::array<struct sigaction, kSignals.size()> previous = {};
 constinit std::atomic<bool> reported{false};
 
+// What cannot be written is lost: there is nobody to tell.
 void WriteText(int file, const char* text)
 {
     [[maybe_unused]] const ssize_t written = write(file, text, std::strlen(text));
@@ -95,6 +96,8 @@ void HandOver(int signal, siginfo_t* information, void* context)
     }
 }
 
+// On the crashed thread, maybe on the handler's own stack. A second crash, also one inside the report, goes straight to
+// the handler before.
 void Handle(int signal, siginfo_t* information, void* context)
 {
     const int error = errno;
@@ -103,6 +106,7 @@ void Handle(int signal, siginfo_t* information, void* context)
     errno = error;
 }
 
+// A path that is too long for the name means no reports.
 void ReadConfiguration()
 {
     const auto folder = Configuration::ReadText(kKey, u"CrashDumpFolder");

@@ -29,6 +29,7 @@ bool Fits(std::string_view name, std::string_view begin, std::string_view end)
            Same(name.substr(name.size() - end.size()), end);
 }
 
+// Follows links: a link to a file is as good as the file.
 bool IsOrdinary(int folder, const char* name)
 {
     struct stat status;

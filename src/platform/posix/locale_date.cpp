@@ -45,6 +45,7 @@ std::string_view WithoutOuterBlanks(std::string_view text)
     return text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
+// By way of the user's codeset, in which the C library writes.
 std::size_t Render(const std::tm& calendar, const char* pattern, std::span<char16_t> buffer)
 {
     char narrow[256];

@@ -104,7 +104,7 @@ void RegistryReader::ReadKey(std::u16string_view line)
 void RegistryReader::ReadValue(std::u16string_view line)
 {
     if (!seenKey_) {
-        Complain("a value in front of the first [key]");
+        Complain("a value before the first [key]");
         return;
     }
     std::u16string name;
@@ -138,6 +138,7 @@ bool RegistryReader::ReadQuoted(std::u16string_view& line, std::u16string& text)
             line.remove_prefix(i + 1);
             return true;
         }
+        // What follows a backslash is taken as it is.
         if (line[i] == u'\\' && i + 1 < line.size()) ++i;
         text += line[i];
     }

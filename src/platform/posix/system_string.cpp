@@ -35,6 +35,7 @@ OrvBStr Allocate(std::size_t bytes)
     return reinterpret_cast<OrvBStr>(block + kHeaderSize);
 }
 
+// Without a source the units stay as they are, for the caller to fill.
 OrvBStr AllocateCopy(const void* source, std::size_t bytes)
 {
     OrvBStr text = Allocate(bytes);

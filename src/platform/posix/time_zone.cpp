@@ -20,6 +20,7 @@ constexpr std::uint64_t kTicksPerSecond = 10000000;
 constexpr std::uint64_t kTicksPerMinute = 60 * kTicksPerSecond;
 constexpr std::int64_t kSecondsTo1970 = 11644473600;
 
+// A name is a path below the folder of zones.
 std::string ZoneFile(std::string_view name)
 {
     if (name.front() == '/') return std::string(name);

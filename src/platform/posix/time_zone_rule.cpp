@@ -100,6 +100,7 @@ std::int64_t FirstOfMonth(std::uint16_t year, std::uint16_t month)
     return static_cast<std::int64_t>(ticks);
 }
 
+// False for a day or an instant that the calendar lacks.
 bool SetAbsolute(SystemTime& date, std::int64_t dayTicks, int seconds)
 {
     const std::int64_t ticks = dayTicks + seconds * kTicksPerSecond;
@@ -128,6 +129,7 @@ int DayOfMonth(const WeekRule& rule, std::uint16_t year)
     return day;
 }
 
+// In the relative form where the clock time allows it, else as the date that it means in this year.
 bool SetWeekRule(SystemTime& date, const WeekRule& rule, int seconds, std::uint16_t year)
 {
     // The relative form has only clock times of its own day.

@@ -11,6 +11,7 @@ namespace Platform {
 
 namespace {
 
+// The environment may name a locale that is not installed.
 locale_t MakeUserLocale()
 {
     const locale_t user = FindLocale(LC_ALL_MASK, "");

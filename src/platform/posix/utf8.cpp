@@ -81,6 +81,7 @@ char32_t NextSequence(std::string_view text, std::size_t& position)
     for (; lead.following != 0; --lead.following) {
         if (position == text.size()) return kReplacement;
         const auto byte = static_cast<unsigned char>(text[position]);
+        // The byte is not taken: it may begin the next character.
         if (byte < lead.lowest || byte > lead.highest) return kReplacement;
         point = (point << 6) | (byte & 0x3FU);
         ++position;
@@ -105,6 +106,7 @@ char16_t* PutUtf16(char32_t point, char16_t* output)
 // either, becomes vector instructions.
 constexpr std::size_t kBlock = 16;
 
+// Whether sixteen units from here on are there and all ASCII.
 template <class Char>
 bool IsAsciiBlock(std::basic_string_view<Char> text, std::size_t position)
 {

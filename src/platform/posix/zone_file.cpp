@@ -73,6 +73,7 @@ private:
     bool valid_ = false;
 };
 
+// The rule stands between two line feeds at the end; empty if there is none.
 std::string_view LastLine(std::string_view content)
 {
     if (content.empty() || content.back() != '\n') return {};

@@ -67,6 +67,7 @@ void WriteDumpElsewhere(Crash& crash)
     CloseHandle(thread);
 }
 
+// Once a process, whichever of the two handlers comes first.
 void Report(EXCEPTION_POINTERS* exception)
 {
     if (reported.exchange(true)) return;

@@ -22,6 +22,7 @@ DWORD FlagsFor(CodePage page, DWORD ansiFlags)
     return page == CodePage::Ansi && GetACP() != CP_UTF8 ? ansiFlags : 0;
 }
 
+// The system counts in an int.
 bool TooLong()
 {
     SetLastError(ERROR_INVALID_PARAMETER);
