@@ -27,6 +27,7 @@ std::string Literal(std::u16string_view text)
     return literal + "\"";
 }
 
+// As an initialiser of C and of C++.
 std::string Braced(const orv::Guid& guid)
 {
     std::string text = "{" + Hexadecimal(guid.Data1, 8) + ", " + Hexadecimal(guid.Data2, 4) + ", " +

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kHead = 4096;                     // enough to guess a form by
 constexpr std::uint32_t kLongestFrame = 0x7FFF'FFFF;  // a size beyond it is no size
 
+// As asked for, else by the byte order mark, else UTF-8.
 Encoding EncodingOf(std::string_view head)
 {
     if (settings.encoding != Encoding::Found) return settings.encoding;

@@ -15,6 +15,7 @@ std::string Quoted(std::u16string_view text)
     return "\"" + Visible(orv::ToUtf8(text)) + "\"";
 }
 
+// The number first, which is how people speak of channels; id and name if there are any.
 std::string Text(const orv::Channel& channel)
 {
     std::string text = std::to_string(channel.number);
@@ -35,6 +36,7 @@ std::string Text(const orv::Resource& resource)
     return orv::IsZero(resource.guid) ? text : orv::ToText(resource.guid) + ", " + text;
 }
 
+// Each difference between what is declared and what is held stands beside the type.
 StoredParameter Describe(const Action& action, const ActionView* declared, const orv::CarriedParameter& stored)
 {
     StoredParameter parameter;
@@ -62,6 +64,7 @@ std::size_t PositionOf(const ActionView* declared, const orv::CarriedParameter& 
     return own ? static_cast<std::size_t>(own - declared->parameters.data()) : static_cast<std::size_t>(-1);
 }
 
+// 0 for an enum without values.
 orv::Enum FirstValue(std::uint32_t enumType)
 {
     const std::vector<orv::EnumValueInfo> values = orv::EnumValues(enumType);

@@ -15,6 +15,7 @@ bool IsBlank(char character)
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
+// -1 for what is no digit.
 int DigitOf(char character)
 {
     if (character >= '0' && character <= '9') return character - '0';

@@ -64,6 +64,7 @@ std::map<std::uint32_t, std::string> EnumNames(const std::string& document, cons
     return names;
 }
 
+// By name in any case of ASCII letters.
 bool Has(const auto& views, const std::string& name)
 {
     return std::ranges::any_of(views,

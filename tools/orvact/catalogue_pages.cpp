@@ -175,6 +175,7 @@ private:
     bool sound_ = true;
 };
 
+// The first file that cannot be written is reported, and no other is tried after it.
 void Site::File(const std::string& name, const std::string& text)
 {
     if (!sound_) return;
@@ -204,6 +205,7 @@ void Site::Index(const char* kind, const std::string& name, const std::string& n
     index_.push_back({kind, name, number, plain == name ? "" : plain, address, also, extension ? 1 : 0});
 }
 
+// An enum has a page of its own, another kind its place on the page of types.
 std::string Site::TypeLink(const ParameterView& parameter) const
 {
     const EnumView* owner = parameter.type == ORV_KIND_Numeric32Bit && parameter.enumType != 0
@@ -214,6 +216,7 @@ std::string Site::TypeLink(const ParameterView& parameter) const
     return Link("types.html#" + Stem(name), name);
 }
 
+// One link a column, in the order of the record.
 std::string ColumnLinks(std::uint32_t columns)
 {
     std::string html;
@@ -301,6 +304,7 @@ void Site::WriteClass(const ClassView& view)
     Index("class", view.name, std::to_string(view.code), view.plainName, ClassPage(view.name), "", IsExtension(view));
 }
 
+// The actions with such a parameter, each with the names of those that fit.
 std::vector<std::string> Site::Uses(const std::function<bool(const ParameterView&)>& fits) const
 {
     std::vector<std::string> uses;
@@ -336,6 +340,7 @@ void Site::WriteEnum(const EnumView& view)
     Index("enum", view.name, std::to_string(view.id), "", EnumPage(view), Joined(names), IsExtension(view));
 }
 
+// By name: the same name in several actions is one heading.
 void Site::WriteParameters()
 {
     std::string body = Heading("Parameters", "By name", false) +
@@ -408,6 +413,7 @@ void Site::WriteColumns()
     Page("columns.html", "Columns", body);
 }
 
+// Last, since it has the counts, and the index that the other pages have filled.
 void Site::WriteFront()
 {
     std::vector<std::vector<std::string>> classes;

@@ -46,6 +46,7 @@ ActionView ViewOf(const orv::ActionInfo& info)
     return action;
 }
 
+// In any case of ASCII letters.
 bool SameName(std::string_view a, std::string_view b)
 {
     const auto lower = [](char unit) { return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit | 0x20) : unit; };
@@ -67,6 +68,7 @@ std::string Hexadecimal(std::uint32_t number)
     return text;
 }
 
+// How many characters to put in, take out or change, by one row of the table at a time.
 std::size_t EditDistance(std::string_view a, std::string_view b)
 {
     std::vector<std::size_t> row(b.size() + 1);
@@ -104,6 +106,7 @@ const ParameterView* ActionView::Find(std::string_view parameter) const
 
 bool IsExtension(const ClassView& view)
 {
+    // As docs/extensions.md has it: codes below are the catalogue's own.
     return view.code >= 1000;
 }
 
@@ -174,6 +177,20 @@ std::uint32_t ActionCode(const std::string& name)
 {
     const auto info = orv::FindAction(name);
     return info ? info->code : 0;
+}
+
+std::vector<std::string> ActionNames()
+{
+    std::vector<std::string> names;
+    for (const orv::ActionInfo& info : orv::AllActions()) names.push_back(orv::ToUtf8(info.name));
+    return names;
+}
+
+std::vector<std::string> ClassNames()
+{
+    std::vector<std::string> names;
+    for (const orv::ClassInfo& info : orv::AllClasses()) names.push_back(orv::ToUtf8(info.name));
+    return names;
 }
 
 std::string KindName(std::uint32_t kind)

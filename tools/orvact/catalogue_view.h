@@ -65,6 +65,10 @@ const ActionView* FindAction(std::uint32_t code);  // stays valid; null when unk
 const ParameterView* FindGeneralParameter(std::string_view name);
 std::uint32_t ActionCode(const std::string& name);  // 0 when unknown
 
+// All names, for a suggestion in place of one that does not exist.
+std::vector<std::string> ActionNames();
+std::vector<std::string> ClassNames();
+
 std::string KindName(std::uint32_t kind);
 std::string WrittenAs(std::uint32_t kind);  // in action text
 std::string ViewName(std::uint32_t view);

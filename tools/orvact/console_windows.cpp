@@ -13,6 +13,7 @@ namespace {
 
 std::atomic<bool> interrupted = false;  // the handler runs on a thread of its own
 
+// Asked for the size first; half a pair becomes a replacement character.
 std::string Narrow(const wchar_t* text, int length)
 {
     const int size = WideCharToMultiByte(CP_UTF8, 0, text, length, nullptr, 0, nullptr, nullptr);

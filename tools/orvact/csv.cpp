@@ -43,6 +43,7 @@ struct CellText {
     }
 };
 
+// As RFC 4180 has it: quotes only where they are needed, and doubled inside.
 std::string Cell(const std::string& text)
 {
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t kScreen = 100;
 
+// 0, which no action has, for what is no number.
 std::uint32_t CodeFrom(const std::string& text)
 {
     std::uint32_t code = 0;
@@ -51,6 +52,7 @@ std::string Wrapped(const std::vector<std::string>& pieces, std::string_view sep
     return wrapped;
 }
 
+// A line of the page; none for an empty text.
 void Fact(const char* label, const std::string& text)
 {
     constexpr std::size_t kLabel = 13;
@@ -78,6 +80,7 @@ void PrintParameters(const ActionView& action)
     table.Write();
 }
 
+// The Boolean enum is used by type, all others by their ids.
 bool Uses(const ActionView& action, const EnumView& view)
 {
     for (const ParameterView& parameter : action.parameters) {
@@ -96,6 +99,7 @@ void PrintEnums(const ActionView& action)
     }
 }
 
+// As "Action.Parameter", all in one line.
 std::string ActionsWith(const std::function<bool(const ParameterView&)>& fits)
 {
     std::string names;
@@ -126,6 +130,7 @@ void DescribeAction(const ActionView& action)
     if (!example.empty()) Print("\n  " + Painted(Tone::Quiet, "example") + "\n    " + example + "\n");
 }
 
+// False if there is none; `names` gets what there is, for a suggestion. So do those below.
 bool DescribeClass(const std::string& lower, std::vector<std::string>& names)
 {
     for (const ClassView& view : Classes()) {
@@ -216,6 +221,6 @@ int Describe(const std::string& name)
     const bool found = DescribeClass(lower, names) || DescribeEnum(lower, names) || DescribeType(lower, names) ||
                        DescribeColumn(lower, names);
     if (found) return kDone;
-    for (const ActionView& action : Actions()) names.push_back(action.name);
+    for (const std::string& action : ActionNames()) names.push_back(action);
     return ReportUnknown("action, class, enum, type or column", name, names);
 }

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kBytesInRow = 8;
 
+// In rows of eight bytes; the meaning stands beside the first.
 void PrintRow(std::string_view bytes, std::uint64_t offset, const std::string& meaning)
 {
     std::size_t at = 0;
@@ -36,6 +37,7 @@ void PrintReading(const std::string& bytes)
           "\n");
 }
 
+// False if the bytes are damaged or more follow, which is reported.
 bool DumpAction(const Record& record, const std::string& bytes, std::uint64_t offset)
 {
     const BinaryWalk walk = WalkBinary(bytes, true);

@@ -28,6 +28,7 @@ std::string Key(EventGrouping grouping, const SqlDialect& dialect, const std::st
     return kUser;
 }
 
+// The key of an hour or a day becomes text at the end, once for each group and not for each event.
 std::string Shown(EventGrouping grouping, const SqlDialect& dialect)
 {
     if (grouping == EventGrouping::Hour) return dialect.shownHour("k");

@@ -13,6 +13,7 @@ namespace {
 
 using Asks = EventCondition::Asks;
 
+// By code or by name. Code 0 is that of actions that the catalogue does not know.
 bool AddCodes(const std::vector<std::string>& wanted, EventFilter& filter)
 {
     std::vector<EventValue> codes;
@@ -20,9 +21,7 @@ bool AddCodes(const std::vector<std::string>& wanted, EventFilter& filter)
         std::uint32_t code = 0;
         if (!ParseWhole(text, code)) code = ActionCode(text);
         if (code == 0 && text != "0") {
-            std::vector<std::string> names;
-            for (const ActionView& action : Actions()) names.push_back(action.name);
-            ReportUnknown("action", text, names);
+            ReportUnknown("action", text, ActionNames());
             return false;
         }
         codes.emplace_back(std::int64_t{code});
@@ -31,6 +30,7 @@ bool AddCodes(const std::vector<std::string>& wanted, EventFilter& filter)
     return true;
 }
 
+// All wanted classes together are one condition.
 bool AddClasses(const std::vector<std::string>& wanted, EventFilter& filter)
 {
     if (wanted.empty()) return true;
@@ -42,9 +42,7 @@ bool AddClasses(const std::vector<std::string>& wanted, EventFilter& filter)
             if (LowerCaseAscii(action.className) == LowerCaseAscii(name)) codes.emplace_back(std::int64_t{action.code});
         }
         if (codes.size() > before) continue;
-        std::vector<std::string> names;
-        for (const ClassView& view : Classes()) names.push_back(view.name);
-        ReportUnknown("class", name, names);
+        ReportUnknown("class", name, ClassNames());
         return false;
     }
     // A class is its codes: the rows hold no class.
@@ -52,6 +50,7 @@ bool AddClasses(const std::vector<std::string>& wanted, EventFilter& filter)
     return true;
 }
 
+// An age counts back from now.
 bool AddTime(const std::string& time, Asks asks, EventFilter& filter)
 {
     if (time.empty()) return true;

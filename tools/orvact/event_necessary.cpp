@@ -10,6 +10,7 @@ namespace {
 
 using Asks = EventCondition::Asks;
 
+// Printable: the databases compare what else there is in their own ways.
 bool IsAscii(std::u16string_view text)
 {
     for (const char16_t unit : text) {
@@ -107,6 +108,7 @@ private:
     EventFilter& filter_;
 };
 
+// For an action that the catalogue does not know only the name is certain.
 void AddParameters(const Action& pattern, EventFilter& filter)
 {
     const ActionView* declared = FindAction(pattern.Code());

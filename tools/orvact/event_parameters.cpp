@@ -30,6 +30,7 @@ Names NamesWithColumn(std::uint32_t code)
     return names;
 }
 
+// Kept by code: an input mostly has few kinds of actions.
 const Names& WithColumn(std::uint32_t code)
 {
     static std::map<std::uint32_t, Names> known;

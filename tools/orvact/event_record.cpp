@@ -29,6 +29,7 @@ const std::array<EventColumn, kColumnCount> kEventColumns = {{
 
 namespace {
 
+// Texts of users follow the four others.
 const TOrvEventText& TextField(const TOrvEventData& record, std::size_t index)
 {
     return index < 4 ? record.stringField[index] : record.userField[index - 4];

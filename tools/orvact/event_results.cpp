@@ -51,6 +51,7 @@ private:
     ActionWriter writer_;
 };
 
+// Numbers as numbers, dates and texts as texts, null for what is empty.
 Json ColumnJson(const TOrvEventData& record, const EventColumn& column)
 {
     if (!IsFilled(record, column)) return nullptr;

@@ -19,6 +19,7 @@ bool IsBlank(char16_t unit)
     return unit == ' ' || (unit >= '\t' && unit <= '\r') || unit == 0xA0 || unit == 0x3000;
 }
 
+// The first unit that is no blank, 0 if there is none.
 char16_t FirstOf(std::u16string_view text)
 {
     const auto found = std::find_if_not(text.begin(), text.end(), IsBlank);
@@ -71,6 +72,7 @@ std::size_t ColumnOf(std::u16string_view text, std::size_t position)
     return column;
 }
 
+// The line, or the part around the place, and a caret below the character that stands there.
 std::string WithCaret(std::u16string_view text, std::size_t position)
 {
     const std::vector<Cell> cells = Cells(text);

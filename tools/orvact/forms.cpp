@@ -53,6 +53,7 @@ std::string Names(bool readable)
     return names;
 }
 
+// Null, with a report and `sound` false, for a form that does not exist or cannot be used like that.
 const Form* Wanted(const std::string& name, bool readable, bool& sound)
 {
     const Form* form = FindForm(name);

@@ -34,6 +34,7 @@ std::string Escaped(std::string_view text, bool withQuotes)
     return escaped;
 }
 
+// Whether the library's raw key is valid JSON as it stands.
 bool IsPlain(std::u16string_view name)
 {
     return name.find_first_of(u"\"\\") == std::u16string_view::npos &&
@@ -98,6 +99,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// A member that is missing or of another type reads as "" or 0.
 std::string StringOf(const Json& object, const char* key)
 {
     const auto found = object.find(key);
@@ -110,6 +112,7 @@ std::int64_t NumberOf(const Json& object, const char* key)
     return found != object.end() && found->is_number_integer() ? found->get<std::int64_t>() : 0;
 }
 
+// An unsigned number is compared as such: it may be above what a signed one holds.
 bool IsWithin(const Json& value, std::int64_t least, std::int64_t most)
 {
     if (value.is_number_unsigned()) return value.get<std::uint64_t>() <= static_cast<std::uint64_t>(most);
@@ -135,6 +138,7 @@ std::optional<orv::Guid> GuidOf(const std::string& text)
     return orv::ToText(guid) == LowerCaseAscii(text) ? std::optional<orv::Guid>(guid) : std::nullopt;
 }
 
+// By the members that it has: the form does not name the kind.
 orv::Value FromObject(const Json& value)
 {
     const auto name = [&](const char* key) { return orv::ToUtf16(StringOf(value, key)); };
@@ -186,6 +190,7 @@ orv::Value EnumOf(const std::string& word, std::uint32_t enumType)
                    (near.empty() ? "" : "; did you mean " + near + "?"));
 }
 
+// As declared where the value has that look, else by its look, so that nothing is lost.
 orv::Value ByKind(const Json& value, const ParameterView& declared)
 {
     const auto text = [&] { return value.get<std::string>(); };
@@ -242,6 +247,7 @@ Json Parsed(const std::string& record)
     return wrapped ? document["action"] : document;
 }
 
+// Raises Unusable for an object that is no action.
 Action ActionOf(const Json& object)
 {
     const std::string name = object.is_object() ? StringOf(object, "name") : "";

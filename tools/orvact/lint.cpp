@@ -66,6 +66,7 @@ void Remarks::PrintFor(const std::string& file, std::string_view document)
     remarks_.clear();
 }
 
+// The two mistakes of editors that make the first byte no "<".
 std::string Advice(std::string_view document)
 {
     if (document.starts_with("\xEF\xBB\xBF")) return " (the file begins with a byte order mark: save it without)";
@@ -87,6 +88,7 @@ bool IsLookedFor(const std::string& path)
     return name.size() >= 7 && name.starts_with("plc") && name.ends_with(".xml");
 }
 
+// What was found before a fault that ends the reading is reported as well.
 void Check(const std::string& path, const std::string& document, OrvPLC::ExtensionReader& reader, Remarks& remarks)
 {
     using Severity = ExtensionListener::Severity;

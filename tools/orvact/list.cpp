@@ -79,8 +79,7 @@ std::string ParameterNames(const ActionView& action)
 int FindClass(const std::string& name, std::string& found)
 {
     if (name.empty()) return kDone;
-    std::vector<std::string> names;
-    for (const ClassView& view : Classes()) names.push_back(view.name);
+    const std::vector<std::string> names = ClassNames();
     const std::string lower = LowerCaseAscii(name);
     const auto match = std::find_if(names.begin(), names.end(),
                                     [&](const std::string& candidate) { return LowerCaseAscii(candidate) == lower; });
@@ -110,6 +109,7 @@ int ListActions(const std::string& className, bool extension, bool json)
     return kDone;
 }
 
+// From the sibling's text, to it, or both.
 std::string Direction(bool read, bool written)
 {
     if (read && written) return "both";
@@ -125,6 +125,7 @@ struct SiblingRow {
     std::string Remark() const { return gives.empty() || gives == name ? written : "gives " + gives; }
 };
 
+// What really happens to a text is asked of the library, not looked up.
 std::vector<SiblingRow> SiblingRows(const ActionView& view)
 {
     const std::string example = ExampleText(view);

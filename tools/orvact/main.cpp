@@ -23,6 +23,7 @@ int PerformEvents(const CommandLine& line)
     return command->got_subcommand("report") ? ReportEvents(line.events) : ShowEvent(line.event);
 }
 
+// Options for every command have been settled.
 int Perform(const CommandLine& line)
 {
     if (line.app.got_subcommand("lint")) return Lint(line.lint);
@@ -100,6 +101,7 @@ bool AsksForJson(const std::vector<std::string>& arguments)
     return false;
 }
 
+// Faults of the command line come before the file of the results is touched.
 int ParseAndPerform(CommandLine& line, const std::vector<std::string>& arguments)
 {
     try {

@@ -26,6 +26,7 @@ std::uint32_t EnumOf(const ActionView* action, std::u16string_view parameter)
     return declared->type == ORV_KIND_Boolean ? 1 : declared->enumType;
 }
 
+// Null for an action that the catalogue does not know, whose enums nobody knows either.
 const ActionView* ActionOf(std::u16string_view text, const TextWalk& walk)
 {
     return FindAction(ActionCode(orv::ToUtf8(walk.name.Of(text))));
@@ -51,6 +52,7 @@ std::string NearestValue(std::uint32_t enumType, const std::string& word)
     return Nearest(word, names);
 }
 
+// What may stand without quotes; of ASCII only, so that every reader agrees.
 bool IsIdentifier(std::u16string_view name)
 {
     const auto letter = [](char16_t unit) { return (unit | 0x20) >= u'a' && (unit | 0x20) <= u'z'; };

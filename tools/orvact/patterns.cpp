@@ -93,6 +93,7 @@ Action Narrowed(const Action& pattern, const std::vector<orv::CarriedParameter>&
     return narrowed;
 }
 
+// Takes the action over. An action that is no match action is reported.
 bool Take(Action& action, const std::string& place, std::vector<Pattern>& patterns)
 {
     const std::string text = ShownText(action);

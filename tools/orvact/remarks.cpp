@@ -18,13 +18,6 @@ std::string Quoted(std::string_view text)
     return "'" + Shortened(Visible(text), kShown) + "'";
 }
 
-std::vector<std::string> ActionNames()
-{
-    std::vector<std::string> names;
-    for (const orv::ActionInfo& action : orv::AllActions()) names.push_back(orv::ToUtf8(action.name));
-    return names;
-}
-
 std::vector<std::string> ParameterNames(const ActionView& action)
 {
     std::vector<std::string> names;
@@ -61,6 +54,7 @@ struct Range {
     std::int64_t most;
 };
 
+// Of what the text may say for that kind without being cut.
 Range RangeOf(std::uint32_t kind)
 {
     constexpr std::int64_t kLeast = std::numeric_limits<std::int32_t>::min();
@@ -86,6 +80,7 @@ bool IsWithin(std::u16string_view digits, const Range& range)
     return error != std::errc::result_out_of_range && number >= range.least && number <= range.most;
 }
 
+// The first dozen; "" for an enum without values.
 std::string Values(std::uint32_t enumType)
 {
     constexpr std::size_t kMost = 12;

@@ -32,6 +32,7 @@ std::string WithoutLeadingSpace(const std::string& text)
     return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
 }
 
+// The library tells no reason, so the likely ones are tried one after the other.
 std::string WhyNotRead(const Converted& converted, const std::string& record)
 {
     if (!converted.failure.empty()) return converted.failure;

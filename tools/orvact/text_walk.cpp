@@ -19,6 +19,8 @@ bool IsDigit(char16_t unit)
     return unit >= u'0' && unit <= u'9';
 }
 
+// Nearly as the library: beyond ASCII any unit that is no blank and no punctuation counts, since only remarks depend on
+// it.
 bool IsLetter(char16_t unit)
 {
     const char16_t lower = unit | 0x20;

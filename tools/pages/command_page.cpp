@@ -37,6 +37,7 @@ bool IsFile(const std::string& name)
     return false;
 }
 
+// Reads the tool's own table through the parser's interface, so help, pages and completions cannot differ.
 PageOption OptionOf(const CLI::Option& option)
 {
     PageOption page;

@@ -36,6 +36,7 @@ std::string BashValue(const PageOption& option)
     return "COMPREPLY=($(compgen -W " + Quoted(Words(option.choices)) + " -- \"$word\")); return";
 }
 
+// What follows one command: values of its options, commands below it, its flags, files.
 std::string BashCase(const CommandPage& page)
 {
     std::string text = "    " + Quoted(page.Joined(" ")) + ")\n        case $before in\n";
@@ -79,6 +80,7 @@ std::string FunctionName(const CommandPage& page)
     return "_" + page.Joined("_");
 }
 
+// A function a command; that of a command with others below it calls theirs.
 std::string ZshFunction(const CommandPage& page)
 {
     std::string text = FunctionName(page) + "()\n{\n    local state line\n    _arguments -C -s";
@@ -105,6 +107,7 @@ std::string ZshFunction(const CommandPage& page)
     return text + "        esac\n        ;;\n    esac\n}\n\n";
 }
 
+// Holds only while the words so far are those of this command.
 std::string FishLine(const CommandPage& page, const std::string& rest)
 {
     return "complete -c orvact -n " + Quoted("__orvact_at " + page.Joined(" ")) + " " + rest + "\n";
