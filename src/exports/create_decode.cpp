@@ -22,7 +22,7 @@ const TOrvActionInternalInfo& EntryOf(BuiltInAction action)
     return *Catalogue().FindActionByIndex(static_cast<std::uint32_t>(action));
 }
 
-// What an argument points at, as the type that the declaration says.
+// What an argument points at, as the type of its kind.
 template <class T>
 const T& ValueOf(const CreateArgument& argument)
 {
