@@ -190,8 +190,11 @@ Ulmo::CriticalSection& TOrvParameter::Lock() const
     return pool[(reinterpret_cast<std::uintptr_t>(this) >> 3) % kCount];
 }
 
-TOrvParameter::Side::Side(const Side& other) : units(nullptr), large(other.large), narrow(other.narrow)
+// Delegates, so that the destructor frees the names that were copied before memory ran out.
+TOrvParameter::Side::Side(const Side& other) : Side(static_cast<char16_t*>(nullptr))
 {
+    large = other.large;
+    narrow = other.narrow;
     items.reserve(other.items.size());
     for (TOrvResultDataItem item : other.items) {
         if (item.name) item.name = NewBStr(ViewOf(item.name));

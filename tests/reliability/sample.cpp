@@ -31,7 +31,8 @@ const OrvWChar* W(const char16_t* text)
 
 void SetOne(ITalvecMatchAction& object, const OrvWChar* name, std::uint32_t kind)
 {
-    const TOrvResultDataItem item{1, 2, -3, 4, 5, SysAllocString(W(kLong))};
+    const TOrvResultDataItem items[] = {{1, 2, -3, 4, 5, SysAllocString(W(kLong))},
+                                        {6, 7, -8, 9, 10, SysAllocString(W(kLong))}};
     switch (kind) {
     case ORV_KIND_Boolean: object.SetBoolean(name, 1); break;
     case ORV_KIND_Numeric32Bit: object.SetInt32(name, 3); break;
@@ -44,10 +45,16 @@ void SetOne(ITalvecMatchAction& object, const OrvWChar* name, std::uint32_t kind
     case ORV_KIND_MediaChannel: object.SetMediaChannel(name, &kChannel); break;
     case ORV_KIND_Resource: object.SetResource(name, &kResource); break;
     case ORV_KIND_Rect: object.SetRect(name, &kLarge); break;
-    case ORV_KIND_ResultDataSet: object.SetResultDataSet(name, &item, 1); break;
+    case ORV_KIND_ResultDataSet: {
+        const TOrvResultDataItem* read = nullptr;
+        std::uint64_t count = 0;
+        object.SetResultDataSet(name, items, std::size(items));
+        object.GetResultDataSet(name, &read, &count);  // so that a copy of the value has items to copy
+        break;
+    }
     default: break;
     }
-    SysFreeString(item.name);
+    for (const TOrvResultDataItem& item : items) SysFreeString(item.name);
 }
 
 // p1 to p12, by the number of their kind.
