@@ -21,13 +21,20 @@ __attribute__((no_sanitize("address"))) unsigned ZeroUnits(const char16_t* block
     return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(units, _mm_setzero_si128())));
 }
 
+// A text in a packed record may stand at an odd address, where no block holds whole units of it.
+__attribute__((no_sanitize("alignment"))) std::size_t OddLength(const char16_t* text)
+{
+    std::size_t length = 0;
+    while (text[length] != u'\0') ++length;
+    return length;
+}
+
 }  // namespace
 
 __attribute__((no_sanitize("address"))) std::size_t TerminatedLength(const char16_t* text)
 {
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(text) % kBlockBytes;
-    // At an odd address no aligned block holds whole units.
-    if (offset % sizeof(char16_t) != 0) return std::char_traits<char16_t>::length(text);
+    if (offset % sizeof(char16_t) != 0) return OddLength(text);
     const char16_t* block = text - offset / sizeof(char16_t);
     const unsigned first = ZeroUnits(block) >> offset;
     if (first != 0) return static_cast<std::size_t>(std::countr_zero(first)) / 2;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -21,6 +22,9 @@ TEST(TerminatedLength, CountsFromEveryAlignment)
             EXPECT_EQ(Ulmo::TerminatedLength(text + start), length) << "from unit " << start;
         }
     }
+    alignas(16) char packed[64];
+    std::memcpy(packed + 1, u"a text of a packed record", sizeof u"a text of a packed record");
+    EXPECT_EQ(Ulmo::TerminatedLength(reinterpret_cast<const char16_t*>(packed + 1)), 25u);
 }
 
 // `b` ends at every distance from the end of a page, where a block of it would reach into the next one.
