@@ -195,6 +195,17 @@ TEST(SiblingText, WhatCountsAsSiblingText)
     }
 }
 
+TEST(SiblingText, NobodyConvertsItBeforeTheBridgeStarts)
+{
+    SiblingConverter* const before = SetSibling(nullptr);
+    std::u16string text;
+    EXPECT_FALSE(Sibling().ConvertText(u"CameraOn (5)", text));
+    EXPECT_FALSE(Sibling().ConvertNarrowText("CameraOn (5)", text));
+    EXPECT_FALSE(Sibling().ConvertBinary({}, 1, text));
+    EXPECT_FALSE(Sibling().ConvertEvent({}, text));
+    SetSibling(before);
+}
+
 TEST(SiblingText, Answers)
 {
     const struct {

@@ -81,7 +81,6 @@ int EndAndStart(const std::string& reports)
     if (PlainNames() != names) return 4;
     if (OrvAct_GetLastError(&failure) || !Ulmo::ExceptionHistory::Snapshot().empty()) return 5;
     if (SetSibling(sibling) != sibling) return 6;
-    OrvAct_CloseHandle(object);
     for (const int crash : {SIGILL, SIGFPE}) raise(crash);  // the first one is reported, both go on to the host
     if (handled != 1) return 7;
     signal(SIGSEGV, SIG_IGN);  // what the host puts in the place of ours stays
@@ -91,7 +90,14 @@ int EndAndStart(const std::string& reports)
     raise(SIGILL);
     if (WatchesForCrashes() || present.sa_handler != SIG_IGN || handled != 2) return 8;
     Started();
-    return PlainNames() == names ? 0 : 9;
+    if (PlainNames() != names) return 9;
+    // What a system that tells of the end of threads makes of the calling thread's failure.
+    OrvAct_SetVideoInput(object, &channel);
+    if (!OrvAct_GetLastError(&failure)) return 10;
+    Platform::LibraryEvents::ThreadEnded();
+    if (OrvAct_GetLastError(&failure)) return 11;
+    OrvAct_CloseHandle(object);
+    return 0;
 }
 
 TEST(LibraryDeathTest, GivesEverythingBackAndStartsAnew)

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <new>
+#include <string>
 
 namespace {
 
@@ -32,6 +34,19 @@ TEST(UserLocale, TellsAMissingOneFromMissingMemory)
     memoryHasRunOut = true;
     EXPECT_THROW(Platform::FindLocale(LC_ALL_MASK, "C"), std::bad_alloc);
     memoryHasRunOut = false;
+}
+
+// A host without a locale has ASCII, whose upper half would be lost.
+TEST(UserLocaleDeathTest, AsciiIsReadAsUtf8)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const char* all = std::getenv("LC_ALL");
+    const std::string kept = all ? all : "";
+    for (const char* name : {"C", "C.UTF-8"}) {
+        setenv("LC_ALL", name, 1);
+        EXPECT_EXIT(std::exit(Platform::UserCodeset() ? 1 : 0), testing::ExitedWithCode(0), "") << name;
+    }
+    all ? setenv("LC_ALL", kept.c_str(), 1) : unsetenv("LC_ALL");
 }
 
 }  // namespace

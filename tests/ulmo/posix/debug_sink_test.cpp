@@ -40,17 +40,25 @@ TEST(DebugSinkDeathTest, ShowsTheModuleInFrontOfTheLine)
                 testing::ExitedWithCode(0), "^STATOUT: late\n$");
 }
 
-TEST(DebugSinkDeathTest, TheMachinesLogGetsTheLine)
+// Of the lines of each level the mask of the log lets one through.
+TEST(DebugSinkDeathTest, TheMachinesLogGetsTheLineInItsLevel)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(Watched([] {
                     openlog("orv", LOG_PERROR, LOG_USER);
                     auto streamer = MakeCounted<DebugOutStreamer>();
                     streamer->Enable(DebugStreamerEventLog);
-                    DebugOut("s", streamer).Write(DebugLevelWarning, u"100% \u00C4");
+                    DebugOut out("s", streamer);
+                    for (const int shown : {LOG_ERR, LOG_WARNING, LOG_INFO}) {
+                        setlogmask(LOG_MASK(shown));
+                        out.Write(DebugLevelError, u"a");
+                        out.Write(DebugLevelWarning, u"100% \u00C4");
+                        out.Write(DebugLevelInfo, u"b");
+                    }
                 }),
                 testing::ExitedWithCode(0),
-                "^Check for EventLogOutput dll\nLoad EventLogOutput result: 0\norv: WARNG \\[s,1\\] 100% \u00C4\n$");
+                "^Check for EventLogOutput dll\nLoad EventLogOutput result: 0\n"
+                "orv: ERROR \\[s,1\\] a\norv: WARNG \\[s,5\\] 100% \u00C4\norv: INFO  \\[s,9\\] b\n$");
 }
 
 }  // namespace
