@@ -116,8 +116,10 @@ bool HoldsMarks(std::u16string_view text)
     return std::any_of(text.begin(), text.end(), [](char16_t unit) { return unit >= kFirstCombiningMark; });
 }
 
-bool RefuseConversion()
+template <class Text>
+bool RefuseConversion(Text& output)
 {
+    output.clear();
     SetLastError(kInvalidParameter);
     return false;
 }
@@ -127,7 +129,7 @@ bool RefuseConversion()
 bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& wide)
 {
     Conversion conversion(Utf16Name(), codeset);
-    if (!conversion.Usable()) return RefuseConversion();
+    if (!conversion.Usable()) return RefuseConversion(wide);
     const char16_t replacement = 0xFFFD;
     const std::string bytes = conversion.Run(text, BytesOf({&replacement, 1}), SkipByte);
     wide.resize(bytes.size() / sizeof(char16_t));
@@ -138,7 +140,7 @@ bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& w
 bool WideToCodeset(const char* codeset, std::u16string_view text, std::string& narrow)
 {
     Conversion conversion(codeset, Utf16Name());
-    if (!conversion.Usable()) return RefuseConversion();
+    if (!conversion.Usable()) return RefuseConversion(narrow);
     std::u16string composed;
     // Few texts hold marks, and composing asks iconv about each of them.
     if (HoldsMarks(text)) text = composed = Compose(codeset, text);

@@ -7,7 +7,7 @@
 namespace Platform {
 
 // Convert the whole text. A byte that means nothing becomes U+FFFD, a character that the codeset lacks "?". False for
-// an unknown codeset, with "invalid parameter" as the last error.
+// an unknown codeset, with "invalid parameter" as the last error and an empty output.
 bool CodesetToWide(const char* codeset, std::string_view text, std::u16string& wide);
 bool WideToCodeset(const char* codeset, std::u16string_view text, std::string& narrow);
 

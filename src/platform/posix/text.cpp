@@ -60,7 +60,6 @@ std::optional<bool> EqualForUser(std::u16string_view a, std::u16string_view b)
 
 bool ToWide(CodePage page, std::string_view text, std::u16string& wide)
 {
-    wide.clear();
     const char* codeset = page == CodePage::Ansi ? UserCodeset() : nullptr;
     if (codeset) return CodesetToWide(codeset, text, wide);
     wide.resize(text.size());
@@ -70,7 +69,6 @@ bool ToWide(CodePage page, std::string_view text, std::u16string& wide)
 
 bool ToNarrow(CodePage page, std::u16string_view text, std::string& narrow)
 {
-    narrow.clear();
     const char* codeset = page == CodePage::Ansi ? UserCodeset() : nullptr;
     if (codeset) return WideToCodeset(codeset, text, narrow);
     narrow.resize(EncodedLength(text));

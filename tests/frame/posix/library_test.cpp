@@ -14,6 +14,7 @@
 #include "platform/posix/configured.h"
 #include "ulmo/debug_out.h"
 #include "ulmo/exception_history.h"
+#include "ulmo/string_conversion.h"
 
 namespace OrvPLC {
 namespace {
@@ -28,13 +29,16 @@ bool WatchesForCrashes()
     return (present.sa_flags & SA_SIGINFO) != 0;
 }
 
-std::u16string PlainNames()
+std::string PlainNames()
 {
     TTalvecActionPlainInfo action{};
     TTalvecParameterPlainInfo field{};
     Talvec_Action_GetActionInfo(&action, ORV_ACTION_PanLeft);
     Talvec_Action_GetEventFieldInfo(&field, 0);
-    return std::u16string(TerminatedView(action.PlainNameW)).append(TerminatedView(field.PlainNameW));
+    return std::string(action.PlainNameA)
+        .append(action.PlainNameU)
+        .append(Ulmo::Utf8FromWide(TerminatedView(action.PlainNameW)))
+        .append(Ulmo::Utf8FromWide(TerminatedView(field.PlainNameW)));
 }
 
 void WritePlainNames()
@@ -63,7 +67,7 @@ void SetHostsHandlers()
 int EndAndStart(const std::string& reports)
 {
     const Configured configured{{"SOFTWARE\\Tessarine\\Ulmo", "CrashDumpFolder", reports}};
-    const std::u16string names = PlainNames();
+    const std::string names = PlainNames();
     TOrvLastErrorInfo failure{};
     WritePlainNames();
     TOrvHandle object = Talvec_Action_CreateActionByName(Boundary(u"Nobody"));

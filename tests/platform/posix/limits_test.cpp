@@ -79,6 +79,10 @@ TEST(PosixCodesets, ReplaceWhatDoesNotConvert)
     EXPECT_EQ(narrow, "a??z");  // one for the pair and one for the lone half
     EXPECT_FALSE(Platform::WideToCodeset("no such codeset", u"a", narrow));
     EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
+    EXPECT_EQ(narrow, "");
+    std::u16string wide = u"before";
+    EXPECT_FALSE(Platform::CodesetToWide("no such codeset", "a", wide));
+    EXPECT_EQ(wide, u"");
 }
 
 // A letter and its marks become the one character that the codeset has, and stay apart if it has none.
