@@ -41,6 +41,8 @@ TEST(Json, WithoutEntryAndParameters)
     const ObjectPtr<TOrvGenericAction> generic(TOrvGenericAction::Create({}));
     EXPECT_EQ(Json(*generic), "{}");
     EXPECT_EQ(Json(*generic, false), "");
+    generic->Unused2();  // the places of the table that nothing uses answer nothing
+    EXPECT_TRUE(!generic->Unused0() && generic->Unused1() == 0 && generic->GetGenericKind());
 }
 
 TEST(Json, Values)
