@@ -22,9 +22,10 @@
  *  1. A handle owns one reference to its object and is closed with OrvAct_CloseHandle. Functions borrow the handles and
  *     records that they are given and copy what they keep. A null handle is the caller's fault unless a comment
  *     allows it.
- *  2. A text that is returned by pointer belongs to the object or to the catalogue: do not free it. It lives as long
- *     as the object, or until the parameter that it belongs to changes. A system string (OrvBStr) that is handed out
- *     belongs to the caller, who frees it with SysFreeString.
+ *  2. A text that is returned by pointer belongs to the object or to the catalogue: do not free it. That of the
+ *     catalogue lives as long as the library; that of an object until its parameter is set or removed, or until the
+ *     object ends. A system string (OrvBStr) that is handed out belongs to the caller, who frees it with
+ *     SysFreeString.
  *  3. OrvBool results: true for success. On failure the reason is in the calling thread's last error, see
  *     OrvAct_GetLastError, and outputs are as the failed step left them. A success clears the last error. An output
  *     pointer must not be null unless its comment allows it.

@@ -53,7 +53,7 @@ void VisitColumn(Record& record, Columns column, Visit&& visit)
     }
 }
 
-std::u16string_view ColumnName(Columns column);      // as the catalogue calls it, "Int32FieldA"
+std::u16string_view ColumnName(Columns column);      // of the record and the database, "Int32FieldA"; the catalogue writes Int32_A
 Columns FilledColumns(const TOrvEventData& record);  // those whose pointer is not null
 
 // The parameters that fill the columns of users in every action, in the order of the columns.

@@ -39,7 +39,8 @@ struct EventFilter {
 struct SqlDialect {
     std::string (*mark)(std::size_t number);  // the place of a value, counted from 1
     std::string (*sameText)(const std::string& column, const std::string& mark);
-    // In front of a column whose index is not to be used, for a planner that does not see that another one tells more.
+    // A prefix for a column, so that the planner does not use its index: for planners that choose it although another
+    // index narrows the search more.
     const char* withoutIndex;
     // Of a column with times, what is the same in an hour or a day; and how that is shown.
     std::string (*hour)(const std::string& time);

@@ -26,7 +26,7 @@ public:
     explicit EventGroups(const std::string& key) : key_(key) {}
 
     void Add(const StoredEvent& event, const Action& action) { ++counts_[GroupOf(event, action)]; }
-    // Has the store count. False when it cannot, as only the action tells the group.
+    // Has the store count. False when it cannot: the action has to be read to know the group.
     bool Count(EventStore& store, const EventFilter& filter);
     bool empty() const { return counts_.empty(); }
     // Hours and days in their order, others with the most events first.
