@@ -8,7 +8,8 @@
 
 namespace OrvPLC {
 
-// Neither object is changed. Action codes, the kind of the message (action or match action) and the description take no part, and a match action can be the action.
+// Neither object is changed. Action codes and the description take no part, nor does it matter whether the action is a
+// match action itself.
 bool Matches(const TOrvMatchAction& pattern, const TOrvAction& action);
 
 // The pattern's value against the action's. Not symmetric, deliberately: a pattern may name a channel, an event type
