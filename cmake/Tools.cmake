@@ -13,7 +13,7 @@ include(Utf8proc)
 if(ORV_POSTGRES)
     list(FILTER orvact_sources EXCLUDE REGEX "/postgres_absent\\.cpp$")
 else()
-    list(FILTER orvact_sources EXCLUDE REGEX "/postgres(_rows|_schema|_store)?\\.cpp$")
+    list(FILTER orvact_sources EXCLUDE REGEX "/postgres(_rows|_schema|_sender|_store)?\\.cpp$")
 endif()
 
 # What orvact --version tells of the build. The commit is missing where the sources have no history.

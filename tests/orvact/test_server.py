@@ -89,6 +89,7 @@ class Answers(OnServer):
         run = self.store(numbered(21_000))
         self.assertEqual((run.code, run.err), (0, ""))
         self.assertEqual(self.prices(), list(range(21_000)))
+        self.assertEqual(self.sql("select max(Id), min(Id), bool_and(Id = Sequence) from Events"), [("21000", "1", "t")])
         back = Run("events", "list", self.home, "--to", "technical").out.splitlines()
         self.assertEqual((len(back), back[777]), (21_000, "POSData (Price: 777)"))
 
@@ -137,7 +138,8 @@ class Answers(OnServer):
             late.stdin.write(b"begin; insert into Events select nextval('EventIds'), Stored, Recorder, -1, "
                              b"pg_current_xact_id(), Name, Code from Events limit 0; "
                              b"create temp table T as select * from Events; update T set Sequence = -1, "
-                             b"Id = nextval('EventIds'), Xact = pg_current_xact_id(); insert into Events select * from T;\n")
+                             b"Id = nextval('EventIds'), Xact = pg_current_xact_id(); insert into Events select * from T; insert into EventBatches "
+                             b"(Recorder, First, FirstId, Stored) select Recorder, Sequence, Id, Stored from T;\n")
             late.stdin.flush()
             time.sleep(1)
             slow.stdin.write(b"PanLeft (Camera: 7)\n")
@@ -181,11 +183,13 @@ class Answers(OnServer):
         self.store("CaseOpened ()\n")
         indexes = self.sql("select indexname from pg_indexes where tablename = 'events' order by 1")
         drop = "".join(f"drop index {name};" for (name,) in indexes if "field" in name)
-        self.sql(drop + "alter table Events drop column Parameters; drop table EventHours; update EventsVersion set "
-                        "Version = 1")
+        self.sql(drop + "alter table Events drop column Parameters; drop table EventHours, EventBatches; alter table Events "
+                        "add primary key (Recorder, Sequence, Stored); drop index EventsByTime, EventsByCode; create index "
+                        "EventsByTime on Events (Stored); create index EventsByXact on Events (Xact); create index "
+                        "EventsByCode on Events (Code, Id); update EventsVersion set Version = 1")
         self.assertEqual(Run("events", "list", self.home, "--count").out, "1\n")
         self.assertEqual(self.store("CaseClosed (Extra: 5)\n").code, 0)
-        self.assertEqual(self.sql("select Version from EventsVersion"), [("4",)])
+        self.assertEqual(self.sql("select Version from EventsVersion"), [("5",)])
         self.assertEqual(Run("events", "list", self.home, "--count").out, "2\n")
         self.assertEqual(self.sql("select Name from Events where Parameters @> '{\"extra\": 5}'"), [("CaseClosed",)])
         self.assertEqual(self.sql("select indexname from pg_indexes where tablename = 'events' order by 1"), indexes)
@@ -276,6 +280,33 @@ class Losses(OnServer):
         lines = err.decode().splitlines()
         self.assertEqual(lines[1:], ["orvact: 500 events stored", "orvact: the last event stored is that of stdin:500"])
         self.assertEqual(self.prices(), list(range(500)))
+
+    def test_the_server_is_killed_with_several_batches_on_their_way(self):
+        text = numbered(150_000).encode()
+        for retry in ([], ["--retry"]):
+            with self.subTest(retry), tempfile.NamedTemporaryFile() as file:
+                file.write(text)
+                file.flush()
+                before = len(self.prices()) if retry else 0
+                process = subprocess.Popen([str(TOOL), "events", "store", self.home, file.name, *retry],
+                                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment())
+                self.assertTrue(any(self.is_there(before) or time.sleep(0.05) for _ in range(600)))
+                self.server.kill()
+                self.server.start()
+                out, err = process.communicate(timeout=120)
+                stored = self.prices()[before:]
+                if retry:
+                    self.assertEqual((process.returncode, out.split()[0]), (0, b"150000"), err)
+                    self.assertEqual(stored, list(range(150_000)))
+                else:
+                    self.assertEqual((process.returncode, stored), (2, list(range(len(stored)))))
+                    self.assertLess(len(stored), 150_000)
+                    self.assertEqual(err.decode().splitlines()[-2:], [f"orvact: {len(stored)} events stored",
+                                     f"orvact: the last event stored is that of {file.name}:{len(stored)}"])
+
+    def is_there(self, before):
+        return (self.sql("select to_regclass('Events')")[0][0] and
+                int(self.sql("select count(*) from Events")[0][0]) > before)
 
     def test_the_tool_is_killed(self):
         text = numbered(60_000).encode()

@@ -50,6 +50,8 @@ std::string Painted(Tone tone, std::string_view text);
 // one ends the program after all.
 void CatchInterrupts();
 bool Interrupted();
+// For a thread beside the first: Ctrl+C ends a read of the first one, which is asked of nobody else.
+void LeaveInterruptsToOthers();
 
 // The systems' own, for console.cpp.
 namespace System {

@@ -58,6 +58,14 @@ bool Interrupted()
     return interrupted != 0;
 }
 
+void LeaveInterruptsToOthers()
+{
+    sigset_t interrupts;
+    sigemptyset(&interrupts);
+    sigaddset(&interrupts, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &interrupts, nullptr);
+}
+
 std::FILE* System::Create(const std::string& path)
 {
     return std::fopen(path.c_str(), "wb");

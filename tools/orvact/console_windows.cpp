@@ -101,6 +101,10 @@ bool Interrupted()
     return interrupted;
 }
 
+// The system calls back in a thread of its own.
+void LeaveInterruptsToOthers()
+{}
+
 std::FILE* System::Create(const std::string& path)
 {
     return _wfopen(Wide(path).c_str(), L"wb");

@@ -19,19 +19,32 @@ void EventStore::Store(const Action& action)
     } catch (const orv::Error& error) {
         throw DatabaseError(std::string("the action gives no record: ") + error.what());
     }
-    const std::int64_t now = Now();
-    Append({now, action, *record->get(), image.record});
-    ++added_[{HourOf(now), record->get()->code}];
-    ++uncommitted_;
+    if (!batch_) batch_ = NewBatch();
+    // Reading the clock takes longer than it goes on between a few events; whoever waits for more commits first.
+    constexpr std::uint64_t kSameTime = 16;
+    if (batch_->count % kSameTime == 0) now_ = Now();
+    batch_->Add({now_, action, *record->get(), image.record});
+    ++batch_->hours[{HourOf(now_), record->get()->code}];
+    ++batch_->count;
 }
 
 void EventStore::Commit()
 {
-    if (uncommitted_ == 0) return;
-    CommitAll();
-    committed_ += uncommitted_;
-    uncommitted_ = 0;
-    added_.clear();
+    if (uncommitted() == 0) return;
+    Prepare(*batch_);
+    sent_ += batch_->count;
+    conveyor().Put(std::move(batch_));
+}
+
+void EventStore::Finish()
+{
+    Commit();
+    conveyor().Finish();
+}
+
+void EventStore::Stop() noexcept
+{
+    conveyor().Stop();
 }
 
 bool IsServer(const std::string& home)

@@ -10,7 +10,7 @@
 
 #include "action_view.h"
 #include "event_conditions.h"
-#include "event_counts.h"
+#include "event_conveyor.h"
 #include "event_record.h"
 
 // What a home says when it cannot: one line, without the password.
@@ -45,11 +45,16 @@ public:
     EventStore(const EventStore&) = delete;
     EventStore& operator=(const EventStore&) = delete;
 
-    // Stores an action with the time of now. It is there for others, and for good, after Commit.
+    // Takes an action with the time of now.
     void Store(const Action& action);
-    void Commit();  // nothing when nothing is open
-    std::uint64_t committed() const { return committed_; }
-    std::uint64_t uncommitted() const { return uncommitted_; }
+    // Sends what was taken on its way, as one transaction. It is there for others, and for good, when committed() counts
+    // it, in the order in which it was taken. Throws when something that was sent before could not be stored.
+    void Commit();
+    void Finish();         // the same, and waits until all is committed
+    void Stop() noexcept;  // leaves out what is not committed; committed() is final then
+    std::uint64_t uncommitted() const { return batch_ ? batch_->count : 0; }  // since the last Commit
+    std::uint64_t sent() const { return sent_; }
+    std::uint64_t committed() { return conveyor().committed(); }
     virtual std::uint64_t batch() const = 0;  // how many events are best committed together
     virtual std::uint64_t known() const { return 0; }  // of a numbered input, how many were stored before
 
@@ -70,14 +75,14 @@ public:
 protected:
     EventStore() = default;
 
-    virtual void Append(const NewEvent& event) = 0;
-    virtual void CommitAll() = 0;
-    const HourCounts& added() const { return added_; }  // since the last commit
+    virtual std::unique_ptr<EventBatch> NewBatch() = 0;
+    virtual void Prepare(EventBatch&) {}  // before it is sent, in the order of sending
+    virtual Conveyor& conveyor() = 0;
 
 private:
-    HourCounts added_;
-    std::uint64_t committed_ = 0;
-    std::uint64_t uncommitted_ = 0;
+    std::unique_ptr<EventBatch> batch_;
+    std::int64_t now_ = 0;
+    std::uint64_t sent_ = 0;
 };
 
 // Throws DatabaseError when there is none (Read), when it is something else, or cannot be reached.

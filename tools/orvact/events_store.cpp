@@ -1,4 +1,5 @@
 // Stores actions as events.
+#include <deque>
 #include <memory>
 
 #include "action_reader.h"
@@ -10,26 +11,43 @@
 
 namespace {
 
-struct Stored {
-    std::string place;        // of the last event that is in the database for good
-    std::uint64_t taken = 0;  // of the input up to there
-    std::size_t refused = 0;  // patterns, which are no events
-    std::uint64_t known = 0;  // passed over
+// How far the input was read when events were sent.
+struct Mark {
+    std::uint64_t sent;  // events, up to there
+    std::string place;   // of the last one
+    std::uint64_t taken;
 };
 
-void Commit(EventStore& store, Stored& stored, const std::string& place, std::uint64_t taken)
-{
-    if (store.uncommitted() == 0) return;
-    store.Commit();
-    stored.place = place;
-    stored.taken = taken;
-}
+struct Stored {
+    std::deque<Mark> sent;    // on their way
+    std::string place;        // of the last event that is in the database for good
+    std::uint64_t taken = 0;  // of the input up to there
+    std::uint64_t committed = 0;
+    std::size_t refused = 0;  // patterns, which are no events
+    std::uint64_t known = 0;  // passed over
+
+    void Settle(std::uint64_t count)
+    {
+        committed = count;
+        for (; !sent.empty() && sent.front().sent <= committed; sent.pop_front()) {
+            place = std::move(sent.front().place);
+            taken = sent.front().taken;
+        }
+    }
+};
 
 void StoreAll(ActionReader& reader, EventStore& store, Stored& stored)
 {
     Progress progress(reader.size(), "event");
     Action action;
-    std::string place;
+    Place place;
+    const auto commit = [&](bool wait) {
+        if (store.uncommitted() > 0) {
+            stored.sent.push_back({store.sent() + store.uncommitted(), TextOf(place), reader.taken()});
+        }
+        wait ? store.Finish() : store.Commit();
+        stored.Settle(store.committed());
+    };
     for (Record record; reader.Next(action, record);) {
         if (action.IsMatchAction()) {
             ++stored.refused;
@@ -39,14 +57,14 @@ void StoreAll(ActionReader& reader, EventStore& store, Stored& stored)
             ++stored.known;
         } else {
             store.Store(action);
-            place = TextOf(record.place);
+            place = record.place;
         }
         // What waits for more keeps nothing back and locks nobody out.
-        const bool full = store.uncommitted() >= store.batch();
-        if (full || reader.MayWait()) Commit(store, stored, place, reader.taken());
-        progress.Show(stored.taken, store.committed());
+        const bool pauses = reader.MayWait();
+        if (pauses || store.uncommitted() >= store.batch()) commit(pauses);
+        progress.Show(stored.taken, stored.committed);
     }
-    Commit(store, stored, place, reader.taken());
+    commit(true);
 }
 
 std::string Events(std::uint64_t count)
@@ -75,6 +93,10 @@ int StoreEvents(const EventsStoreOptions& options)
         CatchInterrupts();
         StoreAll(reader, *store, stored);
     } catch (const DatabaseError& error) {
+        if (store) {
+            store->Stop();
+            stored.Settle(store->committed());
+        }
         Complain("database", error.what(), {}, HomeName(options.database));
         if (store && IsServer(options.database)) Complain("stored", Events(store->committed()) + " stored");
         sayWhereToGoOn();

@@ -76,7 +76,7 @@ const char* const kEventsFooter =
 
 const char* const kEventsStoreFooter =
     "What is no action, what holds text that is no part of one, and what is a match action is reported with\n"
-    "its place and left out, with exit code 3. Events are stored in transactions of up to 10,000; from a pipe\n"
+    "its place and left out, with exit code 3. Events are stored in transactions of up to 15,000; from a pipe\n"
     "they are in the database as soon as the pipe is empty. Ctrl+C stores what was read and ends with exit\n"
     "code 130; whatever else interrupts loses the open transaction at most. A server keeps the numbers of a\n"
     "recorder's events: with --numbered the same command goes on after whatever has stopped it.\n\n"

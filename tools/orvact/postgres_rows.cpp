@@ -59,24 +59,26 @@ std::int64_t ServerTime(std::int64_t milliseconds)
 
 std::string CopiedColumns()
 {
-    std::string list = "Recorder, Sequence, Stored, Name, Code";
+    std::string list = "Id, Sequence, Recorder, Stored, Name, Code";
     for (const EventColumn& column : kEventColumns) list += std::string(", ") + column.name;
     return list + ", Image, Parameters";
 }
 
-void CopyData::Clear()
+CopiedRows::CopiedRows(std::int32_t recorder) : recorder_(recorder), data_("PGCOPY\n\377\r\n\0", 11)
 {
-    data_.assign("PGCOPY\n\377\r\n\0", 11);
     data_.append(8, '\0');  // no flags, no extension
 }
 
-void CopyData::Add(const NewEvent& event, std::int32_t recorder, std::int64_t sequence)
+void CopiedRows::Add(const NewEvent& event)
 {
-    constexpr std::uint16_t kFields = 5 + kColumnCount + 2;
+    constexpr std::uint16_t kFields = 6 + kColumnCount + 2;
+    if (rows_.empty()) stored_ = event.stored;
+    rows_.push_back(data_.size());
     Fields fields(data_);
     fields.Raw(kFields);
-    fields(recorder);
-    fields(sequence);
+    fields(std::int64_t{0});  // the numbers come when the batch is sent
+    fields(std::int64_t{0});
+    fields(recorder_);
     fields(ServerTime(event.stored));
     fields(std::u16string_view(event.action.Name()));
     fields(std::int64_t{event.record.code});
@@ -87,8 +89,18 @@ void CopyData::Add(const NewEvent& event, std::int32_t recorder, std::int64_t se
     fields.Bytes("\1" + parameters);  // the version of the format in front of the text
 }
 
-void CopyData::End()
+void CopiedRows::Number(std::int64_t first, std::int64_t firstId, std::int64_t idStep)
 {
+    first_ = first;
+    firstId_ = firstId;
+    std::string numbers;
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        numbers.clear();
+        Fields fields(numbers);
+        fields(firstId + static_cast<std::int64_t>(row) * idStep);
+        fields(first + static_cast<std::int64_t>(row));
+        data_.replace(rows_[row] + sizeof(std::uint16_t), numbers.size(), numbers);
+    }
     Fields(data_).Raw(std::uint16_t{0xFFFF});
 }
 

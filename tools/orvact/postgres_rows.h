@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "event_conveyor.h"
 #include "event_store.h"
 #include "postgres.h"
 
@@ -11,18 +13,27 @@ namespace Postgres {
 // The columns of a copied row in their order, as a list for SQL.
 std::string CopiedColumns();
 
-// Data of a copy: rows between a head and an end.
-class CopyData {
+// A batch as data of a copy: rows between a head and an end.
+class CopiedRows final : public EventBatch {
 public:
-    CopyData() { Clear(); }
+    explicit CopiedRows(std::int32_t recorder);
 
-    void Clear();
-    void Add(const NewEvent& event, std::int32_t recorder, std::int64_t sequence);
-    void End();
+    void Add(const NewEvent& event) override;
+    // Numbers the rows and ends the data.
+    void Number(std::int64_t first, std::int64_t firstId, std::int64_t idStep);
+
+    std::int64_t stored() const { return stored_; }  // the time of its first event
+    std::int64_t first() const { return first_; }    // number of it
+    std::int64_t firstId() const { return firstId_; }
     const std::string& data() const { return data_; }
 
 private:
+    std::int32_t recorder_;
     std::string data_;
+    std::vector<std::size_t> rows_;  // where they begin
+    std::int64_t stored_ = 0;
+    std::int64_t first_ = 0;
+    std::int64_t firstId_ = 0;
 };
 
 // A row of a select of StoredEvent::ColumnList.

@@ -12,8 +12,11 @@ namespace Postgres {
 
 // Brings the tables to the version of this tool, step by step; makes them when there are none.
 void MakeSchema(Connection& connection);
-// Throws when the tables are missing or of a version that this tool does not read. True when there is EventHours.
-bool CheckSchema(Connection& connection);
+// The version of the tables. Throws when they are missing or of a version that this tool does not read.
+std::int64_t CheckSchema(Connection& connection);
+constexpr std::int64_t kCurrentVersion = 5;
+constexpr std::int64_t kFirstWithHours = 4;
+constexpr std::int64_t kFirstWithBatches = 5;
 
 // Makes the partitions of the month of that time and of the next one, as far as they are missing.
 void MakePartitions(Connection& connection, std::int64_t milliseconds);

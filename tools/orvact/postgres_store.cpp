@@ -3,12 +3,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <optional>
-#include <thread>
+#include <limits>
 
-#include "console.h"
 #include "postgres_rows.h"
 #include "postgres_schema.h"
+#include "postgres_sender.h"
 #include "report.h"
 
 namespace Postgres {
@@ -17,8 +16,8 @@ namespace {
 
 constexpr std::uint64_t kBatch = 10'000;
 constexpr std::int64_t kNumbers = 100'000;  // taken for a program that shares the name of its recorder
-constexpr std::size_t kPiece = 1 << 18;     // bytes of a copy on their way at once
-constexpr const char* kNotice = "orvact_events";
+constexpr std::size_t kSenders = 3;
+constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
 
 constexpr SqlDialect kDialect = {
     [](std::size_t number) { return "$" + std::to_string(number); },
@@ -39,46 +38,29 @@ std::string HostName()
     return *name ? name : "unknown";
 }
 
-// Waits longer from time to time; false when the user wants no more of it.
-class Patience {
-public:
-    bool Wait()
-    {
-        using namespace std::chrono;
-        const auto end = steady_clock::now() + pause_;
-        while (steady_clock::now() < end) {
-            if (Interrupted()) return false;
-            std::this_thread::sleep_for(milliseconds(50));
-        }
-        pause_ = std::min(2 * pause_, milliseconds(15'000));
-        return true;
-    }
-
-private:
-    std::chrono::milliseconds pause_{250};
-};
-
 }  // namespace
 
-// Events are numbered by their recorder before they are sent, so a batch can be looked for when the answer to its
-// commit was lost, and is never there twice.
 class Store final : public EventStore {
 public:
-    Store(const std::string& home, Use use, const StoreOptions& options) : home_(home), options_(options)
+    Store(const std::string& home, Use use, const StoreOptions& options)
+        : sending_{home, options.retry, options.numbered, 0, {}},
+          connection_(home, options.retry),
+          conveyor_([this](std::size_t number) { return NewWorker(number); }, [this](const std::string& message) { Say(message); })
     {
-        connection_.emplace(home);
+        sending_.recorderName = options.recorder.empty() ? HostName() : options.recorder;
+        connection_.Open();
         if (use == Use::Write) {
             Persistently([&] {
                 MakeSchema(*connection_);
                 RegisterRecorder();
             });
         } else {
-            hasHours_ = CheckSchema(*connection_);
+            version_ = CheckSchema(*connection_);
         }
     }
 
     std::uint64_t batch() const override { return kBatch; }
-    std::uint64_t known() const override { return options_.numbered ? static_cast<std::uint64_t>(known_) : 0; }
+    std::uint64_t known() const override { return sending_.numbered ? static_cast<std::uint64_t>(known_) : 0; }
 
     std::int64_t LastId() override
     {
@@ -91,7 +73,7 @@ public:
         BeginMoment();
         std::vector<EventValue> values;
         const std::string where = SqlOf(filter, kDialect, values);
-        Walk(where, values, order, take);
+        Walk(where, values, order == Order::OldestFirst ? "Id" : NewestFirst(filter), take);
     }
 
     void SelectAdded(const EventFilter& filter, const Take& take) override
@@ -102,10 +84,15 @@ public:
         std::vector<EventValue> values;
         std::string where = SqlOf(filter, kDialect, values);
         values.emplace_back(before);
-        const std::string mark = kDialect.mark(values.size()) + "::pg_snapshot";
         // What was under way at that moment may have been added since, with any number.
-        where += " and Xact >= pg_snapshot_xmin(" + mark + ") and not pg_visible_in_snapshot(Xact, " + mark + ")";
-        Walk(where, values, Order::OldestFirst, take);
+        where += " and " + Added(values.size());
+        if (version_ >= kFirstWithBatches) {
+            const std::int64_t first = FirstAdded(before);
+            values.emplace_back(first);
+            where += " and Id >= " + kDialect.mark(values.size());
+            if (first == kNone) return EndMoment();
+        }
+        Walk(where, values, "Id", take);
         EndMoment();
     }
 
@@ -113,7 +100,7 @@ public:
     {
         BeginMoment();
         std::vector<EventValue> values;
-        const std::string sql = CountSql(filter, grouping, kDialect, hasHours_, values);
+        const std::string sql = CountSql(filter, grouping, kDialect, version_ >= kFirstWithHours, values);
         const Result groups = connection_->Run(sql, values);
         for (int row = 0; row < groups.rows(); ++row) {
             take(std::string(groups.Bytes(row, 0)), static_cast<std::uint64_t>(groups.Integer(row, 1)));
@@ -153,16 +140,41 @@ private:
         reading_ = false;
     }
 
+    // What was under way in a snapshot, or came later.
+    static std::string Added(std::size_t number)
+    {
+        const std::string mark = kDialect.mark(number) + "::pg_snapshot";
+        return "Xact >= pg_snapshot_xmin(" + mark + ") and not pg_visible_in_snapshot(Xact, " + mark + ")";
+    }
+
+    std::int64_t FirstAdded(const std::string& snapshot)
+    {
+        return connection_->Number(
+            "select coalesce(min(FirstId), " + std::to_string(kNone) + ") from EventBatches where " + Added(1), {snapshot});
+    }
+
+    // The trees of channels have the number in this coarse form, by which the newest come first out of them.
+    std::string NewestFirst(const EventFilter& filter) const
+    {
+        const bool ofChannel =
+            std::any_of(filter.conditions.begin(), filter.conditions.end(), [](const EventCondition& condition) {
+                return condition.asks == EventCondition::Asks::OneOf &&
+                       (condition.column == "Int32FieldA" || condition.column == "Int64FieldA");
+            });
+        return ofChannel && version_ >= kFirstWithBatches ? "Id >> 20 desc, Id desc" : "Id desc";
+    }
+
     // In pieces, so that any number of rows takes little memory.
-    void Walk(const std::string& where, const std::vector<EventValue>& values, Order order, const Take& take)
+    void Walk(const std::string& where, const std::vector<EventValue>& values, const std::string& order,
+              const Take& take)
     {
         // The newest are asked for when a few of them will do.
-        const bool few = order == Order::NewestFirst;
+        const bool few = order != "Id";
         connection_->Script(std::string("set local cursor_tuple_fraction = ") + (few ? "0.0001" : "1"));
         connection_->Run(
             "declare EventRows no scroll cursor for select " +
                 StoredEvent::ColumnList("to_char(Stored at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')") +
-                " from Events where " + where + " order by Id" + (few ? " desc" : ""),
+                " from Events where " + where + " order by " + order,
             values);
         for (bool more = true; more;) more = TakePiece(take);
         connection_->Script("close EventRows");
@@ -180,202 +192,90 @@ private:
 
     // ---- storing
 
-    std::string RecorderName() const { return options_.recorder.empty() ? HostName() : options_.recorder; }
+    void Say(const std::string& message) { Complain("retry", message, {}, HomeName(sending_.home)); }
+
+    template <class Work>
+    void Persistently(const Work& work)
+    {
+        connection_.Persistently(work, [this](const std::string& message) { Say(message); });
+    }
 
     void RegisterRecorder()
     {
-        connection_->Run("insert into Recorders (Name) values ($1) on conflict do nothing", {RecorderName()});
-        const Result row = connection_->Run("select Id, Last from Recorders where Name = $1", {RecorderName()});
-        recorder_ = row.Integer(0, 0);
+        const std::string& name = sending_.recorderName;
+        connection_->Run("insert into Recorders (Name) values ($1) on conflict do nothing", {name});
+        const Result row = connection_->Run("select Id, Last from Recorders where Name = $1", {name});
+        sending_.recorder = row.Integer(0, 0);
         known_ = row.Integer(0, 1);
-        if (options_.numbered) next_ = known_ + 1;
+        if (sending_.numbered) next_ = known_ + 1;
+    }
+
+    std::unique_ptr<EventBatch> NewBatch() override
+    {
+        return std::make_unique<CopiedRows>(static_cast<std::int32_t>(sending_.recorder));
+    }
+
+    void Prepare(EventBatch& batch) override
+    {
+        const auto count = static_cast<std::int64_t>(batch.count);
+        Persistently([&] {
+            TakeNumbers(count);
+            const Result ids = TakeIds(count);
+            static_cast<CopiedRows&>(batch).Number(next_, ids.Integer(0, 0), ids.Integer(0, 1));
+        });
+        next_ += count;
     }
 
     // Numbers that nobody else gets. Those that are not used are left out.
-    void TakeNumbers()
+    void TakeNumbers(std::int64_t count)
     {
-        if (options_.numbered || end_ - next_ >= static_cast<std::int64_t>(kBatch)) return;
+        if (sending_.numbered || end_ - next_ >= count) return;
         const std::int64_t last = connection_->Number(
-            "update Recorders set Last = Last + $1 where Id = $2 returning Last", {kNumbers, recorder_});
+            "update Recorders set Last = Last + $1 where Id = $2 returning Last", {kNumbers, sending_.recorder});
         next_ = last - kNumbers + 1;
         end_ = last + 1;
     }
 
-    void Append(const NewEvent& event) override
+    // So many ids one behind the other: the first, and how far one is from the next.
+    Result TakeIds(std::int64_t count)
     {
-        if (first_ == 0) BeginBatch(event.stored);
-        copy_.Add(event, static_cast<std::int32_t>(recorder_), next_++);
-        // A failure shows at the end of the batch, where it is dealt with.
-        if (!sending_ || copy_.data().size() - sent_ < kPiece) return;
+        return connection_->Run(
+            "select setval('EventIds', first + ($1 - 1) * step) - ($1 - 1) * step, step from (select "
+            "nextval('EventIds') as first, seqincrement as step from pg_sequence, pg_advisory_xact_lock(1332901446) "
+            "where seqrelid = 'EventIds'::regclass) as taken",
+            {count});
+    }
+
+    // Several batches are sent at once, as one process of the server is slower than the tool.
+    Conveyor::Work NewWorker(std::size_t number)
+    {
+        if (number == kSenders) return {};
+        std::shared_ptr<Sender> sender;
         try {
-            SendPiece();
-        } catch (const DatabaseError&) {
-            sending_ = false;
+            Persistently([&] { sender = std::make_shared<Sender>(sending_); });
+        } catch (const ConnectionLost&) {
+            if (number == 0) throw;
+            return {};
         }
+        return [sender](EventBatch& batch, Conveyor::Turn& turn) {
+            sender->Send(static_cast<const CopiedRows&>(batch), turn);
+        };
     }
 
-    void BeginBatch(std::int64_t stored)
-    {
-        stored_ = stored;
-        copy_.Clear();
-        Persistently([&] {
-            TakeNumbers();
-            first_ = next_;
-            BeginCopy();
-        });
-    }
+    Conveyor& conveyor() override { return conveyor_; }
 
-    void BeginCopy()
-    {
-        if (MonthOf(stored_) != month_) MakePartitions(*connection_, stored_);
-        month_ = MonthOf(stored_);
-        connection_->BeginCopy("begin; select pg_advisory_xact_lock(" + LockOfBatch() + "); copy Events (" +
-                               CopiedColumns() + ") from stdin (format binary)");
-        sending_ = true;
-        sent_ = 0;
-        doubtful_ = false;
-    }
+    Sending sending_;
+    Link connection_;
 
-    void SendPiece()
-    {
-        connection_->PutCopy(std::string_view(copy_.data()).substr(sent_));
-        sent_ = copy_.data().size();
-    }
-
-    void CommitAll() override
-    {
-        copy_.End();
-        try {
-            if (!sending_) BeginCopy();
-            FinishBatch();
-        } catch (const ConnectionLost& lost) {
-            StoreAfterLoss(lost.what());
-        }
-        sending_ = false;
-        first_ = 0;
-    }
-
-    void FinishBatch()
-    {
-        SendPiece();
-        connection_->EndCopy();
-        if (options_.numbered) {
-            const Result changed = connection_->Run("update Recorders set Last = $1 where Id = $2 and Last = $3",
-                                                    {next_ - 1, recorder_, first_ - 1});
-            if (changed.changed() != 1)
-                throw DatabaseError("another program stores as recorder " + RecorderName() + " too");
-        }
-        CountHours();
-        doubtful_ = true;
-        connection_->Script(std::string("notify ") + kNotice + "; commit");
-        doubtful_ = false;
-    }
-
-    // In the order of their keys, so that two recorders of one name never wait for each other in a circle.
-    void CountHours()
-    {
-        std::string rows;
-        for (const auto& [hour, count] : added()) {
-            rows += (rows.empty() ? "('" : ", ('") + StoredTime(hour.first) + "', " + std::to_string(hour.second) +
-                    ", " + std::to_string(recorder_) + ", " + std::to_string(count) + ")";
-        }
-        connection_->Script("insert into EventHours values " + rows +
-                            " on conflict (Hour, Code, Recorder) do update "
-                            "set Count = EventHours.Count + excluded.Count");
-    }
-
-    // What the transaction of a batch holds as long as it is under way.
-    std::string LockOfBatch() const { return std::to_string(recorder_) + ", " + std::to_string(first_ & 0x7FFFFFFF); }
-
-    bool IsStored()
-    {
-        // The session that was lost may still be at its commit.
-        connection_->Run("select pg_advisory_xact_lock_shared(" + LockOfBatch() + ")");
-        return connection_->Number("select count(*) from Events where Recorder = $1 and Sequence = $2",
-                                   {recorder_, first_}) != 0;
-    }
-
-    // The server went away with a batch on its way: it is there as a whole or not at all.
-    void StoreAfterLoss(const std::string& reason)
-    {
-        const bool doubtful = doubtful_;
-        if (!options_.retry) {
-            if (!doubtful || !LearnWhetherStored(reason)) throw DatabaseError(reason);
-            return;
-        }
-        Reconnect(reason);
-        Persistently([&] { StoreAgain(); });
-    }
-
-    void StoreAgain()
-    {
-        if (IsStored()) return;
-        BeginCopy();
-        FinishBatch();
-    }
-
-    // Does it, and with --retry once more whenever the server goes away.
-    template <class Work>
-    void Persistently(const Work& work)
-    {
-        for (;;) {
-            try {
-                return work();
-            } catch (const ConnectionLost& lost) {
-                if (!options_.retry) throw;
-                Reconnect(lost.what());
-            }
-        }
-    }
-
-    bool LearnWhetherStored(const std::string& reason)
-    {
-        Patience patience;
-        for (int attempt = 0; attempt < 5 && patience.Wait(); ++attempt) {
-            try {
-                connection_.emplace(home_);
-                return IsStored();
-            } catch (const ConnectionLost&) {
-            }
-        }
-        throw DatabaseError(reason + "; whether the " + std::to_string(next_ - first_) +
-                            " events of the last batch are stored is not known");
-    }
-
-    void Reconnect(const std::string& reason)
-    {
-        Complain("retry", reason + "; tries again until the server is there", {}, HomeName(home_));
-        for (Patience patience; patience.Wait();) {
-            try {
-                connection_.emplace(home_);
-                sending_ = false;
-                return;
-            } catch (const ConnectionLost&) {
-            }
-        }
-        throw DatabaseError("interrupted while the server was away");
-    }
-
-    std::string home_;
-    StoreOptions options_;
-    std::optional<Connection> connection_;
-
-    bool hasHours_ = true;
+    std::int64_t version_ = kCurrentVersion;
     bool reading_ = false;  // in the transaction of a moment
     std::string moment_;    // what is seen in it, as the server writes it
     bool listening_ = false;
 
-    std::int64_t recorder_ = 0;
-    std::int64_t known_ = 0;   // numbers of the recorder that are there already
-    std::int64_t next_ = 1;    // number of the next event
-    std::int64_t end_ = 0;     // behind the numbers that are ours
-    std::int64_t first_ = 0;   // of the batch; 0 when there is none
-    std::int64_t stored_ = 0;  // the time of its first event
-    CopyData copy_;            // the whole batch
-    std::size_t sent_ = 0;     // of it, in the transaction that is open
-    bool sending_ = false;
-    bool doubtful_ = false;  // a commit is under way
-    std::chrono::year_month month_{};
+    std::int64_t known_ = 0;  // numbers of the recorder that are there already
+    std::int64_t next_ = 1;   // number of the next event
+    std::int64_t end_ = 0;    // behind the numbers that are ours
+    Conveyor conveyor_;
 };
 
 }  // namespace Postgres

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <iterator>
 #include <thread>
 #include <utility>
@@ -112,6 +113,78 @@ struct Binder {
     void operator()(std::nullptr_t) { statement.BindNull(parameter++); }
 };
 
+// Events as their rows are bound, packed one behind the other, so that the thread of the database has nothing else to do.
+class PackedRows final : public EventBatch {
+public:
+    void Add(const NewEvent& event) override
+    {
+        if (event.stored != stored_ || text_.empty()) text_ = StoredTime(event.stored);
+        stored_ = event.stored;
+        Text(text_);
+        Text(orv::ToUtf8(event.action.Name()));
+        (*this)(std::int64_t{event.record.code});
+        for (const EventColumn& column : kEventColumns) VisitColumn(event.record, column, *this);
+        Put('i', event.image.size());
+        data_ += event.image;
+    }
+
+    void operator()(std::int64_t number) { Put('n', number); }
+    void operator()(std::int32_t number) { Put('n', std::int64_t{number}); }
+    void operator()(double number) { Put('d', number); }
+    void operator()(std::u16string_view text) { Text(orv::ToUtf8(text)); }
+    void operator()(std::nullptr_t) { data_ += '0'; }
+
+    // Binds the values of the row at that place; gives the place of the next.
+    std::size_t Bind(std::size_t place, Statement& row) const
+    {
+        for (int parameter = 1; parameter <= kParameters; ++parameter) place = BindValue(place, parameter, row);
+        return place;
+    }
+    std::size_t end() const { return data_.size(); }
+
+private:
+    static constexpr int kParameters = 3 + static_cast<int>(kColumnCount) + 1;
+
+    void Text(std::string_view text)
+    {
+        Put('t', text.size());
+        data_ += text;
+    }
+
+    template <class T>
+    void Put(char kind, T value)
+    {
+        data_ += kind;
+        data_.append(reinterpret_cast<const char*>(&value), sizeof value);
+    }
+
+    template <class T>
+    T Get(std::size_t& place) const
+    {
+        T value;
+        std::memcpy(&value, data_.data() + place, sizeof value);
+        place += sizeof value;
+        return value;
+    }
+
+    std::size_t BindValue(std::size_t place, int parameter, Statement& row) const
+    {
+        const char kind = data_[place++];
+        if (kind == '0') row.BindNull(parameter);
+        if (kind == 'n') row.Bind(parameter, Get<std::int64_t>(place));
+        if (kind == 'd') row.Bind(parameter, Get<double>(place));
+        if (kind != 't' && kind != 'i') return place;
+        const auto size = Get<std::size_t>(place);
+        const std::string_view bytes = std::string_view(data_).substr(place, size);
+        kind == 't' ? row.Bind(parameter, bytes) : row.BindBytes(parameter, bytes);
+        return place + size;
+    }
+
+    std::string data_;
+    std::int64_t stored_ = 0;  // the time of the last event, as a number and a text
+    std::string text_;
+};
+
 // One bound on each side in all: of two, the planner takes the second for a reason to leave a better index aside.
 void BoundIds(EventFilter& filter, std::int64_t first, std::int64_t last)
 {
@@ -144,7 +217,11 @@ private:
 
 }  // namespace
 
-SqliteStore::SqliteStore(const std::string& path, Use use) : database_(path, use == Use::Write)
+SqliteStore::SqliteStore(const std::string& path, Use use)
+    : database_(path, use == Use::Write), conveyor_([this](std::size_t number) {
+          if (number > 0) return Conveyor::Work();  // a file has one writer
+          return Conveyor::Work([this](EventBatch& batch, Conveyor::Turn&) { StoreBatch(batch); });
+      })
 {
     const bool empty = database_.Number("select count(*) from sqlite_master") == 0;
     if (!(empty && use == Use::Write)) CheckVersion();
@@ -178,25 +255,21 @@ void SqliteStore::GoForward()
     database_.Run("commit");
 }
 
-void SqliteStore::Append(const NewEvent& event)
+std::unique_ptr<EventBatch> SqliteStore::NewBatch()
 {
-    if (!open_) database_.Run("begin immediate");
-    open_ = true;
-    if (std::exchange(stored_, event.stored) != event.stored) storedText_ = StoredTime(event.stored);
-    Binder bind{*insert_};
-    bind(std::string_view(storedText_));
-    const std::string name = orv::ToUtf8(event.action.Name());
-    bind(std::string_view(name));
-    bind(std::int64_t{event.record.code});
-    for (const EventColumn& column : kEventColumns) VisitColumn(event.record, column, bind);
-    insert_->BindBytes(bind.parameter, event.image);
-    insert_->Step();
-    insert_->Reset();
+    return std::make_unique<PackedRows>();
 }
 
-void SqliteStore::CommitAll()
+void SqliteStore::StoreBatch(const EventBatch& batch)
 {
-    for (const auto& [hour, count] : added()) {
+    const auto& rows = static_cast<const PackedRows&>(batch);
+    database_.Run("begin immediate");
+    for (std::size_t place = 0; place < rows.end();) {
+        place = rows.Bind(place, *insert_);
+        insert_->Step();
+        insert_->Reset();
+    }
+    for (const auto& [hour, count] : batch.hours) {
         Binder bind{*count_};
         bind(orv::TimePoint(std::chrono::milliseconds(hour.first)));
         bind(std::int64_t{hour.second});
@@ -205,7 +278,6 @@ void SqliteStore::CommitAll()
         count_->Reset();
     }
     database_.Run("commit");
-    open_ = false;
 }
 
 std::int64_t SqliteStore::LastId()

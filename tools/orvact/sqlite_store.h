@@ -10,7 +10,7 @@ class SqliteStore final : public EventStore {
 public:
     SqliteStore(const std::string& path, Use use);
 
-    std::uint64_t batch() const override { return 10'000; }
+    std::uint64_t batch() const override { return 15'000; }
     std::int64_t LastId() override;
     void Select(const EventFilter& filter, Order order, const Take& take) override;
     void SelectAdded(const EventFilter& filter, const Take& take) override;
@@ -21,16 +21,15 @@ public:
 private:
     void CheckVersion();
     void GoForward();
-    void Append(const NewEvent& event) override;
-    void CommitAll() override;
+    std::unique_ptr<EventBatch> NewBatch() override;
+    Conveyor& conveyor() override { return conveyor_; }
+    void StoreBatch(const EventBatch& batch);
     void SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take);
 
     Database database_;
     std::optional<Statement> insert_;
     std::optional<Statement> count_;
-    std::int64_t stored_ = 0;  // the time of the last event, as a number and a text
-    std::string storedText_ = StoredTime(0);
     bool hasHours_ = false;
     std::optional<std::int64_t> last_;  // the greatest id of the moment that is read
-    bool open_ = false;                 // a transaction
+    Conveyor conveyor_;                 // whose thread has the database as long as something is on its way
 };
