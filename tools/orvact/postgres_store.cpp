@@ -251,11 +251,12 @@ private:
     {
         if (number == kSenders) return {};
         std::shared_ptr<Sender> sender;
+        const auto open = [&] { sender = std::make_shared<Sender>(sending_); };
         try {
-            Persistently([&] { sender = std::make_shared<Sender>(sending_); });
+            number == 0 ? Persistently(open) : open();
         } catch (const ConnectionLost&) {
             if (number == 0) throw;
-            return {};
+            return {};  // a server that takes no more connections is no reason to wait
         }
         return [sender](EventBatch& batch, Conveyor::Turn& turn) {
             sender->Send(static_cast<const CopiedRows&>(batch), turn);
