@@ -85,7 +85,7 @@ std::exception_ptr Conveyor::Fault(const Work& work, EventBatch& batch, std::uin
     } catch (...) {
         const std::exception_ptr fault = std::current_exception();
         try {
-            WaitForTurn(number);  // those in front may still be committed, and count
+            WaitForTurn(number);  // those before it may still be committed, and count
             return fault;
         } catch (const GivenUp&) {
             return nullptr;

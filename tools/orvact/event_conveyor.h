@@ -36,7 +36,7 @@ public:
     class Turn {
     public:
         Turn(Conveyor& conveyor, std::uint64_t number) : conveyor_(conveyor), number_(number) {}
-        // Until all batches in front are committed. Throws when this one is not to be committed any more.
+        // Until all batches before it are committed. Throws when this one is not to be committed any more.
         void Wait() { conveyor_.WaitForTurn(number_); }
         // Is told to the user by the thread that gives the batches.
         void Say(std::string message) { conveyor_.Add(std::move(message)); }

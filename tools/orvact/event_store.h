@@ -47,8 +47,8 @@ public:
 
     // Takes an action with the time of now.
     void Store(const Action& action);
-    // Sends what was taken on its way, as one transaction. It is there for others, and for good, when committed() counts
-    // it, in the order in which it was taken. Throws when something that was sent before could not be stored.
+    // Sends what was taken on its way, as one transaction. It is there for others, and for good, when committed()
+    // counts it, in the order in which it was taken. Throws when something that was sent before could not be stored.
     void Commit();
     void Finish();         // the same, and waits until all is committed
     void Stop() noexcept;  // leaves out what is not committed; committed() is final then

@@ -98,7 +98,7 @@ void MakeBatches(Connection& connection)
     }
 }
 
-// Each step makes the next version of the one in front of it.
+// Each step turns a version into the next one.
 using Step = void (*)(Connection&);
 constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters, MakeHours, MakeBatches};
 constexpr std::int64_t kVersion = std::size(kSteps);
@@ -144,7 +144,8 @@ void MakePartition(Connection& connection, Month month)
     if (!HasPartition(connection, name)) {
         const Month next{month.month + std::chrono::months(1)};
         connection.Script("create table " + name +
-                          " (like Events including defaults including indexes) with (autovacuum_vacuum_insert_scale_factor = 0.02);"
+                          " (like Events including defaults including indexes) "
+                          "with (autovacuum_vacuum_insert_scale_factor = 0.02);"
                           "alter table Events attach partition " +
                           name + " for values from ('" + month.Begin() + "') to ('" + next.Begin() + "')");
     }

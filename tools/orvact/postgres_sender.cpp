@@ -78,13 +78,14 @@ void Sender::CopyAll(const CopiedRows& batch)
     link_->EndCopy();
 }
 
-// All that other transactions of this program wait for is done behind the ones in front.
+// What other transactions of this program wait for is done last, when those before it are committed.
 void Sender::Commit(const CopiedRows& batch)
 {
     if (sending_.numbered) {
+        const std::int64_t before = batch.first() - 1;
         const Result changed =
             link_->Run("update Recorders set Last = $1 where Id = $2 and Last = $3",
-                       {batch.first() + static_cast<std::int64_t>(batch.count) - 1, sending_.recorder, batch.first() - 1});
+                       {before + static_cast<std::int64_t>(batch.count), sending_.recorder, before});
         if (changed.changed() != 1)
             throw DatabaseError("another program stores as recorder " + sending_.recorderName + " too");
     }
@@ -93,8 +94,8 @@ void Sender::Commit(const CopiedRows& batch)
                   std::to_string(sending_.recorder) + ", " + std::to_string(batch.first()) + ", " +
                   std::to_string(batch.firstId()) + ", '" + StoredTime(batch.stored()) +
                   "'); insert into EventHours values " + HourRows(batch) +
-                  " on conflict (Hour, Code, Recorder) do update set Count = EventHours.Count + excluded.Count; notify " +
-                  kNotice + "; commit");
+                  " on conflict (Hour, Code, Recorder) do update set Count = EventHours.Count + excluded.Count; "
+                  "notify " + kNotice + "; commit");
     doubtful_ = false;
 }
 

@@ -55,8 +55,8 @@ struct Sending {
     std::string recorderName;
 };
 
-// Sends batches. A batch is written down in EventBatches in its own transaction, so it can be looked for when the answer
-// to its commit was lost, and is never there twice.
+// Sends batches. A batch is written down in EventBatches in its own transaction, so it can be looked for when the
+// answer to its commit was lost, and is never there twice.
 class Sender {
 public:
     // Throws ConnectionLost when there is no server, or no place there.

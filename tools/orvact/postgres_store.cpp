@@ -45,7 +45,8 @@ public:
     Store(const std::string& home, Use use, const StoreOptions& options)
         : sending_{home, options.retry, options.numbered, 0, {}},
           connection_(home, options.retry),
-          conveyor_([this](std::size_t number) { return NewWorker(number); }, [this](const std::string& message) { Say(message); })
+          conveyor_([this](std::size_t number) { return NewWorker(number); },
+                    [this](const std::string& message) { Say(message); })
     {
         sending_.recorderName = options.recorder.empty() ? HostName() : options.recorder;
         connection_.Open();
@@ -150,7 +151,8 @@ private:
     std::int64_t FirstAdded(const std::string& snapshot)
     {
         return connection_->Number(
-            "select coalesce(min(FirstId), " + std::to_string(kNone) + ") from EventBatches where " + Added(1), {snapshot});
+            "select coalesce(min(FirstId), " + std::to_string(kNone) + ") from EventBatches where " + Added(1),
+            {snapshot});
     }
 
     // The trees of channels have the number in this coarse form, by which the newest come first out of them.

@@ -113,7 +113,7 @@ struct Binder {
     void operator()(std::nullptr_t) { statement.BindNull(parameter++); }
 };
 
-// Events as their rows are bound, packed one behind the other, so that the thread of the database has nothing else to do.
+// Events as their rows are bound, packed one after the other, so that the thread of the database has nothing else to do.
 class PackedRows final : public EventBatch {
 public:
     void Add(const NewEvent& event) override
