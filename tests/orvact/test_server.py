@@ -138,8 +138,9 @@ class Answers(OnServer):
             late.stdin.write(b"begin; insert into Events select nextval('EventIds'), Stored, Recorder, -1, "
                              b"pg_current_xact_id(), Name, Code from Events limit 0; "
                              b"create temp table T as select * from Events; update T set Sequence = -1, "
-                             b"Id = nextval('EventIds'), Xact = pg_current_xact_id(); insert into Events select * from T; insert into EventBatches "
-                             b"(Recorder, First, FirstId, Stored) select Recorder, Sequence, Id, Stored from T;\n")
+                             b"Id = nextval('EventIds'), Xact = pg_current_xact_id(); insert into Events select * from T; "
+                             b"insert into EventBatches (Recorder, First, FirstId, Stored) "
+                             b"select Recorder, Sequence, Id, Stored from T;\n")
             late.stdin.flush()
             time.sleep(1)
             slow.stdin.write(b"PanLeft (Camera: 7)\n")
