@@ -305,6 +305,42 @@ class Losses(OnServer):
                     self.assertEqual(err.decode().splitlines()[-2:], [f"orvact: {len(stored)} events stored",
                                      f"orvact: the last event stored is that of {file.name}:{len(stored)}"])
 
+    def test_no_batch_is_committed_before_the_one_before_it(self):
+        self.store("CaseOpened ()\n")
+        for lost, expected in ((True, 1), (False, 40_001)):
+            with self.subTest(lost=lost), tempfile.NamedTemporaryFile() as file:
+                file.write(numbered(40_000).encode())
+                file.flush()
+                # Holds up the first of four batches where it begins; two others are copied meanwhile.
+                lock = "{}, {}".format(*self.sql("select Id, Last + 1 from Recorders")[0])
+                holder = subprocess.Popen(
+                    self.server.command("psql", "-X", "-q", "-h", self.server.folder, "-U", "owner", self.name),
+                    stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, cwd="/")
+                holder.stdin.write(f"select pg_advisory_lock({lock});\n".encode())
+                holder.stdin.flush()
+                self.until("select count(*) from pg_locks where locktype = 'advisory' and granted", 1)
+                tool = self.tool(file.name)
+                self.addCleanup(tool.kill)
+                self.addCleanup(holder.kill)
+                of_here = "from pg_stat_activity where datname = current_database() and"
+                self.until(f"select count(*) {of_here} state = 'idle in transaction'", 2)
+                self.assertEqual(self.sql("select count(*) from Events"), [("1",)])
+                if lost:
+                    self.sql(f"select pg_terminate_backend(pid) {of_here} wait_event = 'advisory'")
+                holder.communicate(b"", timeout=60)
+                out, err = tool.communicate(timeout=60)
+                self.assertEqual((tool.returncode, self.sql("select count(*) from Events")), (2 if lost else 0,
+                                                                                           [(str(expected),)]))
+                if lost:
+                    self.assertIn("orvact: 0 events stored\n", err.decode())
+
+    def until(self, question, number):
+        for _ in range(600):
+            if int(self.sql(question)[0][0]) == number or int(self.sql("select count(*) from Events")[0][0]) > 1:
+                return
+            time.sleep(0.05)
+        self.fail(f"never {number}: {question}")
+
     def is_there(self, before):
         return (self.sql("select to_regclass('Events')")[0][0] and
                 int(self.sql("select count(*) from Events")[0][0]) > before)
