@@ -68,8 +68,9 @@ add_dependencies(reliability_load orv_generated)
 target_include_directories(reliability_load PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
 target_link_libraries(reliability_load PRIVATE orv_flags ${CMAKE_DL_LIBS})
 # Preloaded into the tool, which is a program of its own.
-add_library(reliability_refuse MODULE EXCLUDE_FROM_ALL ${reliability}/failing_allocator.cpp)
-target_link_libraries(reliability_refuse PRIVATE orv_flags)
+add_library(reliability_refuse MODULE EXCLUDE_FROM_ALL ${reliability}/failing_allocator.cpp
+    ${reliability}/refuse_in_main.cpp)
+target_link_libraries(reliability_refuse PRIVATE orv_flags ${CMAKE_DL_LIBS})
 
 # Round trips without end.
 add_executable(reliability_soak EXCLUDE_FROM_ALL ${reliability}/soak.cpp ${reliability}/sample.cpp)

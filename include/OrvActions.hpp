@@ -14,7 +14,8 @@
 //    Clone() or Duplicate(). One that was made by default or moved from is empty: it may only be assigned to or tested.
 //  - Texts are std::u16string and std::u16string_view. Every text argument may also be UTF-8 (literals, std::string),
 //    and on Windows wide text. Names are found in any case.
-//  - Failures are thrown as orv::Error. An absent parameter is no failure: reads answer std::optional.
+//  - Failures are thrown as orv::Error, a lack of memory as std::bad_alloc. An absent parameter is no failure: reads
+//    answer std::optional.
 //  - One action is for one thread at a time, for reads as well; different actions are independent.
 #pragma once
 

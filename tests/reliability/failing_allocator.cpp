@@ -2,13 +2,9 @@
 
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include <execinfo.h>
-#include <fcntl.h>
-#include <unistd.h>
 
 // What the names below stand for in the C library.
 extern "C" {
@@ -89,29 +85,6 @@ std::size_t FailingStack(void** frames, std::size_t room) noexcept
     const auto size = static_cast<std::size_t>(stackSize) < room ? static_cast<std::size_t>(stackSize) : room;
     std::memcpy(frames, stack, size * sizeof(void*));
     return size;
-}
-
-// Preloaded into another program the number comes from the environment, and counting begins with the program:
-// ORV_FAIL_AT=17 refuses one, ORV_FAIL_FROM=17 refuses all from there on. ORV_FAIL_COUNT names a file that receives
-// how many there were.
-__attribute__((constructor)) static void ArmByEnvironment()
-{
-    const char* one = std::getenv("ORV_FAIL_AT");
-    const char* all = std::getenv("ORV_FAIL_FROM");
-    if (!one && !all) return;
-    void* frame = nullptr;
-    backtrace(&frame, 1);  // the first call loads a library
-    Arm(std::strtoull(one ? one : all, nullptr, 10), !one);
-}
-
-__attribute__((destructor)) static void TellCount()
-{
-    const char* name = std::getenv("ORV_FAIL_COUNT");
-    const int file = name ? open(name, O_WRONLY | O_CREAT | O_TRUNC, 0600) : -1;
-    if (file == -1) return;
-    armed = false;
-    dprintf(file, "%llu\n", static_cast<unsigned long long>(asked));
-    close(file);
 }
 
 }  // namespace FailingAllocator

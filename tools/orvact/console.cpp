@@ -1,7 +1,9 @@
 #include "console.h"
 
 #include <cstdlib>
+#include <new>
 
+#include "commands.h"
 #include "text.h"
 
 namespace {
@@ -143,4 +145,13 @@ std::string Painted(Tone tone, std::string_view text)
 {
     if (!Colourful()) return std::string(text);
     return std::string(tone == Tone::Name ? kBold : kFaint) + std::string(text) + std::string(kPlain);
+}
+
+int System::Start(const std::function<std::vector<std::string>()>& readArguments)
+try {
+    return Run(readArguments());
+} catch (const std::bad_alloc&) {
+    // No memory for a report either, so it is written without a string.
+    std::fputs("orvact: there is not enough memory\n", stderr);
+    return kUsage;
 }

@@ -5,11 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// The program, with its arguments (without its own name) in UTF-8; the result is the exit code.
+// The program, with its arguments (without its own name) in UTF-8; the result is the exit code. A lack of memory that it
+// does not report itself ends it with a message and kUsage.
 int Run(const std::vector<std::string>& arguments);
 
 // Null when the file cannot be opened; errno says why. Bytes are read as they are.
@@ -55,6 +57,8 @@ void LeaveInterruptsToOthers();
 
 // The systems' own, for console.cpp.
 namespace System {
+// What an entry point does. The arguments are read in here because there may be no memory for them.
+int Start(const std::function<std::vector<std::string>()>& readArguments);
 std::FILE* Create(const std::string& path);  // null and errno
 bool Rename(const std::string& from, const std::string& to);
 void Remove(const std::string& path);

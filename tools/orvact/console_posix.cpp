@@ -110,5 +110,7 @@ void System::Write(std::FILE* stream, std::string_view text)
 
 int main(int count, char** arguments)
 {
-    return Run(count > 0 ? std::vector<std::string>(arguments + 1, arguments + count) : std::vector<std::string>());
+    return System::Start([=] {
+        return count > 0 ? std::vector<std::string>(arguments + 1, arguments + count) : std::vector<std::string>();
+    });
 }

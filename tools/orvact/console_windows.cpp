@@ -167,10 +167,12 @@ int wmain(int count, wchar_t** arguments)
 {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
-    std::vector<std::string> texts;
-    for (int i = 1; i < count; ++i) {
-        texts.push_back(Narrow(arguments[i], -1));
-        texts.back().pop_back();  // the terminator was counted
-    }
-    return Run(texts);
+    return System::Start([=] {
+        std::vector<std::string> texts;
+        for (int i = 1; i < count; ++i) {
+            texts.push_back(Narrow(arguments[i], -1));
+            texts.back().pop_back();  // the terminator was counted
+        }
+        return texts;
+    });
 }

@@ -1,5 +1,6 @@
 #include "event_conveyor.h"
 
+#include <system_error>
 #include <utility>
 
 #include "console.h"
@@ -55,7 +56,14 @@ void Conveyor::AddThread(std::unique_lock<std::mutex>& lock)
     Work work = more_(threads_.size());
     lock.lock();
     full_ = !work;
-    if (work) threads_.emplace_back([this, work = std::move(work)] { Run(work); });
+    if (!work) return;
+    try {
+        threads_.emplace_back([this, work = std::move(work)] { Run(work); });
+    } catch (const std::system_error&) {
+        // The system has no thread for it. Those that are there do the work, more slowly.
+        full_ = true;
+        if (threads_.empty()) throw;
+    }
 }
 
 void Conveyor::WaitForTurn(std::uint64_t number)

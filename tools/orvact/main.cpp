@@ -3,6 +3,7 @@
 #include <OrvActions.hpp>
 #include <cstdio>
 #include <new>
+#include <system_error>
 
 #include "command_line.h"
 #include "catalogue_view.h"
@@ -115,7 +116,9 @@ int ParseAndPerform(CommandLine& line, const std::vector<std::string>& arguments
     return Perform(line);
 }
 
-int ParseAndPerform(const std::vector<std::string>& arguments)
+}  // namespace
+
+int Run(const std::vector<std::string>& arguments)
 {
     settings.jsonReport = AsksForJson(arguments);
     CommandLine line;
@@ -126,17 +129,8 @@ int ParseAndPerform(const std::vector<std::string>& arguments)
         Complain("memory", "there is no memory for this");
     } catch (const orv::Error& error) {
         Complain("library", error.what());
+    } catch (const std::system_error& error) {
+        Complain("system", error.what());
     }
     return Finish(code);
-}
-
-}  // namespace
-
-int Run(const std::vector<std::string>& arguments)
-try {
-    return ParseAndPerform(arguments);
-} catch (const std::bad_alloc&) {
-    // No memory for a report either, so it is written without a string.
-    std::fputs("orvact: there is not enough memory\n", stderr);
-    return kUsage;
 }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -147,11 +148,14 @@ public:
           className_(std::move(className))
     {}
 
-    // Of the last failed call on this thread; `otherwise` is the message when that call has stored none.
+    // Of the last failed call on this thread; `otherwise` is the message when that call has stored none. If that call
+    // lacked memory, this throws std::bad_alloc: it says nothing about the action, the text or the buffer.
     static Error Last(const char* otherwise = "The call failed.")
     {
         TOrvLastErrorInfo info{};
         if (!OrvAct_GetLastError(&info)) return Error(otherwise);
+        // As the library words it, whatever the compiler of this program calls it.
+        if (info.code == 0 && View(info.messageW) == u"std::bad_alloc") throw std::bad_alloc();
         const auto text = [](const char* given) { return std::string(given ? given : ""); };
         return Error(ToUtf8(View(info.messageW)), info.code, info.subCode, text(info.details), text(info.className));
     }
