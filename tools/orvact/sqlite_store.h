@@ -27,7 +27,8 @@ private:
     void SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take);
 
     Database database_;
-    std::optional<Statement> insert_;
+    std::optional<Statement> insert_;      // one row
+    std::optional<Statement> insertMany_;  // kRowsAtOnce of them
     std::optional<Statement> count_;
     bool hasHours_ = false;
     std::optional<std::int64_t> last_;  // the greatest id of the moment that is read
