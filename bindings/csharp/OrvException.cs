@@ -21,12 +21,15 @@ namespace Orv
             ErrorClass = errorClass;
         }
 
-        /// <summary>The last failure of this thread, with the message `otherwise` if the library gives none.</summary>
+        /// <summary>The last failure of this thread, with the message `otherwise` if the library gives none. Throws
+        /// OutOfMemoryException if the call lacked memory, which says nothing about the action or the text.</summary>
         internal static OrvException Last(string otherwise)
         {
             var info = new TOrvLastErrorInfo();
             if (!Api.OrvAct_GetLastError(ref info)) return new OrvException(otherwise);
-            return new OrvException(Marshal.PtrToStringUni(info.messageW), info.code, info.subCode,
+            string message = Marshal.PtrToStringUni(info.messageW);
+            if (info.code == 0 && message == "std::bad_alloc") throw new OutOfMemoryException();
+            return new OrvException(message, info.code, info.subCode,
                                     Marshal.PtrToStringAnsi(info.className));
         }
     }

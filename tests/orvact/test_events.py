@@ -336,21 +336,40 @@ class Events(unittest.TestCase):
         self.assertEqual(Run("events", "list", self.name, "--count").out, "1\n")
         self.assertEqual(self.path.read_bytes(), before)
         self.assertEqual(self.store("CaseClosed ()\n").code, 0)
-        self.assertEqual(self.rows("pragma user_version"), [(3,)])
+        self.assertEqual(self.rows("pragma user_version"), [(4,)])
         self.assertEqual(Run("events", "list", self.name, "--count").out, "2\n")
         self.assertEqual(self.rows("select name, sql from sqlite_master where type = 'index' order by 1"), indexes)
         self.assertEqual(Run("events", "list", self.name, "--to", "technical").out, "CaseOpened ()\nCaseClosed ()\n")
-        plan = self.rows("explain query plan select * from Events where StringFieldA is not null and case when "
-                         "StringFieldA glob '*[^ -~]*' then '' else lower(StringFieldA) end in ('', lower(?))", "KA 7")
-        self.assertIn("USING INDEX EventsByStringFieldA", plan[0][3])
-        plan = self.rows("explain query plan select * from Events where Code in (?) and Int32FieldA in (?) and Id > ? "
-                         "order by Id desc", 1102, 7, 0)
+        plan = self.rows("explain query plan select * from Events where Id >> 17 in (?) and StringFieldA is not null and "
+                         "case when StringFieldA glob '*[^ -~]*' then '' else lower(StringFieldA) end in ('', lower(?)) "
+                         "and Id >= ? and Id <= ? order by Id", 0, "KA 7", 0, 9)
+        self.assertIn("USING INDEX EventsByStringFieldA (<expr>=? AND <expr>=?", plan[0][3])
+        plan = self.rows("explain query plan select * from Events where Id >> 17 in (?) and Code in (?) and "
+                         "Int32FieldA in (?) and Id >= ? and Id <= ? order by Id desc", 0, 1102, 7, 0, 9)
         self.assertEqual([step[3] for step in plan],
-                         ["SEARCH Events USING INDEX EventsByInt32FieldA (Int32FieldA=? AND Code=? AND rowid>?)"])
+                         ["SEARCH Events USING INDEX EventsByInt32FieldA "
+                          "(<expr>=? AND Int32FieldA=? AND Code=? AND rowid>? AND rowid<?)"])
         database = sqlite3.connect(self.path)
         database.execute("pragma user_version = 99")
         database.close()
         self.assertIn("of another version of orvact", self.store("CaseClosed ()\n").err)
+
+    def test_a_question_goes_from_block_to_block_over_any_gap(self):
+        ids = [1, 2, 1 << 17, (1 << 17) + 1, 1 << 40, (1 << 63) - 2, (1 << 63) - 1]
+        self.store("".join(f'LogNPRRecognition (PlateNo: "KA {number % 2}")\n' for number in range(len(ids))))
+        database = sqlite3.connect(self.path)
+        for number, ident in reversed(list(enumerate(ids, 1))):
+            database.execute("update Events set Id = ? where Id = ?", (ident, number))
+        database.commit()
+        database.close()
+        question = ("--match", '@ LogNPRRecognition (PlateNo: "ka 0")')
+
+        def found(*more):
+            return [int(line.split()[0]) for line in Run("events", "list", self.name, *question, *more).out.splitlines()]
+
+        self.assertEqual(found(), ids[::2])
+        self.assertEqual(found("--limit", "3"), ids[::2][-3:])
+        self.assertEqual(Run("events", "list", self.name, *question, "--count").out, "4\n")
 
     def test_old_events_are_pruned(self):
         self.store("CaseOpened ()\n" * 2500 + "CaseClosed ()\n")

@@ -65,16 +65,35 @@ void MakeTable(Database& database)
     database.Run(("pragma application_id = " + std::to_string(kApplication)).c_str());
 }
 
-void MakeColumnIndexes(Database& database)
+// Cameras and plates come in any order. In one tree of all events a transaction would touch thousands of its pages, and
+// more of them the larger the file. Behind the number of a block of events, which their ids tell, it touches those of the
+// last block only; a question goes from block to block.
+constexpr const char* kBlock = "Id >> 17";
+constexpr int kBlockBits = 17;
+constexpr std::int64_t kBlockSize = std::int64_t{1} << kBlockBits;
+
+void MakeColumnIndexes(Database& database, const std::string& prefix)
 {
     for (const EventColumn& column : kEventColumns) {
         if (!IsAskedFor(column)) continue;
         const std::string name = column.name;
         // Contacts have the numbers of channels too.
         const std::string key = column.sort == ColumnSort::String ? Folded(name) : name + ", Code";
-        database.Run(
-            ("create index EventsBy" + name + " on Events (" + key + ") where " + name + " is not null").c_str());
+        database.Run(("drop index if exists EventsBy" + name).c_str());
+        database.Run(("create index EventsBy" + name + " on Events (" + prefix + key + ") where " + name +
+                      " is not null")
+                         .c_str());
     }
+}
+
+void MakeWholeIndexes(Database& database)
+{
+    MakeColumnIndexes(database, "");
+}
+
+void MakeBlockIndexes(Database& database)
+{
+    MakeColumnIndexes(database, std::string(kBlock) + ", ");
 }
 
 // Whoever stores counts what he adds, once for a transaction; what goes is counted by the database, whoever deletes it.
@@ -98,9 +117,10 @@ void MakeHours(Database& database)
 
 // Each step turns a version into the next one. All versions hold the same events.
 using Step = void (*)(Database&);
-constexpr Step kSteps[] = {MakeTable, MakeColumnIndexes, MakeHours};
+constexpr Step kSteps[] = {MakeTable, MakeWholeIndexes, MakeHours, MakeBlockIndexes};
 constexpr std::int64_t kVersion = std::size(kSteps);
 constexpr std::int64_t kFirstWithHours = 3;
+constexpr std::int64_t kFirstWithBlocks = 4;
 
 // Binds values in their order.
 struct Binder {
@@ -206,6 +226,69 @@ void BoundIds(EventFilter& filter, std::int64_t first, std::int64_t last)
     filter.Add("Id", Asks::AtMost, {last});
 }
 
+// Whether an index by blocks answers best.
+bool AsksForBlocks(const EventFilter& filter)
+{
+    using Asks = EventCondition::Asks;
+    bool asks = false;
+    for (const EventCondition& condition : filter.conditions) {
+        if (condition.column == "Id" && condition.asks == Asks::OneOf) return false;
+        if (condition.asks != Asks::OneOf && condition.asks != Asks::SameText) continue;
+        asks |= std::any_of(std::begin(kEventColumns), std::end(kEventColumns), [&](const EventColumn& column) {
+            return IsAskedFor(column) && condition.column == column.name;
+        });
+    }
+    return asks;
+}
+
+// The blocks that hold an event from the id `first` up to `last`, one after the other. Ids may leave gaps of any size.
+class Blocks {
+public:
+    Blocks(const Database& database, bool newestFirst, std::int64_t first, std::int64_t last)
+        : newestFirst_(newestFirst),
+          next_(newestFirst ? last : first),
+          end_((newestFirst ? first : last) >> kBlockBits),
+          edge_(database.get(), newestFirst ? "select max(Id) from Events where Id <= ?"
+                                            : "select min(Id) from Events where Id >= ?")
+    {}
+
+    bool Next()
+    {
+        if (ended_) return false;
+        edge_.Bind(1, next_);
+        edge_.Step();
+        ended_ = edge_.IsNull(0);
+        number_ = edge_.Integer(0) >> kBlockBits;
+        edge_.Reset();
+        if (ended_ || (newestFirst_ ? number_ < end_ : number_ > end_)) return false;
+        ended_ = number_ == end_;
+        // Not beyond the greatest number: a block after this one was asked for.
+        if (!ended_) next_ = newestFirst_ ? number_ * kBlockSize - 1 : (number_ + 1) * kBlockSize;
+        return true;
+    }
+    std::int64_t number() const { return number_; }
+
+private:
+    bool newestFirst_;
+    std::int64_t next_;
+    std::int64_t end_;
+    Statement edge_;
+    std::int64_t number_ = 0;
+    bool ended_ = false;
+};
+
+// False when `take` ended it.
+bool TakeAll(Statement& rows, const std::vector<EventValue>& values, const std::function<bool(const Statement&)>& take)
+{
+    Binder bind{rows};
+    for (const EventValue& value : values) std::visit(bind, value);
+    while (rows.Step()) {
+        if (!take(rows)) return false;
+    }
+    rows.Reset();
+    return true;
+}
+
 class Row final : public EventRow {
 public:
     explicit Row(const Statement& statement) : statement_(statement) {}
@@ -231,7 +314,9 @@ SqliteStore::SqliteStore(const std::string& path, Use use)
 {
     const bool empty = database_.Number("select count(*) from sqlite_master") == 0;
     if (!(empty && use == Use::Write)) CheckVersion();
-    hasHours_ = use == Use::Write || database_.Number("pragma user_version") >= kFirstWithHours;
+    const std::int64_t version = use == Use::Write ? kVersion : database_.Number("pragma user_version");
+    hasHours_ = version >= kFirstWithHours;
+    hasBlocks_ = version >= kFirstWithBlocks;
     if (use == Use::Read) return;
     database_.Run("pragma cache_size = -24000");  // KiB; new texts go to any place of their index
     if (database_.Number("pragma user_version") < kVersion) GoForward();
@@ -315,24 +400,42 @@ void SqliteStore::SelectAdded(const EventFilter& filter, const Take& take)
 void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take)
 {
     BoundIds(filter, after + 1, LastId());
-    std::vector<EventValue> values;
-    const std::string where = SqlOf(filter, kDialect, values);
-    Statement rows(database_.get(), "select " + StoredEvent::ColumnList() + " from Events where " + where +
-                                        " order by Id" + (order == Order::NewestFirst ? " desc" : ""));
-    Binder bind{rows};
-    for (const EventValue& value : values) std::visit(bind, value);
-    while (rows.Step()) {
-        if (!take(StoredEvent(Row(rows)))) return;
-    }
+    Ask(filter, order, after + 1, [&](const EventFilter& asked, std::vector<EventValue>& values) {
+        return "select " + StoredEvent::ColumnList() + " from Events where " + SqlOf(asked, kDialect, values) +
+               " order by Id" + (order == Order::NewestFirst ? " desc" : "");
+    }, [&](const Statement& row) { return take(StoredEvent(Row(row))); });
 }
 
 void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take)
 {
+    Ask(filter, Order::OldestFirst, 0, [&](const EventFilter& asked, std::vector<EventValue>& values) {
+        return CountSql(asked, grouping, kDialect, hasHours_, values);
+    }, [&](const Statement& row) {
+        take(orv::ToUtf8(row.Wide(0)), static_cast<std::uint64_t>(row.Integer(1)));
+        return true;
+    });
+}
+
+// The rows from the id `first` on, of all events at once or of one block after the other.
+void SqliteStore::Ask(EventFilter filter, Order order, std::int64_t first, const MakeSql& makeSql, const TakeRow& take)
+{
+    const bool inBlocks = hasBlocks_ && AsksForBlocks(filter);
+    if (inBlocks) {
+        // The first, so that its value is the first.
+        filter.conditions.insert(filter.conditions.begin(), {kBlock, EventCondition::Asks::OneOf, {std::int64_t{0}}});
+    }
     std::vector<EventValue> values;
-    Statement rows(database_.get(), CountSql(filter, grouping, kDialect, hasHours_, values));
-    Binder bind{rows};
-    for (const EventValue& value : values) std::visit(bind, value);
-    while (rows.Step()) take(orv::ToUtf8(rows.Wide(0)), static_cast<std::uint64_t>(rows.Integer(1)));
+    const std::string sql = makeSql(filter, values);
+    Statement rows(database_.get(), sql);
+    if (!inBlocks) {
+        TakeAll(rows, values, take);
+        return;
+    }
+    Blocks blocks(database_, order == Order::NewestFirst, first, LastId());
+    for (bool more = true; more && blocks.Next();) {
+        values.front() = blocks.number();
+        more = TakeAll(rows, values, take);
+    }
 }
 
 void SqliteStore::WaitForMore()

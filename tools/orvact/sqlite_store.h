@@ -25,12 +25,16 @@ private:
     Conveyor& conveyor() override { return conveyor_; }
     void StoreBatch(const EventBatch& batch);
     void SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take);
+    using MakeSql = std::function<std::string(const EventFilter& filter, std::vector<EventValue>& values)>;
+    using TakeRow = std::function<bool(const Statement& row)>;  // false ends it
+    void Ask(EventFilter filter, Order order, std::int64_t first, const MakeSql& makeSql, const TakeRow& take);
 
     Database database_;
     std::optional<Statement> insert_;      // one row
     std::optional<Statement> insertMany_;  // kRowsAtOnce of them
     std::optional<Statement> count_;
     bool hasHours_ = false;
+    bool hasBlocks_ = false;
     std::optional<std::int64_t> last_;  // the greatest id of the moment that is read
     Conveyor conveyor_;                 // whose thread has the database as long as something is on its way
 };

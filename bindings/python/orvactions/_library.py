@@ -102,11 +102,15 @@ _get_last_error = quick("OrvAct_GetLastError")
 
 
 def last_error(otherwise: str) -> Error:
-    """Why the last call of this thread failed; `otherwise` is the text if the library gives none."""
+    """Why the last call of this thread failed; `otherwise` is the text if the library gives none. Raises MemoryError if
+    the call lacked memory, which says nothing about the action or the text."""
     info = _interface.TOrvLastErrorInfo()
     if not _get_last_error(ctypes.byref(info)):
         return Error(otherwise)
-    return Error(wide_at(info.messageW), info.code, info.subCode, _narrow(info.className), _narrow(info.details))
+    message = wide_at(info.messageW)
+    if info.code == 0 and message == "std::bad_alloc":
+        raise MemoryError
+    return Error(message, info.code, info.subCode, _narrow(info.className), _narrow(info.details))
 
 
 def _narrow(address: Optional[int]) -> str:

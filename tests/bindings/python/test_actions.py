@@ -1,5 +1,6 @@
 """Actions as Python objects: mapping, forms, copies, and the way back from what is shown."""
 import copy
+import ctypes
 import datetime
 import pickle
 import unittest
@@ -173,6 +174,16 @@ class Forms(unittest.TestCase):
         self.assertEqual(orv.parse_many(lines, skip=True), given[:2])
         with self.assertRaises(orv.Error):
             orv.parse_many(lines)
+
+    def test_a_text_for_which_there_is_no_memory_is_not_skipped(self):
+        message = ctypes.create_string_buffer("std::bad_alloc\0".encode("utf-16-le"))
+
+        def exhausted(info):
+            info._obj.messageW = ctypes.addressof(message)
+            return True
+
+        with mock.patch.object(orv._library, "_get_last_error", exhausted), self.assertRaises(MemoryError):
+            orv.parse_many(["no action"], skip=True)
 
     def test_json_keeps_to_the_limit(self):
         a = orv.Action("UserLogin", User1="me", ClientType=1)
