@@ -86,7 +86,7 @@ void MakeBatches(Connection& connection)
         "create index EventBatchesByXact on EventBatches (Xact);"
         "drop index EventsByXact, EventsByTime, EventsByCode;"
         "alter table Events drop constraint Events_pkey;"
-        "create index EventsByTime on Events using brin (Stored) with (pages_per_range = 16, autosummarize = on);"
+        "create index EventsByTime on Events using brin (Stored) with (autosummarize = on);"
         "create index EventsByCode on Events (Code)");
     for (const EventColumn& column : kEventColumns) {
         if (!IsAskedFor(column)) continue;

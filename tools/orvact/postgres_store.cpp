@@ -24,7 +24,7 @@ constexpr SqlDialect kDialect = {
     [](const std::string& column, const std::string& mark) {
         return "(" + column + " is not null and " + Folded(column) + " in ('', lower(" + mark + " collate \"C\")))";
     },
-    "",
+    "0 + ",  // else it also reads all entries of the code, to combine them with the few of the text
     [](const std::string& time) { return "date_trunc('hour', " + time + ", 'UTC')"; },
     [](const std::string& time) { return "date_trunc('day', " + time + ", 'UTC')"; },
     [](const std::string& key) { return "to_char(" + key + " at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24\":00Z\"')"; },
