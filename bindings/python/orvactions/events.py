@@ -19,7 +19,7 @@ from .errors import Error
 from .forms import from_bytes, parse
 
 _APPLICATION = 0x4F727645
-_VERSIONS = (1, 2, 3)  # all keep the table Events; the later ones add indexes and counts
+_VERSIONS = (1, 2, 3, 4)  # all keep the table Events; the later ones add indexes and counts
 _COLUMNS = ("id", "stored", "name", "code")
 
 
