@@ -10,6 +10,8 @@ EVENTS ?= 10000000
 SEED ?= 1
 WERROR := $(if $(CI),-DORV_WERROR=ON,)
 export CTEST_OUTPUT_ON_FAILURE := 1
+# A test that hangs is a test that fails, and says so.
+ctest := ctest --no-tests=error --timeout 1500
 
 define build
 	@scripts/install-packages $(2)
@@ -31,27 +33,27 @@ build:
 ## test             build, and run the native tests
 test: build
 	@scripts/install-packages server || echo "The tests of events on a server are SKIPPED"
-	@ctest --test-dir build/native --no-tests=error
+	@$(ctest) --test-dir build/native
 
 ## test-windows     cross-build for Windows, and run the tests under Wine
 test-windows:
 	$(call build,windows,base windows)
-	@scripts/with-wine ctest --test-dir build/windows --no-tests=error
+	@scripts/with-wine $(ctest) --test-dir build/windows
 
 ## test-sanitizers  run the native tests under the address, undefined behaviour and leak sanitizers
 test-sanitizers:
 	$(call build,sanitizers,base)
-	@scripts/with-sanitizers ctest --test-dir build/sanitizers --no-tests=error
+	@scripts/with-sanitizers $(ctest) --test-dir build/sanitizers
 
 ## test-package     make the packages, and try them as a user does
 test-package: package
 	@ORV_WINDOWS_BUILD=$(CURDIR)/build/windows \
-		scripts/with-wine ctest --test-dir build/native --no-tests=error -C package -L package
+		scripts/with-wine $(ctest) --test-dir build/native -C package -L package
 
 ## test-bindings    the conformance table in C, C++, Python, C# and Pascal, and the pages of the last three
 test-bindings:
 	$(call build,native,base bindings)
-	@ctest --test-dir build/native --no-tests=error -C bindings -R '^(bindings|conformance)_'
+	@$(ctest) --test-dir build/native -C bindings -R '^(bindings|conformance)_'
 
 ## reliability      everything that the library promises under fire, and a sheet of it, build/reliability.md; QUICK=1
 ##                  takes ten minutes once things are built, DATE= is what the sheet shows

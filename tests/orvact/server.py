@@ -41,11 +41,13 @@ class Server:
         return done.stdout.decode()
 
     def start(self):
-        with open(self.folder / "log", "ab") as log:
-            self.process = subprocess.Popen(  # pylint: disable=consider-using-with
-                self.command("postgres", "-D", self.folder / "data", "-k", self.folder, "-c", "listen_addresses="),
-                stdout=log, stderr=log, cwd="/")
-        for _ in range(300):
+        for _ in range(600):
+            # One that finds a process of its killed predecessor still ending refuses to start.
+            if self.process is None or self.process.poll() is not None:
+                with open(self.folder / "log", "ab") as log:
+                    self.process = subprocess.Popen(  # pylint: disable=consider-using-with
+                        self.command("postgres", "-D", self.folder / "data", "-k", self.folder, "-c", "listen_addresses="),
+                        stdout=log, stderr=log, cwd="/")
             if subprocess.run(self.command("pg_isready", "-q", "-h", self.folder), cwd="/", check=False).returncode == 0:
                 return
             time.sleep(0.1)
@@ -53,8 +55,9 @@ class Server:
 
     def kill(self):
         """As a power failure does, all of its processes at once."""
+        self.process.send_signal(signal.SIGSTOP)  # it makes no more of them
         children = subprocess.run(["ps", "-o", "pid=", "--ppid", str(self.process.pid)], capture_output=True, check=False)
-        for process in [self.process.pid, *map(int, children.stdout.split())]:
+        for process in [*map(int, children.stdout.split()), self.process.pid]:
             try:
                 os.kill(process, signal.SIGKILL)
             except ProcessLookupError:

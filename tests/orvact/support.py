@@ -5,6 +5,7 @@ ORVACT names the tool; ORVACT_RUNNER, when set, a program that starts it (Wine f
 
 import os
 import subprocess
+import threading
 from pathlib import Path
 
 TOOL = Path(os.environ["ORVACT"])
@@ -21,6 +22,22 @@ def environment(**extra):
 def start(program, *arguments, data=b""):
     return subprocess.run([*RUNNER, str(program), *arguments], input=data, capture_output=True, cwd=ROOT,
                           env=environment(), timeout=120, check=False)
+
+
+class Process(subprocess.Popen):
+    """No test waits for it for ever: it is killed when the test in whose `with` it stands fails, and after five minutes."""
+
+    def __init__(self, command, **settings):
+        super().__init__(command, env=environment(), **settings)
+        self.limit = threading.Timer(300, self.kill)
+        self.limit.daemon = True
+        self.limit.start()
+
+    def __exit__(self, fault, *rest):
+        if fault:
+            self.kill()
+        super().__exit__(fault, *rest)
+        self.limit.cancel()
 
 
 class Run:

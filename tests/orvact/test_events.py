@@ -15,7 +15,7 @@ import time
 import unittest
 from pathlib import Path
 
-from support import ROOT, RUNNER, TOOL, Run, environment, start
+from support import ROOT, RUNNER, TOOL, Process, Run, start
 
 
 class Events(unittest.TestCase):
@@ -196,8 +196,7 @@ class Events(unittest.TestCase):
         self.store("CaseOpened ()\nCaseClosed ()\n")
         command = [str(TOOL), "events", "follow", self.name, "--json", "--limit", "1", "--code", "CaseClosed",
                    "--code", "PanLeft"]
-        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=ROOT,
-                              env=environment()) as tool:
+        with Process(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=ROOT) as tool:
             self.assertEqual(json.loads(tool.stdout.readline())["Id"], 2)
             self.store("CaseOpened ()\nPanLeft (Camera: 7)\n")
             row = json.loads(tool.stdout.readline())
@@ -395,8 +394,8 @@ class Events(unittest.TestCase):
             self.assertNotRegex(run.err, "Geh|eim")
 
     def storing(self, stderr=subprocess.PIPE):
-        return subprocess.Popen([*RUNNER, str(TOOL), "events", "store", self.name], stdin=subprocess.PIPE, cwd=ROOT,
-                                stdout=subprocess.PIPE, stderr=stderr, env=environment())
+        return Process([*RUNNER, str(TOOL), "events", "store", self.name], stdin=subprocess.PIPE, cwd=ROOT,
+                       stdout=subprocess.PIPE, stderr=stderr)
 
     def count(self):
         try:

@@ -7,7 +7,7 @@ import sys
 import time
 import unittest
 
-from support import RUNNER, TOOL, Run, environment, start
+from support import RUNNER, TOOL, Process, Run, environment, start
 
 
 def codes(run):
@@ -202,8 +202,8 @@ class Terminal(unittest.TestCase):
     def test_progress_beside_results_in_a_pipe(self):
         import pty
         outer, inner = pty.openpty()
-        with subprocess.Popen([str(TOOL), "convert", "--to", "hex"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                              stderr=inner, env=environment()) as process:
+        with Process([str(TOOL), "convert", "--to", "hex"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                     stderr=inner) as process:
             for text in (b"CaseOpened ()\n", b"CaseClosed ()\n"):
                 process.stdin.write(text)
                 process.stdin.flush()

@@ -11,7 +11,7 @@ import unittest
 from pathlib import Path
 
 import server as servers
-from support import ROOT, RUNNER, TOOL, Run, environment
+from support import ROOT, RUNNER, TOOL, Process, Run
 
 WITHOUT = "built without PostgreSQL" in Run("events", "list", "postgresql:///none").err
 
@@ -112,8 +112,8 @@ class Answers(OnServer):
         each = 1500
         writers = []
         for number in range(8):
-            writers.append(subprocess.Popen([str(TOOL), "events", "store", self.home], stdin=subprocess.PIPE,
-                                            stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment()))
+            writers.append(Process([str(TOOL), "events", "store", self.home], stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE))
         for number, writer in enumerate(writers):
             writer.stdin.write(numbered(each, number * each).encode())
             writer.stdin.close()
@@ -127,12 +127,11 @@ class Answers(OnServer):
     def test_what_is_added_is_followed_in_whatever_order_it_comes(self):
         self.store("CaseOpened ()\n")
         command = [str(TOOL), "events", "follow", self.home, "--limit", "1", "--to", "technical"]
-        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment()) as tool:
+        with Process(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as tool:
             self.assertEqual(tool.stdout.readline(), b"CaseOpened ()\n")
-            slow = subprocess.Popen([str(TOOL), "events", "store", self.home], stdin=subprocess.PIPE,
-                                    stdout=subprocess.DEVNULL, env=environment())
+            slow = Process([str(TOOL), "events", "store", self.home], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
             # Ids are taken here, and are there for others only after the next event.
-            late = subprocess.Popen(
+            late = Process(
                 self.server.command("psql", "-X", "-q", "-h", self.server.folder, "-U", "owner", self.name),
                 stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, cwd="/")
             late.stdin.write(b"begin; insert into Events select nextval('EventIds'), Stored, Recorder, -1, "
@@ -233,8 +232,8 @@ class Losses(OnServer):
     """Nothing is lost and nothing is there twice."""
 
     def tool(self, *arguments, home=None):
-        return subprocess.Popen([str(TOOL), "events", "store", home or self.home, *arguments], stdin=subprocess.PIPE,
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment())
+        return Process([str(TOOL), "events", "store", home or self.home, *arguments], stdin=subprocess.PIPE,
+                       stdout=subprocess.PIPE, stderr=subprocess.PIPE)
 
     def wait_for(self, count):
         for _ in range(300):
@@ -289,8 +288,8 @@ class Losses(OnServer):
                 file.write(text)
                 file.flush()
                 before = len(self.prices()) if retry else 0
-                process = subprocess.Popen([str(TOOL), "events", "store", self.home, file.name, *retry],
-                                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment())
+                process = Process([str(TOOL), "events", "store", self.home, file.name, *retry], stdout=subprocess.PIPE,
+                                  stderr=subprocess.PIPE)
                 self.assertTrue(any(self.is_there(before) or time.sleep(0.05) for _ in range(600)))
                 self.server.kill()
                 self.server.start()
@@ -313,7 +312,7 @@ class Losses(OnServer):
                 file.flush()
                 # Holds up the first of four batches where it begins; two others are copied meanwhile.
                 lock = "{}, {}".format(*self.sql("select Id, Last + 1 from Recorders")[0])
-                holder = subprocess.Popen(
+                holder = Process(
                     self.server.command("psql", "-X", "-q", "-h", self.server.folder, "-U", "owner", self.name),
                     stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, cwd="/")
                 holder.stdin.write(f"select pg_advisory_lock({lock});\n".encode())
