@@ -211,8 +211,13 @@ private:
     std::string text_;
 };
 
-// One bound on each side in all: of two, the planner takes the second for a reason to leave a better index aside.
-void BoundIds(EventFilter& filter, std::int64_t first, std::int64_t last)
+struct Ids {
+    std::int64_t first, last;
+};
+
+// One bound on each side in all: of two, the planner takes the second for a reason to leave a better index aside. Gives
+// the ids that the bounds leave.
+Ids BoundIds(EventFilter& filter, std::int64_t first, std::int64_t last)
 {
     using Asks = EventCondition::Asks;
     std::erase_if(filter.conditions, [&](const EventCondition& condition) {
@@ -224,6 +229,7 @@ void BoundIds(EventFilter& filter, std::int64_t first, std::int64_t last)
     });
     filter.Add("Id", Asks::AtLeast, {first});
     filter.Add("Id", Asks::AtMost, {last});
+    return {first, last};
 }
 
 // Whether an index by blocks answers best.
@@ -241,13 +247,13 @@ bool AsksForBlocks(const EventFilter& filter)
     return asks;
 }
 
-// The blocks that hold an event from the id `first` up to `last`, one after the other. Ids may leave gaps of any size.
+// The blocks that hold an event of those ids, one after the other. Ids may leave gaps of any size.
 class Blocks {
 public:
-    Blocks(const Database& database, bool newestFirst, std::int64_t first, std::int64_t last)
+    Blocks(const Database& database, bool newestFirst, Ids ids)
         : newestFirst_(newestFirst),
-          next_(newestFirst ? last : first),
-          end_((newestFirst ? first : last) >> kBlockBits),
+          next_(newestFirst ? ids.last : ids.first),
+          end_((newestFirst ? ids.first : ids.last) >> kBlockBits),
           edge_(database.get(), newestFirst ? "select max(Id) from Events where Id <= ?"
                                             : "select min(Id) from Events where Id >= ?")
     {}
@@ -399,8 +405,8 @@ void SqliteStore::SelectAdded(const EventFilter& filter, const Take& take)
 
 void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take)
 {
-    BoundIds(filter, after + 1, LastId());
-    Ask(filter, order, after + 1, [&](const EventFilter& asked, std::vector<EventValue>& values) {
+    const Ids ids = BoundIds(filter, after + 1, LastId());
+    Ask(filter, order, ids.first, ids.last, [&](const EventFilter& asked, std::vector<EventValue>& values) {
         return "select " + StoredEvent::ColumnList() + " from Events where " + SqlOf(asked, kDialect, values) +
                " order by Id" + (order == Order::NewestFirst ? " desc" : "");
     }, [&](const Statement& row) { return take(StoredEvent(Row(row))); });
@@ -408,7 +414,7 @@ void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order orde
 
 void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take)
 {
-    Ask(filter, Order::OldestFirst, 0, [&](const EventFilter& asked, std::vector<EventValue>& values) {
+    Ask(filter, Order::OldestFirst, 0, LastId(), [&](const EventFilter& asked, std::vector<EventValue>& values) {
         return CountSql(asked, grouping, kDialect, hasHours_, values);
     }, [&](const Statement& row) {
         take(orv::ToUtf8(row.Wide(0)), static_cast<std::uint64_t>(row.Integer(1)));
@@ -416,8 +422,9 @@ void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const
     });
 }
 
-// The rows from the id `first` on, of all events at once or of one block after the other.
-void SqliteStore::Ask(EventFilter filter, Order order, std::int64_t first, const MakeSql& makeSql, const TakeRow& take)
+// The rows of those ids, of all events at once or of one block after the other.
+void SqliteStore::Ask(EventFilter filter, Order order, std::int64_t first, std::int64_t last, const MakeSql& makeSql,
+                      const TakeRow& take)
 {
     const bool inBlocks = hasBlocks_ && AsksForBlocks(filter);
     if (inBlocks) {
@@ -431,7 +438,7 @@ void SqliteStore::Ask(EventFilter filter, Order order, std::int64_t first, const
         TakeAll(rows, values, take);
         return;
     }
-    Blocks blocks(database_, order == Order::NewestFirst, first, LastId());
+    Blocks blocks(database_, order == Order::NewestFirst, {first, last});
     for (bool more = true; more && blocks.Next();) {
         values.front() = blocks.number();
         more = TakeAll(rows, values, take);
