@@ -14,6 +14,8 @@
 
 namespace OrvPLC::LastError {
 
+std::optional<Platform::ThreadSlot> slot;
+
 namespace {
 
 // Blocks for threads whose first failure is that memory has run out.
@@ -40,8 +42,6 @@ void FreeBlock(void* block)
         std::free(error);
     }
 }
-
-std::optional<Platform::ThreadSlot> slot;
 
 // Once a thread; kept out of the way of every other call.
 [[gnu::noinline]] TOrvLastError* MakeBlock() noexcept
@@ -144,9 +144,8 @@ void StoreBufferTooSmall() noexcept
     Store({ORV_ERROR, ORV_SUBERROR_BUFFER_TOO_SMALL, "Ulmo::GenericException", nullptr, u"buffer too small", nullptr});
 }
 
-void Clear() noexcept
+void ClearFirst() noexcept
 {
-    // The first call of a thread makes its block even if it succeeds, so that there is one when memory has run out.
     if (TOrvLastError* block = Block()) block->present = 0;
 }
 

@@ -3,9 +3,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "OrvActions/OrvTypes.h"
+#include "platform/thread_slot.h"
 
 namespace OrvPLC {
 
@@ -42,7 +44,19 @@ struct Report {
 };
 void Store(const Report& report) noexcept;
 void StoreBufferTooSmall() noexcept;
-void Clear() noexcept;  // only marks it absent: the texts stay
+
+// The place of each thread's block; none before Start and after End.
+extern std::optional<Platform::ThreadSlot> slot;
+// The first call of a thread makes its block even if it succeeds, so that there is one when memory has run out.
+void ClearFirst() noexcept;
+
+// Only marks it absent: the texts stay. Every call that succeeds does this.
+inline void Clear() noexcept
+{
+    void* block = slot ? slot->Get() : nullptr;
+    if (!block) return ClearFirst();
+    static_cast<TOrvLastError*>(block)->present = 0;
+}
 
 bool Read(TOrvLastErrorInfo& info) noexcept;
 
