@@ -24,6 +24,18 @@ def start(program, *arguments, data=b""):
                           env=environment(), timeout=120, check=False)
 
 
+def read_terminal(outer):
+    """All that was written to a pseudo terminal whose other end is closed. One read gives what has arrived by then."""
+    output = b""
+    try:
+        while piece := os.read(outer, 65536):
+            output += piece
+    except OSError:  # the end, on Linux
+        pass
+    os.close(outer)
+    return output
+
+
 class Process(subprocess.Popen):
     """No test waits for it for ever: it is killed when the test in whose `with` it stands fails, and after five minutes."""
 

@@ -15,7 +15,7 @@ import time
 import unittest
 from pathlib import Path
 
-from support import ROOT, RUNNER, TOOL, Process, Run, start
+from support import ROOT, RUNNER, TOOL, Process, Run, read_terminal, start
 
 
 class Events(unittest.TestCase):
@@ -288,8 +288,7 @@ class Events(unittest.TestCase):
             process.stdin.close()
             process.wait(30)
         os.close(inner)
-        shown = os.read(outer, 4096)
-        os.close(outer)
+        shown = read_terminal(outer)
         self.assertTrue(shown.startswith(b"\r1 event\r       \rstdin:3:1: no action here"), shown)
 
     def test_a_writer_that_was_killed(self):

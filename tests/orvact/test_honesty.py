@@ -7,7 +7,7 @@ import sys
 import time
 import unittest
 
-from support import RUNNER, TOOL, Process, Run, environment, start
+from support import RUNNER, TOOL, Process, Run, environment, read_terminal, start
 
 
 def codes(run):
@@ -177,14 +177,8 @@ class Terminal(unittest.TestCase):
         fcntl.ioctl(inner, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
         done = subprocess.run([str(TOOL), *arguments], input=data, stdout=inner, stderr=subprocess.PIPE,
                               env=environment(NO_COLOR="1"), check=False)
-        os.set_blocking(outer, False)
         os.close(inner)
-        try:
-            return done, os.read(outer, 1 << 20).decode().replace("\r\n", "\n")
-        except (BlockingIOError, OSError):
-            return done, ""
-        finally:
-            os.close(outer)
+        return done, read_terminal(outer).decode().replace("\r\n", "\n")
 
     def test_binary_only_when_forced(self):
         for form in ("binary", "raw"):
@@ -211,8 +205,7 @@ class Terminal(unittest.TestCase):
             process.stdin.close()
             self.assertEqual(len(process.stdout.read().splitlines()), 2)
         os.close(inner)
-        self.assertEqual(os.read(outer, 4096), b"\r2 actions\r         \r")
-        os.close(outer)
+        self.assertEqual(read_terminal(outer), b"\r2 actions\r         \r")
 
     def test_tables_are_cut_here_only(self):
         _, out = self.shown("list", "enums", columns=60)

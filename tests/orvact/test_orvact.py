@@ -10,7 +10,7 @@ import unicodedata
 import unittest
 from pathlib import Path
 
-from support import ROOT, RUNNER, SITE, TOOL, Run, environment, start
+from support import ROOT, RUNNER, SITE, TOOL, Run, environment, read_terminal, start
 
 
 def width(text):
@@ -271,9 +271,7 @@ class Program(unittest.TestCase):
         outer, inner = pty.openpty()
         subprocess.run([str(TOOL), "show", "CaseOpened()"], stdout=inner, env=environment(**names), check=True)
         os.close(inner)
-        output = os.read(outer, 65536)
-        os.close(outer)
-        return output
+        return read_terminal(outer)
 
     @unittest.skipUnless(Path("/dev/full").exists() and not RUNNER, "needs a device that is always full")
     def test_results_that_cannot_be_written(self):
