@@ -157,6 +157,7 @@ void TOrvActionInternalInfo::SetParameters(std::vector<TOrvParameterInternalInfo
         // The key refers to the entry's names, which keep their addresses.
         own->keys.emplace_back(entry);
         allViews_ |= own->keys.back().viewBit;
+        hasZerosInNames_ |= entry.NameW.view().find(u'\0') != std::u16string_view::npos;
     }
     const auto lower = [&own](std::uint32_t position) { return own->keys[position].lower.view(); };
     // Stable, so that of repeated names the first in the declaration comes first.

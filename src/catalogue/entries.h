@@ -267,7 +267,7 @@ public:
     }
     bool IsSpelt(std::size_t position, const char16_t* terminatedName) const
     {
-        return Ulmo::SameTerminated(Keys()[position].name.view(), terminatedName);
+        return !hasZerosInNames_ && Ulmo::SameTerminated(Keys()[position].name.view(), terminatedName);
     }
     // Once, before registration. Any number of parameters, and one name may come several times: all stand in the list,
     // and lookups by name give the first.
@@ -300,6 +300,7 @@ private:
     Distance<const std::uint32_t> keyOrder_;
     std::uint32_t allViews_ = 0;
     bool hasRepeatedNames_ = false;
+    bool hasZerosInNames_ = false;
     std::unique_ptr<OwnParameters> own_;
 };
 

@@ -225,7 +225,8 @@ ORV_ALIAS(TalvecMatchAct_GetParameterByName, Talvec_Action_GetParameterByName);
 OrvBool Talvec_Action_SetParameterByName(TOrvHandle handle, const OrvWChar* name, const TOrvParameterValue* value)
 {
     return OnAction(handle, [&](TOrvAction& action) {
-        action.Parameters().StoreTerminated(Units(name), [&](TOrvParameter& stored) { SetFromRecord(stored, *value); });
+        action.Parameters().StoreTerminated(Units(name),
+                                            [value](TOrvParameter& stored) { SetFromRecord(stored, *value); });
     });
 }
 ORV_ALIAS(TalvecMatchAct_SetParameterByName, Talvec_Action_SetParameterByName);

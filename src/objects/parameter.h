@@ -112,6 +112,7 @@ public:
         SetText(internalForm);
     }
     void SetResultDataSet(const TOrvResultDataItem* items, std::size_t count);  // defined with the result data forms
+    void SetEnumType(std::uint32_t enumType) noexcept { enumType_ = enumType; }
     void SetKindAndEnum(std::uint32_t kind, std::uint32_t enumType)             // unchecked, for values from outside
     {
         if (HoldsGuid(kind) != HoldsGuid(kind_)) ChangeLayout();

@@ -83,8 +83,9 @@ public:
     void Store(std::u16string_view name, Fill&& fill);
     // The same by a name that ends in a zero unit; null reads as "". Where a caller goes by the declaration's order and
     // spelling one comparison finds the place, and the end of the name is not looked for first.
+    // `fill` travels by value, so that a small one stays in registers.
     template <class Fill>
-    void StoreTerminated(const char16_t* name, Fill&& fill)
+    void StoreTerminated(const char16_t* name, Fill fill)
     {
         const std::size_t position = ExpectedPlace(name);
         if (position == kNotFound || Has(position) || more_) return StoreOther(name, fill);
@@ -211,7 +212,7 @@ private:
     };
     Place PlaceOf(std::u16string_view name) const;
     // That slot, when the name is spelt as the catalogue spells it there; else kNotFound.
-    std::size_t ExpectedPlace(const char16_t* name) const
+    [[gnu::always_inline]] std::size_t ExpectedPlace(const char16_t* name) const
     {
         const std::size_t expected = next_.load(std::memory_order_relaxed);
         if (expected >= slotCount_ || !name || !entry_->IsSpelt(expected, name)) return kNotFound;
@@ -220,12 +221,12 @@ private:
     }
     // A function of its own, so that the usual case stays small where it is inlined.
     template <class Fill>
-    [[gnu::noinline]] void StoreOther(const char16_t* name, Fill& fill)
+    [[gnu::noinline]] void StoreOther(const char16_t* name, Fill fill)
     {
         Store(Ulmo::TerminatedView(name), fill);
     }
     template <class Fill>
-    void FillSlot(std::size_t position, Fill& fill);  // which has no value yet
+    [[gnu::always_inline]] void FillSlot(std::size_t position, Fill& fill);  // which has no value yet
     template <class Fill>
     void StoreInSlot(std::size_t position, Fill&& fill);
     void PutInSlot(std::size_t position, TOrvParameter&& value);
@@ -297,7 +298,7 @@ void ParameterMap::StoreInSlot(std::size_t position, Fill&& fill)
 }
 
 template <class Fill>
-void ParameterMap::FillSlot(std::size_t position, Fill& fill)
+inline void ParameterMap::FillSlot(std::size_t position, Fill& fill)
 {
     auto* slot = new (&Slot(position)) TOrvParameter(room_);
     try {

@@ -38,6 +38,14 @@ void FillPayload(TOrvParameterValue& record, const TOrvParameter& value)
     }
 }
 
+// A function of its own for what is more than a number, so that a number needs no register saved.
+template <class Set>
+[[gnu::noinline]] void SetApart(TOrvParameter& value, const TOrvParameterValue& record, Set set)
+{
+    set(value, record);
+    value.SetEnumType(record.enum_type);
+}
+
 }  // namespace
 
 void FillRecord(TOrvParameterValue& record, const TOrvParameter& value)
@@ -50,24 +58,28 @@ void FillRecord(TOrvParameterValue& record, const TOrvParameter& value)
 
 void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& record)
 {
+    if (value.Kind() != ORV_KIND_None) __builtin_unreachable();  // so that no setter has to look at it
     const auto& payload = record.payload;
+    const auto apart = [&](auto set) { SetApart(value, record, set); };
     switch (ValueKind{record.kind}) {
     case ValueKind::Boolean: value.SetBoolean(payload.boolean != 0); break;
     case ValueKind::Numeric32Bit: value.SetInt32(payload.int32); break;
     case ValueKind::Numeric64Bit: value.SetInt64(payload.int64); break;
     case ValueKind::NumericDouble: value.SetDouble(payload.real); break;
-    case ValueKind::String: value.SetString(ViewOf(record.text)); break;
     case ValueKind::DateTime: value.SetDateTime(payload.dateTime); break;
-    case ValueKind::Guid: value.SetGuid(payload.guid); break;
-    case ValueKind::EventType: value.SetEventType(payload.eventType.id, TerminatedView(payload.eventType.name)); break;
-    case ValueKind::MediaChannel: SetFromRecord(value, payload.channel); break;
-    case ValueKind::Resource: SetFromRecord(value, payload.resource); break;
     case ValueKind::Rect: value.SetRect(payload.int64); break;
-    case ValueKind::ResultDataSet: value.SetResultDataText(ViewOf(record.text)); break;
+    case ValueKind::Guid: return apart([](auto& v, auto& r) { v.SetGuid(r.payload.guid); });
+    case ValueKind::String: return apart([](auto& v, auto& r) { v.SetString(ViewOf(r.text)); });
+    case ValueKind::ResultDataSet: return apart([](auto& v, auto& r) { v.SetResultDataText(ViewOf(r.text)); });
+    case ValueKind::MediaChannel: return apart([](auto& v, auto& r) { SetFromRecord(v, r.payload.channel); });
+    case ValueKind::Resource: return apart([](auto& v, auto& r) { SetFromRecord(v, r.payload.resource); });
+    case ValueKind::EventType:
+        return apart([](auto& v, auto& r) {
+            v.SetEventType(r.payload.eventType.id, TerminatedView(r.payload.eventType.name));
+        });
     case ValueKind::None: break;
     }
-    // The setters have cleared the enum.
-    value.SetKindAndEnum(value.Kind(), record.enum_type);
+    value.SetEnumType(record.enum_type);
 }
 
 }  // namespace OrvPLC

@@ -1,7 +1,6 @@
 // Where a unit stands in wide text, and whether a text is another that ends in a zero unit: eight units a step.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -21,40 +20,49 @@ std::size_t TerminatedLength(const char16_t* text);
 // The first place of the unit at or after `from`; npos if there is none.
 std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t from);
 
-// Whether `b`, which ends in a zero unit, is `a`, which has one after its end. An `a` that holds a zero unit is never
-// found. A unit a step:
+// Whether `b`, which ends in a zero unit, is `a`, which has one after its end and none within. A unit a step:
 inline bool SameTerminatedByUnits(std::u16string_view a, const char16_t* b)
 {
     const char16_t* units = a.data();
     for (; *units == *b; ++units, ++b) {
-        if (*units == 0) return units == a.data() + a.size();
+        if (*units == 0) return true;
     }
     return false;
 }
 
 #if defined(ORV_BLOCKS_OF_UNITS)
 
-// A block a step. What lies after the ends takes no part: the first unit that differs or ends `a` decides.
-[[gnu::no_sanitize_address]] inline bool SameTerminated(std::u16string_view a, const char16_t* b)
+// A byte of ones for each of so many bytes that is the same. Those after the eighth are.
+[[gnu::no_sanitize_address]] inline __m128i SameSixteen(const char* a, const char* b)
+{
+    return _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(a)),
+                          _mm_loadu_si128(reinterpret_cast<const __m128i*>(b)));
+}
+[[gnu::no_sanitize_address]] inline __m128i SameEight(const char* a, const char* b)
+{
+    return _mm_cmpeq_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(a)),
+                          _mm_loadl_epi64(reinterpret_cast<const __m128i*>(b)));
+}
+
+// As many bytes of `b` as `a` has with its zero, in blocks of which the last two may overlap. If `b` is shorter, what
+// lies after its end takes no part: where it ends `a` has another unit.
+inline bool SameTerminated(std::u16string_view a, const char16_t* b)
 {
     constexpr std::size_t kPage = 4096;  // the smallest there is
-    constexpr std::size_t kBlock = 16;
-    const std::size_t most = (a.size() + 1) * sizeof(char16_t) + kBlock - 1;  // bytes that the blocks of `a` reach
-    const auto staysInPage = [most](const char16_t* text) {
-        return reinterpret_cast<std::uintptr_t>(text) % kPage + most <= kPage;
-    };
-    if (!staysInPage(a.data()) || !staysInPage(b)) return SameTerminatedByUnits(a, b);
-    for (const char16_t* units = a.data();; units += kBlock / sizeof(char16_t), b += kBlock / sizeof(char16_t)) {
-        const __m128i ours = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
-        const __m128i theirs = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b));
-        // Two bits a unit.
-        const auto same = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(ours, theirs)));
-        const auto ends = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(ours, _mm_setzero_si128())));
-        const unsigned decisive = (same ^ 0xFFFF) | ends;
-        if (decisive == 0) continue;
-        const auto bit = static_cast<unsigned>(std::countr_zero(decisive));
-        return (same >> bit & 1) != 0 && units + bit / 2 == a.data() + a.size();
+    const std::size_t size = (a.size() + 1) * sizeof(char16_t);
+    const bool staysInPage = reinterpret_cast<std::uintptr_t>(b) % kPage + size <= kPage;
+    if (size < 8 || !staysInPage) return SameTerminatedByUnits(a, b);
+    const char* const ours = reinterpret_cast<const char*>(a.data());
+    const char* const theirs = reinterpret_cast<const char*>(b);
+    __m128i same;
+    if (size < 16) {
+        same = _mm_and_si128(SameEight(ours, theirs), SameEight(ours + size - 8, theirs + size - 8));
+    } else {
+        same = SameSixteen(ours + size - 16, theirs + size - 16);
+        for (std::size_t at = 0; at + 16 < size; at += 16)
+            same = _mm_and_si128(same, SameSixteen(ours + at, theirs + at));
     }
+    return _mm_movemask_epi8(same) == 0xFFFF;
 }
 
 #else

@@ -88,6 +88,18 @@ TEST(Catalogue, ParametersAreFoundAndWalkedInBothOrders)
     EXPECT_EQ(action->FindParameter(u"Zet"), TOrvActionInternalInfo::kNotFound);
 }
 
+// An extension can write such a name as "A&#0;CardNumber". No text that ends in a zero unit is it, whatever lies behind.
+TEST(Catalogue, ANameWithAZeroUnitIsNoTerminatedText)
+{
+    constexpr std::u16string_view kName(u"A\0CardNumber", 12);
+    const ActionPtr action = NewAction(u"Odd", 10001);
+    std::vector<TOrvParameterInternalInfo> parameters;
+    parameters.emplace_back(kName, 5u, 0u, 5u, 0u, 0u);
+    action->SetParameters(std::move(parameters));
+    EXPECT_TRUE(action->IsSpelt(0, kName));
+    EXPECT_FALSE(action->IsSpelt(0, kName.data()));
+}
+
 // What the built-in table promises to every other piece.
 TEST(BuiltinCatalogue, IsComplete)
 {
