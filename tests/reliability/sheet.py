@@ -68,8 +68,13 @@ class Runner:
         return {GATE: gate, QUICK: quick, LONG: long}[self.mode]
 
     def run(self, part: Part, *command: object, environment: dict[str, str] | None = None) -> bool:
-        done = subprocess.run([str(item) for item in command], cwd=ROOT, capture_output=True, text=True, check=False,
-                              errors="replace", env=os.environ | (environment or {}))
+        try:
+            done = subprocess.run([str(item) for item in command], cwd=ROOT, capture_output=True, text=True,
+                                  check=False, errors="replace", env=os.environ | (environment or {}),
+                                  timeout=self.pick(1500, 1500, None))
+        except subprocess.TimeoutExpired as hung:
+            part.text.append(f"finding: {Path(str(command[0])).name} had not ended after {hung.timeout:.0f} s")
+            return False
         lines = [line for line in (done.stdout + done.stderr).splitlines() if line]
         part.text += lines
         if done.returncode != 0:

@@ -121,7 +121,7 @@ def writers(tool: str, folder: Path, number: int, events: int) -> None:
     answers: list[tuple[int, bytes]] = [(0, b"")] * number
 
     def feed(index: int) -> None:
-        out, _ = started[index].communicate(texts[index])
+        out, _ = started[index].communicate(texts[index], timeout=300)
         answers[index] = (started[index].returncode, out)
 
     feeding = [threading.Thread(target=feed, args=(index,)) for index in range(number)]
