@@ -112,13 +112,13 @@ public:
         SetText(internalForm);
     }
     void SetResultDataSet(const TOrvResultDataItem* items, std::size_t count);  // defined with the result data forms
-    void SetEnumType(std::uint32_t enumType) noexcept { enumType_ = enumType; }
     void SetKindAndEnum(std::uint32_t kind, std::uint32_t enumType)             // unchecked, for values from outside
     {
         if (HoldsGuid(kind) != HoldsGuid(kind_)) ChangeLayout();
         kind_ = kind;
         enumType_ = enumType;
     }
+    void SetEnumType(std::uint32_t enumType) noexcept { enumType_ = enumType; }  // after a setter has cleared it
 
     // Reading as a kind. False where the value's kind has no conversion; the output then stays as it was.
     bool ReadBoolean(bool& value) const;

@@ -26,7 +26,8 @@ inline void SetFromRecord(TOrvParameter& value, const TOrvResourceValue& record)
     value.SetResource(record.guid, TerminatedView(record.name));
 }
 
-// Sets a new value from the record: kind, enum and what the kind uses. A kind that does not exist gives kind 0.
+// Sets a new value, whose kind is 0, from the record: kind, enum and what the kind uses. A kind that does not exist
+// leaves it 0.
 void SetFromRecordOfAnyKind(TOrvParameter& value, const TOrvParameterValue& record);
 inline void SetFromRecord(TOrvParameter& value, const TOrvParameterValue& record)
 {

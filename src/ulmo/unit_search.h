@@ -32,7 +32,7 @@ inline bool SameTerminatedByUnits(std::u16string_view a, const char16_t* b)
 
 #if defined(ORV_BLOCKS_OF_UNITS)
 
-// A byte of ones for each of so many bytes that is the same. Those after the eighth are.
+// Each byte of the result is all ones where the two are the same. Of eight, the other half counts as the same.
 [[gnu::no_sanitize_address]] inline __m128i SameSixteen(const char* a, const char* b)
 {
     return _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(a)),
