@@ -40,7 +40,7 @@ std::uint64_t LoadShort(std::u16string_view name)
 // Calls visit(word, offset) for four units after four; the last four may overlap those before. A shorter name is one
 // word, filled up with zeros.
 template <class Visit>
-void ForEachWord(std::u16string_view name, Visit&& visit)
+[[gnu::always_inline]] inline void ForEachWord(std::u16string_view name, Visit&& visit)
 {
     if (name.size() < kWordUnits) return visit(LoadShort(name), std::size_t{0});
     const std::size_t last = name.size() - kWordUnits;
@@ -48,31 +48,27 @@ void ForEachWord(std::u16string_view name, Visit&& visit)
     visit(LoadWord(name.data() + last), last);
 }
 
-// The hash of the folded name; false when the name needs more than ASCII folding.
-bool HashFolded(std::u16string_view name, std::uint32_t& hash)
+// Equal for names that differ in the case of ASCII letters only. `seen` gets all bits that occur in the name.
+[[gnu::always_inline]] inline std::uint32_t HashFolded(std::u16string_view name, std::uint64_t& seen)
 {
+    // Folds more than letters, which costs nothing but a rare comparison in vain.
+    constexpr std::uint64_t kCaseBits = Ulmo::kEachUnit * 0x20;
     std::uint64_t mixed = name.size();
-    std::uint64_t seen = 0;
     ForEachWord(name, [&](std::uint64_t units, std::size_t) {
         seen |= units;
-        mixed = Mix(mixed, Ulmo::LowerAsciiWord(units));
-    });
-    hash = static_cast<std::uint32_t>(mixed >> 32);
-    return Ulmo::AllAscii(seen);
-}
-
-// Units outside ASCII are hashed as they stand: only lower-cased names come here.
-std::uint32_t HashLower(std::u16string_view lower)
-{
-    std::uint64_t mixed = lower.size();
-    ForEachWord(lower, [&](std::uint64_t units, std::size_t) {
-        mixed = Mix(mixed, Ulmo::AllAscii(units) ? Ulmo::LowerAsciiWord(units) : units);
+        mixed = Mix(mixed, units | kCaseBits);
     });
     return static_cast<std::uint32_t>(mixed >> 32);
 }
 
+std::uint32_t HashFolded(std::u16string_view name)
+{
+    std::uint64_t seen = 0;
+    return HashFolded(name, seen);
+}
+
 // Names of the same length.
-bool SameFolded(std::u16string_view name, std::u16string_view lower)
+[[gnu::always_inline]] inline bool SameFolded(std::u16string_view name, std::u16string_view lower)
 {
     if (name.size() < kWordUnits) return Ulmo::LowerAsciiWord(LoadShort(name)) == LoadShort(lower);
     std::uint64_t differing = 0;
@@ -106,23 +102,28 @@ std::uint32_t NameIndex::Search(std::uint32_t hash, std::size_t length, Same&& s
 void NameIndex::Add(std::u16string_view lower, std::uint32_t place)
 {
     Reserve();
-    Insert({lower, HashLower(lower), place});
+    Insert({lower, HashFolded(lower), place});
     ++count_;
 }
 
 std::uint32_t NameIndex::Find(std::u16string_view name) const
 {
-    std::uint32_t hash = 0;
-    if (HashFolded(name, hash)) {
-        return Search(hash, name.size(), [name](std::u16string_view lower) { return SameFolded(name, lower); });
-    }
-    // Rare: no name of the built-in content needs it.
+    std::uint64_t seen = 0;
+    const std::uint32_t hash = HashFolded(name, seen);
+    if (!Ulmo::AllAscii(seen)) return FindBeyondAscii(name);
+    return Search(hash, name.size(), [name](std::u16string_view lower) { return SameFolded(name, lower); });
+}
+
+// Rare: no name of the built-in content needs it. A function of its own, since the copy of the name would cost the
+// usual case registers.
+[[gnu::noinline]] std::uint32_t NameIndex::FindBeyondAscii(std::u16string_view name) const
+{
     return FindLower(Ulmo::LowerCase(name));
 }
 
 std::uint32_t NameIndex::FindLower(std::u16string_view lower) const
 {
-    return Search(HashLower(lower), lower.size(),
+    return Search(HashFolded(lower), lower.size(),
                   [lower](std::u16string_view other) { return Ulmo::SameText(lower, other); });
 }
 

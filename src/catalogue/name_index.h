@@ -32,6 +32,7 @@ private:
         std::uint32_t hash = 0;
         std::uint32_t place = kNotFound;
     };
+    std::uint32_t FindBeyondAscii(std::u16string_view name) const;
     template <class Same>
     std::uint32_t Search(std::uint32_t hash, std::size_t length, Same&& same) const;
     void Insert(const Slot& slot);

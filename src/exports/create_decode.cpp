@@ -148,7 +148,13 @@ void WriteValue(TOrvParameter& value, const DecodeOutput& output, std::uint32_t 
 {
     switch (ValueKind{kind}) {
     case ValueKind::Boolean: ReadBoolean(value, output.Target<OrvBool>()); return;
-    case ValueKind::Numeric32Bit: value.ReadInt32(output.Target<std::int32_t>()); return;
+    case ValueKind::Numeric32Bit:
+        if (value.Kind() == ORV_KIND_Numeric32Bit) {
+            output.Target<std::int32_t>() = value.Small();
+        } else {
+            value.ReadInt32(output.Target<std::int32_t>());
+        }
+        return;
     case ValueKind::Numeric64Bit: value.ReadInt64(output.Target<std::int64_t>()); return;
     case ValueKind::NumericDouble: value.ReadDouble(output.Target<double>()); return;
     case ValueKind::DateTime: value.ReadDateTime(output.Target<TUlmoDateTime>()); return;
@@ -197,7 +203,8 @@ void WritePointerIntoValue(TOrvParameter& value, const DecodeOutput& output, con
     // Deliberate: a date is not converted, and null is what a value of another kind gives.
     case ORV_KIND_DateTime: return WritePointer(output, value.DateTimeInPlace());
     // A text is made beside the value, which keeps its kind.
-    case ORV_KIND_String: return WritePointer(output, value.MakeWideText().data());
+    case ORV_KIND_String:
+        return WritePointer(output, (value.Kind() == ORV_KIND_String ? value.Wide() : value.MakeWideText()).data());
     default:
         if (ConvertToDeclared(value, declared)) WritePointer(output, FieldOf(value));
     }

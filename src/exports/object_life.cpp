@@ -80,7 +80,7 @@ ORV_ALIAS(Talvec_Action_GetReferenceCounter, OrvAct_GetReferenceCounter);
 OrvBool OrvAct_Equal(TOrvHandle first, TOrvHandle second, OrvBool* equal)
 {
     return OnBoth(first, second, [&](TOrvMessage& one, TOrvMessage& other) {
-        *equal = one.GetMessageKind() == other.GetMessageKind() && one.Equals(other);
+        *equal = one.Kind() == other.Kind() && one.Equals(other);
     });
 }
 ORV_ALIAS(Talvec_Action_Equal, OrvAct_Equal);

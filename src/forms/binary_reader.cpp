@@ -1,6 +1,7 @@
 #include "forms/binary_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <span>
 #include <string>
@@ -30,7 +31,7 @@ struct PayloadShape {
 };
 
 // A number that is no kind has no payload: a newer kind cannot be skipped.
-PayloadShape ShapeOf(std::uint32_t kind)
+constexpr PayloadShape ShapeOfKind(std::uint32_t kind)
 {
     switch (ValueKind{kind}) {
     case ValueKind::Boolean:
@@ -48,6 +49,17 @@ PayloadShape ShapeOf(std::uint32_t kind)
     case ValueKind::None: break;
     }
     return {false, 0};
+}
+
+constexpr auto kShapes = [] {
+    std::array<PayloadShape, ORV_KIND_ResultDataSet + 1> shapes{};
+    for (std::uint32_t kind = 0; kind < shapes.size(); ++kind) shapes[kind] = ShapeOfKind(kind);
+    return shapes;
+}();
+
+PayloadShape ShapeOf(std::uint32_t kind)
+{
+    return kind < kShapes.size() ? kShapes[kind] : PayloadShape{};
 }
 
 struct Record {
@@ -115,27 +127,35 @@ private:
     }
 };
 
-// The setters give the kind of the fields; the record's own kind and enum come last, as they stand.
+// Of a new value. The record's kind and enum are taken as they stand.
 void SetContent(TOrvParameter& value, const Record& record)
 {
+    value.SetKindAndEnum(record.kind, record.enumType);
     switch (ValueKind{record.kind}) {
-    case ValueKind::Boolean:
-    case ValueKind::Numeric32Bit: value.SetInt32(record.At<std::int32_t>()); break;  // a Boolean keeps its number
+    case ValueKind::Boolean:  // keeps its number
+    case ValueKind::Numeric32Bit: value.FillSmall(record.At<std::int32_t>()); return;
     case ValueKind::Numeric64Bit:
     case ValueKind::DateTime:
-    case ValueKind::Rect: value.SetInt64(record.At<std::int64_t>()); break;
-    case ValueKind::NumericDouble: value.SetDouble(record.At<double>()); break;
+    case ValueKind::Rect: value.FillLarge(record.At<std::int64_t>()); return;
+    case ValueKind::NumericDouble: value.FillReal(record.At<double>()); return;
     case ValueKind::String:
-    case ValueKind::ResultDataSet: value.SetString(record.text); break;
-    case ValueKind::Guid: value.SetGuid(record.At<TOrvGuid>()); break;
-    case ValueKind::EventType: value.SetEventType(record.At<std::uint64_t>(), record.text); break;
+    case ValueKind::ResultDataSet: value.FillText(record.text); return;
+    case ValueKind::Guid: value.FillGuid(record.At<TOrvGuid>()); return;
+    case ValueKind::EventType:
+        value.FillLarge(record.At<std::int64_t>());
+        value.FillText(record.text);
+        return;
     case ValueKind::MediaChannel:
-        value.SetMediaChannel(record.At<std::uint64_t>(), record.At<std::uint32_t>(8), record.text);
-        break;
-    case ValueKind::Resource: value.SetResource(record.At<TOrvGuid>(), record.text); break;
-    case ValueKind::None: break;
+        value.FillLarge(record.At<std::int64_t>());
+        value.FillSmall(record.At<std::int32_t>(8));
+        value.FillText(record.text);
+        return;
+    case ValueKind::Resource:
+        value.FillGuid(record.At<TOrvGuid>());
+        value.FillText(record.text);
+        return;
+    case ValueKind::None: return;
     }
-    value.SetKindAndEnum(record.kind, record.enumType);
 }
 
 // Finds the position of a declared parameter in the spelling of the catalogue. The writer walks in key order, so the
@@ -147,7 +167,7 @@ public:
     std::size_t Find(View name)
     {
         if (!entry_) return ParameterMap::kNotFound;
-        const auto& order = entry_->KeyOrder();
+        const std::span<const std::uint32_t> order = entry_->KeyOrder();
         if (next_ < order.size() && entry_->IsSpelt(order[next_], name)) return order[next_++];
         const std::size_t position = entry_->FindParameter(name);
         if (position == ParameterMap::kNotFound || !entry_->IsSpelt(position, name)) return ParameterMap::kNotFound;
@@ -184,8 +204,7 @@ bool TakeDescription(TOrvAction& action, const Record& record)
     return true;
 }
 
-// Flattened, since a call for each step of a record costs a third of the reading.
-[[gnu::flatten]] void ReadRecords(TOrvBinaryReader& reader, TOrvAction& action)
+void ReadRecords(TOrvBinaryReader& reader, TOrvAction& action)
 {
     std::uint32_t count = 0;
     if (!reader.ReadField(count)) return;
@@ -207,7 +226,8 @@ std::size_t LikelyTextBytes(std::uint32_t size)
 }
 
 // Whatever the caller expects, only an action is taken from there: deliberate.
-BinaryReadResult ReadSibling(std::span<const std::byte> buffer, std::uint32_t kind, std::uint32_t consumed)
+[[gnu::noinline]] BinaryReadResult ReadSibling(std::span<const std::byte> buffer, std::uint32_t kind,
+                                               std::uint32_t consumed)
 {
     std::u16string text;
     if (!Sibling().ConvertBinary(buffer, kind, text)) return {nullptr, consumed};
@@ -215,8 +235,8 @@ BinaryReadResult ReadSibling(std::span<const std::byte> buffer, std::uint32_t ki
     return {parsed.object.release(), parsed.consumed};
 }
 
-// From an even address.
-BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
+// From an even address. Flattened, since a call for each step of a record costs a third of the reading.
+[[gnu::flatten]] BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
 {
     TOrvBinaryReader reader(bytes, size);
     std::uint32_t kind = 0;
@@ -231,6 +251,15 @@ BinaryReadResult ReadEven(const void* bytes, std::uint32_t size, std::uint32_t e
     ObjectPtr<TOrvAction> object = MakeObjectOfKind(kind, name, LikelyTextBytes(size));
     ReadRecords(reader, *object);
     return {object.release(), reader.Consumed()};
+}
+
+// Every field has an even size, so texts are aligned if the buffer is; a rare odd buffer is copied. A size that a
+// signed number does not hold counts as 0, so nothing is copied then: the bytes may not exist.
+[[gnu::noinline]] BinaryReadResult ReadOdd(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
+{
+    const auto* first = static_cast<const std::byte*>(bytes);
+    const std::vector<std::byte> copy(first, first + (std::in_range<std::int32_t>(size) ? size : 0));
+    return ReadEven(copy.data(), size, expectedKind);
 }
 
 }  // namespace
@@ -260,15 +289,11 @@ std::uint32_t TOrvBinaryReader::Consumed() const
                        : static_cast<std::uint32_t>(size_) - static_cast<std::uint32_t>(room_);
 }
 
-// Every field has an even size, so texts are aligned if the buffer is; a rare odd buffer is copied. A size that a
-// signed number does not hold counts as 0, so nothing is copied then: the bytes may not exist.
 BinaryReadResult ReadActionBinary(const void* bytes, std::uint32_t size, std::uint32_t expectedKind)
 {
     if (!bytes) size = 0;
-    if (reinterpret_cast<std::uintptr_t>(bytes) % alignof(char16_t) == 0) return ReadEven(bytes, size, expectedKind);
-    const auto* first = static_cast<const std::byte*>(bytes);
-    const std::vector<std::byte> copy(first, first + (std::in_range<std::int32_t>(size) ? size : 0));
-    return ReadEven(copy.data(), size, expectedKind);
+    if (reinterpret_cast<std::uintptr_t>(bytes) % alignof(char16_t) != 0) return ReadOdd(bytes, size, expectedKind);
+    return ReadEven(bytes, size, expectedKind);
 }
 
 }  // namespace OrvPLC

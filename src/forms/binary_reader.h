@@ -68,7 +68,7 @@ public:
             std::uint32_t count = 0;
             if (!Take(count)) return false;
             const std::byte* units = TakeBytes(std::int64_t{count} * static_cast<std::int64_t>(sizeof(char16_t)));
-            text = {reinterpret_cast<const char16_t*>(units), count != 0 ? count - 1 : 0};
+            text = {reinterpret_cast<const char16_t*>(units), count - (count != 0)};
             return units != nullptr;
         }
         void Commit()

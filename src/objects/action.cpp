@@ -16,22 +16,10 @@ SharedName TOrvAction::NameFor(std::u16string_view name, const TOrvActionInterna
     return SharedName::Copy(name);
 }
 
-TOrvAction::Block TOrvAction::Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry,
-                                       std::size_t textBytes)
-{
-    static_assert(sizeof(TOrvAction) % alignof(TOrvParameter) == 0);
-    // A text that is longer than this room can be has a block of its own.
-    constexpr std::size_t kMostTextBytes = 0x40000000;
-    textBytes = std::min(textBytes, kMostTextBytes);
-    const std::size_t slots = ParameterMap::SlotCount(entry);
-    // The slots follow the object without padding. No constructor that runs in the block can fail, so nobody guards it.
-    void* object = ::operator new(objectSize + ParameterMap::Memory::Size(slots, textBytes));
-    return {object, {static_cast<char*>(object) + objectSize, slots, textBytes}};
-}
-
 TOrvAction* TOrvAction::Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
                              std::size_t textBytes)
 {
+    static_assert(sizeof(TOrvAction) % alignof(TOrvParameter) == 0);
     const Block block = Allocate(sizeof(TOrvAction), entry, textBytes);
     return new (block.object) TOrvAction(ORV_MESSAGE_ACTION, std::move(name), count, entry, block);
 }
@@ -70,9 +58,12 @@ TOrvMessage* TOrvAction::Clone() const
 
 bool TOrvAction::Equals(const TOrvMessage& other) const
 {
-    // Same names after lower-casing; the spelling rarely differs.
-    if (!Ulmo::SameText(Name(), other.Name()) && !Ulmo::EqualsLower(Name(), Ulmo::LowerCase(other.Name())))
+    // Same names after lower-casing; the spelling rarely differs, and then both are mostly the catalogue's own text.
+    const bool sameText = Name().data() == other.Name().data() && Name().size() == other.Name().size();
+    if (!sameText && !Ulmo::SameText(Name(), other.Name()) &&
+        !Ulmo::EqualsLower(Name(), Ulmo::LowerCase(other.Name()))) {
         return false;
+    }
     return parameters_.SameContent(static_cast<const TOrvAction&>(other).parameters_);
 }
 

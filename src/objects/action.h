@@ -1,7 +1,9 @@
 // An action with its parameters.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <new>
 #include <string_view>
 
 #include "objects/message.h"
@@ -96,7 +98,17 @@ protected:
         void* object;
         ParameterMap::Memory memory;
     };
-    static Block Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry, std::size_t textBytes);
+    static Block Allocate(std::size_t objectSize, const TOrvActionInternalInfo* entry, std::size_t textBytes)
+    {
+        // A text that is longer than this room can be has a block of its own.
+        constexpr std::size_t kMostTextBytes = 0x40000000;
+        textBytes = std::min(textBytes, kMostTextBytes);
+        const std::size_t slots = ParameterMap::SlotCount(entry);
+        // The slots follow the object without padding. No constructor that runs in the block can fail, so nobody guards
+        // it.
+        void* object = ::operator new(objectSize + ParameterMap::Memory::Size(slots, textBytes));
+        return {object, {static_cast<char*>(object) + objectSize, slots, textBytes}};
+    }
 
     TOrvAction(std::uint32_t kind, SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
                const Block& block)
@@ -108,8 +120,9 @@ protected:
     bool OffersMarshaler() const override { return true; }
 
 private:
-    static TOrvAction* Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
-                            std::size_t textBytes);
+    // Inline in each of the creators, as every object is made here.
+    [[gnu::always_inline]] static inline TOrvAction* Make(SharedName name, std::uint32_t count,
+                                                          const TOrvActionInternalInfo* entry, std::size_t textBytes);
     // Whether the parameter is present. If it is, it is read; a read that fails does not change the answer.
     template <class Read>
     bool IfPresent(const OrvWChar* name, Read&& read)

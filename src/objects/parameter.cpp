@@ -154,21 +154,22 @@ void TOrvParameter::ChangeLayout()
 
 bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
 {
+    if (kind_ != other.kind_) return false;
+    const auto sameText = [&] { return Ulmo::SameText(Wide(), other.Wide()); };
     switch (ValueKind{kind_}) {
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit: return small_ == other.small_;
     case ValueKind::Numeric64Bit:
     case ValueKind::DateTime:
     case ValueKind::Rect: return Large() == other.Large();
     case ValueKind::NumericDouble: return Real() == other.Real();
-    case ValueKind::ResultDataSet: return Ulmo::SameText(Wide(), other.Wide());
+    case ValueKind::String:
+    case ValueKind::ResultDataSet: return sameText();
     case ValueKind::Guid: return Ulmo::GuidTools::Equal(guid_, other.guid_);
-    case ValueKind::EventType: return Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
-    case ValueKind::MediaChannel:
-        return small_ == other.small_ && Large() == other.Large() && Ulmo::SameText(Wide(), other.Wide());
-    case ValueKind::Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && Ulmo::SameText(Wide(), other.Wide());
-    case ValueKind::None:
-    case ValueKind::Boolean:
-    case ValueKind::Numeric32Bit:
-    case ValueKind::String: break;
+    case ValueKind::EventType: return Large() == other.Large() && sameText();
+    case ValueKind::MediaChannel: return small_ == other.small_ && Large() == other.Large() && sameText();
+    case ValueKind::Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && sameText();
+    case ValueKind::None: break;
     }
     return false;
 }

@@ -29,7 +29,7 @@ public:
     TOrvParameter() noexcept = default;
     // A Numeric32Bit, what most parameters are.
     TOrvParameter(std::int32_t value, std::uint32_t enumType) noexcept
-        : kind_(ORV_KIND_Numeric32Bit), enumType_(enumType), small_(value)
+        : kind_(ORV_KIND_Numeric32Bit), small_(value), enumType_(enumType)
     {}
     // The first text is taken from the room, which outlives the value. Call LeaveRoom() afterwards.
     explicit TOrvParameter(TextRoom& room) noexcept : text_(reinterpret_cast<std::uintptr_t>(&room) | kToRoom) {}
@@ -120,6 +120,13 @@ public:
     }
     void SetEnumType(std::uint32_t enumType) noexcept { enumType_ = enumType; }  // after a setter has cleared it
 
+    // The fields one by one, for a value whose kind is set already and uses them.
+    void FillSmall(std::int32_t value) noexcept { small_ = value; }
+    void FillLarge(std::int64_t value) noexcept { numbers_.large = value; }
+    void FillReal(double value) noexcept { numbers_.real = value; }
+    void FillGuid(const TOrvGuid& value) noexcept { guid_ = value; }
+    void FillText(std::u16string_view text) { SetText(text); }
+
     // Reading as a kind. False where the value's kind has no conversion; the output then stays as it was.
     bool ReadBoolean(bool& value) const;
     bool ReadInt32(std::int32_t& value) const;
@@ -155,12 +162,15 @@ public:
     // enum, then stays as it was.
     bool Retype(std::uint32_t kind, std::uint32_t enumType);
 
-    // Same kind and same content; names and enums take no part. What most values are is compared without a call.
+    // Same kind and same content; names and enums take no part. What most values are is compared without a call, and
+    // the kind together with the small number beside it.
     bool SameValue(const TOrvParameter& other) const
     {
-        if (kind_ != other.kind_) return false;
-        if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) return small_ == other.small_;
-        if (kind_ == ORV_KIND_String) return Ulmo::SameText(Wide(), other.Wide());
+        if (HeadBits() == other.HeadBits()) {
+            if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) return true;
+            if (kind_ == ORV_KIND_String) return length_ == other.length_ && SameUnits(other);
+            if (kind_ == ORV_KIND_Numeric64Bit || kind_ == ORV_KIND_DateTime) return Large() == other.Large();
+        }
         return SameOtherValue(other);
     }
 
@@ -229,8 +239,9 @@ private:
         SetKindAndEnum(kind, 0);
         numbers_.large = value;
     }
-    // The text may be part of the present one. That of a new value mostly goes into its object's room.
-    void SetText(std::u16string_view text)
+    // The text may be part of the present one. That of a new value mostly goes into its object's room. Inline, since a
+    // call costs as much as a short text.
+    [[gnu::always_inline]] void SetText(std::u16string_view text)
     {
         if (text.empty() && length_ == 0) return;
         char16_t* units = nullptr;
@@ -255,7 +266,18 @@ private:
     void CopySide(const TOrvParameter& other);
 
     Side& MakeSide();
-    bool SameOtherValue(const TOrvParameter& other) const;  // of the kinds that SameValue does not know itself
+    bool SameOtherValue(const TOrvParameter& other) const;     // what SameValue does not decide itself
+    bool SameUnits(const TOrvParameter& other) const noexcept  // of texts of the same length
+    {
+        const bool bothPlain = ((text_ | other.text_) & kTag) == kToText;
+        const auto* const units = bothPlain ? reinterpret_cast<const char16_t*>(text_) : Units();
+        const auto* const others = bothPlain ? reinterpret_cast<const char16_t*>(other.text_) : other.Units();
+        return Ulmo::SameUnits(units, others, length_);
+    }
+    std::uint64_t HeadBits() const noexcept
+    {
+        return std::uint64_t{kind_} | std::uint64_t{static_cast<std::uint32_t>(small_)} << 32;
+    }
     Ulmo::CriticalSection& Lock() const;
 
     bool ConvertTo(std::uint32_t kind);  // the fields of the other kind; the kind itself stays
@@ -272,8 +294,8 @@ private:
     static const EmptyText kNoText;
 
     std::uint32_t kind_ = 0;
-    std::uint32_t enumType_ = 0;
     std::int32_t small_ = 0;
+    std::uint32_t enumType_ = 0;
     std::uint32_t length_ = 0;  // of the text
     static_assert(sizeof(Numbers) == sizeof(TOrvGuid));
     union {

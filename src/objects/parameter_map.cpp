@@ -21,8 +21,19 @@ std::size_t ParameterMap::UsualTextBytes(const TOrvActionInternalInfo* entry)
 
 ParameterMap::~ParameterMap()
 {
-    // Slots are raw memory, in which only those that are present were constructed.
-    ForEachSlot([](TOrvParameter& slot, std::size_t) { slot.~TOrvParameter(); });
+    // Slots are raw memory, in which only those that are present were constructed. Every object ends here, and most
+    // have few slots, so this walk is the plainest one.
+    TOrvParameter* slot = &Slot(0);
+    for (std::uint64_t left = present_; left != 0; left >>= 1, ++slot) {
+        if (left & 1) slot->~TOrvParameter();
+    }
+    if (more_) FreeMore();
+}
+
+// A function of its own, so that the end of a usual object saves no registers for it.
+[[gnu::noinline]] void ParameterMap::FreeMore() noexcept
+{
+    more_.reset();
 }
 
 std::size_t ParameterMap::Size() const noexcept
@@ -73,10 +84,9 @@ TOrvParameter* ParameterMap::Find(std::u16string_view name)
     return node ? &node->value : nullptr;
 }
 
-TOrvParameter* ParameterMap::FindDeclared(std::size_t position)
+// All parameters are past the last slot where a name repeats.
+TOrvParameter* ParameterMap::FindDeclaredNode(std::size_t position) const
 {
-    if (position < slotCount_) return Has(position) ? &Slot(position) : nullptr;
-    // Past the last slot, or all of them where a name repeats.
     Node* const node = FindNode(entry_->Parameters[position].LowerName.view());
     return node ? &node->value : nullptr;
 }
@@ -188,22 +198,17 @@ void ParameterMap::EraseSpelling(std::size_t position) noexcept
     std::erase_if(more_->spellings, [position](const Spelling& spelling) { return spelling.position == position; });
 }
 
-bool ParameterMap::SameContent(const ParameterMap& other) const
+bool ParameterMap::SameNodes(const ParameterMap& other) const
 {
-    if (entry_ == other.entry_) {
-        // The same declaration: slots stand side by side, and so do nodes.
-        if (present_ != other.present_) return false;
-        const auto same = [&](const TOrvParameter& slot, std::size_t position) {
-            return slot.SameValue(other.Slot(position));
-        };
-        if (!EverySlot(same)) return false;
-        if (!more_ && !other.more_) return true;
-        const Nodes& nodes = GetNodes();
-        const Nodes& others = other.GetNodes();
-        return std::equal(nodes.begin(), nodes.end(), others.begin(), others.end(), [](const auto& a, const auto& b) {
-            return Ulmo::SameText(a.first, b.first) && a.second.value.SameValue(b.second.value);
-        });
-    }
+    const Nodes& nodes = GetNodes();
+    const Nodes& others = other.GetNodes();
+    return std::equal(nodes.begin(), nodes.end(), others.begin(), others.end(), [](const auto& a, const auto& b) {
+        return Ulmo::SameText(a.first, b.first) && a.second.value.SameValue(b.second.value);
+    });
+}
+
+bool ParameterMap::SameUnderOtherDeclaration(const ParameterMap& other) const
+{
     if (Size() != other.Size()) return false;
     // As many here as there, and each has its counterpart: then no key is left over. The walk cannot be stopped, so
     // after the first difference it looks nothing up any more.

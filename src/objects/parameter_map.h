@@ -71,7 +71,11 @@ public:
 
     TOrvParameter* Find(std::u16string_view name);  // any case; null when absent
     const TOrvParameter* Find(std::u16string_view name) const { return const_cast<ParameterMap*>(this)->Find(name); }
-    TOrvParameter* FindDeclared(std::size_t position);  // by position in the entry's declaration
+    TOrvParameter* FindDeclared(std::size_t position)  // by position in the entry's declaration
+    {
+        if (position < slotCount_) return Has(position) ? &Slot(position) : nullptr;
+        return FindDeclaredNode(position);
+    }
     const TOrvParameter* FindDeclared(std::size_t position) const
     {
         return const_cast<ParameterMap*>(this)->FindDeclared(position);
@@ -121,7 +125,12 @@ public:
     template <class Visit>
     void ForEachDeclaredFirst(Visit&& visit) const;
 
-    bool SameContent(const ParameterMap& other) const;  // keys and values
+    bool SameContent(const ParameterMap& other) const  // keys and values
+    {
+        // The same declaration: slots stand side by side, and so do nodes.
+        if (entry_ != other.entry_) return SameUnderOtherDeclaration(other);
+        return present_ == other.present_ && SameSlots(other) && ((!more_ && !other.more_) || SameNodes(other));
+    }
     // Whether each value here has a counterpart of the same key in the other map, and fits(value, counterpart) is true
     // for all of them. Stops at the first that has none or does not fit.
     template <class Fits>
@@ -184,14 +193,23 @@ private:
     }
     bool Has(std::size_t position) const { return (present_ >> position) & 1; }
     // Whether holds(slot, position) is true for each slot that has a value, in the order of the declaration. Stops at
-    // the first for which it is not.
+    // the first for which it is not. Goes by runs of slots with a value, since mostly all have one.
     template <class Holds>
-    bool EverySlot(Holds&& holds) const
+    [[gnu::always_inline]] bool EverySlot(Holds&& holds) const
     {
-        TOrvParameter* slot = &Slot(0);
-        std::size_t position = 0;
-        for (std::uint64_t left = present_; left != 0; left >>= 1, ++slot, ++position) {
-            if ((left & 1) && !holds(*slot, position)) return false;
+        std::size_t first = 0;
+        for (std::uint64_t left = present_; left != 0;) {
+            const int skipped = std::countr_zero(left);
+            left >>= skipped;
+            const int run = std::countr_one(left);
+            first += static_cast<std::size_t>(skipped);
+            std::size_t position = first;
+            TOrvParameter* slot = &Slot(first);
+            for (const TOrvParameter* const end = slot + run; slot != end; ++slot, ++position) {
+                if (!holds(*slot, position)) return false;
+            }
+            first += static_cast<std::size_t>(run);
+            left = run < 64 ? left >> run : 0;
         }
         return true;
     }
@@ -203,6 +221,18 @@ private:
             return true;
         });
     }
+    bool SameSlots(const ParameterMap& other) const  // of the same declaration, with the same slots present
+    {
+        // The distance between the two blocks leads from a slot to its counterpart.
+        const std::uintptr_t distance =
+            reinterpret_cast<std::uintptr_t>(&other.Slot(0)) - reinterpret_cast<std::uintptr_t>(&Slot(0));
+        return EverySlot([distance](const TOrvParameter& slot, std::size_t) {
+            return slot.SameValue(
+                *reinterpret_cast<const TOrvParameter*>(reinterpret_cast<std::uintptr_t>(&slot) + distance));
+        });
+    }
+    bool SameNodes(const ParameterMap& other) const;
+    bool SameUnderOtherDeclaration(const ParameterMap& other) const;
     std::size_t DeclaredSlot(std::u16string_view name) const;  // position of a slot, or kNotFound
     // The slot of a name, kNotFound for a node. Callers mostly go by the order of the declaration and in its spelling,
     // so the slot behind the one that was asked for last is looked at first.
@@ -232,8 +262,10 @@ private:
     void PutInSlot(std::size_t position, TOrvParameter&& value);
     void PutInNode(std::u16string_view name, TOrvParameter&& value);
     More& NeedMore();
+    void FreeMore() noexcept;
     const Nodes& GetNodes() const;
     Node* FindNode(std::u16string_view key) const;                // by lower-cased name; null when absent
+    TOrvParameter* FindDeclaredNode(std::size_t position) const;  // past the last slot
     const TOrvParameter* FindKey(std::u16string_view key) const;  // by lower-cased name, wherever it lives
 
     std::u16string_view NameOf(std::size_t position) const

@@ -25,20 +25,18 @@ std::string AnsiFromWide(std::u16string_view text);
 std::u16string LowerCase(std::u16string_view text);
 bool IsLowerCase(std::u16string_view text);  // true when LowerCase would change nothing
 
-// Compares exactly. std::u16string_view's own comparison goes one unit at a time, and for a name a call of memcmp costs
-// more than the comparison. Words that overlap make it one of few steps whatever the length is.
-inline bool SameText(std::u16string_view a, std::u16string_view b)
+// Compares that many units exactly. std::u16string_view's own comparison goes one unit at a time, and for a name a call
+// of memcmp costs more than the comparison. Words that overlap make it one of few steps whatever the number is.
+inline bool SameUnits(const char16_t* a, const char16_t* b, std::size_t size)
 {
-    if (a.size() != b.size()) return false;
     constexpr std::size_t kWord = 4;  // units
-    const std::size_t size = a.size();
-    const auto difference = [&](std::size_t at) {
+    const auto difference = [a, b](std::size_t at) {
         std::uint64_t words[2];
-        std::memcpy(&words[0], a.data() + at, sizeof words[0]);
-        std::memcpy(&words[1], b.data() + at, sizeof words[1]);
+        std::memcpy(&words[0], a + at, sizeof words[0]);
+        std::memcpy(&words[1], b + at, sizeof words[1]);
         return words[0] ^ words[1];
     };
-    if (size > 4 * kWord) return std::memcmp(a.data(), b.data(), size * sizeof(char16_t)) == 0;
+    if (size > 4 * kWord) return std::memcmp(a, b, size * sizeof(char16_t)) == 0;
     if (size >= 2 * kWord) {
         const std::size_t last = size - kWord;
         return (difference(0) | difference(kWord) | difference(last - kWord) | difference(last)) == 0;
@@ -48,6 +46,10 @@ inline bool SameText(std::u16string_view a, std::u16string_view b)
         if (a[at] != b[at]) return false;
     }
     return true;
+}
+inline bool SameText(std::u16string_view a, std::u16string_view b)
+{
+    return a.size() == b.size() && SameUnits(a.data(), b.data(), a.size());
 }
 // Compares after lower-casing `text`; `lower` is lower-cased already.
 bool EqualsLower(std::u16string_view text, std::u16string_view lower);

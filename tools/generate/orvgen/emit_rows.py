@@ -13,6 +13,7 @@ from .text_pool import TextPool
 
 NO_PLACE = 0xFFFF
 MASK = (1 << 64) - 1
+CASE_BITS = 0x0020_0020_0020_0020
 
 
 class Entry(Protocol):
@@ -47,7 +48,7 @@ def name_hash(name: str) -> int:
     mixed = len(name)
     for at in [*range(0, len(name) - 4, 4), max(len(name) - 4, 0)]:
         units = sum(ord(unit) << (16 * lane) for lane, unit in enumerate(name[at : at + 4]))
-        mixed = ((mixed ^ units) * 0x9E3779B97F4A7C15) & MASK
+        mixed = ((mixed ^ (units | CASE_BITS)) * 0x9E3779B97F4A7C15) & MASK
         mixed ^= mixed >> 29
     return mixed >> 32
 
