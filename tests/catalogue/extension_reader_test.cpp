@@ -243,9 +243,10 @@ TEST_F(ExtensionReading, RemarksPointAtTheirPlace)
               "W23 the attribute 'Name' has no effect: it is written 'name'\n");
     Read(
         "<PLC><actions><action name='a' code='99999999999' class='1'><plain><![CDATA[x]]></plain>"
-        "<code>1</code></action></actions></PLC>");
+        "<code>1</code><note/></action></actions></PLC>");
     EXPECT_EQ(remarks_,
               "W88 <code> is not read: only the attribute counts\n"
+              "W102 <note> has no effect\n"
               "W31 '99999999999' is out of range: it is read as 2147483647\n"
               "W60 <plain> has no text that counts (CDATA does not): the name is used\n");
 }

@@ -48,6 +48,7 @@ TEST(TemplateAction, TakesTheRolesOfAGenericAction)
         {u"@ PanLeft (Camera: 9, Speed: 3)", "3 PanLeft; Camera chan 0 9 ''; Speed i32 3"},
         {u"@ ViewerConnect (Viewer: 8)",
          "3 ViewerConnect; Channel chan 1 2 'cam'; PlayMode i32 77; Viewer chan 0 8 ''"},  // without the enum
+        {u"@ ViewerConnect ()", "3 ViewerConnect; Channel chan 1 2 'cam'; PlayMode i32 77; Viewer chan 3 4 'view'"},
         {u"@ DigitalInput ()", "3 DigitalInput; Contact chan 5 6 'in'; State i32 77"},
         {u"@ SetDigitalOutput ()", "3 SetDigitalOutput; State i32 77"},  // the example has no output contact
         {u"@ NobodyKnows (x: 1)", "3 NobodyKnows; x i32 1"},

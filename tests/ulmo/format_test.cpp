@@ -56,6 +56,7 @@ TEST(Format, NamesTheFaultAndItsPosition)
         {u"a{00,3}", u"Text::Format illegal format string : :\"a{00,3}", 1},
         {u"a{0,}", u"Text::Format illegal format string : :\"a{0,}", 1},
         {u"a{0,-}", u"Text::Format illegal format string : :\"a{0,-}", 1},
+        {u"a{x,3}", u"Text::Format illegal format string : :\"a{x,3}", 1},
         {u"a{0,3x}", u"Text::Format illegal format string : :\"a{0,3x}", 1},
         {u"ab{2}", u"Text::Format illegal argument number : :\"ab{2}", 2},
         {u"ab{10}", u"Text::Format illegal argument number : :\"ab{10}", 2},

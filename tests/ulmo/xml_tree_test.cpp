@@ -148,11 +148,11 @@ TEST(XmlTree, FindsByPath)
 TEST(XmlTree, SerializedTextReadsBackTheSame)
 {
     XMLTree tree;
-    tree.Parse("<a b='&lt;&#10;&quot;&#200;'>&#32;x  &#32;<c>&#0;&#91;CDATA[!&#32;</c>!<d/></a>");
+    tree.Parse("<a b='&lt;&#10;&quot;&#0;&#200;'>&#32;x  &#32;<c>&#0;&#91;CDATA[!&#32;</c>!<d/></a>");
     const std::string text = Serialize(tree);
     EXPECT_EQ(text,
               "<?xml version='1.0' encoding='utf-8' ?>\n"
-              "<a b='&lt;\n&quot;&#200;'>&#32;x  &#32;<c>&#0;&#91;CDATA[!&#32;</c>\n<d/>\n</a>\n");
+              "<a b='&lt;\n&quot;&#0;&#200;'>&#32;x  &#32;<c>&#0;&#91;CDATA[!&#32;</c>\n<d/>\n</a>\n");
     XMLTree again;
     again.Parse(text.c_str());
     EXPECT_EQ(Serialize(again), text);

@@ -63,10 +63,10 @@ TEST(PosixRule, BecomesAZoneRecord)
 
 TEST(PosixRule, RefusesWhatIsNone)
 {
-    for (const char* rule :
-         {"", "UTC", "U0", "UTC25", "<+01", "CET-1CEST,M13.1.0,M10.5.0", "CET-1CEST,M3.6.0,M10.5.0",
-          "CET-1CEST,M3.5.7,M10.5.0", "CET-1CEST,M3.5.0", "CET-1CEST,M3.5.0,M10.5.0/3x", "CET-1 ", "CET-1CEST,J0,J5",
-          "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25", "CET-1CEST,M3.5.0/168,M10.5.0", "Europe/Nowhere"}) {
+    for (const char* rule : {"", "UTC", "U0", "UTC25", "<+01", "CET-1CEST,M13.1.0,M10.5.0", "CET-1CEST,M3.6.0,M10.5.0",
+                             "CET-1CEST,M3.5.7,M10.5.0", "CET-1CEST,M3.5.0", "CET-1CEST,M3.5.0,M10.5.0/3x", "CET-1 ",
+                             "CET-1CEST,J0,J5", "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25",
+                             "CET-1CEST,M3.5.0/168,M10.5.0", "CET-1CEST25", "Europe/Nowhere"}) {
         EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
     }
 }
@@ -100,6 +100,11 @@ TEST_F(LocalTimeZone, FollowsTheVariable)
     EXPECT_EQ(ZoneUnder(""), "0 0");
     EXPECT_EQ(ZoneUnder("XYZ7"), "420 0");
     EXPECT_EQ(ZoneUnder("Nowhere/AtAll"), "0 0");
+    EXPECT_EQ(ZoneUnder("XYZ7:03"), "423 0");
+    unsetenv("TZ");
+    TimeZone zone;
+    EXPECT_TRUE(Platform::GetLocalTimeZone(zone));
+    EXPECT_NE(zone.bias, 423);  // no place has it
 }
 
 TEST_F(LocalTimeZone, ReadsTheLastLineOfAZoneFile)
