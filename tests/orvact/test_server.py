@@ -162,11 +162,38 @@ class Answers(OnServer):
         self.sql("create table Events_2001_02 (like Events including defaults including indexes); alter table Events attach "
                  "partition Events_2001_02 for values from ('2001-02-01T00:00Z') to ('2001-03-01T00:00Z'); insert into "
                  "Events (Stored, Recorder, Sequence, Name, Code, Image) values ('2001-02-03', 9, 1, 'X', 0, ''); "
-                 "insert into EventHours values ('2001-02-03', 0, 9, 1)")
+                 "insert into EventHours values ('2001-02-03', 0, 9, 1);"
+                 "insert into EventMinutes values ('2001-02-03', 0, 9, 1)")
         self.assertEqual(Run("events", "list", self.home, "--count", "--until", "2001-02-03T00:30").out, "1\n")
         self.assertEqual(Run("events", "prune", self.home, "--keep", "90d").out, "the events of 2001-02 are gone\n")
+        self.assertEqual(self.sql("select count(*) from EventHours, EventMinutes"), [("1",)])
         self.assertEqual(Run("events", "list", self.home, "--count").out, "1\n")
         self.assertEqual(Run("events", "prune", self.home, "--keep", "1s").out, "no month is that old\n")
+
+    def test_every_stretch_of_time_is_counted_exactly(self):
+        """Hours, minutes and what is left at both ends, beside what the rows say."""
+        self.store("PanLeft ()\nTiltUp ()\n" * 400, "--recorder", "a")
+        self.store("PanLeft ()\n" * 200, "--recorder", "b")
+        kept = ("select Code, Recorder, sum(Count) from {} where {} = date_trunc('{}', {}, 'UTC') group by 1, 2 order by 1, 2")
+        rows = self.sql("select Code, Recorder, count(*) from Events group by 1, 2 order by 1, 2")
+        for table, time_column, unit in (("EventHours", "Hour", "hour"), ("EventMinutes", "Minute", "minute")):
+            self.assertEqual(self.sql(kept.format(table, time_column, unit, time_column)), rows)
+        # Two and a half hours of the month's first day, an event each nine seconds and one on each fifth minute.
+        month = time.strftime("%Y-%m", time.gmtime())
+        self.sql(f"update Events set Stored = '{month}-01T03:17:00.5Z'::timestamptz + Id * interval '9 seconds' - case Id % 5 "
+                 "when 0 then (Id * 9 + 0.5) % 300 else 0 end * interval '1 second'")
+        for table, unit in (("EventHours", "hour"), ("EventMinutes", "minute")):
+            self.sql(f"delete from {table}; insert into {table} select date_trunc('{unit}', Stored, 'UTC'), Code, Recorder, "
+                     "count(*) from Events group by 1, 2, 3")
+        times = ["03:00", "03:17", "03:20", "03:20:00.001", "03:59:59.999", "04:00", "04:05:30", "04:55", "05:00", "05:40:21"]
+        for begin in times:
+            for end in times:
+                between = f"from Events where Stored >= '{month}-01T{begin}Z' and Stored <= '{month}-01T{end}Z'"
+                wanted = self.sql(f"select to_char(Stored at time zone 'UTC', 'HH24'), count(*) {between} and Code = 1102 "
+                                  "group by 1 order by 1")
+                run = Run("events", "list", self.home, "--group-by", "hour", "--code", "PanLeft", "--csv", "--since",
+                          f"{month}-01T{begin}", "--until", f"{month}-01T{end}")
+                self.assertEqual(re.findall(r"T(\d\d):00Z,(\d+)", run.out), wanted, (begin, end))
 
     def test_questions_use_the_indexes(self):
         self.store("".join(f'LogNPRRecognition (PlateNo: "KA {number}")\nPanLeft (Camera: {number})\n'
@@ -183,16 +210,25 @@ class Answers(OnServer):
         self.store("CaseOpened ()\n")
         indexes = self.sql("select indexname from pg_indexes where tablename = 'events' order by 1")
         drop = "".join(f"drop index {name};" for (name,) in indexes if "field" in name)
-        self.sql(drop + "alter table Events drop column Parameters; drop table EventHours, EventBatches; alter table Events "
+        self.sql(drop + "alter table Events drop column Parameters; drop table EventHours, EventBatches, EventMinutes; alter table "
+                        "Events "
                         "add primary key (Recorder, Sequence, Stored); drop index EventsByTime, EventsByCode; create index "
                         "EventsByTime on Events (Stored); create index EventsByXact on Events (Xact); create index "
                         "EventsByCode on Events (Code, Id); update EventsVersion set Version = 1")
         self.assertEqual(Run("events", "list", self.home, "--count").out, "1\n")
         self.assertEqual(self.store("CaseClosed (Extra: 5)\n").code, 0)
-        self.assertEqual(self.sql("select Version from EventsVersion"), [("5",)])
+        self.assertEqual(self.sql("select Version from EventsVersion"), [("6",)])
         self.assertEqual(Run("events", "list", self.home, "--count").out, "2\n")
         self.assertEqual(self.sql("select Name from Events where Parameters @> '{\"extra\": 5}'"), [("CaseClosed",)])
         self.assertEqual(self.sql("select indexname from pg_indexes where tablename = 'events' order by 1"), indexes)
+        # Whoever could ask for numbers before can do so afterwards.
+        self.sql('create role "A Reader"; grant select on EventHours to "A Reader"; drop table EventMinutes; '
+                 "update EventsVersion set Version = 5")
+        self.assertEqual(Run("events", "list", self.home, "--count").out, "2\n")
+        self.assertEqual(self.store("CaseClosed ()\n").code, 0)
+        self.assertEqual(self.sql("select sum(Count), has_table_privilege('A Reader', 'EventMinutes', 'select') "
+                                  "from EventMinutes"), [("3", "t")])
+        self.assertEqual(Run("events", "list", self.home, "--count", "--since", "1h").out, "3\n")
         self.sql("update EventsVersion set Version = 99")
         for command in (["list", self.home], ["store", self.home, "examples/site.actions"]):
             run = Run("events", *command)

@@ -26,7 +26,7 @@ public:
 
     virtual void Add(const NewEvent& event) = 0;
 
-    HourCounts hours;
+    EventCounts minutes;
     std::uint64_t count = 0;
 };
 

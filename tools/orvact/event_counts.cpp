@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 
 namespace {
 
 using Asks = EventCondition::Asks;
 
-constexpr std::int64_t kHour = 3'600'000;
 constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max() / 2;  // in both directions, whole hours fit
 
 constexpr const char* kUser =
@@ -45,30 +45,36 @@ EventValue Time(std::int64_t milliseconds)
     return orv::TimePoint(std::chrono::milliseconds(milliseconds));
 }
 
-// The events from `first` up to but without `end`, of some codes. Whole hours are read from the table of hours; the
-// events of the two hours that are not whole are counted.
-class HourlyQuestion {
+// A table that holds how many events there are in each stretch of time.
+struct CountTable {
+    const char* name;
+    const char* time;
+    std::int64_t length;
+};
+constexpr CountTable kTables[] = {{"EventHours", "Hour", kHour}, {"EventMinutes", "Minute", kMinute}};
+
+// The events from `first` up to but without `end`, of some codes. Whole hours are read from the table of hours, the
+// whole minutes around them from that of minutes where there is one; the events that are left at both ends are counted.
+class TimeQuestion {
 public:
-    HourlyQuestion(const EventFilter& filter, EventGrouping grouping, const SqlDialect& dialect,
-                   std::vector<EventValue>& values)
-        : grouping_(grouping), dialect_(dialect), values_(values)
+    TimeQuestion(const EventFilter& filter, EventGrouping grouping, const SqlDialect& dialect, Counted counted,
+                 std::vector<EventValue>& values)
+        : grouping_(grouping), dialect_(dialect), values_(values), tables_(kTables, static_cast<std::size_t>(counted))
     {
         sound_ = grouping != EventGrouping::Name && grouping != EventGrouping::User &&
                  std::all_of(filter.conditions.begin(), filter.conditions.end(),
                              [&](const EventCondition& condition) { return Take(condition); });
-        // The first hour that begins within the time asked for; below, the hour in which that time ends.
-        firstWhole_ = first_ == -kNever ? first_ : HourOf(first_ + kHour - 1);
-        endWhole_ = end_ == kNever ? end_ : HourOf(end_);
     }
 
-    bool sound() const { return sound_ && firstWhole_ < endWhole_; }
-
+    // Empty when no part of it can be read from a table of numbers.
     std::string Sql()
     {
-        std::string parts = Part("EventHours", "Hour", "Count", firstWhole_, endWhole_);
-        if (first_ < firstWhole_) parts += " union all " + Part("Events", "Stored", "1", first_, firstWhole_);
-        if (endWhole_ < end_) parts += " union all " + Part("Events", "Stored", "1", endWhole_, end_);
-        return "select k, cast(sum(n) as bigint) as n from (" + parts + ") as parts group by 1";
+        if (!sound_) return {};
+        bool fromTables = false;
+        for (const CountTable& table : tables_) fromTables |= FirstWhole(first_, table) < EndWhole(end_, table);
+        if (!fromTables) return {};
+        Cover(first_, end_, tables_);
+        return "select k, cast(sum(n) as bigint) as n from (" + parts_ + ") as parts group by 1";
     }
 
 private:
@@ -84,6 +90,34 @@ private:
         if (condition.asks == Asks::AtMost) end_ = std::min(end_, time + 1);
         return condition.asks == Asks::AtLeast || condition.asks == Asks::AtMost;
     }
+
+    // The begin of the first whole hour or minute of a time without a begin or from `first` on, and the end of the
+    // last.
+    static std::int64_t FirstWhole(std::int64_t first, const CountTable& table)
+    {
+        return first == -kNever ? first : BeginOf(first + table.length - 1, table.length);
+    }
+    static std::int64_t EndWhole(std::int64_t end, const CountTable& table)
+    {
+        return end == kNever ? end : BeginOf(end, table.length);
+    }
+
+    // From the first of the tables as much as it has, what is left at both ends from the others.
+    void Cover(std::int64_t first, std::int64_t end, std::span<const CountTable> tables)
+    {
+        if (first >= end) return;
+        if (tables.empty()) return Add(Part("Events", "Stored", "1", first, end));
+        const CountTable& table = tables.front();
+        const std::int64_t firstWhole = FirstWhole(first, table);
+        const std::int64_t endWhole = EndWhole(end, table);
+        tables = tables.subspan(1);
+        if (firstWhole >= endWhole) return Cover(first, end, tables);
+        Add(Part(table.name, table.time, "Count", firstWhole, endWhole));
+        Cover(first, firstWhole, tables);
+        Cover(endWhole, end, tables);
+    }
+
+    void Add(const std::string& part) { parts_ += (parts_.empty() ? "" : " union all ") + part; }
 
     std::string Part(const std::string& table, const std::string& time, const std::string& count, std::int64_t first,
                      std::int64_t end)
@@ -105,23 +139,27 @@ private:
     std::vector<EventCondition> codes_;
     std::int64_t first_ = -kNever;
     std::int64_t end_ = kNever;
-    std::int64_t firstWhole_ = 0;
-    std::int64_t endWhole_ = 0;
+    std::span<const CountTable> tables_;
+    std::string parts_;
     bool sound_ = false;
 };
 
 }  // namespace
 
-std::string CountSql(const EventFilter& filter, EventGrouping grouping, const SqlDialect& dialect, bool withHours,
+std::string CountSql(const EventFilter& filter, EventGrouping grouping, const SqlDialect& dialect, Counted counted,
                      std::vector<EventValue>& values)
 {
-    HourlyQuestion hourly(filter, grouping, dialect, values);
-    std::string counted;
-    if (withHours && hourly.sound()) {
-        counted = hourly.Sql();
-    } else {
-        counted = "select " + Key(grouping, dialect, "Stored") + " as k, count(*) as n from Events where " +
-                  SqlOf(filter, dialect, values) + " group by 1";
+    std::string groups = TimeQuestion(filter, grouping, dialect, counted, values).Sql();
+    if (groups.empty()) {
+        groups = "select " + Key(grouping, dialect, "Stored") + " as k, count(*) as n from Events where " +
+                 SqlOf(filter, dialect, values) + " group by 1";
     }
-    return "select " + Shown(grouping, dialect) + ", n from (" + counted + ") as counted";
+    return "select " + Shown(grouping, dialect) + ", n from (" + groups + ") as counted";
+}
+
+EventCounts HoursOf(const EventCounts& minutes)
+{
+    EventCounts hours;
+    for (const auto& [key, count] : minutes) hours[{BeginOf(key.first, kHour), key.second}] += count;
+    return hours;
 }

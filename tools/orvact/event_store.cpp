@@ -24,7 +24,7 @@ void EventStore::Store(const Action& action)
     constexpr std::uint64_t kSameTime = 16;
     if (batch_->count % kSameTime == 0) now_ = Now();
     batch_->Add({now_, action, *record->get(), image.record});
-    ++batch_->hours[{HourOf(now_), record->get()->code}];
+    ++batch_->minutes[{BeginOf(now_, kMinute), record->get()->code}];
     ++batch_->count;
 }
 

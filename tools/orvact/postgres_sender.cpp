@@ -83,31 +83,30 @@ void Sender::Commit(const CopiedRows& batch)
 {
     if (sending_.numbered) {
         const std::int64_t before = batch.first() - 1;
-        const Result changed =
-            link_->Run("update Recorders set Last = $1 where Id = $2 and Last = $3",
-                       {before + static_cast<std::int64_t>(batch.count), sending_.recorder, before});
+        const Result changed = link_->Run("update Recorders set Last = $1 where Id = $2 and Last = $3",
+                                          {before + static_cast<std::int64_t>(batch.count), sending_.recorder, before});
         if (changed.changed() != 1)
             throw DatabaseError("another program stores as recorder " + sending_.recorderName + " too");
     }
     doubtful_ = true;
     link_->Script("insert into EventBatches (Recorder, First, FirstId, Stored) values (" +
                   std::to_string(sending_.recorder) + ", " + std::to_string(batch.first()) + ", " +
-                  std::to_string(batch.firstId()) + ", '" + StoredTime(batch.stored()) +
-                  "'); insert into EventHours values " + HourRows(batch) +
-                  " on conflict (Hour, Code, Recorder) do update set Count = EventHours.Count + excluded.Count; "
-                  "notify " + kNotice + "; commit");
+                  std::to_string(batch.firstId()) + ", '" + StoredTime(batch.stored()) + "'); " +
+                  Counting("EventHours", "Hour", HoursOf(batch.minutes)) +
+                  Counting("EventMinutes", "Minute", batch.minutes) + "notify " + kNotice + "; commit");
     doubtful_ = false;
 }
 
 // In the order of their keys, so that two recorders of one name never wait for each other in a circle.
-std::string Sender::HourRows(const CopiedRows& batch) const
+std::string Sender::Counting(const std::string& table, const std::string& time, const EventCounts& counts) const
 {
     std::string rows;
-    for (const auto& [hour, count] : batch.hours) {
-        rows += (rows.empty() ? "('" : ", ('") + StoredTime(hour.first) + "', " + std::to_string(hour.second) + ", " +
+    for (const auto& [key, count] : counts) {
+        rows += (rows.empty() ? "('" : ", ('") + StoredTime(key.first) + "', " + std::to_string(key.second) + ", " +
                 std::to_string(sending_.recorder) + ", " + std::to_string(count) + ")";
     }
-    return rows;
+    return "insert into " + table + " values " + rows + " on conflict (" + time +
+           ", Code, Recorder) do update set Count = " + table + ".Count + excluded.Count; ";
 }
 
 // What the transaction of a batch holds as long as it is under way.

@@ -71,7 +71,7 @@ private:
     bool IsStored(const CopiedRows& batch);
     bool LearnWhetherStored(const CopiedRows& batch, const std::string& reason);
     std::string LockOf(const CopiedRows& batch) const;
-    std::string HourRows(const CopiedRows& batch) const;
+    std::string Counting(const std::string& table, const std::string& time, const EventCounts& counts) const;
 
     const Sending& sending_;
     Link link_;

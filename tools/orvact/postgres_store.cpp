@@ -101,7 +101,7 @@ public:
     {
         BeginMoment();
         std::vector<EventValue> values;
-        const std::string sql = CountSql(filter, grouping, kDialect, version_ >= kFirstWithHours, values);
+        const std::string sql = CountSql(filter, grouping, kDialect, counted(), values);
         const Result groups = connection_->Run(sql, values);
         for (int row = 0; row < groups.rows(); ++row) {
             take(std::string(groups.Bytes(row, 0)), static_cast<std::uint64_t>(groups.Integer(row, 1)));
@@ -126,6 +126,12 @@ public:
 
 private:
     // ---- reading
+
+    Counted counted() const
+    {
+        if (version_ >= kFirstWithMinutes) return Counted::ByHourAndMinute;
+        return version_ >= kFirstWithHours ? Counted::ByHour : Counted::Nowhere;
+    }
 
     void BeginMoment()
     {

@@ -374,7 +374,7 @@ void SqliteStore::StoreBatch(const EventBatch& batch)
         insert.Reset();
         left -= count;
     }
-    for (const auto& [hour, count] : batch.hours) {
+    for (const auto& [hour, count] : HoursOf(batch.minutes)) {
         Binder bind{*count_};
         bind(orv::TimePoint(std::chrono::milliseconds(hour.first)));
         bind(std::int64_t{hour.second});
@@ -415,7 +415,8 @@ void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order orde
 void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take)
 {
     Ask(filter, Order::OldestFirst, 0, LastId(), [&](const EventFilter& asked, std::vector<EventValue>& values) {
-        return CountSql(asked, grouping, kDialect, hasHours_, values);
+        const Counted counted = hasHours_ ? Counted::ByHour : Counted::Nowhere;
+        return CountSql(asked, grouping, kDialect, counted, values);
     }, [&](const Statement& row) {
         take(orv::ToUtf8(row.Wide(0)), static_cast<std::uint64_t>(row.Integer(1)));
         return true;
