@@ -16,6 +16,16 @@ SharedName TOrvAction::NameFor(std::u16string_view name, const TOrvActionInterna
     return SharedName::Copy(name);
 }
 
+namespace {
+
+// After lower-casing.
+bool SameName(std::u16string_view a, std::u16string_view b)
+{
+    return Ulmo::SameText(a, b) || Ulmo::EqualsLower(a, Ulmo::LowerCase(b));
+}
+
+}  // namespace
+
 TOrvAction* TOrvAction::Make(SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,
                              std::size_t textBytes)
 {
@@ -58,13 +68,10 @@ TOrvMessage* TOrvAction::Clone() const
 
 bool TOrvAction::Equals(const TOrvMessage& other) const
 {
-    // Same names after lower-casing; the spelling rarely differs, and then both are mostly the catalogue's own text.
+    // The spelling rarely differs, and then both names are mostly the catalogue's own text.
     const bool sameText = Name().data() == other.Name().data() && Name().size() == other.Name().size();
-    if (!sameText && !Ulmo::SameText(Name(), other.Name()) &&
-        !Ulmo::EqualsLower(Name(), Ulmo::LowerCase(other.Name()))) {
-        return false;
-    }
-    return parameters_.SameContent(static_cast<const TOrvAction&>(other).parameters_);
+    return (sameText || SameName(Name(), other.Name())) &&
+           parameters_.SameContent(static_cast<const TOrvAction&>(other).parameters_);
 }
 
 bool TOrvAction::Supports(const TOrvGuid& id) const

@@ -93,7 +93,7 @@ public:
     virtual std::u16string_view DescriptionName() const { return {}; }
 
 protected:
-    // Memory for an object of a class, for its slots and for its texts, in one block.
+    // Memory for an object of a class, for its slots and for its texts: in one block unless two are faster.
     struct Block {
         void* object;
         ParameterMap::Memory memory;
@@ -104,10 +104,13 @@ protected:
         constexpr std::size_t kMostTextBytes = 0x40000000;
         textBytes = std::min(textBytes, kMostTextBytes);
         const std::size_t slots = ParameterMap::SlotCount(entry);
+        const std::size_t size = objectSize + slots * sizeof(TOrvParameter);
+        const bool apart = size + textBytes > TextRoom::kQuickBlock && size <= TextRoom::kQuickBlock &&
+                           textBytes <= TextRoom::kMostInQuickChunk;
         // The slots follow the object without padding. No constructor that runs in the block can fail, so nobody guards
         // it.
-        void* object = ::operator new(objectSize + ParameterMap::Memory::Size(slots, textBytes));
-        return {object, {static_cast<char*>(object) + objectSize, slots, textBytes}};
+        void* object = ::operator new(apart ? size : size + textBytes);
+        return {object, {static_cast<char*>(object) + objectSize, slots, textBytes, apart}};
     }
 
     TOrvAction(std::uint32_t kind, SharedName name, std::uint32_t count, const TOrvActionInternalInfo* entry,

@@ -166,8 +166,8 @@ public:
     // the kind together with the small number beside it.
     bool SameValue(const TOrvParameter& other) const
     {
-        if (HeadBits() == other.HeadBits()) {
-            if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) return true;
+        if (HeadBits() == other.HeadBits()) [[likely]] {
+            if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) [[likely]] return true;
             if (kind_ == ORV_KIND_String) return length_ == other.length_ && SameUnits(other);
             if (kind_ == ORV_KIND_Numeric64Bit || kind_ == ORV_KIND_DateTime) return Large() == other.Large();
         }

@@ -9,8 +9,8 @@ namespace OrvPLC {
 namespace {
 
 // For texts that come later; an object with many parameters rarely has long ones in all of them.
-constexpr std::size_t kUsualTextBytesPerSlot = 16;
-constexpr std::size_t kMostUsualTextBytes = 240;
+constexpr std::size_t kUsualTextBytesPerSlot = 20;
+constexpr std::size_t kMostUsualTextBytes = 376;
 
 }  // namespace
 

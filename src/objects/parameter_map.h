@@ -3,7 +3,7 @@
 //
 // A parameter that the catalogue declares lives in a slot of its own, found by its position in the declaration, without
 // a key or a name of its own: only a spelling that differs from the catalogue's is kept beside it. The slots are part
-// of the action's one block of memory, and so is the room for its texts. Any other parameter is a node of its own in a
+// of the action's block of memory, and so is the room for its texts unless the whole would be large. Any other parameter is a node of its own in a
 // tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
 #pragma once
 
@@ -37,16 +37,12 @@ public:
         return entry && !entry->HasRepeatedNames() ? std::min(entry->Parameters.size(), kMaximumSlots) : 0;
     }
 
-    // The memory that a map has behind its object: its slots, then the room for texts.
+    // The memory that a map has behind its object: its slots, then the room for texts, unless that is a chunk apart.
     struct Memory {
         void* place;  // raw
         std::size_t slots;
         std::size_t textBytes;
-
-        static std::size_t Size(std::size_t slots, std::size_t textBytes)
-        {
-            return slots * sizeof(TOrvParameter) + textBytes;
-        }
+        bool textsApart;
     };
     // Room for texts of a usual length, for an object whose texts come later.
     static std::size_t UsualTextBytes(const TOrvActionInternalInfo* entry);
@@ -57,11 +53,13 @@ public:
     ParameterMap(const TOrvActionInternalInfo* entry, const Memory& memory)
         : entry_(entry),
           room_(static_cast<std::byte*>(memory.place) + memory.slots * sizeof(TOrvParameter),
-                static_cast<std::uint32_t>(memory.textBytes)),
+                memory.textsApart ? 0 : static_cast<std::uint32_t>(memory.textBytes)),
           slotsOffset_(static_cast<std::uint16_t>(reinterpret_cast<std::uintptr_t>(memory.place) -
                                                   reinterpret_cast<std::uintptr_t>(this))),
           slotCount_(static_cast<std::uint8_t>(memory.slots))
-    {}
+    {
+        if (memory.textsApart) room_.AddFirstChunk(memory.textBytes);
+    }
     ParameterMap(const ParameterMap&) = delete;
     ParameterMap& operator=(const ParameterMap&) = delete;
     ~ParameterMap();

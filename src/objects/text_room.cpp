@@ -18,7 +18,17 @@ bool TextRoom::AddChunk(std::size_t units) noexcept
 {
     const bool full = chunks_ && chunks_->size >= kLastChunk;
     if (full || units > kLongestInChunk) return false;
-    const std::uint32_t size = chunks_ ? 2 * chunks_->size + 8 : kFirstChunk;
+    return Append(chunks_ ? 2 * chunks_->size + 8 : kFirstChunk);
+}
+
+void TextRoom::AddFirstChunk(std::size_t bytes) noexcept
+{
+    static_assert(kMostInQuickChunk + sizeof(Chunk) <= kQuickBlock);
+    Append(static_cast<std::uint32_t>(bytes + sizeof(Chunk)));
+}
+
+bool TextRoom::Append(std::uint32_t size) noexcept
+{
     // No memory is no failure yet: the text then asks the heap for a block of its own, which reports it.
     void* memory = ::operator new(size, std::nothrow);
     if (!memory) return false;

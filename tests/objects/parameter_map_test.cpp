@@ -149,11 +149,11 @@ TEST(ParameterMap, ManyDeclaredParameters)
     entry->SetParameters(std::move(parameters));
     // A map finds its slots after itself.
     const std::size_t slots = ParameterMap::SlotCount(entry.get());
-    const std::size_t size = sizeof(ParameterMap) + ParameterMap::Memory::Size(slots, 0);
+    const std::size_t size = sizeof(ParameterMap) + slots * sizeof(TOrvParameter);
     const auto memory = std::make_unique<std::max_align_t[]>(size / sizeof(std::max_align_t) + 1);
     auto* const behind = reinterpret_cast<std::byte*>(memory.get()) + sizeof(ParameterMap);
     const std::unique_ptr<ParameterMap, void (*)(ParameterMap*)> made(new (memory.get())
-                                                                          ParameterMap(entry.get(), {behind, slots, 0}),
+                                                                          ParameterMap(entry.get(), {behind, slots, 0, false}),
                                                                       [](ParameterMap* map) { std::destroy_at(map); });
     ParameterMap& map = *made;
     std::vector<std::u16string> declared;
