@@ -162,14 +162,22 @@ public:
     // enum, then stays as it was.
     bool Retype(std::uint32_t kind, std::uint32_t enumType);
 
+    // Memory of two objects in which texts stand and of which every byte is the same.
+    struct AlikeTexts {
+        std::uintptr_t mine;
+        std::uintptr_t others;
+        std::size_t size;
+    };
     // Same kind and same content; names and enums take no part. What most values are is compared without a call, and
     // the kind together with the small number beside it.
-    bool SameValue(const TOrvParameter& other) const
+    bool SameValue(const TOrvParameter& other, const AlikeTexts& alike = {}) const
     {
         if (HeadBits() == other.HeadBits()) [[likely]] {
-            if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) [[likely]] return true;
-            if (kind_ == ORV_KIND_String) return length_ == other.length_ && SameUnits(other);
+            if (kind_ == ORV_KIND_Numeric32Bit || kind_ == ORV_KIND_Boolean) [[likely]]
+                return true;
+            if (kind_ == ORV_KIND_String) return SameText(other, alike);
             if (kind_ == ORV_KIND_Numeric64Bit || kind_ == ORV_KIND_DateTime) return Large() == other.Large();
+            if (kind_ == ORV_KIND_MediaChannel) return Large() == other.Large() && SameText(other, alike);
         }
         return SameOtherValue(other);
     }
@@ -266,7 +274,14 @@ private:
     void CopySide(const TOrvParameter& other);
 
     Side& MakeSide();
-    bool SameOtherValue(const TOrvParameter& other) const;     // what SameValue does not decide itself
+    bool SameOtherValue(const TOrvParameter& other) const;  // what SameValue does not decide itself
+    bool SameText(const TOrvParameter& other, const AlikeTexts& alike) const noexcept
+    {
+        if (length_ != other.length_) return false;
+        // Of the same length at the same place of what is alike.
+        const std::uintptr_t place = text_ - alike.mine;
+        return (place < alike.size && other.text_ - alike.others == place) || SameUnits(other);
+    }
     bool SameUnits(const TOrvParameter& other) const noexcept  // of texts of the same length
     {
         const bool bothPlain = ((text_ | other.text_) & kTag) == kToText;

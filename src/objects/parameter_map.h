@@ -3,14 +3,16 @@
 //
 // A parameter that the catalogue declares lives in a slot of its own, found by its position in the declaration, without
 // a key or a name of its own: only a spelling that differs from the catalogue's is kept beside it. The slots are part
-// of the action's block of memory, and so is the room for its texts unless the whole would be large. Any other parameter is a node of its own in a
-// tree. Either way a value keeps its address until it is changed or removed, whatever its neighbours do.
+// of the action's block of memory, and so is the room for its texts unless the whole would be large. Any other
+// parameter is a node of its own in a tree. Either way a value keeps its address until it is changed or removed,
+// whatever its neighbours do.
 #pragma once
 
 #include <algorithm>
 #include <atomic>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <memory>
@@ -224,10 +226,23 @@ private:
         // The distance between the two blocks leads from a slot to its counterpart.
         const std::uintptr_t distance =
             reinterpret_cast<std::uintptr_t>(&other.Slot(0)) - reinterpret_cast<std::uintptr_t>(&Slot(0));
-        return EverySlot([distance](const TOrvParameter& slot, std::size_t) {
+        const TOrvParameter::AlikeTexts alike = Alike(other);
+        return EverySlot([distance, &alike](const TOrvParameter& slot, std::size_t) {
             return slot.SameValue(
-                *reinterpret_cast<const TOrvParameter*>(reinterpret_cast<std::uintptr_t>(&slot) + distance));
+                *reinterpret_cast<const TOrvParameter*>(reinterpret_cast<std::uintptr_t>(&slot) + distance), alike);
         });
+    }
+    // Texts that were set in the same order stand alike, and then one comparison tells for all of them. Nothing where
+    // they do not, or where they are so few that it is not worth it.
+    TOrvParameter::AlikeTexts Alike(const ParameterMap& other) const
+    {
+        constexpr std::size_t kWorthIt = 64;  // bytes
+        const TextRoom::Piece mine = room_.Taken(&Slot(slotCount_));
+        const TextRoom::Piece others = other.room_.Taken(&other.Slot(other.slotCount_));
+        if (mine.size != others.size || mine.size < kWorthIt) return {};
+        if (std::memcmp(mine.begin, others.begin, mine.size) != 0) return {};
+        return {reinterpret_cast<std::uintptr_t>(mine.begin), reinterpret_cast<std::uintptr_t>(others.begin),
+                mine.size};
     }
     bool SameNodes(const ParameterMap& other) const;
     bool SameUnderOtherDeclaration(const ParameterMap& other) const;

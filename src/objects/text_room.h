@@ -54,8 +54,22 @@ public:
         auto* header = reinterpret_cast<TextHeader*>(next_);
         header->room = static_cast<std::uint32_t>(units);
         next_ += bytes;
+        *reinterpret_cast<TextHeader*>(next_ - sizeof(TextHeader)) = {0};  // what the text may not reach
         left_ -= static_cast<std::uint32_t>(bytes);
         return reinterpret_cast<char16_t*>(header + 1);
+    }
+
+    // The bytes of the texts in the present piece of the room, one behind the other, every one of them written.
+    // `inBlock` is where the room of the object's block begins, the present piece as long as there are no chunks.
+    struct Piece {
+        const std::byte* begin;
+        std::size_t size;
+    };
+    Piece Taken(const void* inBlock) const noexcept
+    {
+        const auto* begin =
+            chunks_ ? reinterpret_cast<const std::byte*>(chunks_ + 1) : static_cast<const std::byte*>(inBlock);
+        return {begin, static_cast<std::size_t>(next_ - begin)};
     }
 
 private:

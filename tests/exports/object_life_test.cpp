@@ -87,6 +87,30 @@ TEST(ObjectLife, EqualityKnowsCaseOrderAndKind)
     EXPECT_EQ(match->GetParameterCount(), 2u);
 }
 
+// The same texts in memory say nothing as long as other parameters have them, and other memory says nothing either.
+TEST(ObjectLife, EqualityKnowsWhoseTextItIs)
+{
+    const std::u16string one(40, u'a');
+    const std::u16string two(40, u'b');
+    const auto made = [](const char16_t* first, const std::u16string& text, const char16_t* second,
+                         const std::u16string& other) {
+        Handle handle(Talvec_Action_CreateActionByName(W(u"LenelAccessEvent")));
+        handle->SetString(W(first), W(text.c_str()));
+        handle->SetString(W(second), W(other.c_str()));
+        return handle;
+    };
+    const Handle action = made(u"Panel", one, u"Device", two);
+    EXPECT_TRUE(Equal(action, made(u"Panel", one, u"Device", two)));
+    EXPECT_TRUE(Equal(action, made(u"Device", two, u"Panel", one)));
+    EXPECT_FALSE(Equal(action, made(u"Device", one, u"Panel", two)));
+    EXPECT_FALSE(Equal(action, made(u"Panel", one, u"Device", one)));
+    const Handle other = made(u"Panel", one, u"Device", two);
+    other->SetString(W(u"Device"), W(two.c_str() + 1));
+    EXPECT_FALSE(Equal(action, other));
+    other->SetString(W(u"Device"), W(two.c_str()));
+    EXPECT_TRUE(Equal(action, other));
+}
+
 TEST(ObjectLife, NullHandles)
 {
     const Handle handle(Talvec_Action_CreateActionByName(W(u"X")));
