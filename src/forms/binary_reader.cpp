@@ -222,7 +222,7 @@ void ReadRecords(TOrvBinaryReader& reader, TOrvAction& action)
 std::size_t LikelyTextBytes(std::uint32_t size)
 {
     constexpr std::uint32_t kMost = 512;
-    return std::min(size / 3, kMost) & ~std::uint32_t{3};
+    return std::min(size / 16 * 5, kMost) & ~std::uint32_t{3};
 }
 
 // Whatever the caller expects, only an action is taken from there: deliberate.
