@@ -49,14 +49,15 @@ struct ParameterWithValue : CarriedParameter {
 
 namespace detail {
 
-// Runs a store into a buffer: most texts fit the first one, others are asked for again at their size.
-template <class String, class Unit, class Store>
-String StoredText(Store store)
+// Runs a store into a buffer: most results fit the first one, others are asked for again at their size. That of a text
+// counts its terminator.
+template <class String, class Unit, std::uint32_t Terminator = 1, class Store>
+String StoredResult(Store store)
 {
     Unit first[256];
     std::uint32_t required = 0;
     const auto result = [&](const Unit* text) {
-        return String(reinterpret_cast<const typename String::value_type*>(text), required - 1);
+        return String(reinterpret_cast<const typename String::value_type*>(text), required - Terminator);
     };
     if (store(first, std::uint32_t{256}, &required)) return result(first);
     if (required <= 256) throw Error::Last();  // a failure of its own, not a text that is too long
@@ -333,11 +334,10 @@ public:
     // The binary form, bytes that FromBinary reads back.
     std::string Binary() const
     {
-        std::uint32_t size = 0;
-        OrvAct_StoreToBinBuffer(handle_, nullptr, 0, &size);
-        std::string bytes(size, '\0');
-        detail::Check(size > 0 && OrvAct_StoreToBinBuffer(handle_, bytes.data(), size, nullptr));
-        return bytes;
+        return detail::StoredResult<std::string, char, 0>(
+            [this](char* buffer, std::uint32_t size, std::uint32_t* required) {
+                return OrvAct_StoreToBinBuffer(handle_, buffer, size, required);
+            });
     }
 
     // JSON: a document {"action":{...}}, or the member alone when not wrapped. Parameters with a priority above the
@@ -345,7 +345,7 @@ public:
     static constexpr std::uint32_t kEveryPriority = 0xFFFFFFFF;
     std::u16string Json(bool wrap = true, std::optional<std::uint32_t> limit = std::nullopt) const
     {
-        return detail::StoredText<std::u16string, OrvWChar>(
+        return detail::StoredResult<std::u16string, OrvWChar>(
             [&](OrvWChar* buffer, std::uint32_t size, std::uint32_t* required) {
                 return OrvAct_StoreToJson(handle_, buffer, size, required, wrap, limit ? &*limit : nullptr);
             });
@@ -385,14 +385,14 @@ private:
 
     std::u16string Stored(bool plain) const
     {
-        return detail::StoredText<std::u16string, OrvWChar>(
+        return detail::StoredResult<std::u16string, OrvWChar>(
             [&](OrvWChar* buffer, std::uint32_t size, std::uint32_t* required) {
                 return OrvAct_StoreToTextBufferW(handle_, buffer, size, plain, 0, required);
             });
     }
     std::string StoredUtf8(bool plain) const
     {
-        return detail::StoredText<std::string, char>([&](char* buffer, std::uint32_t size, std::uint32_t* required) {
+        return detail::StoredResult<std::string, char>([&](char* buffer, std::uint32_t size, std::uint32_t* required) {
             return OrvAct_StoreToTextBufferA(handle_, buffer, size, plain, 1, required);
         });
     }

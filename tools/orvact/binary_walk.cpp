@@ -19,6 +19,17 @@ std::string Counted(std::uint64_t count, const std::string& what)
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+// A part of the form, for a message about it. Put together only then, since millions of parts are sound.
+struct Part {
+    Part(const char* text) : name(text) {}
+    Part(const char* start, const Part& of) : before(start), name(of.name) {}
+
+    std::string Text() const { return std::string(before) + std::string(name); }
+
+    std::string_view before;
+    std::string_view name;
+};
+
 class Walker {
 public:
     Walker(std::string_view bytes, bool withFields) : bytes_(bytes), withFields_(withFields) {}
@@ -54,7 +65,8 @@ private:
 
     bool Record(std::uint32_t position, std::uint32_t count)
     {
-        place_ = " of record " + std::to_string(position) + " of " + std::to_string(count);
+        record_ = position;
+        count_ = count;
         opensRecord_ = true;
         std::uint32_t kind = 0;
         std::uint32_t enumType = 0;
@@ -118,10 +130,10 @@ private:
     }
 
     // A count and the units after it; the last unit is the terminator, which the reader skips without a look.
-    bool Text(const std::string& what)
+    bool Text(const Part& what)
     {
         std::uint32_t count = 0;
-        if (!Number("the length of " + what, count, [&] {
+        if (!Number(Part("the length of ", what), count, [&] {
                 return count == 0 ? "empty, without a terminator" : Counted(count, "unit") + " with the end";
             })) {
             return false;
@@ -133,13 +145,14 @@ private:
                    }
                    const char16_t last = text.back();
                    text.pop_back();
-                   return (what == "the value" ? "" : what.substr(4) + " ") + "\"" + Visible(orv::ToUtf8(text)) + "\"" +
+                   return (what.name == "the value" ? "" : std::string(what.name.substr(4)) + " ") + "\"" +
+                          Visible(orv::ToUtf8(text)) + "\"" +
                           (last == 0 ? "" : ", and a last unit " + Hex(last, 4) + " that is taken for the end");
                });
     }
 
     template <class Meaning>
-    bool Number(const std::string& what, std::uint32_t& number, Meaning meaning)
+    bool Number(const Part& what, std::uint32_t& number, Meaning meaning)
     {
         return Take(4, what, [&](std::size_t at) {
             number = Word32At(bytes_, at);
@@ -148,18 +161,18 @@ private:
     }
 
     template <class Meaning>
-    bool Large(const std::string& what, Meaning meaning)
+    bool Large(const Part& what, Meaning meaning)
     {
         return Take(8, what, [&](std::size_t at) { return meaning(NumberAt(bytes_, at, 8)); });
     }
 
     template <class Meaning>
-    bool Take(std::uint64_t size, const std::string& what, Meaning meaning)
+    bool Take(std::uint64_t size, const Part& what, Meaning meaning)
     {
         const std::size_t at = walk_.end;
         const std::size_t left = bytes_.size() - at;
         if (size > left) {
-            walk_.problem = what + place_ + " takes " + Counted(size, "byte") + ", and " +
+            walk_.problem = what.Text() + Place() + " takes " + Counted(size, "byte") + ", and " +
                             (left == 0   ? "none is"
                              : left == 1 ? "1 is"
                                          : std::to_string(left) + " are") +
@@ -175,6 +188,11 @@ private:
         opensRecord_ = false;
         walk_.end += static_cast<std::size_t>(size);
         return true;
+    }
+
+    std::string Place() const
+    {
+        return record_ == 0 ? "" : " of record " + std::to_string(record_) + " of " + std::to_string(count_);
     }
 
     static std::string KindOfMessage(std::uint32_t kind)
@@ -212,7 +230,8 @@ private:
     std::string_view bytes_;
     bool withFields_;
     bool opensRecord_ = false;
-    std::string place_;
+    std::uint32_t record_ = 0;  // counted from 1; 0 in front of the records
+    std::uint32_t count_ = 0;
     BinaryWalk walk_;
 };
 

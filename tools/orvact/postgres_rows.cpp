@@ -16,7 +16,11 @@ public:
     template <class T>
     void Raw(T number)
     {
-        for (std::size_t byte = sizeof number; byte-- > 0;) data_ += static_cast<char>(number >> 8 * byte);
+        char bytes[sizeof number];
+        for (std::size_t at = 0; at < sizeof number; ++at) {
+            bytes[at] = static_cast<char>(number >> 8 * (sizeof number - 1 - at));
+        }
+        data_.append(bytes, sizeof bytes);
     }
 
     void Bytes(std::string_view bytes)
