@@ -157,8 +157,6 @@ bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
     if (kind_ != other.kind_) return false;
     const auto sameText = [&] { return Ulmo::SameText(Wide(), other.Wide()); };
     switch (ValueKind{kind_}) {
-    case ValueKind::Boolean:
-    case ValueKind::Numeric32Bit: return small_ == other.small_;
     case ValueKind::Numeric64Bit:
     case ValueKind::DateTime:
     case ValueKind::Rect: return Large() == other.Large();
@@ -167,8 +165,11 @@ bool TOrvParameter::SameOtherValue(const TOrvParameter& other) const
     case ValueKind::ResultDataSet: return sameText();
     case ValueKind::Guid: return Ulmo::GuidTools::Equal(guid_, other.guid_);
     case ValueKind::EventType: return Large() == other.Large() && sameText();
-    case ValueKind::MediaChannel: return small_ == other.small_ && Large() == other.Large() && sameText();
     case ValueKind::Resource: return Ulmo::GuidTools::Equal(guid_, other.guid_) && sameText();
+    // Of one kind, so their small numbers differ.
+    case ValueKind::Boolean:
+    case ValueKind::Numeric32Bit:
+    case ValueKind::MediaChannel:
     case ValueKind::None: break;
     }
     return false;

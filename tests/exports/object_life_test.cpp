@@ -85,6 +85,12 @@ TEST(ObjectLife, EqualityKnowsCaseOrderAndKind)
     const Handle clone(copy);
     EXPECT_TRUE(Equal(match, clone));
     EXPECT_EQ(match->GetParameterCount(), 2u);
+    for (const char16_t* comment : {u"night", u"NIGHT", u""}) {
+        EXPECT_TRUE(OrvMatchAct_SetDescriptionW(clone.get(), W(comment)));
+        EXPECT_FALSE(Equal(match, clone)) << std::u16string_view(comment).size();
+        EXPECT_TRUE(OrvMatchAct_SetDescriptionW(match.get(), W(comment)));
+        EXPECT_TRUE(Equal(match, clone));
+    }
 }
 
 // The same texts in memory say nothing as long as other parameters have them, and other memory says nothing either.

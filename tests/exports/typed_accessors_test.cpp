@@ -333,6 +333,31 @@ TEST(TypedAccessors, UpdateAsksForEverythingThatIsSet)
     EXPECT_TRUE(configuration.asked.empty());
 }
 
+// Whoever is not there to be asked, and a value of another kind than the declared one, count as known.
+TEST(TypedAccessors, UpdateLeavesWhatNobodyKnows)
+{
+    for (const char16_t* text :
+         {u"BackupEvent (TypeID: \"a\", Destination: \"b\")", u"PanLeft (Camera: 7)", u"ViewerConnect (Viewer: 7)",
+          u"DigitalInput (Contact: 7)", u"SetDigitalOutput (Contact: 7)",
+          u"ChangeVMDParameterSet (Channel: 7, ParameterSet: \"a\")"}) {
+        const Handle handle = Read(text);
+        const std::u16string before = StoredText(handle.get());
+        const TOrvActionInfoUpdateCallbacks nobody{};
+        OrvBool allKnown = 0;
+        EXPECT_TRUE(OrvAct_UpdateActionInfo(handle.get(), 0, &nobody, &allKnown));
+        EXPECT_TRUE(allKnown);
+        EXPECT_EQ(StoredText(handle.get()), before);
+    }
+    Configuration configuration;
+    const Handle texts = Named(u"BackupEvent");
+    for (const char16_t* name : {u"TypeID", u"Destination"}) texts->SetString(W(name), W(u"a text"));
+    const Handle channel = Named(u"PanLeft");
+    channel->SetString(W(u"Camera"), W(u"a text"));
+    EXPECT_TRUE(Update(texts, configuration));
+    EXPECT_TRUE(Update(channel, configuration));
+    EXPECT_TRUE(configuration.asked.empty());
+}
+
 TEST(TypedAccessors, UpdateAsksForParameterSetsWithTheirChannel)
 {
     const TOrvChannelValue channel = {7, W(u"old"), 1};

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <latch>
 #include <thread>
 #include <vector>
 
@@ -70,11 +71,14 @@ TEST(LivingCount, IsExactOverThreadsThatComeAndGo)
     int block = 0;
     Platform::ThreadSlot slot(CountEnd);  // with a block in it the end of a thread is noticed
     const auto run = [&](void (*count)() noexcept) {
+        std::latch all(kThreads);  // each has its share before one of them ends
         std::vector<std::thread> threads;
         for (int i = 0; i < kThreads; ++i) {
             threads.emplace_back([&] {
                 EXPECT_TRUE(slot.Set(&block));
-                for (int at = 0; at < kEach; ++at) count();
+                count();
+                all.arrive_and_wait();
+                for (int at = 1; at < kEach; ++at) count();
             });
         }
         for (std::thread& thread : threads) thread.join();

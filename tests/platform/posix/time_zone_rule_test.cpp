@@ -55,7 +55,9 @@ TEST(PosixRule, BecomesAZoneRecord)
         // Beyond a day: the Thursday of week 4 of March 2026 is the 26th, and 26 hours on is the 27th.
         {"IST-2IDT,M3.4.4/26,M10.5.0", "-120 -60 | 2026 3 5 27 2 0 0 0 | 0 10 0 5 2 0 0 0 "},
         {"<-02>2<-01>,M3.5.0/-1,M10.5.0/0", "120 -60 | 2026 3 6 28 23 0 0 0 | 0 10 0 5 0 0 0 0 "},
-        {"AAA3BBB,J60/0,300/1:30:15", "180 -60 | 2026 3 0 1 0 0 0 0 | 2026 10 3 28 1 30 15 0 "},
+        // The same beyond the end of a year, where no month follows.
+        {"AAA3BBB,M12.5.0/26,J1/0", "180 -60 | 2026 12 1 28 2 0 0 0 | 2026 1 4 1 0 0 0 0 "},
+        {"AAA3:30:45BBB,J60/0,300/1:30:15", "210 -60 | 2026 3 0 1 0 0 0 0 | 2026 10 3 28 1 30 15 0 "},
     };
     for (const Case& test : cases) EXPECT_EQ(Text(ParsePosixRule(test.rule, 2026)), test.record) << test.rule;
     EXPECT_EQ(Text(ParsePosixRule("AAA3BBB,J60/0,59/0", 2024)),
@@ -68,6 +70,12 @@ TEST(PosixRule, RefusesWhatIsNone)
                              "CET-1CEST,M3.5.7,M10.5.0", "CET-1CEST,M3.5.0", "CET-1CEST,M3.5.0,M10.5.0/3x", "CET-1 ",
                              "CET-1CEST,J0,J5", "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25",
                              "CET-1CEST,M3.5.0/168,M10.5.0", "CET-1CEST25", "Europe/Nowhere"}) {
+        EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
+    }
+    // Cut, with another sign between the parts, and with what is no letter.
+    for (const char* rule : {"CET-1CEST,M3", "CET-1CEST,M3.5", "CET-1CEST,M3:5.0,M10.5.0", "CET-1CEST,M3.5:0,M10.5.0",
+                             "CET-1CESTM3.5.0,M10.5.0", "CET-1CEST;M3.5.0,M10.5.0", "CET-1CEST,M3.0.0,M10.5.0",
+                             "CET-1CEST,J366,J5", "CET-1:60", "CET-1:00:60", "[[[5", "{{{5", "@@@5", "```5"}) {
         EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
     }
 }
@@ -121,6 +129,7 @@ TEST_F(LocalTimeZone, ReadsTheLastLineOfAZoneFile)
         {"TZif2", "0 0"},
         {"TZif2\n\n", "0 0"},
         {"no zone\nABC-2\n", "0 0"},
+        {"TZif2" + std::string(1 << 20, '\n') + "ABC-2\n", "0 0"},  // no zone has so many transitions
         {"", "0 0"},
     };
     for (const Case& test : cases) {
@@ -129,6 +138,10 @@ TEST_F(LocalTimeZone, ReadsTheLastLineOfAZoneFile)
         EXPECT_EQ(ZoneUnder(path), test.record);
         EXPECT_EQ(ZoneUnder(':' + path), test.record);
     }
+    setenv("TZDIR", testing::TempDir().c_str(), 1);
+    std::ofstream(path, std::ios::binary) << "TZif2\nABC-3\n";
+    EXPECT_EQ(ZoneUnder("orv_zone_file"), "-180 0");
+    unsetenv("TZDIR");
     std::remove(path.c_str());
 }
 
