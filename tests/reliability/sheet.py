@@ -171,7 +171,7 @@ class Runner:
         for file in tree.rglob("*.gcda"):
             file.unlink()
         tested = subprocess.run(["ctest", "--test-dir", str(tree), "-j", str(os.cpu_count())], cwd=ROOT,
-                                capture_output=True, text=True, check=False)
+                                capture_output=True, text=True, check=False, env=os.environ | {"ORV_COVERAGE": "1"})
         part.text += [line for line in tested.stdout.splitlines() if "tests passed" in line or "Failed" in line]
         # What takes memory away or unloads is a test as well, if none of ctest's.
         bin_ = tree / "bin"

@@ -20,6 +20,8 @@ PAGE = ROOT / "docs/python.md"
 class Wheel(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
+        if "ORV_COVERAGE" in os.environ:
+            raise unittest.SkipTest("a build for coverage names files of this machine and is not packed")
         cls.folder = Path(tempfile.mkdtemp())
         cls.addClassCleanup(shutil.rmtree, cls.folder)
         library = cls.folder / "libOrvActions.so"
