@@ -8,7 +8,7 @@ if(WIN32)
     return()
 endif()
 
-# With a sanitizer: a program that holds the library's objects.
+# A program that holds the library's objects.
 function(reliability_inside name)
     add_executable(${name} EXCLUDE_FROM_ALL ${ARGN} $<TARGET_OBJECTS:orv_objects>)
     add_dependencies(${name} orv_generated)
@@ -67,6 +67,9 @@ add_executable(reliability_load EXCLUDE_FROM_ALL ${reliability}/load_failure.cpp
 add_dependencies(reliability_load orv_generated)
 target_include_directories(reliability_load PRIVATE ${PROJECT_SOURCE_DIR}/include ${ORV_GENERATED_INCLUDE_DIR})
 target_link_libraries(reliability_load PRIVATE orv_flags ${CMAKE_DL_LIBS})
+# Values that the functions of the library do not hand out.
+reliability_inside(reliability_values ${reliability}/value_failure.cpp ${reliability}/failing_allocator.cpp)
+target_link_libraries(reliability_values PRIVATE orv_boost)
 # Preloaded into the tool, which is a program of its own.
 add_library(reliability_refuse MODULE EXCLUDE_FROM_ALL ${reliability}/failing_allocator.cpp
     ${reliability}/refuse_in_main.cpp)
@@ -82,5 +85,5 @@ target_link_libraries(reliability_texts PRIVATE orv_flags OrvActions)
 
 if(ORV_TOOLS)
     add_custom_target(reliability_programs DEPENDS reliability_allocation reliability_load reliability_refuse
-        reliability_soak reliability_texts sibling_whole OrvActions orvact)
+        reliability_values reliability_soak reliability_texts sibling_whole OrvActions orvact)
 endif()

@@ -39,7 +39,7 @@ public:
     Variant(std::string_view text) : Variant(std::string(text)) {}
     Variant(const char* text) : Variant(std::string(text ? text : "")) {}
     Variant(const Variant& other) : operations_(other.operations_) { operations_->CopyConstruct(area_, other.area_); }
-    // When there is no memory for the copy this holds an empty text.
+    // When there is no memory for the copy this stays as it was or holds an empty text.
     Variant& operator=(const Variant& other);
     ~Variant() { operations_->Destroy(area_); }
 

@@ -94,6 +94,8 @@ class Runner:
         right &= self.run(part, beside / "reliability_allocation", environment={"LD_LIBRARY_PATH": str(bin_)})
         part.text.append("while the library loads")
         right &= self.run(part, bin_ / "reliability_load", bin_ / "libOrvActions.so")
+        part.text.append("values")
+        right &= self.run(part, bin_ / "reliability_values")
         part.text.append("first calls of a process; one of so many operations")
         every = self.pick(400, 100, 1)
         part.text.append(f"every {every}")
@@ -179,6 +181,7 @@ class Runner:
         right &= self.run(part, bin_ / "reliability_allocation")
         right &= self.run(part, bin_ / "reliability_allocation", "--fresh", "--every", 100)
         right &= self.run(part, bin_ / "reliability_load", bin_ / "libOrvActions.so")
+        right &= self.run(part, bin_ / "reliability_values")
         return self.run(part, sys.executable, "-B", HERE / "coverage.py", tree) and right
 
     def mutation(self, part: Part) -> bool:
