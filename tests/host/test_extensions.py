@@ -136,7 +136,7 @@ class Loading(Folder):
         twice = "".join(f"<parameter name='{name}' type='Int32' dbfield='Int32_B'/>" for name in ("Twice", "TWICE", "B"))
         self.write("plca.xml", extension(10000, "".join([
             f"<action name='Many' code='10001' class='1'><params>{many}</params></action>",
-            f"<action name='Repeated' code='10002' class='4711'><params>{twice}</params></action>",
+            f"<action name='Repeated' code='10002' class='4711' flags='9'><params>{twice}</params></action>",
             "<action name='Later' code='10000' class='Nobody'/>"])))
         values = ", ".join(f"P{i}: {i}" for i in range(99, -1, -1))
         output = self.host(f"Many ({values}, X: 5)", "Repeated (B: 1, twice: 2)", "Site10000 ()", "Later ()")
@@ -147,7 +147,8 @@ class Loading(Folder):
         self.assertEqual(lines[5], "event: 10001 99 | Many (P99: 99)")
         self.assertEqual(lines[6], "text: Repeated (twice: 2, twice: 2, B: 1)")
         self.assertEqual(lines[8], "parameters: Twice:0 TWICE:0 B:0")
-        self.assertIn('"classCode":0', lines[9].replace(" ", ""))
+        facts = json.loads(lines[9].removeprefix("json: "))["action"]
+        self.assertEqual((facts["classCode"], facts["flags"]), (0, 9))
         # The code went to the newcomer; the older action is found by its name.
         self.assertEqual([lines[11], lines[16]], ["text: Site10000 ()", "text: Later ()"])
 
