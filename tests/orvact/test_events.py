@@ -263,6 +263,19 @@ class Events(unittest.TestCase):
             process.kill()
         self.assertEqual(self.count(), 2)
 
+    @unittest.skipIf(RUNNER or "ASAN_OPTIONS" in os.environ, "measures memory")
+    def test_large_events_take_little_memory(self):
+        one = start(TOOL, "convert", "--to", "binary", data=f'CustomAction (String: "{"x" * 60_000}")'.encode()).stdout
+        frames = self.path.with_name("frames")
+        with open(frames, "wb") as file:  # piece by piece: what this process holds counts for its child too
+            for _ in range(1000):
+                file.write(one)
+        with Process([TOOL, "events", "store", self.name, frames], stdout=subprocess.DEVNULL, cwd=ROOT) as process:
+            _, status, usage = os.wait4(process.pid, 0)
+            process.returncode = os.waitstatus_to_exitcode(status)
+        self.assertEqual((process.returncode, self.count()), (0, 1000))
+        self.assertLess(usage.ru_maxrss, 64 * 1024)  # kB, of 120 MB of events
+
     @unittest.skipIf(RUNNER or sys.platform == "win32", "sends a signal")
     def test_an_interrupt_ends_in_good_order(self):
         with self.storing() as process:

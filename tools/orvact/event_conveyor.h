@@ -28,6 +28,7 @@ public:
 
     EventCounts minutes;
     std::uint64_t count = 0;
+    std::uint64_t imageBytes = 0;
 };
 
 class Conveyor {

@@ -26,6 +26,7 @@ void EventStore::Store(const Action& action)
     batch_->Add({now_, action, *record->get(), image.record});
     ++batch_->minutes[{BeginOf(now_, kMinute), record->get()->code}];
     ++batch_->count;
+    batch_->imageBytes += image.record.size();
 }
 
 void EventStore::Commit()

@@ -55,7 +55,8 @@ public:
     std::uint64_t uncommitted() const { return batch_ ? batch_->count : 0; }  // since the last Commit
     std::uint64_t sent() const { return sent_; }
     std::uint64_t committed() { return conveyor().committed(); }
-    virtual std::uint64_t batch() const = 0;  // how many events are best committed together
+    // Whether it is time for a Commit: several batches are on their way at once, and all of them are held in memory.
+    bool IsFull() const { return batch_ && (batch_->count >= batch() || batch_->imageBytes >= kMostBytes); }
     virtual std::uint64_t known() const { return 0; }  // of a numbered input, how many were stored before
 
     // What is read is the state of one moment: that of the first question, until SelectAdded moves on.
@@ -75,6 +76,9 @@ public:
 protected:
     EventStore() = default;
 
+    static constexpr std::uint64_t kMostBytes = 1536 * 1024;
+
+    virtual std::uint64_t batch() const = 0;  // how many small events are best committed together
     virtual std::unique_ptr<EventBatch> NewBatch() = 0;
     virtual void Prepare(EventBatch&) {}  // before it is sent, in the order of sending
     virtual Conveyor& conveyor() = 0;

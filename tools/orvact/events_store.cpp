@@ -61,7 +61,7 @@ void StoreAll(ActionReader& reader, EventStore& store, Stored& stored)
         }
         // What waits for more keeps nothing back and locks nobody out.
         const bool pauses = reader.MayWait();
-        if (pauses || store.uncommitted() >= store.batch()) commit(pauses);
+        if (pauses || store.IsFull()) commit(pauses);
         progress.Show(stored.taken, stored.committed);
     }
     commit(true);

@@ -14,7 +14,7 @@ namespace Postgres {
 
 namespace {
 
-constexpr std::uint64_t kBatch = 10'000;
+constexpr std::uint64_t kBatch = 15'000;
 constexpr std::int64_t kNumbers = 100'000;  // taken for a program that shares the name of its recorder
 constexpr std::size_t kSenders = 3;
 constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
