@@ -5,6 +5,15 @@
 
 #include "console.h"
 
+void EventBatch::Clear()
+{
+    constexpr std::size_t kMostKept = 16 * 1024 * 1024;  // bytes; a large event may have been in it
+    minutes.clear();
+    count = imageBytes = 0;
+    data_.clear();
+    if (data_.capacity() > kMostKept) data_.shrink_to_fit();
+}
+
 void Conveyor::Put(std::unique_ptr<EventBatch> batch)
 {
     std::unique_lock lock(mutex_);
@@ -36,6 +45,15 @@ std::uint64_t Conveyor::committed() const
 {
     const std::lock_guard lock(mutex_);
     return committed_;
+}
+
+std::unique_ptr<EventBatch> Conveyor::TakeStored()
+{
+    const std::lock_guard lock(mutex_);
+    if (stored_.empty()) return nullptr;
+    std::unique_ptr<EventBatch> batch = std::move(stored_.back());
+    stored_.pop_back();
+    return batch;
 }
 
 // Meanwhile it says what there is to be said.
@@ -110,15 +128,18 @@ void Conveyor::Run(const Work& work)
         changed_.wait(lock, [&] { return waiting_ || failure_ || ending_; });
         --idle_;
         if (failure_ || ending_) return;
-        const std::unique_ptr<EventBatch> batch = std::move(waiting_);
+        std::unique_ptr<EventBatch> batch = std::move(waiting_);
         const std::uint64_t number = given_ - 1;
         changed_.notify_all();
         lock.unlock();
         stored = false;
         const std::exception_ptr fault = Fault(work, *batch, number, stored);
+        const std::uint64_t count = batch->count;
+        batch->Clear();
         lock.lock();
         finished_ += stored;
-        committed_ += stored ? batch->count : 0;
+        committed_ += stored ? count : 0;
+        stored_.push_back(std::move(batch));
         if (fault) failure_ = fault;
         changed_.notify_all();
     }

@@ -25,10 +25,15 @@ public:
     EventBatch& operator=(const EventBatch&) = delete;
 
     virtual void Add(const NewEvent& event) = 0;
+    // For other events, in the memory that it has.
+    virtual void Clear();
 
     EventCounts minutes;
     std::uint64_t count = 0;
     std::uint64_t imageBytes = 0;
+
+protected:
+    std::string data_;
 };
 
 class Conveyor {
@@ -64,6 +69,8 @@ public:
     // Leaves out what is not committed yet.
     void Stop() noexcept;
     std::uint64_t committed() const;  // events
+    // One that was stored and is to be filled again; empty when there is none.
+    std::unique_ptr<EventBatch> TakeStored();
 
 private:
     struct GivenUp {};
@@ -81,6 +88,7 @@ private:
     std::condition_variable changed_;
     std::vector<std::thread> threads_;
     std::unique_ptr<EventBatch> waiting_;
+    std::vector<std::unique_ptr<EventBatch>> stored_;
     std::vector<std::string> messages_;
     std::size_t idle_ = 0;
     std::uint64_t given_ = 0;     // batches

@@ -19,6 +19,7 @@ void EventStore::Store(const Action& action)
     } catch (const orv::Error& error) {
         throw DatabaseError(std::string("the action gives no record: ") + error.what());
     }
+    if (!batch_) batch_ = conveyor().TakeStored();
     if (!batch_) batch_ = NewBatch();
     // Reading the clock takes longer than it goes on between a few events; whoever waits for more commits first.
     constexpr std::uint64_t kSameTime = 16;

@@ -10,8 +10,6 @@ namespace Postgres {
 
 namespace {
 
-constexpr std::size_t kPiece = 1 << 18;  // bytes of a copy that are handed over at once
-
 // Waits longer from time to time; false when the user wants no more of it.
 class Patience {
 public:
@@ -73,8 +71,7 @@ void Sender::CopyAll(const CopiedRows& batch)
     month_ = month;
     link_->BeginCopy("begin; select pg_advisory_xact_lock(" + LockOf(batch) + "); copy Events (" + CopiedColumns() +
                      ") from stdin (format binary)");
-    std::string_view data = batch.data();
-    for (; !data.empty(); data.remove_prefix(std::min(data.size(), kPiece))) link_->PutCopy(data.substr(0, kPiece));
+    batch.Send([this](std::string_view piece) { link_->PutCopy(piece); });
     link_->EndCopy();
 }
 

@@ -206,7 +206,6 @@ private:
         return place + size;
     }
 
-    std::string data_;
     std::int64_t stored_ = 0;  // the time of the last event, as a number and a text
     std::string text_;
 };
