@@ -47,6 +47,8 @@ struct SqlDialect {
     std::string (*day)(const std::string& time);
     std::string (*shownHour)(const std::string& key);
     std::string (*shownDay)(const std::string& key);
+    // The rows of Events for which `where` holds, which is the SQL of the filter: what follows "from".
+    std::string (*rows)(const EventFilter& filter, const std::string& where);
 };
 
 // The conditions joined by "and", "true" for none; their values in the order of their marks are appended.

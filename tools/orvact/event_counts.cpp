@@ -151,8 +151,8 @@ std::string CountSql(const EventFilter& filter, EventGrouping grouping, const Sq
 {
     std::string groups = TimeQuestion(filter, grouping, dialect, counted, values).Sql();
     if (groups.empty()) {
-        groups = "select " + Key(grouping, dialect, "Stored") + " as k, count(*) as n from Events where " +
-                 SqlOf(filter, dialect, values) + " group by 1";
+        groups = "select " + Key(grouping, dialect, "Stored") + " as k, count(*) as n from " +
+                 dialect.rows(filter, SqlOf(filter, dialect, values)) + " group by 1";
     }
     return "select " + Shown(grouping, dialect) + ", n from (" + groups + ") as counted";
 }

@@ -1,6 +1,9 @@
 #include "event_query.h"
 
+#include <algorithm>
+
 #include "console.h"
+#include "event_blocks.h"
 #include "event_filter.h"
 #include "event_necessary.h"
 #include "report.h"
@@ -32,17 +35,26 @@ EventQuery::EventQuery(const EventsListOptions& options)
     sound_ = true;
 }
 
-// The id of the oldest of the newest so many that fit: those before it are passed over.
-std::int64_t EventQuery::FirstOfNewest(EventStore& store) const
+// The id of the oldest of the newest so many that fit: those before it are passed over. What comes often is found among
+// the last few events; only what is not is looked for in all of them.
+std::int64_t EventQuery::FirstOfNewest(EventStore& store, std::int64_t last) const
 {
     std::int64_t first = 0;
     std::size_t found = 0;
-    store.Select(filter_, EventStore::Order::NewestFirst, [&](const StoredEvent& event) {
-        // Without a pattern the rows decide, and nothing has to be restored.
-        if (rules_.Size() > 0 && !Fits(Restored(event))) return true;
-        first = event.id;
-        return ++found < limit_;
-    });
+    const auto walk = [&](Ids ids) {
+        EventFilter filter = filter_;
+        filter.Add("Id", EventCondition::Asks::AtLeast, {ids.first});
+        filter.Add("Id", EventCondition::Asks::AtMost, {ids.last});
+        store.Select(filter, EventStore::Order::NewestFirst, [&](const StoredEvent& event) {
+            // Without a pattern the rows decide, and nothing has to be restored.
+            if (rules_.Size() > 0 && !Fits(Restored(event))) return true;
+            first = event.id;
+            return ++found < limit_;
+        });
+    };
+    const std::int64_t old = std::max<std::int64_t>(last - kFewIds, 0);
+    walk({old + 1, last});
+    if (found < limit_ && old > 0) walk({0, old});
     return first;
 }
 
@@ -56,10 +68,14 @@ bool EventQuery::Offer(const StoredEvent& event, const Take& take) const
 
 void EventQuery::Run(EventStore& store, const Take& take)
 {
-    Progress progress(static_cast<std::uint64_t>(store.LastId()), "event");
+    const std::int64_t last = store.LastId();
+    Progress progress(static_cast<std::uint64_t>(last), "event");
     std::uint64_t found = 0;
     EventFilter filter = filter_;
-    if (limit_ > 0) filter.Add("Id", EventCondition::Asks::AtLeast, {FirstOfNewest(store)});
+    if (limit_ > 0) {
+        filter.Add("Id", EventCondition::Asks::AtLeast, {FirstOfNewest(store, last)});
+        filter.Add("Id", EventCondition::Asks::AtMost, {last});
+    }
     store.Select(filter, EventStore::Order::OldestFirst, [&](const StoredEvent& event) {
         if (ShowsPassing()) progress.Show(static_cast<std::uint64_t>(event.id), found);
         found += Offer(event, take) ? 1 : 0;

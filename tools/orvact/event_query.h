@@ -28,7 +28,7 @@ public:
 
 private:
     bool Fits(const Action& action) const { return rules_.Size() == 0 || !rules_.Match(action).empty(); }
-    std::int64_t FirstOfNewest(EventStore& store) const;
+    std::int64_t FirstOfNewest(EventStore& store, std::int64_t last) const;
     bool Offer(const StoredEvent& event, const Take& take) const;
 
     EventFilter filter_;

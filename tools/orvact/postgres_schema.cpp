@@ -114,9 +114,20 @@ void MakeMinutes(Connection& connection)
         "loop execute 'grant select on EventMinutes to ' || reader; end loop; end $$");
 }
 
+void MakeBlocks(Connection& connection)
+{
+    for (const EventColumn& column : kEventColumns) {
+        if (!IsAskedFor(column)) continue;
+        const std::string name = column.name;
+        const std::string key = column.sort == ColumnSort::String ? "(" + Folded(name) + ")" : name + ", Code";
+        connection.Script("drop index EventsBy" + name + "; create index EventsBy" + name + " on Events ((" + kBlock +
+                          "), " + key + ") where " + name + " is not null");
+    }
+}
+
 // Each step turns a version into the next one.
 using Step = void (*)(Connection&);
-constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters, MakeHours, MakeBatches, MakeMinutes};
+constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters, MakeHours, MakeBatches, MakeMinutes, MakeBlocks};
 constexpr std::int64_t kVersion = std::size(kSteps);
 static_assert(kVersion == kCurrentVersion);
 

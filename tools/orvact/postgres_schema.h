@@ -14,10 +14,15 @@ namespace Postgres {
 void MakeSchema(Connection& connection);
 // The version of the tables. Throws when they are missing or of a version that this tool does not read.
 std::int64_t CheckSchema(Connection& connection);
-constexpr std::int64_t kCurrentVersion = 6;
+constexpr std::int64_t kCurrentVersion = 7;
 constexpr std::int64_t kFirstWithHours = 4;
 constexpr std::int64_t kFirstWithBatches = 5;
 constexpr std::int64_t kFirstWithMinutes = 6;
+
+// The number of the block of an event, with which the trees of channels and texts begin. A question looks at each block
+// in each partition, so they are bigger than those of a file.
+constexpr const char* kBlock = "Id >> 20";
+constexpr int kBlockBits = 20;
 
 // Makes the partitions of the month of that time and of the next one, as far as they are missing.
 void MakePartitions(Connection& connection, std::int64_t milliseconds);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "event_blocks.h"
 #include "postgres_rows.h"
 #include "postgres_schema.h"
 #include "postgres_sender.h"
@@ -19,6 +20,29 @@ constexpr std::int64_t kNumbers = 100'000;  // taken for a program that shares t
 constexpr std::size_t kSenders = 3;
 constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
 
+// The rows of one block after the other, of those that hold events: ids may leave gaps of any size. With an order in
+// `condition` they come in that of their ids, as the one loop is run inside the other.
+std::string RowsInBlocks(Ids ids, bool newestFirst, const std::string& condition)
+{
+    const std::string bits = std::to_string(kBlockBits);
+    const std::string edge = std::string("select ") + (newestFirst ? "max" : "min") + "(Id) >> " + bits +
+                             " from Events where Id between " + std::to_string(ids.first) + " and " +
+                             std::to_string(ids.last);
+    const std::string begin = "(Block << " + bits + ")";
+    // By the last id of the block: there is none behind it in the last block of all.
+    const std::string beyond = newestFirst ? " and Id < " + begin
+                                           : " and Id > " + begin + " + " + std::to_string((1 << kBlockBits) - 1);
+    return "(with recursive Blocks (Block) as (" + edge + " union all select (" + edge + beyond +
+           ") from Blocks where Block is not null) select Found.* from Blocks, lateral (select * from Events where " +
+           kBlock + " = Block and " + condition + ") as Found) as Events";
+}
+
+std::string Rows(const EventFilter& filter, const std::string& condition, bool newestFirst = false)
+{
+    const Ids ids = IdsOf(filter);
+    return AsksForBlocks(filter, ids) ? RowsInBlocks(ids, newestFirst, condition) : "Events where " + condition;
+}
+
 constexpr SqlDialect kDialect = {
     [](std::size_t number) { return "$" + std::to_string(number); },
     [](const std::string& column, const std::string& mark) {
@@ -29,6 +53,7 @@ constexpr SqlDialect kDialect = {
     [](const std::string& time) { return "date_trunc('day', " + time + ", 'UTC')"; },
     [](const std::string& key) { return "to_char(" + key + " at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24\":00Z\"')"; },
     [](const std::string& key) { return "to_char(" + key + " at time zone 'UTC', 'YYYY-MM-DD')"; },
+    [](const EventFilter& filter, const std::string& where) { return Rows(filter, where); },
 };
 
 std::string HostName()
@@ -73,8 +98,11 @@ public:
     {
         BeginMoment();
         std::vector<EventValue> values;
-        const std::string where = SqlOf(filter, kDialect, values);
-        Walk(where, values, order == Order::OldestFirst ? "Id" : NewestFirst(filter), take);
+        const bool newestFirst = order == Order::NewestFirst;
+        const std::string condition =
+            SqlOf(filter, kDialect, values) + (newestFirst ? " order by Id desc" : " order by Id");
+        // The newest are asked for when a few of them will do.
+        Walk(Rows(filter, condition, newestFirst), values, newestFirst, take);
     }
 
     void SelectAdded(const EventFilter& filter, const Take& take) override
@@ -93,7 +121,7 @@ public:
             where += " and Id >= " + kDialect.mark(values.size());
             if (first == kNone) return EndMoment();
         }
-        Walk(where, values, "Id", take);
+        Walk("Events where " + where + " order by Id", values, false, take);
         EndMoment();
     }
 
@@ -162,28 +190,14 @@ private:
             {snapshot});
     }
 
-    // The trees of channels have the number in this coarse form, by which the newest come first out of them.
-    std::string NewestFirst(const EventFilter& filter) const
-    {
-        const bool ofChannel =
-            std::any_of(filter.conditions.begin(), filter.conditions.end(), [](const EventCondition& condition) {
-                return condition.asks == EventCondition::Asks::OneOf &&
-                       (condition.column == "Int32FieldA" || condition.column == "Int64FieldA");
-            });
-        return ofChannel && version_ >= kFirstWithBatches ? "Id >> 20 desc, Id desc" : "Id desc";
-    }
-
     // In pieces, so that any number of rows takes little memory.
-    void Walk(const std::string& where, const std::vector<EventValue>& values, const std::string& order,
-              const Take& take)
+    void Walk(const std::string& rows, const std::vector<EventValue>& values, bool few, const Take& take)
     {
-        // The newest are asked for when a few of them will do.
-        const bool few = order != "Id";
         connection_->Script(std::string("set local cursor_tuple_fraction = ") + (few ? "0.0001" : "1"));
         connection_->Run(
             "declare EventRows no scroll cursor for select " +
                 StoredEvent::ColumnList("to_char(Stored at time zone 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')") +
-                " from Events where " + where + " order by " + order,
+                " from " + rows,
             values);
         for (bool more = true; more;) more = TakePiece(take);
         connection_->Script("close EventRows");

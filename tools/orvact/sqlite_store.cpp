@@ -51,6 +51,7 @@ constexpr SqlDialect kDialect = {
     [](const std::string& time) { return "substr(" + time + ", 1, 10)"; },
     [](const std::string& key) { return key + " || ':00Z'"; },
     [](const std::string& key) { return key; },
+    [](const EventFilter&, const std::string& where) { return "Events where " + where; },
 };
 
 void MakeTable(Database& database)
@@ -65,9 +66,6 @@ void MakeTable(Database& database)
     database.Run(("pragma application_id = " + std::to_string(kApplication)).c_str());
 }
 
-// Cameras and plates come in any order. In one tree of all events a transaction would touch thousands of its pages, and
-// more of them the larger the file. Behind the number of a block of events, which their ids tell, it touches those of the
-// last block only; a question goes from block to block.
 constexpr const char* kBlock = "Id >> 17";
 constexpr int kBlockBits = 17;
 constexpr std::int64_t kBlockSize = std::int64_t{1} << kBlockBits;
@@ -210,40 +208,18 @@ private:
     std::string text_;
 };
 
-struct Ids {
-    std::int64_t first, last;
-};
-
 // One bound on each side in all: of two, the planner takes the second for a reason to leave a better index aside. Gives
 // the ids that the bounds leave.
-Ids BoundIds(EventFilter& filter, std::int64_t first, std::int64_t last)
+Ids BoundIds(EventFilter& filter, Ids ids)
 {
     using Asks = EventCondition::Asks;
-    std::erase_if(filter.conditions, [&](const EventCondition& condition) {
-        if (condition.column != "Id" || condition.asks == Asks::OneOf) return false;
-        const auto bound = std::get<std::int64_t>(condition.values.front());
-        if (condition.asks == Asks::AtLeast) first = std::max(first, bound);
-        if (condition.asks == Asks::AtMost) last = std::min(last, bound);
-        return true;
+    ids = IdsOf(filter, ids);
+    std::erase_if(filter.conditions, [](const EventCondition& condition) {
+        return condition.column == "Id" && condition.asks != Asks::OneOf;
     });
-    filter.Add("Id", Asks::AtLeast, {first});
-    filter.Add("Id", Asks::AtMost, {last});
-    return {first, last};
-}
-
-// Whether an index by blocks answers best.
-bool AsksForBlocks(const EventFilter& filter)
-{
-    using Asks = EventCondition::Asks;
-    bool asks = false;
-    for (const EventCondition& condition : filter.conditions) {
-        if (condition.column == "Id" && condition.asks == Asks::OneOf) return false;
-        if (condition.asks != Asks::OneOf && condition.asks != Asks::SameText) continue;
-        asks |= std::any_of(std::begin(kEventColumns), std::end(kEventColumns), [&](const EventColumn& column) {
-            return IsAskedFor(column) && condition.column == column.name;
-        });
-    }
-    return asks;
+    filter.Add("Id", Asks::AtLeast, {ids.first});
+    filter.Add("Id", Asks::AtMost, {ids.last});
+    return ids;
 }
 
 // The blocks that hold an event of those ids, one after the other. Ids may leave gaps of any size.
@@ -404,8 +380,8 @@ void SqliteStore::SelectAdded(const EventFilter& filter, const Take& take)
 
 void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take)
 {
-    const Ids ids = BoundIds(filter, after + 1, LastId());
-    Ask(filter, order, ids.first, ids.last, [&](const EventFilter& asked, std::vector<EventValue>& values) {
+    const Ids ids = BoundIds(filter, {after + 1, LastId()});
+    Ask(filter, order, ids, [&](const EventFilter& asked, std::vector<EventValue>& values) {
         return "select " + StoredEvent::ColumnList() + " from Events where " + SqlOf(asked, kDialect, values) +
                " order by Id" + (order == Order::NewestFirst ? " desc" : "");
     }, [&](const Statement& row) { return take(StoredEvent(Row(row))); });
@@ -413,7 +389,7 @@ void SqliteStore::SelectRange(EventFilter filter, std::int64_t after, Order orde
 
 void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const TakeGroup& take)
 {
-    Ask(filter, Order::OldestFirst, 0, LastId(), [&](const EventFilter& asked, std::vector<EventValue>& values) {
+    Ask(filter, Order::OldestFirst, {0, LastId()}, [&](const EventFilter& asked, std::vector<EventValue>& values) {
         const Counted counted = hasHours_ ? Counted::ByHour : Counted::Nowhere;
         return CountSql(asked, grouping, kDialect, counted, values);
     }, [&](const Statement& row) {
@@ -423,10 +399,9 @@ void SqliteStore::Count(const EventFilter& filter, EventGrouping grouping, const
 }
 
 // The rows of those ids, of all events at once or of one block after the other.
-void SqliteStore::Ask(EventFilter filter, Order order, std::int64_t first, std::int64_t last, const MakeSql& makeSql,
-                      const TakeRow& take)
+void SqliteStore::Ask(EventFilter filter, Order order, Ids ids, const MakeSql& makeSql, const TakeRow& take)
 {
-    const bool inBlocks = hasBlocks_ && AsksForBlocks(filter);
+    const bool inBlocks = hasBlocks_ && AsksForBlocks(filter, ids);
     if (inBlocks) {
         // The first, so that its value is the first.
         filter.conditions.insert(filter.conditions.begin(), {kBlock, EventCondition::Asks::OneOf, {std::int64_t{0}}});
@@ -438,7 +413,7 @@ void SqliteStore::Ask(EventFilter filter, Order order, std::int64_t first, std::
         TakeAll(rows, values, take);
         return;
     }
-    Blocks blocks(database_, order == Order::NewestFirst, {first, last});
+    Blocks blocks(database_, order == Order::NewestFirst, ids);
     for (bool more = true; more && blocks.Next();) {
         values.front() = blocks.number();
         more = TakeAll(rows, values, take);

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "event_blocks.h"
 #include "event_store.h"
 #include "sqlite.h"
 
@@ -27,8 +28,7 @@ private:
     void SelectRange(EventFilter filter, std::int64_t after, Order order, const Take& take);
     using MakeSql = std::function<std::string(const EventFilter& filter, std::vector<EventValue>& values)>;
     using TakeRow = std::function<bool(const Statement& row)>;  // false ends it
-    void Ask(EventFilter filter, Order order, std::int64_t first, std::int64_t last, const MakeSql& makeSql,
-             const TakeRow& take);
+    void Ask(EventFilter filter, Order order, Ids ids, const MakeSql& makeSql, const TakeRow& take);
 
     Database database_;
     std::optional<Statement> insert_;      // one row
