@@ -9,9 +9,10 @@ namespace Platform {
 // Stands for a C++ exception of another compiler, of which nothing else is known.
 struct ForeignException {};
 
-// Runs the work. False if it ended in a C++ exception of another compiler, which no catch clause of ours would see.
-// Exceptions of ours pass through. The work must own nothing that needs a destructor: its frames are abandoned.
-bool RunForeign(void (*work)(void* context), void* context);
+// Runs the work. Raises ForeignException if it ended in a C++ exception of another compiler, which no catch clause of
+// ours would see. Exceptions of ours pass through. The work must own nothing that needs a destructor: its frames are
+// abandoned.
+void RunForeign(void (*work)(void* context), void* context);
 
 // Calls the work, a callable that calls the function outside and owns nothing, and gives its result. Raises what the
 // function raises, or ForeignException.
@@ -21,7 +22,7 @@ std::invoke_result_t<Work&> CallForeign(Work work)
     static_assert(std::is_trivially_destructible_v<Work>);
     const auto run = [](auto& guarded) {
         const auto call = [](void* context) { (*static_cast<std::remove_reference_t<decltype(guarded)>*>(context))(); };
-        if (!RunForeign(call, &guarded)) throw ForeignException();
+        RunForeign(call, &guarded);
     };
     if constexpr (std::is_void_v<std::invoke_result_t<Work&>>) {
         run(work);

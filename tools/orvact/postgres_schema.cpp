@@ -127,7 +127,8 @@ void MakeBlocks(Connection& connection)
 
 // Each step turns a version into the next one.
 using Step = void (*)(Connection&);
-constexpr Step kSteps[] = {MakeTables, MakeColumnIndexes, AddParameters, MakeHours, MakeBatches, MakeMinutes, MakeBlocks};
+constexpr Step kSteps[] = {MakeTables,  MakeColumnIndexes, AddParameters, MakeHours,
+                           MakeBatches, MakeMinutes,       MakeBlocks};
 constexpr std::int64_t kVersion = std::size(kSteps);
 static_assert(kVersion == kCurrentVersion);
 

@@ -30,8 +30,8 @@ std::string RowsInBlocks(Ids ids, bool newestFirst, const std::string& condition
                              std::to_string(ids.last);
     const std::string begin = "(Block << " + bits + ")";
     // By the last id of the block: there is none behind it in the last block of all.
-    const std::string beyond = newestFirst ? " and Id < " + begin
-                                           : " and Id > " + begin + " + " + std::to_string((1 << kBlockBits) - 1);
+    const std::string beyond =
+        newestFirst ? " and Id < " + begin : " and Id > " + begin + " + " + std::to_string((1 << kBlockBits) - 1);
     return "(with recursive Blocks (Block) as (" + edge + " union all select (" + edge + beyond +
            ") from Blocks where Block is not null) select Found.* from Blocks, lateral (select * from Events where " +
            kBlock + " = Block and " + condition + ") as Found) as Events";

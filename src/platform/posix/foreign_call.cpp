@@ -3,10 +3,9 @@
 namespace Platform {
 
 // All compilers share one form of exceptions here.
-bool RunForeign(void (*work)(void* context), void* context)
+void RunForeign(void (*work)(void* context), void* context)
 {
     work(context);
-    return true;
 }
 
 }  // namespace Platform

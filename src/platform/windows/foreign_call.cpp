@@ -15,12 +15,12 @@ extern "C" [[gnu::used]] long OrvIsForeignException(EXCEPTION_POINTERS* raised, 
                                                                          : EXCEPTION_CONTINUE_SEARCH;
 }
 
-namespace Platform {
+namespace {
 
-// This compiler lacks __try, but the assembler takes what one compiles to: a table of the guarded instructions, the
-// filter that is asked, and the place to go on. The code between the labels may be left at any point, so nothing that
-// is needed after them may live in a register.
-[[gnu::noinline, gnu::noclone]] bool RunForeign(void (*work)(void* context), void* context)
+// False if the work ended in such an exception. This compiler lacks __try, but the assembler takes what one compiles
+// to: a table of the guarded instructions, the filter that is asked, and the place to go on. The code between the labels
+// may be left at any point, so nothing that is needed after them may live in a register.
+[[gnu::noinline, gnu::noclone]] bool Ends(void (*work)(void* context), void* context)
 {
     volatile bool done = false;
     asm volatile(
@@ -35,6 +35,15 @@ namespace Platform {
     done = true;
     asm volatile("nop\norv_foreign_end:" ::: "memory");
     return done;
+}
+
+}  // namespace
+
+namespace Platform {
+
+void RunForeign(void (*work)(void* context), void* context)
+{
+    if (!Ends(work, context)) throw ForeignException();
 }
 
 }  // namespace Platform
