@@ -270,17 +270,16 @@ const std::byte* TOrvBinaryReader::Fail()
     return nullptr;
 }
 
-bool TOrvBinaryReader::ReadText(View& text)
+void TOrvBinaryReader::ReadText(View& text)
 {
     std::uint32_t count = 0;
-    if (!ReadField(count)) return false;
+    if (!ReadField(count)) return;
     if (count == 0) {
         text = {};
-        return true;
+        return;
     }
     const std::byte* units = Take(std::int64_t{count} * static_cast<std::int64_t>(sizeof(char16_t)));
     if (units) text = {reinterpret_cast<const char16_t*>(units), count - 1};
-    return units != nullptr;
 }
 
 std::uint32_t TOrvBinaryReader::Consumed() const

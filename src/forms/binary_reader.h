@@ -36,8 +36,9 @@ public:
         if (field) std::memcpy(&value, field, sizeof value);
         return field != nullptr;
     }
-    // The text refers to the buffer. What stands in place of its terminator is not looked at.
-    bool ReadText(std::u16string_view& text);
+    // The text refers to the buffer; one that the buffer cuts leaves it as it was. What stands in place of its terminator
+    // is not looked at.
+    void ReadText(std::u16string_view& text);
 
     bool Failed() const { return error_ != 0; }
     // The bytes read, or the error of a reader that failed.

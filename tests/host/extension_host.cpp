@@ -99,6 +99,8 @@ void Show(const char* text)
     if (!action) return;
     const std::string technical = TextOf(action, false);
     const std::uint32_t code = OrvInterfaceOf(action)->GetActionCode();
+    const std::string name = technical.substr(0, technical.find(" ("));
+    Check(OrvAct_GetActionCodeByNameA(name.c_str()) == code, "code by name");
     std::printf("text: %s\nplain: %s\n", technical.c_str(), TextOf(action, true).c_str());
     ShowParameters(code);
     ShowJson(action);

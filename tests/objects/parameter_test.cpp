@@ -108,6 +108,11 @@ TEST(Parameter, DatesAreReadFromTextOnlyWhenTheyAreDates)
     EXPECT_FALSE(text.Retype(ORV_KIND_DateTime, 0));
     EXPECT_EQ(text.Kind(), static_cast<std::uint32_t>(ORV_KIND_String));
     EXPECT_EQ(date.value, 42u);
+    bool truth = true;
+    TOrvParameter never;
+    never.SetDateTime({0});
+    EXPECT_TRUE(never.ReadBoolean(truth));
+    EXPECT_FALSE(truth);
     text.SetString(u"2026/11/15 03:10:43,123 GMT+01:00");
     EXPECT_TRUE(text.ReadDateTime(date));
     EXPECT_EQ(date.value, kDate.value);
@@ -227,7 +232,8 @@ TEST(Parameter, ACopyIsIndependent)
     EXPECT_EQ(copied.items[0].field4, 5);
     // Items stay while their text cannot be read; a copy has them as well.
     copy.SetResultDataText(u"no item");
-    TOrvParameter later = copy;
+    TOrvParameter later;
+    later = copy;
     TOrvResultDataList kept{};
     ASSERT_TRUE(later.ReadResultDataSet(kept));
     ASSERT_EQ(kept.count, 1u);
@@ -244,6 +250,7 @@ TEST(Parameter, DoublesOutsideTheRangeOfAnIntegerStopAtItsLimits)
         {1e300, INT32_MAX, INT64_MAX},
         {-1e300, INT32_MIN, INT64_MIN},
         {3e9, INT32_MAX, 3000000000},
+        {9223372036854775808.0, INT32_MAX, INT64_MAX},
         {std::numeric_limits<double>::quiet_NaN(), 0, 0},
     };
     for (const auto& row : rows) {

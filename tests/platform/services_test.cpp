@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/file.h"
 #include "platform/living_count.h"
 #include "platform/system_error.h"
 #include "platform/system_string.h"
@@ -54,7 +55,10 @@ TEST(ThreadSlot, IsPerThreadAndReportsTheEnd)
         EXPECT_EQ(slot.Get(), nullptr);
     }).join();
     EXPECT_EQ(endedBlocks, 1);
+    Platform::ThreadSlot other(CountEnd);
+    ASSERT_TRUE(other.Set(&theirs));
     EXPECT_EQ(slot.Get(), &mine);
+    other.Free();
     slot.Free();
     EXPECT_EQ(slot.Get(), nullptr);
     EXPECT_FALSE(slot.Set(&mine));
@@ -88,6 +92,13 @@ TEST(LivingCount, IsExactOverThreadsThatComeAndGo)
     run(Platform::LivingCount::ObjectEnded);
     EXPECT_EQ(Platform::LivingCount::Read(), before);
     slot.Free();
+}
+
+TEST(Files, AFolderIsNone)
+{
+    Platform::File file;
+    EXPECT_FALSE(file.Open(testing::TempDir(), Platform::File::Use::Read));
+    EXPECT_FALSE(file.IsOpen());
 }
 
 TEST(SystemErrors, HaveTextsWithoutLineBreaks)

@@ -232,7 +232,9 @@ TEST_F(Whole, ThroughTheReaders)
         return action ? Describe(*action) : "none";
     };
     for (const bool narrow : {false, true}) {
+        TakeCalls();
         const TextReadResult read = ReadActionText(u"CameraOn (5) tail", ORV_EXPECT_ANY, narrow);
+        EXPECT_EQ(TakeCalls(), "text 1 0; close 0 0; ");
         EXPECT_EQ(described(read.object), "3 CameraOn; Camera chan 0 5 ''");
         EXPECT_EQ(read.consumed, 20u);  // of the rewritten text
         const TextReadResult refused = ReadActionText(u"Refuse (5) tail", ORV_EXPECT_ANY, narrow);

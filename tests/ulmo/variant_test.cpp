@@ -338,6 +338,7 @@ TEST(Variant, Streams)
         {"", std::string("\0\0\0\0\0", 5), "", std::string("\0", 1)},
         {std::u16string(u"ab"), std::string("\4\0\0\0a\0b\0\0\0", 10), "a", std::string("\0\0", 2)},
         {Bytes("abc"), std::string("\3\0\0\0abc", 7), "binarydata 3 YWJj", ""},
+        {Bytes("a"), std::string("\1\0\0\0a", 5), "binarydata 1 YQ==", ""},
         {BinaryData(), std::string("\0\0\0\0", 4), "binarydata 0 ", ""},
         {VariantReferencePointer(raw), address, "<refptr/>", ""},
     };
