@@ -157,6 +157,7 @@ TEST_F(ExtensionReading, ClassesOfActions)
         return actionClass ? static_cast<int>(actionClass->Code) : -1;
     };
     EXPECT_EQ(codeOf("class='Video'"), 1);
+    EXPECT_EQ(remarks_, "");
     EXPECT_EQ(codeOf("class='1'"), 1);
     EXPECT_EQ(remarks_, "");
     EXPECT_EQ(codeOf("class='vIdeo '"), 0);
