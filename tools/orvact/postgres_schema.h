@@ -18,6 +18,7 @@ constexpr std::int64_t kCurrentVersion = 7;
 constexpr std::int64_t kFirstWithHours = 4;
 constexpr std::int64_t kFirstWithBatches = 5;
 constexpr std::int64_t kFirstWithMinutes = 6;
+constexpr std::int64_t kFirstWithBlocks = 7;
 
 // The number of the block of an event, with which the trees of channels and texts begin. A question looks at each block
 // in each partition, so they are bigger than those of a file.

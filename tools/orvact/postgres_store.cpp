@@ -37,10 +37,15 @@ std::string RowsInBlocks(Ids ids, bool newestFirst, const std::string& condition
            kBlock + " = Block and " + condition + ") as Found) as Events";
 }
 
+std::string WholeRows(const EventFilter&, const std::string& condition)
+{
+    return "Events where " + condition;
+}
+
 std::string Rows(const EventFilter& filter, const std::string& condition, bool newestFirst = false)
 {
     const Ids ids = IdsOf(filter);
-    return AsksForBlocks(filter, ids) ? RowsInBlocks(ids, newestFirst, condition) : "Events where " + condition;
+    return AsksForBlocks(filter, ids) ? RowsInBlocks(ids, newestFirst, condition) : WholeRows(filter, condition);
 }
 
 constexpr SqlDialect kDialect = {
@@ -101,8 +106,9 @@ public:
         const bool newestFirst = order == Order::NewestFirst;
         const std::string condition =
             SqlOf(filter, kDialect, values) + (newestFirst ? " order by Id desc" : " order by Id");
+        const std::string rows = hasBlocks() ? Rows(filter, condition, newestFirst) : WholeRows(filter, condition);
         // The newest are asked for when a few of them will do.
-        Walk(Rows(filter, condition, newestFirst), values, newestFirst, take);
+        Walk(rows, values, newestFirst, take);
     }
 
     void SelectAdded(const EventFilter& filter, const Take& take) override
@@ -121,7 +127,7 @@ public:
             where += " and Id >= " + kDialect.mark(values.size());
             if (first == kNone) return EndMoment();
         }
-        Walk("Events where " + where + " order by Id", values, false, take);
+        Walk(WholeRows(filter, where + " order by Id"), values, false, take);
         EndMoment();
     }
 
@@ -129,7 +135,9 @@ public:
     {
         BeginMoment();
         std::vector<EventValue> values;
-        const std::string sql = CountSql(filter, grouping, kDialect, counted(), values);
+        SqlDialect dialect = kDialect;
+        if (!hasBlocks()) dialect.rows = WholeRows;
+        const std::string sql = CountSql(filter, grouping, dialect, counted(), values);
         const Result groups = connection_->Run(sql, values);
         for (int row = 0; row < groups.rows(); ++row) {
             take(std::string(groups.Bytes(row, 0)), static_cast<std::uint64_t>(groups.Integer(row, 1)));
@@ -154,6 +162,8 @@ public:
 
 private:
     // ---- reading
+
+    bool hasBlocks() const { return version_ >= kFirstWithBlocks; }
 
     Counted counted() const
     {
