@@ -69,7 +69,7 @@ void Sender::CopyAll(const CopiedRows& batch)
     const std::chrono::year_month month = MonthOf(batch.stored());
     if (month != month_) MakePartitions(*link_, batch.stored());
     month_ = month;
-    link_->BeginCopy("begin; select pg_advisory_xact_lock(" + LockOf(batch) + "); copy Events (" + CopiedColumns() +
+    link_->BeginCopy("begin; select pg_advisory_xact_lock(" + LockOf(batch) + "); copy Events (" + batch.Columns() +
                      ") from stdin (format binary)");
     batch.Send([this](std::string_view piece) { link_->PutCopy(piece); });
     link_->EndCopy();
