@@ -195,8 +195,8 @@ void CopiedRows::Send(const Put& put) const
 {
     Pieces pieces(put);
     pieces.Add({"PGCOPY\n\377\r\n\0\0\0\0\0\0\0\0\0", 11 + 8});  // no flags, no extension
-    std::string count;
-    Fields(count).Raw(static_cast<std::uint16_t>(kAlwaysFilled + std::popcount(filled_)));
+    std::string fieldCount;
+    Fields(fieldCount).Raw(static_cast<std::uint16_t>(kAlwaysFilled + std::popcount(filled_)));
     for (const Place& row : rows_) {
         std::string_view rest = std::string_view(data_).substr(row.begin, row.size);
         const auto add = [&](std::size_t size) {
@@ -204,7 +204,7 @@ void CopiedRows::Send(const Put& put) const
             rest.remove_prefix(size);
         };
         const auto addField = [&] { add(sizeof(std::uint32_t) + SizeOf(rest)); };
-        pieces.Add(count);
+        pieces.Add(fieldCount);
         add(kNumbersSize);
         for (std::size_t i = 0; i < kColumnCount; ++i) {
             if (row.filled & 1u << i) {
