@@ -56,7 +56,7 @@ test-bindings:
 	@$(ctest) --test-dir build/native -C bindings -R '^(bindings|conformance)_'
 
 ## reliability      everything that the library promises under fire, and a sheet of it, build/reliability.md; QUICK=1
-##                  takes ten minutes once things are built, DATE= is what the sheet shows
+##                  takes twenty to forty minutes on two processors, DATE= is what the sheet shows
 reliability:
 	@scripts/install-packages base
 	@scripts/reliability $(if $(QUICK),--quick) $(if $(DATE),--date "$(DATE)")

@@ -228,12 +228,15 @@ TEST(TypedAccessors, ParametersByNameAtTheEdges)
     EXPECT_TRUE(Talvec_Action_GetParameterByName(handle.get(), W(u"Int"), &record));
     EXPECT_EQ(Text(record.text), u"two");
     EXPECT_EQ(record.payload.int32, 5);
+    handle->SetBoolean(W(u"Truth"), 1);
+    EXPECT_TRUE(Talvec_Action_GetParameterByName(handle.get(), W(u"Truth"), &record));
+    EXPECT_EQ(record.payload.boolean, 1);
     SysFreeString(record.text);
 
     record = {};
     record.kind = ORV_KIND_String;  // with a null text
     EXPECT_TRUE(TalvecMatchAct_SetParameterByName(handle.get(), nullptr, &record));
-    EXPECT_EQ(handle->GetParameterCount(), 3u);
+    EXPECT_EQ(handle->GetParameterCount(), 4u);
     record.text = SysAllocStringLen(W(u"a\0b"), 3);  // a zero unit inside belongs to the text
     EXPECT_TRUE(Talvec_Action_SetParameterByName(handle.get(), W(u"String"), &record));
     EXPECT_TRUE(Talvec_Action_GetParameterByName(handle.get(), W(u"String"), &record));

@@ -113,6 +113,7 @@ class Loading(Folder):
         self.write("plcdeep.xml", "<PLC>" + "<a>" * 300_000)
         self.write("plctags.xml", "<" * 2_000_000)
         self.write("plcentities.xml", "<PLC><actions>" + "&#1" * 500_000)
+        os.truncate(self.write("plclarge.xml", extension(10007)), 16 * 1024 * 1024 + 1)
         (self.folder / "plcfolder.xml").mkdir()
         if not RUNNER:
             os.mkfifo(self.folder / "plcpipe.xml")
@@ -123,11 +124,11 @@ class Loading(Folder):
         if RUNNER:
             return
         lines = set(self.err.splitlines())
-        for name in ("plcnone", "plcbom", "plcopen", "plcbytes", "plcdeep", "plctags", "plcentities"):
+        for name in ("plcnone", "plcbom", "plcopen", "plcbytes", "plcdeep", "plctags", "plcentities", "plclarge"):
             path = self.folder / (name + ".xml")
             self.assertLessEqual({f"++++: {path}", f'OrvPLC::LoadXMLExtension("{path}") failed!'}, lines)
         self.assertIn(f"++++: {self.folder / 'plcroot.xml'}", lines)
-        self.assertEqual(len([line for line in lines if "failed!" in line]), 7, self.err)
+        self.assertEqual(len([line for line in lines if "failed!" in line]), 8, self.err)
         self.assertFalse([line for line in lines if "plcpipe" in line or "plcfolder" in line])
 
     def test_unusual_actions_in_every_form(self):

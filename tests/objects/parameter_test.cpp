@@ -113,6 +113,11 @@ TEST(Parameter, DatesAreReadFromTextOnlyWhenTheyAreDates)
     never.SetDateTime({0});
     EXPECT_TRUE(never.ReadBoolean(truth));
     EXPECT_FALSE(truth);
+    std::int64_t number = 1;
+    double real = 1;
+    EXPECT_TRUE(never.ReadInt64(number) && never.ReadDouble(real));
+    EXPECT_EQ(number, 0);
+    EXPECT_EQ(real, 0);
     text.SetString(u"2026/11/15 03:10:43,123 GMT+01:00");
     EXPECT_TRUE(text.ReadDateTime(date));
     EXPECT_EQ(date.value, kDate.value);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/file.h"
+#include "platform/host_files.h"
 #include "platform/living_count.h"
 #include "platform/system_error.h"
 #include "platform/system_string.h"
@@ -111,6 +112,12 @@ TEST(SystemErrors, HaveTextsWithoutLineBreaks)
         EXPECT_EQ(text.find_first_of(u"\r\n"), std::u16string::npos) << code;
     }
     EXPECT_EQ(Platform::SystemErrorText(0xDEADBEEF), u"");
+}
+
+TEST(HostFiles, AFolderThatIsNotThereIsRefused)
+{
+    std::vector<std::filesystem::path> found;
+    EXPECT_FALSE(Platform::FindFiles("no such folder", "plc", ".xml", found));
 }
 
 }  // namespace

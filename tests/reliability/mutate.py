@@ -126,8 +126,10 @@ class Bench:
         if not self.call([unit, *brief, f"--gtest_filter=-{SLOW}"]):
             return True
         sibling = str(self.link("sibling/orv_sibling_tests", replaced, by))
+        tables = [str(ROOT / "bindings/conformance/cases.txt"),
+                  str(self.tree / "generated/bindings/conformance/catalogue.txt")]
         rest = [[sibling, *brief, f"--gtest_filter={suite}.*"] for suite in ("Loading", "GivingUp", "Lacking", "Whole")]
-        rest += [["bin/orv_interface_tests", *brief, "--gtest_filter=RuleSet.*"],
+        rest += [["bin/conformance_c", *tables], ["bin/orv_interface_tests", *brief, "--gtest_filter=RuleSet.*"],
                  ["bin/plain_host", self.environment["ORV_LIBRARY"]], [unit, *brief, f"--gtest_filter={SLOW}"],
                  *([sys.executable, str(ROOT / script)] for script in SCRIPTS)]
         return not all(self.call(command) for command in rest)

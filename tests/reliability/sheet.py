@@ -187,8 +187,8 @@ class Runner:
     def mutation(self, part: Part) -> bool:
         if self.mode == GATE:
             raise NotRun("a run of the tests for every change")
-        tree = build("native", "orv_unit_tests", "orv_interface_tests", "orv_sibling_tests", "plain_host",
-                     "crashing_host", "extension_host", "orvact")
+        tree = build("native", "orv_unit_tests", "orv_interface_tests", "orv_sibling_tests", "conformance_c",
+                     "plain_host", "crashing_host", "extension_host", "orvact")
         return self.run(part, sys.executable, "-B", HERE / "mutate.py", tree, "--count",
                         self.pick(0, 10, 500), "--seed", time.strftime("%j") if self.mode == LONG else 1)
 

@@ -32,12 +32,12 @@ TEST(Format, FillsInArguments)
         {u"[{0,5}]", u"[   ab]"},
         {u"[{0,-5}]", u"[ab   ]"},
         {u"[{0,1}]", u"[ab]"},
-        {u"[{0,600}]", u"[ab]"},
+        {u"[{2,600}]", u"[]"},
         {u"[{0,513}]", u"[ab]"},
         {u"[{0,99999999999999999999}]", u"[ab]"},
         {u"{0,512}", std::u16string(510, u' ') + u"ab"},
     };
-    for (const Case& test : cases) EXPECT_EQ(Formatted(test.format, {u"ab", u"x"}), test.result);
+    for (const Case& test : cases) EXPECT_EQ(Formatted(test.format, {u"ab", u"x", u""}), test.result);
 }
 
 TEST(Format, NamesTheFaultAndItsPosition)

@@ -205,7 +205,8 @@ TEST(Variant, BinaryDataFromText)
     }
     EXPECT_EQ(Variant("binarydata 0 ").As<BinaryData>().Held(), nullptr);
     EXPECT_THROW(Variant("binarydata -1 YWJj").As<BinaryData>(), OutOfMemoryException);
-    EXPECT_EQ(Variant("binarydata 70000").As<BinaryData>().Size(), 70000U);
+    EXPECT_EQ(Variant("binarydata 1048579 YWJj").As<BinaryData>().Size(), 1048579U);
+    EXPECT_THROW(Variant("binarydata 1048580 YWJj").As<BinaryData>(), OutOfMemoryException);
 }
 
 TEST(Variant, CopiesShareOnlyWhatIsCounted)

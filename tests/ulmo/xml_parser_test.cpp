@@ -44,7 +44,7 @@ TEST(XmlParser, Trees)
         {"<a_:.-1 B='' b=''/>", "a_:.-1[B=][b=]"},
         {"<a&#98;c></abc>", "abc"},
         {"<a><b/><b>2</b></a>", "a(b;b{2};)"},
-        {"<?xml version='1.0'?><!DOCTYPE a><!-- c --><a><!---->x<!--c--></a>", "a"},
+        {"<?xml version='1.0'?><!DOCTYPE a<><!-- c --><a><!---->x<!--c--></a>", "a"},
         {"<!-- only -->", "nothing"},
         {"<a/><b/><", "a"},
         // A second root shows by its end tag only.
@@ -183,6 +183,8 @@ TEST(XmlText, Escapes)
         {"", ""},
         {"a<&>'\"b", "a&lt;&amp;&gt;&apos;&quot;b"},
         {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x8E", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x8E"},
+        {"\xE0\xA0\x80\xED\x9F\xBF\xF4\x8F\xBF\xBF", "\xE0\xA0\x80\xED\x9F\xBF\xF4\x8F\xBF\xBF"},
+        {"\xE0\x9F\xBF\xF0\x8F\xBF\xBF", "&#224;&#159;&#191;&#240;&#143;&#191;&#191;"},
         {"\xC3x\xE2\x82", "&#195;x&#226;&#130;"},
         {"\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80", "&#192;&#128;&#237;&#160;&#128;&#244;&#144;&#128;&#128;"},
     };

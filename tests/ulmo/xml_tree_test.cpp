@@ -55,7 +55,7 @@ TEST(XmlNode, PathsMakeWhatIsAbsent)
     root->AddChild(NewNode("a/d"));
     root->AddChild(NewNode("e"));
     root->FindChild("a")->InsertAfter(NewNode("f"));
-    root->FindChild("a")->InsertAfter(NewNode("g/h/i"));
+    root->FindChild("a")->InsertAfter(NewNode("/g//h/i"));
     root->FindChild("e")->InsertAfter(NewNode("a/k"));
     root->FindChild("e")->InsertAfter(NewNode("last"));
     EXPECT_EQ(Below(*root), "a(b(c) d k) g(h(i)) f e last");

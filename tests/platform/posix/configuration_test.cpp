@@ -137,11 +137,17 @@ TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
     for (const auto& [line, message] : cases) {
         const auto run = [line = line] {
             setenv("ORV_DEBUG_OUTPUT", "1", 1);
-            const RegistryFile file("[HKEY_LOCAL_MACHINE\\K]\n\"n\"=dword:7\n" + std::string(line) + "\n");
-            std::exit(ReadNumber(u"K", u"n") == 7u ? 0 : 1);
+            const RegistryFile file("[HKEY_LOCAL_MACHINE\\K]\n\"x\"=dword:7\n" + std::string(line) + "\n");
+            std::exit(ReadNumber(u"K", u"x") == 7u ? 0 : 1);
         };
         EXPECT_EXIT(run(), testing::ExitedWithCode(0), std::string("test.reg:3: ") + message + "\n$");
     }
+    const auto large = [] {
+        setenv("ORV_DEBUG_OUTPUT", "1", 1);
+        const RegistryFile file(std::string((1 << 20) + 1, '\n'));
+        std::exit(ReadNumber(u"K", u"x") ? 1 : 0);
+    };
+    EXPECT_EXIT(large(), testing::ExitedWithCode(0), "test.reg: larger than a megabyte\n$");
 }
 
 // A process of its own reads the flag while the library loads.

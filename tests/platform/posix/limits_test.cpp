@@ -75,8 +75,8 @@ TEST(PosixCodesets, ReplaceWhatDoesNotConvert)
         EXPECT_EQ(back, test.back) << test.codeset;
     }
     std::string narrow;
-    ASSERT_TRUE(Platform::WideToCodeset("ISO-8859-1", u"a\xD83D\xDE00\xD800\uFF21z", narrow));
-    EXPECT_EQ(narrow, "a???z");  // one for the pair, one for the lone half and one for what follows it
+    ASSERT_TRUE(Platform::WideToCodeset("ISO-8859-1", u"a\xD800\xDC00\xDBFF\xDFFF\xD800\uFF21z", narrow));
+    EXPECT_EQ(narrow, "a????z");  // one for each pair, one for the lone half and one for what follows it
     EXPECT_FALSE(Platform::WideToCodeset("no such codeset", u"a", narrow));
     EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
     EXPECT_EQ(narrow, "");

@@ -35,15 +35,16 @@ std::string BigEndian(std::int64_t value, int size)
 
 // One block: transitions as instant and type, and the offsets of the types in hours.
 std::string Block(int timeSize, std::initializer_list<std::pair<std::int64_t, char>> transitions,
-                  std::initializer_list<int> hours)
+                  std::initializer_list<int> hours, int leapSeconds = 0)
 {
-    std::string block = "TZif2" + std::string(15 + 12, '\0');  // of its six counts the first three are 0
+    std::string block = "TZif2" + std::string(15 + 8, '\0');  // of its six counts the first two are 0
+    block += BigEndian(leapSeconds, 4);
     block += BigEndian(static_cast<std::int64_t>(transitions.size()), 4);
     block += BigEndian(static_cast<std::int64_t>(hours.size()), 4) + BigEndian(4, 4);
     for (const auto& [instant, type] : transitions) block += BigEndian(instant, timeSize);
     for (const auto& [instant, type] : transitions) block += type;
     for (const int hour : hours) block += BigEndian(hour * 3600, 4) + std::string(2, '\0');
-    return block + "ABC" + std::string(1, '\0');
+    return block + "ABC" + std::string(1 + leapSeconds * (timeSize + 4), '\0');
 }
 
 TEST(ZoneFile, TheTableRulesUpToItsLastTransition)
@@ -66,6 +67,7 @@ TEST(ZoneFile, TheTableRulesUpToItsLastTransition)
         {first + table + "\nABC-7\n", 5001000000, "-420"},
         {first + table + "\n\n", 5001000000, "-60"},
         {first, 1000, "-540"},
+        {Block(4, {}, {1}, 3) + Block(8, {{0, 1}}, {9, 2}, 2) + "\nABC-7\n", -1, "-540"},
         {first + Block(8, {}, {3}) + "\nABC-1\n", 0, "-60"},
         {Block(4, {{-2000000000, 0}, {2000000000, 1}}, {1, 2}), 1999999999, "-60"},
         // What cannot be read leaves the last line, and a type that does not exist leaves nothing.
