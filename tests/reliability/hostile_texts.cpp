@@ -5,8 +5,9 @@
 //
 // Work is counted in instructions where the system counts them, else in time of the processor, by the least of three
 // runs; a series is a finding when four times the text costs more than seven times the work and the work is large
-// enough to be told from noise.
+// enough to be told from noise. Whether time shows it too is asked three times.
 #include <linux/perf_event.h>
+#include <malloc.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -108,6 +109,9 @@ std::uint64_t Cost(const Work& work, const std::u16string& text)
 int main(int count, char** arguments)
 {
     const std::size_t units = count > 1 ? std::strtoull(arguments[1], nullptr, 10) : 20'000;
+    // Freed memory stays with the process: new pages cost the system more than the reader's work on them.
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, -1);
     const Work work;
     const std::uint64_t noise = work.CountsInstructions() ? kNoiseInstructions : kNoiseNanoseconds;
     std::uint64_t series = 0, findings = 0;
@@ -116,11 +120,12 @@ int main(int count, char** arguments)
         for (const char16_t* piece : kPieces) {
             for (const char16_t* end : kEnds) {
                 ++series;
-                const std::uint64_t large = Cost(work, Series(front, piece, end, 4 * units));
-                if (large < noise) continue;
-                const std::uint64_t small = Cost(work, Series(front, piece, end, units));
-                const double growth =
-                    static_cast<double>(large) / static_cast<double>(std::max<std::uint64_t>(small, 1));
+                double growth = kMostGrowth;
+                for (int i = 0; i < 3 && growth >= kMostGrowth; ++i) {
+                    const std::uint64_t large = Cost(work, Series(front, piece, end, 4 * units));
+                    const std::uint64_t small = Cost(work, Series(front, piece, end, units));
+                    growth = large < noise ? 0 : static_cast<double>(large) / static_cast<double>(small);
+                }
                 most = std::max(most, growth);
                 if (growth < kMostGrowth) continue;
                 ++findings;
