@@ -28,7 +28,7 @@ class Folder(unittest.TestCase):
     def setUp(self):
         holder = tempfile.TemporaryDirectory(dir=os.environ["ORV_BIN"])
         self.addCleanup(holder.cleanup)
-        self.folder = Path(holder.name)
+        self.folder = Path(holder.name).resolve()  # as the library tells it
 
     def write(self, name, content):
         path = self.folder / name
