@@ -233,7 +233,14 @@ class Events(unittest.TestCase):
         database = sqlite3.connect(other)
         database.execute("create table T (x)")
         database.close()
+        whole = self.path.read_bytes()
+        for name, content in (("empty", b""), ("cut", whole[:-1]), ("short", whole[:-4096])):
+            Path(f"{self.path}.{name}").write_bytes(content)
         cases = [
+            (["list", self.name + ".empty"], "a database without events; orvact events store makes the tables"),
+            (["list", self.name + ".cut"], "damaged: the file lacks its last byte"),
+            (["store", self.name + ".cut", "examples/site.actions"], "damaged: the file lacks its last byte"),
+            (["list", self.name + ".short"], "malformed"),
             (["show", self.name, "7"], "no event 7; the last one is 1"),
             (["list", self.name, "--code", "PanLeff"], "did you mean PanLeft"),
             (["list", self.name, "--class", "Vido"], "Video"),

@@ -1,5 +1,7 @@
 #include "sqlite.h"
 
+#include <algorithm>
+
 #include "event_store.h"
 
 namespace {
@@ -116,4 +118,21 @@ std::int64_t Database::Number(const std::string& sql)
 {
     Statement statement(get(), sql);
     return statement.Step() ? statement.Integer(0) : 0;
+}
+
+std::int64_t Database::MissingBytes()
+{
+    // The size of a database with a log of its own (WAL) says nothing: its last pages may stand in the log.
+    Statement mode(get(), "pragma journal_mode");
+    if (mode.Step() && mode.Text(0) == "wal") return 0;
+    mode.Reset();
+    Run("begin");  // so that no other program stores between the two sizes
+    const std::int64_t wanted = Number("select page_count * page_size from pragma_page_count, pragma_page_size");
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK) Fail(get());
+    const bool isFile = file->pMethods;  // a database in memory has none
+    if (isFile && file->pMethods->xFileSize(file, &size) != SQLITE_OK) Fail(get());
+    Run("commit");
+    return isFile ? std::max<std::int64_t>(wanted - size, 0) : 0;
 }

@@ -50,6 +50,8 @@ public:
     sqlite3* get() const { return database_.get(); }
     void Run(const char* sql);
     std::int64_t Number(const std::string& sql);  // the first value of the first row
+    // How much of the file's end is not there. The engine takes a page that is there in part for whole, with zeros.
+    std::int64_t MissingBytes();
 
 private:
     struct Close {

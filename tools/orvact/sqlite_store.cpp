@@ -294,7 +294,12 @@ SqliteStore::SqliteStore(const std::string& path, Use use)
       })
 {
     const bool empty = database_.Number("select count(*) from sqlite_master") == 0;
-    if (!(empty && use == Use::Write)) CheckVersion();
+    if (empty && use == Use::Read) throw DatabaseError("a database without events; orvact events store makes the tables");
+    if (!empty) CheckVersion();
+    if (const std::int64_t missing = database_.MissingBytes()) {
+        throw DatabaseError("damaged: the file lacks its last " +
+                            (missing == 1 ? "byte" : std::to_string(missing) + " bytes"));
+    }
     const std::int64_t version = use == Use::Write ? kVersion : database_.Number("pragma user_version");
     hasHours_ = version >= kFirstWithHours;
     hasBlocks_ = version >= kFirstWithBlocks;
