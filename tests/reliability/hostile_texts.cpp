@@ -123,8 +123,10 @@ int main(int count, char** arguments)
                 double growth = kMostGrowth;
                 for (int i = 0; i < 3 && growth >= kMostGrowth; ++i) {
                     const std::uint64_t large = Cost(work, Series(front, piece, end, 4 * units));
+                    growth = 0;
+                    if (large < noise) break;
                     const std::uint64_t small = Cost(work, Series(front, piece, end, units));
-                    growth = large < noise ? 0 : static_cast<double>(large) / static_cast<double>(small);
+                    growth = static_cast<double>(large) / static_cast<double>(small);
                 }
                 most = std::max(most, growth);
                 if (growth < kMostGrowth) continue;
