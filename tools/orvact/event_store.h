@@ -19,6 +19,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// What a reader is told of a home in which nothing was stored yet.
+inline constexpr const char* kWithoutTables = "a database without events; orvact events store makes the tables";
+
 // An event on its way into a store; all of it is borrowed for the call.
 struct NewEvent {
     std::int64_t stored;  // milliseconds since 1970 UTC

@@ -209,7 +209,7 @@ void MakeSchema(Connection& connection)
 std::int64_t CheckSchema(Connection& connection)
 {
     const std::int64_t version = Version(connection);
-    if (version == 0) throw DatabaseError("a database without events; orvact events store makes the tables");
+    if (version == 0) throw DatabaseError(kWithoutTables);
     if (version > kVersion) throw DatabaseError("an event database of a later version of orvact");
     return version;
 }

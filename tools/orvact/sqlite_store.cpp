@@ -294,7 +294,7 @@ SqliteStore::SqliteStore(const std::string& path, Use use)
       })
 {
     const bool empty = database_.Number("select count(*) from sqlite_master") == 0;
-    if (empty && use == Use::Read) throw DatabaseError("a database without events; orvact events store makes the tables");
+    if (empty && use == Use::Read) throw DatabaseError(kWithoutTables);
     if (!empty) CheckVersion();
     if (const std::int64_t missing = database_.MissingBytes()) {
         throw DatabaseError("damaged: the file lacks its last " +
