@@ -236,12 +236,21 @@ class Events(unittest.TestCase):
         whole = self.path.read_bytes()
         for name, content in (("empty", b""), ("cut", whole[:-1]), ("short", whole[:-4096])):
             Path(f"{self.path}.{name}").write_bytes(content)
+        # Leaves of the table, in the order of their events, one of which takes the place of another.
+        self.store("CaseOpened ()\n" * 300)
+        pages = [self.path.read_bytes()[at:at + 4096] for at in range(0, self.path.stat().st_size, 4096)]
+        leaves = [number for number, page in enumerate(pages) if page[0] == 0x0D]
+        for name, first, second in (("last", leaves[-1], leaves[-3]), ("inner", leaves[-2], leaves[-3])):
+            swapped = {first: pages[second], second: pages[first]}
+            Path(f"{self.path}.{name}").write_bytes(b"".join(swapped.get(n, page) for n, page in enumerate(pages)))
         cases = [
             (["list", self.name + ".empty"], "a database without events; orvact events store makes the tables"),
             (["list", self.name + ".cut"], "damaged: the file lacks its last byte"),
             (["store", self.name + ".cut", "examples/site.actions"], "damaged: the file lacks its last byte"),
             (["list", self.name + ".short"], "malformed"),
-            (["show", self.name, "7"], "no event 7; the last one is 1"),
+            (["list", self.name + ".last"], "damaged: events stand out of their order"),
+            (["list", self.name + ".inner", "--limit", "900"], "damaged: events stand out of their order"),
+            (["show", self.name, "700"], "no event 700; the last one is 301"),
             (["list", self.name, "--code", "PanLeff"], "did you mean PanLeft"),
             (["list", self.name, "--class", "Vido"], "Video"),
             (["list", self.name, "--since", "2026-13-01"], "'2026-13-01' is no time; give a date such as"),
@@ -260,7 +269,7 @@ class Events(unittest.TestCase):
                 run = Run("events", *arguments)
                 self.assertEqual((run.code, run.out), (2, ""))
                 self.assertIn(expected, run.err)
-        self.assertEqual(self.rows("select count(*) from Events"), [(1,)])
+        self.assertEqual(self.rows("select count(*) from Events"), [(301,)])
 
     def test_a_pipe_that_pauses_keeps_nothing_back(self):
         with self.storing() as process:
