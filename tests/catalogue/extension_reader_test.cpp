@@ -185,6 +185,7 @@ TEST_F(ExtensionReading, Parameters)
         {"name='p' type='String' view='Monitor' dbfield='None'", 5, 0, 0, 0, "no view 'Monitor'"},
         {"name='p' type='Int64' dbfield='Int64_A|'", 3, 0, 0, 0, "no column at all"},
         {"name='p' type='Guid' dbfield='Int64_A|Nothing|Int64_B'", 7, 0, 0, 0x30, "no column 'Nothing'\n"},
+        {"name='p' type='Guid' dbfield='X|Int64_A||Y|Int64_B'", 7, 0, 0, 0x30, "no column 'X', nor are 2 other"},
         {"name='p' type='Rect' flags='1'", 11, 0, 0, 0, "'flags' has no effect"},
     };
     for (const Case& item : cases) {

@@ -1,9 +1,12 @@
 /* A host that loads the library and crashes.
  *
- *     crashing_host LIBRARY access|stack|abort [previous]
+ *     crashing_host LIBRARY access|stack|abort|sent [previous]
  *
  * With "previous" it installs a handler of its own first, which ends the process with code 42.
  */
+#if !defined(_WIN32)
+#define _POSIX_C_SOURCE 200809L
+#endif
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -75,5 +78,8 @@ int main(int count, char** arguments)
     if (strcmp(arguments[2], "access") == 0) *(volatile int*)0 = 1;
     if (strcmp(arguments[2], "stack") == 0) return Recurse(&start);
     if (strcmp(arguments[2], "abort") == 0) abort();
+#if !defined(_WIN32)
+    if (strcmp(arguments[2], "sent") == 0) kill(getpid(), SIGSEGV);  /* no instruction would run into it again */
+#endif
     return 1;
 }

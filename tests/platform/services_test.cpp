@@ -92,6 +92,10 @@ TEST(LivingCount, IsExactOverThreadsThatComeAndGo)
     EXPECT_EQ(Platform::LivingCount::Read() - before, std::uint32_t{kThreads * kEach});
     run(Platform::LivingCount::ObjectEnded);
     EXPECT_EQ(Platform::LivingCount::Read(), before);
+    using Platform::LivingCount::kShares, Platform::LivingCount::shares, Platform::LivingCount::ShareOfThread;
+    std::thread([] {
+        EXPECT_TRUE(kShares == 1 || &ShareOfThread() != shares);
+    }).join();  // those that ended left theirs
     slot.Free();
 }
 

@@ -179,7 +179,7 @@ TEST(NumberText, DetectsTheBase)
         {u"010", 8, true},
         {u"019", 1, true},
         {u"08", 0, true},
-        {u"0x1F", 31, true},
+        {u"0x5", 5, true},
         {u"0X1f", 31, true},
         {u"0x", 0, true},
         {u"0xg", 0, true},

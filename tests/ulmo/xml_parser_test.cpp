@@ -102,6 +102,7 @@ TEST(XmlParser, FaultsWithTheirPlaces)
         {"<a> x!", "Unexpected end of file while parsing for values", 4},
         {"<a>1 > 2</a>", "Invalid character '<' in value", 5},
         {"<a>!<![CDATA[x]", "Invalid CDATA section: ]] not found", 6},
+        {"<a><![CDATA[x]", "Invalid CDATA section: ]] not found", 5},
         {"<a><b/><![CDATA[x]", "Invalid CDATA section: ]] not found", 9},
         {"</a>", "End tag without start (no or multiple root)", 2},
         {"<a></a><b></b>", "End tag without start (no or multiple root)", 12},

@@ -140,6 +140,7 @@ TEST(XmlTree, FindsByPath)
     EXPECT_EQ(found("a?/x*", &withValue), "x x(z)");
     EXPECT_EQ(found("/?", nullptr), "x x y x(z) x");
     EXPECT_EQ(found("r", nullptr), "");
+    EXPECT_EQ(found("a2/x/", nullptr), "z");  // a piece without a name means any
     EXPECT_EQ(found("a1/x/none/*", nullptr), "");
     tree.FindNodes("*", nullptr, *tree.GetRoot());
     EXPECT_EQ(Below(*tree.GetRoot()), "a1(x x y) a2(x(z)) b(x) a1(x x y) a2(x(z)) b(x)");
