@@ -10,12 +10,14 @@ share that was noticed.
 from __future__ import annotations
 
 import argparse
+import contextlib
 import json
 import os
 import random
 import re
 import shlex
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -110,11 +112,16 @@ class Bench:
         return [*shlex.split(line.removeprefix(": && ").removesuffix(" && :")), "-Wl,-S", "-Wl,-O0"]
 
     def call(self, command: list[str], seconds: int = 60) -> bool:
-        try:
-            return subprocess.run(command, cwd=self.tree, capture_output=True, timeout=seconds, check=False,
-                                  env=self.environment).returncode == 0
-        except subprocess.TimeoutExpired:
-            return False
+        with subprocess.Popen(command, cwd=self.tree, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                              env=self.environment, start_new_session=True) as process:
+            try:
+                return process.wait(seconds) == 0
+            except subprocess.TimeoutExpired:
+                return False
+            finally:
+                # The death tests start processes of their own, one of which may be what does not end.
+                with contextlib.suppress(ProcessLookupError):
+                    os.killpg(process.pid, signal.SIGKILL)
 
     def built(self, original: Path, source: Path, target: Path, options: list[str]) -> bool:
         command = [*self.compile[str(original)], "-iquote", str(original.parent), *options]

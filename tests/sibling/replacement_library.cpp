@@ -2,6 +2,7 @@
 //
 //   a text that begins with Refuse    is not understood
 //   Throw, ThrowStore, ThrowClose     raises there and then, while the text is stored, while the handle is closed
+//   NoMemory                          finds no memory while the text is stored
 //   Foreign                           raises what another compiler's code would
 //   Silent                            has a text of length 0
 //   Huge                              claims to need more than there is memory
@@ -10,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -67,6 +69,7 @@ int HeskAct_StoreToTextBufferW(void* action, char16_t* buffer, std::uint32_t cap
     const std::u16string& text = static_cast<Action*>(action)->text;
     Note(buffer ? "store" : "measure", capacity, *length);
     if (text.starts_with(u"ThrowStore")) throw "store";
+    if (text.starts_with(u"NoMemory")) throw std::bad_alloc();
     *length = static_cast<std::uint32_t>(text.size());
     if (text.starts_with(u"Silent")) *length = 0;
     if (text.starts_with(u"Huge")) *length = 0xFFFFFFFF;

@@ -228,6 +228,10 @@ TEST_F(Whole, NothingIsRaised)
     record.image = image.data();
     record.imageSize = image.size();
     attempt(event, [&] { return wrapper.ConvertEventData(record, text); });
+    // But for the want of memory, which closes the action as well.
+    TakeCalls();
+    EXPECT_THROW(wrapper.ConvertBinBuffer(Buffer(u"NoMemory ()"), 1, false, text), std::bad_alloc);
+    EXPECT_TRUE(TakeCalls().ends_with("close 0 0; "));
 }
 
 TEST_F(Whole, ThroughTheReaders)

@@ -8,26 +8,38 @@
 #include <optional>
 #include <string>
 
+#include "ulmo/debug_out_streamers.h"
+
 namespace {
 
 using Platform::ConsoleColour;
 using Platform::ConsoleStream;
 
-// What a terminal in the place of standard output receives.
-std::string Shown(std::optional<ConsoleColour> colour)
+// What a terminal in the place of both standard streams receives.
+template <class Write>
+std::string OnATerminal(const Write& write)
 {
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
     grantpt(terminal);
     unlockpt(terminal);
     const int inner = open(ptsname(terminal), O_RDWR | O_NOCTTY);
-    const int before = dup(STDOUT_FILENO);
+    const int output = dup(STDOUT_FILENO);
+    const int error = dup(STDERR_FILENO);
     dup2(inner, STDOUT_FILENO);
-    ConsoleStream(ConsoleStream::Kind::Output).Write(u"\u00e4", colour);
-    dup2(before, STDOUT_FILENO);
-    char bytes[100];
-    const ssize_t size = read(terminal, bytes, sizeof bytes);
-    for (const int descriptor : {terminal, inner, before}) close(descriptor);
-    return {bytes, static_cast<std::size_t>(size > 0 ? size : 0)};
+    dup2(inner, STDERR_FILENO);
+    write();
+    dup2(output, STDOUT_FILENO);
+    dup2(error, STDERR_FILENO);
+    EXPECT_EQ(::write(inner, "|", 1), 1);  // the end
+    std::string shown;
+    for (char byte = 0; read(terminal, &byte, 1) == 1 && byte != '|';) shown += byte;
+    for (const int descriptor : {terminal, inner, output, error}) close(descriptor);
+    return shown;
+}
+
+std::string Shown(std::optional<ConsoleColour> colour)
+{
+    return OnATerminal([=] { ConsoleStream(ConsoleStream::Kind::Output).Write(u"\u00e4", colour); });
 }
 
 // The bits of a colour count blue, green, red, bright; a terminal counts red, green, blue.
@@ -47,6 +59,16 @@ TEST(PosixConsole, ColoursOfATerminal)
     }
     unsetenv("NO_COLOR");
     EXPECT_EQ(Shown(std::nullopt), "\u00e4");
+}
+
+TEST(PosixConsole, TheColourOfALineTellsItsLevel)
+{
+    Ulmo::ConsoleOutputStreamer console;
+    const char* starts[] = {"\x1B[91mERROR", "\x1B[95mSECTY", "\x1B[93mWARNG", "\x1B[96mINFO ", "DEBUG"};
+    for (std::uint32_t level = 0; level < std::size(starts); ++level) {
+        const std::string shown = OnATerminal([&] { console.Write({1, nullptr, level}, u"s", u"text"); });
+        EXPECT_TRUE(shown.starts_with(starts[level])) << shown;
+    }
 }
 
 }  // namespace
