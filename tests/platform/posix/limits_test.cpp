@@ -2,7 +2,9 @@
 // that the shared tests cannot ask.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstring>
+#include <ratio>
 #include <string_view>
 
 #include "platform/calendar.h"
@@ -23,6 +25,17 @@ TEST(PosixCalendar, RefusesTheLeapDayOfACommonYearAndTheYear30828)
         EXPECT_FALSE(Platform::SystemTimeToFileTime(time, ticks)) << time.year;
         EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
     }
+}
+
+TEST(PosixCalendar, TheClockIsTheSystems)
+{
+    using Ticks = std::chrono::duration<std::uint64_t, std::ratio<1, 10000000>>;
+    constexpr Ticks kUntil1970{116444736000000000};
+    const auto now = [&] { return kUntil1970 + std::chrono::system_clock::now().time_since_epoch(); };
+    const auto before = now();
+    const Ticks told(Platform::NowAsFileTime());
+    EXPECT_LE(before, told + Ticks(1));  // which has cut the rest off
+    EXPECT_LE(told, now());
 }
 
 TEST(PosixLowering, LeavesCapitalsOutsideTheBasicPlane)

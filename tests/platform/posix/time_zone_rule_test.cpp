@@ -68,14 +68,14 @@ TEST(PosixRule, RefusesWhatIsNone)
 {
     for (const char* rule : {"", "UTC", "U0", "UTC25", "<+01", "CET-1CEST,M13.1.0,M10.5.0", "CET-1CEST,M3.6.0,M10.5.0",
                              "CET-1CEST,M3.5.7,M10.5.0", "CET-1CEST,M3.5.0", "CET-1CEST,M3.5.0,M10.5.0/3x", "CET-1 ",
-                             "CET-1CEST,J0,J5", "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25",
+                             "CET-1CEST,J0/25,J5", "CET-1CEST,0/-1,J5", "CET-1CEST,0/0,J365/25",
                              "CET-1CEST,M3.5.0/168,M10.5.0", "CET-1CEST25", "Europe/Nowhere"}) {
         EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
     }
     // Cut, with another sign between the parts, and with what is no letter.
     for (const char* rule : {"CET-1CEST,M3", "CET-1CEST,M3.5", "CET-1CEST,M3:5.0,M10.5.0", "CET-1CEST,M3.5:0,M10.5.0",
                              "CET-1CESTM3.5.0,M10.5.0", "CET-1CEST;M3.5.0,M10.5.0", "CET-1CEST,M3.0.0,M10.5.0",
-                             "CET-1CEST,J366,J5", "CET-1:60", "CET-1:00:60", "[[[5", "{{{5", "@@@5", "```5"}) {
+                             "CET-1CEST,J366,J5", "CET-1:60", "CET-1:00:60", "[AA5", "{{{5", "@@@5", "```5"}) {
         EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
     }
 }
@@ -108,6 +108,7 @@ TEST_F(LocalTimeZone, FollowsTheVariable)
     EXPECT_EQ(ZoneUnder(":UTC0"), "0 0");
     EXPECT_EQ(ZoneUnder(""), "0 0");
     EXPECT_EQ(ZoneUnder("XYZ7"), "420 0");
+    EXPECT_EQ(ZoneUnder("ABC-2;"), "-120 0");  // what the C library makes of it
     EXPECT_EQ(ZoneUnder("Nowhere/AtAll"), "0 0");
     EXPECT_EQ(ZoneUnder("XYZ7:03"), "423 0");
     unsetenv("TZ");
