@@ -72,6 +72,7 @@ class Crash(unittest.TestCase):
         for how in ("access", "stack") if WINDOWS else ("access", "stack", "abort", "sent"):
             code, reports = crash(how)
             self.assertNotIn(code, (0, 1, 42), how)
+            self.assertTrue(WINDOWS or code == (-6 if how == "abort" else -11), code)
             self.check_report(how, reports)
 
     def test_leaves_nothing_otherwise(self):

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 #include "configured.h"
 #include "platform/own_module.h"
@@ -103,6 +104,7 @@ TEST(DebugOut, RoutesWhatTheFilterLetsPass)
     EXPECT_EQ(std::stoul(std::string(entries[1].number.begin(), entries[1].number.end())),
               std::stoul(std::string(entries[0].number.begin(), entries[0].number.end())) + 1);
     EXPECT_EQ(entries[1].threadId, Platform::CurrentThreadId());
+    std::thread([&] { EXPECT_NE(entries[1].threadId, Platform::CurrentThreadId()); }).join();
 
     streamer->Enable(DebugStreamerFile, true);  // the history stays on and keeps what it has
     loud.Write(0, u"c");

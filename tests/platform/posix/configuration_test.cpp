@@ -42,6 +42,7 @@ constexpr std::string_view kFile = R"(Windows Registry Editor Version 5.00
 "Text"="C:\\folder \"x\" \u00e4"
 "Gone"=dword:1
 "Gone"=-
+"Bytes"=dword:1
 "Bytes"=hex:01,02,\
   03,04,\
   05

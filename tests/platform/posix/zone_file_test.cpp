@@ -37,14 +37,15 @@ std::string BigEndian(std::int64_t value, int size)
 std::string Block(int timeSize, std::initializer_list<std::pair<std::int64_t, char>> transitions,
                   std::initializer_list<int> hours, int leapSeconds = 0)
 {
-    std::string block = "TZif2" + std::string(15 + 8, '\0');  // of its six counts the first two are 0
+    const auto types = static_cast<std::int64_t>(hours.size());
+    std::string block = "TZif2" + std::string(15, '\0') + BigEndian(types, 4) + BigEndian(0, 4);
     block += BigEndian(leapSeconds, 4);
     block += BigEndian(static_cast<std::int64_t>(transitions.size()), 4);
-    block += BigEndian(static_cast<std::int64_t>(hours.size()), 4) + BigEndian(4, 4);
+    block += BigEndian(types, 4) + BigEndian(4, 4);
     for (const auto& [instant, type] : transitions) block += BigEndian(instant, timeSize);
     for (const auto& [instant, type] : transitions) block += type;
     for (const int hour : hours) block += BigEndian(hour * 3600, 4) + std::string(2, '\0');
-    return block + "ABC" + std::string(1 + leapSeconds * (timeSize + 4), '\0');
+    return block + "ABC" + std::string(1 + leapSeconds * (timeSize + 4) + hours.size(), '\0');
 }
 
 TEST(ZoneFile, TheTableRulesUpToItsLastTransition)

@@ -1,0 +1,38 @@
+#include "platform/host_files.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "platform/system_error.h"
+
+namespace {
+
+ssize_t lengthOfLink = 0;  // 0: what the system says
+
+}  // namespace
+
+// In place of the C library's, for this whole program.
+extern "C" ssize_t readlink(const char* name, char* buffer, std::size_t size) noexcept
+{
+    static const auto original = reinterpret_cast<decltype(&readlink)>(dlsym(RTLD_NEXT, "readlink"));
+    if (lengthOfLink == 0) return original(name, buffer, size);
+    errno = ENOENT;
+    return lengthOfLink;
+}
+
+namespace {
+
+TEST(PosixHostFiles, AProgramThatIsNotKnownHasNoFolder)
+{
+    for (const ssize_t length : {-1, 1024}) {
+        std::filesystem::path folder;
+        lengthOfLink = length;
+        EXPECT_FALSE(Platform::GetHostFolder(folder));
+        EXPECT_EQ(Platform::LastError(), static_cast<std::uint32_t>(length < 0 ? ENOENT : ENAMETOOLONG));
+    }
+    lengthOfLink = 0;
+}
+
+}  // namespace
