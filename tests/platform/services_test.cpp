@@ -105,6 +105,8 @@ TEST(Files, AFolderIsNone)
     Platform::File file;
     EXPECT_FALSE(file.Open(testing::TempDir(), Platform::File::Use::Read));
     EXPECT_FALSE(file.IsOpen());
+    std::uint64_t found = 0;
+    EXPECT_FALSE(file.GetSize(found) || file.GetPosition(found) || file.SetPosition(0));
 }
 
 TEST(SystemErrors, HaveTextsWithoutLineBreaks)

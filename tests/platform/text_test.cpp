@@ -62,7 +62,7 @@ TEST(CodePages, ReadUtf8WithReplacements)
          "AB",
          u"\uFFFD"
          u"AB"},
-        {"a\x80z", u"a\uFFFDz"},
+        {std::string("a\x80\0z", 4), std::u16string(u"a\uFFFD\0z", 4)},
         {"\xF8\x88\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
     };
     for (const Case& test : cases) {

@@ -13,10 +13,11 @@ ssize_t lengthOfLink = 0;  // 0: what the system says
 
 }  // namespace
 
-// In place of the C library's, for this whole program.
-extern "C" ssize_t readlink(const char* name, char* buffer, std::size_t size) noexcept
+// In place of the C library's, for this whole program. Under a name of its own, as headers may give that one a body.
+extern "C" ssize_t ReadLink(const char* name, char* buffer, std::size_t size) __asm__("readlink");
+ssize_t ReadLink(const char* name, char* buffer, std::size_t size)
 {
-    static const auto original = reinterpret_cast<decltype(&readlink)>(dlsym(RTLD_NEXT, "readlink"));
+    static const auto original = reinterpret_cast<decltype(&ReadLink)>(dlsym(RTLD_NEXT, "readlink"));
     if (lengthOfLink == 0) return original(name, buffer, size);
     errno = ENOENT;
     return lengthOfLink;

@@ -33,7 +33,7 @@ extern "C" locale_t newlocale(int categories, const char* name, locale_t base) n
     return nullptr;
 }
 
-extern "C" char* nl_langinfo_l(nl_item item, locale_t locale) noexcept
+extern "C" char* nl_langinfo_l(nl_item item, locale_t locale)
 {
     static const auto original = reinterpret_cast<decltype(&nl_langinfo_l)>(dlsym(RTLD_NEXT, "nl_langinfo_l"));
     return said.text && item == said.item ? const_cast<char*>(said.text) : original(item, locale);
