@@ -149,6 +149,12 @@ TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
         std::exit(ReadNumber(u"K", u"x") ? 1 : 0);
     };
     EXPECT_EXIT(large(), testing::ExitedWithCode(0), "test.reg: larger than a megabyte\n$");
+    const auto missing = [] {
+        setenv("ORV_DEBUG_OUTPUT", "1", 1);
+        setenv("ORV_REGISTRY", "/nonexistent", 1);
+        std::exit(ReadNumber(u"K", u"x") ? 1 : 0);
+    };
+    EXPECT_EXIT(missing(), testing::ExitedWithCode(0), "^/nonexistent: No such file or directory\n$");
 }
 
 // A process of its own reads the flag while the library loads.

@@ -76,6 +76,12 @@ TEST(UserLocaleDeathTest, TextsAreInItsCodeset)
         std::exit(there && Platform::ToWide(Platform::CodePage::Ansi, narrow, wide) && wide == u"\u00C4" ? 0 : 1);
     };
     EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
+    const auto unknown = [] {
+        said = {CODESET, "no such codeset"};
+        char16_t buffer[16];
+        std::exit(static_cast<int>(Platform::FormatLocaleTime({2026, 1, 0, 1, 3, 10, 43, 0}, true, buffer)));
+    };
+    EXPECT_EXIT(unknown(), testing::ExitedWithCode(0), "");
 }
 
 TEST(UserLocale, AZoneThatIsNotKnownLeavesNoBlanks)
