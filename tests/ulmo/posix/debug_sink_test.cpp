@@ -7,6 +7,7 @@
 #include "OrvActions/OrvSinks.h"
 #include "configured.h"
 #include "ulmo/debug_out.h"
+#include "ulmo/event_log.h"
 
 namespace {
 
@@ -31,13 +32,17 @@ TEST(DebugSinkDeathTest, ShowsTheModuleInFrontOfTheLine)
                 }),
                 testing::ExitedWithCode(0), "^ERROR \\[s,1\\] bare\r\n$");
     EXPECT_EXIT(Watched([] {
+                    auto console = MakeCounted<DebugOutStreamer>();
+                    console->Enable(DebugStreamerConsole);
+                    DebugOut heard("s", console);
                     DebugOut out("s", {});
                     out.Write(0, u"nobody");
                     Diagnostics::End();
                     out.Write(0, u"late");
+                    heard.Write(0, u"heard");
                     out.Write(4, u"hidden");
                 }),
-                testing::ExitedWithCode(0), "^STATOUT: late\n$");
+                testing::ExitedWithCode(0), "^STATOUT: late\nERROR \\[s,3\\] heard\r\n$");
 }
 
 // Of the lines of each level the mask of the log lets one through.
@@ -55,10 +60,13 @@ TEST(DebugSinkDeathTest, TheMachinesLogGetsTheLineInItsLevel)
                         out.Write(DebugLevelWarning, u"100% \u00C4");
                         out.Write(DebugLevelInfo, u"b");
                     }
+                    Diagnostics::End();
+                    EventLog::Get()->Write(0, u"anew");
                 }),
                 testing::ExitedWithCode(0),
                 "^Check for EventLogOutput dll\nLoad EventLogOutput result: 0\n"
-                "orv: ERROR \\[s,1\\] a\norv: WARNG \\[s,5\\] 100% \u00C4\norv: INFO  \\[s,9\\] b\n$");
+                "orv: ERROR \\[s,1\\] a\norv: WARNG \\[s,5\\] 100% \u00C4\norv: INFO  \\[s,9\\] b\n"
+                "Check for EventLogOutput dll\nLoad EventLogOutput result: 0\norv: anew\n$");
 }
 
 }  // namespace
