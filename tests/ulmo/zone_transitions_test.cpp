@@ -58,14 +58,19 @@ TEST(ZoneTransitions, CountWeeksOfTheMonth)
     };
     const Case cases[] = {
         {Rule(2, 5, 0, 0), "2026/02/22"},  // a February of four weeks: its fifth Sunday is the fourth
+        {Rule(3, 5, 0, 0), "2026/03/29"},  // what differs in one field alone is another rule
         {Rule(3, 5, 2, 0), "2026/03/31"},
         {Rule(3, 1, 0, 0), "2026/03/01"},
         {Rule(3, 1, 6, 0), "2026/03/07"},
         {Rule(3, 4, 6, 0), "2026/03/28"},
-        {{2026, 5, 0, 17, 0, 0, 0, 0}, "2026/05/17"},
+        {Rule(3, 4, 6, 7), "2026/03/28 07:00"},
+        {{0, 3, 6, 4, 7, 8, 0, 0}, "2026/03/28 07:08"},
+        {{0, 3, 6, 4, 7, 8, 9, 0}, "2026/03/28 07:08:09"},
+        {{0, 3, 6, 4, 7, 8, 9, 1}, "2026/03/28 07:08:09,001"},
+        {{2026, 3, 6, 4, 7, 8, 9, 1}, "2026/03/04 07:08:09,001"},
     };
     for (const Case& test : cases) {
-        const TimeZone zone = {0, Rule(12, 1, 0, 0), 0, test.rule, 0};
+        const TimeZone zone = {0, test.rule, 0, test.rule, 0};
         const auto transitions = ZoneTransitions(Utc("2026/07/01"), zone);
         ASSERT_TRUE(transitions.has_value());
         EXPECT_EQ(transitions->daylight, static_cast<std::int64_t>(Utc(test.date))) << test.date;
@@ -118,11 +123,15 @@ TEST(ZoneTransitions, KnowTheYearAtItsEnds)
 
 TEST(Now, IsThePresentUnderTheLocalRule)
 {
-    const std::uint64_t before = Platform::NowAsFileTime() / 10000;
-    const TUlmoDateTime now = Now();
-    const std::uint64_t after = Platform::NowAsFileTime() / 10000 + 1;
-    EXPECT_LE(before, UtcMilliseconds(now));
-    EXPECT_GE(after, UtcMilliseconds(now));
+    const auto nearest = [] { return (Platform::NowAsFileTime() + 5000) / 10000; };
+    TUlmoDateTime now;
+    for (int i = 0; i < 10000; ++i) {  // some milliseconds, so that each part of one is met
+        const std::uint64_t before = nearest();
+        now = Now();
+        const std::uint64_t after = nearest();
+        ASSERT_LE(before, UtcMilliseconds(now));
+        ASSERT_GE(after, UtcMilliseconds(now));
+    }
     TimeZone zone;
     ASSERT_TRUE(Platform::GetLocalTimeZone(zone));
     EXPECT_EQ(Bias(now), BiasAt(UtcMilliseconds(now), zone));
