@@ -57,7 +57,7 @@ TEST(XmlNode, PathsMakeWhatIsAbsent)
     root->FindChild("a")->InsertAfter(NewNode("f"));
     root->FindChild("a")->InsertAfter(NewNode("/g//h/i"));
     root->FindChild("e")->InsertAfter(NewNode("a/k"));
-    root->FindChild("e")->InsertAfter(NewNode("last"));
+    root->FindChild("e")->InsertAfter(NewNode("/last/"));
     EXPECT_EQ(Below(*root), "a(b(c) d k) g(h(i)) f e last");
     EXPECT_EQ(root->FindChild("a")->FirstChild()->FirstChild()->Parent()->GetName(), "b");
     root->AddChild(NewNode("end"));
@@ -83,6 +83,8 @@ TEST(XmlNode, TheFirstOfANameIsFound)
     for (const char* name : {"a", "b", "a"}) root->AddChild(NewNode(name));
     XMLNode* const first = root->FirstChild();
     EXPECT_EQ(root->FindChild("a"), first);
+    first->SetName("zz");
+    EXPECT_EQ(root->FindChild("b"), first->NextSibling());
     first->SetName("b");
     EXPECT_EQ(root->FindChild("b"), first);
     EXPECT_EQ(root->FindChild("a"), first->NextSibling()->NextSibling());
@@ -149,15 +151,15 @@ TEST(XmlTree, FindsByPath)
 TEST(XmlTree, SerializedTextReadsBackTheSame)
 {
     XMLTree tree;
-    tree.Parse("<a b='&lt;&#10;&quot;&#0;&#200;'>&#32;x  &#32;<c>&#0;&#91;CDATA[!&#32;</c>!<d/></a>");
+    tree.Parse("<a b='&lt;&#10;&quot;&#0;&#200;'>&#32;x  &#32;<c>y&#0;&#91;CDATA[!&#32;</c>!<d/></a>");
     const std::string text = Serialize(tree);
     EXPECT_EQ(text,
               "<?xml version='1.0' encoding='utf-8' ?>\n"
-              "<a b='&lt;\n&quot;&#0;&#200;'>&#32;x  &#32;<c>&#0;&#91;CDATA[!&#32;</c>\n<d/>\n</a>\n");
+              "<a b='&lt;\n&quot;&#0;&#200;'>&#32;x  &#32;<c>y&#0;&#91;CDATA[!&#32;</c>\n<d/>\n</a>\n");
     XMLTree again;
     again.Parse(text.c_str());
     EXPECT_EQ(Serialize(again), text);
-    EXPECT_EQ(again.GetRoot()->FindChild("c")->Text(), std::string("\0[CDATA[! ", 10));
+    EXPECT_EQ(again.GetRoot()->FindChild("c")->Text(), std::string("y\0[CDATA[! ", 11));
     tree.GetRoot()->SetName("");
     EXPECT_THROW(Serialize(tree), XMLNodeException);
     EXPECT_EQ(Serialize(XMLTree()), "<?xml version='1.0' encoding='utf-8' ?>\n");
