@@ -123,6 +123,23 @@ TEST(BufferPool, GrowsByHalfAndWholePages)
     EXPECT_EQ(buffer->Size(), 2U);
 }
 
+int endedBuffers = 0;
+
+class EndingBuffer final : public Ulmo::Buffer {
+public:
+    ~EndingBuffer() override { ++endedBuffers; }
+};
+
+// The pool keeps a few of those that are given back at a time; the rest must not stay behind.
+TEST(BufferPool, EndsWhatItDoesNotKeep)
+{
+    std::vector<Ulmo::CountedPtr<EndingBuffer>> many(50);
+    for (auto& one : many) one = Ulmo::MakeCounted<EndingBuffer>();
+    many.clear();
+    Ulmo::BufferPool::Clear();
+    EXPECT_EQ(endedBuffers, 50);
+}
+
 TEST(BufferPool, GivesABufferAgainButNotItsBytes)
 {
     const Ulmo::Buffer* first = nullptr;
