@@ -10,6 +10,7 @@
 // A buffer is a 32-bit word and the UTF-16 text of the action after it.
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <new>
 #include <string>
@@ -25,9 +26,12 @@ struct Action {
 
 std::string calls;
 
-void Note(const char* name, std::uint64_t first, std::uint64_t second)
+// Without std::to_string, whose table keeps a library in the process for good.
+void Note(const char* name, unsigned long long first, unsigned long long second)
 {
-    calls += std::string(name) + " " + std::to_string(first) + " " + std::to_string(second) + "; ";
+    char note[64];
+    std::snprintf(note, sizeof note, "%s %llu %llu; ", name, first, second);
+    calls += note;
 }
 
 void* Create(std::u16string_view text)
