@@ -130,7 +130,7 @@ TEST(DateTimeText, WritesBiases)
     };
     const Case cases[] = {
         {0, u" GMT", u" GMT+00:00"},       {-60, u" GMT", u" GMT+01:00"},
-        {90, u" GMT", u" GMT-01:30"},      {-90, u"", u"+01:30"},
+        {1, u" GMT", u" GMT-00:01"},       {-90, u"", u"+01:30"},
         {0, kIsoBiasPrefix, u"Z"},         {300, kIsoBiasPrefix, u"-05:00"},
         {-345, kIsoBiasPrefix, u"+05:45"}, {-32768, {}, u"+546:08"},
     };

@@ -228,6 +228,9 @@ TEST(Variant, CopiesShareOnlyWhatIsCounted)
     std::memcpy(blob.Data(), "abcd", 4);
     Variant first(blob);
     Variant second = first;
+    std::uint32_t owners = 0;
+    std::memcpy(&owners, blob.Data() - sizeof owners, sizeof owners);
+    EXPECT_EQ(owners, 3U);
     blob.Release();
     EXPECT_EQ(blob.Data(), nullptr);
     first = 1;

@@ -160,8 +160,12 @@ TEST(XmlTree, SerializedTextReadsBackTheSame)
     again.Parse(text.c_str());
     EXPECT_EQ(Serialize(again), text);
     EXPECT_EQ(again.GetRoot()->FindChild("c")->Text(), std::string("y\0[CDATA[! ", 11));
-    tree.GetRoot()->SetName("");
-    EXPECT_THROW(Serialize(tree), XMLNodeException);
+    for (const char* name : {"", "<"}) {
+        tree.GetRoot()->SetName(name);
+        EXPECT_THROW(Serialize(tree), XMLNodeException) << name;
+    }
+    again.GetRoot()->AddAttribute("b=", 1);
+    EXPECT_THROW(Serialize(again), XMLNodeException);
     EXPECT_EQ(Serialize(XMLTree()), "<?xml version='1.0' encoding='utf-8' ?>\n");
 }
 
