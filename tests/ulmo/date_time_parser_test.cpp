@@ -84,14 +84,14 @@ TEST(DateTimeParser, NamesTheFirstFault)
         {u"2024-02-01T", "14 Time expected after T separator."},
         {u"2024-02-01T 10:00", "14 Time expected after T separator."},
         {u"2024-02-01 24:00", "6 Invalid hour" + range + "0 to 23."},
-        {u"2024-02-01 10", "10 ':' expected."},
+        {u"2024-02-01 010:00", "10 ':' expected."},
         {u"2024-02-01 10:60", "7 Invalid minute" + range + "0 to 59."},
         {u"2024-02-01 10:00:60", "8 Invalid second" + range + "0 to 59."},
         {u"2024-02-01 10:00:", "8 Invalid second" + range + "0 to 59."},
         {u"2024-02-01 10:00:00,", "9 Invalid millisecond" + range + "0 to 999."},
         {u"2024-02-01 x", "12 End of date/time string or \"Hour\" expected."},
-        {u"2024-02-01 10:00x", "12 End of date/time string or \":Seconds\" expected."},
-        {u"2024-02-01 10:00:00 x", "12 End of date/time string or \",Milliseconds or .Milliseconds\" expected."},
+        {u"2024-02-01 10:000", "12 End of date/time string or \":Seconds\" expected."},
+        {u"2024-02-01 10:00:000", "12 End of date/time string or \",Milliseconds or .Milliseconds\" expected."},
         {u"2024-02-01 10:00:00.1234", "12 End of date/time string expected."},
     };
     for (const auto& [text, failure] : cases) {
@@ -115,7 +115,8 @@ TEST(DateTimeParser, ReadsBiases)
         {u"+-1", hour},
         {u"+1:60", "7 Invalid minute part in date/time string. Expected a number from 0 to 59."},
         {u"Z+1", "12 End of date/time string expected."},
-        {u"+01:00x", "12 End of date/time string expected."},
+        {u"+01:000", "12 End of date/time string expected."},
+        {u"+001", "12 End of date/time string expected."},
     };
     for (const auto& [text, failure] : bad) EXPECT_EQ(FailureOf([&text = text] { StrToBias(text); }), failure);
 }

@@ -52,7 +52,7 @@ TEST(DebugOutSettings, LimitsByTheSourceInAnyCase)
 
     const Configured configured{
         {kKey, "ConsoleTimeMode", 2u},     {kKey, "DebugWindowSourcePrefix", 0u}, {kFilterKey, "MyModule", 8u},
-        {kFilterKey, "quiet", 0u},         {kFilterKey, "negative", 0x80000000u}, {kFilterKey, "text", "9"},
+        {kFilterKey, "quizza", 0u},        {kFilterKey, "negative", 0x80000000u}, {kFilterKey, "text", "9"},
         {kFilterKey, "most", 0x7FFFFFFFu},
     };
     const DebugOutSettings settings = DebugOutSettings::Read();
@@ -61,7 +61,7 @@ TEST(DebugOutSettings, LimitsByTheSourceInAnyCase)
     const struct {
         const char* source;
         std::uint32_t firstHidden;
-    } cases[] = {{"mymodule", 8}, {"MYMODULE", 8}, {"mymodul", 4}, {"mymodule2", 4}, {"Quiet", 0},
+    } cases[] = {{"mymodule", 8}, {"MYMODULE", 8}, {"mymodul", 4}, {"mymodule2", 4}, {"QUIZZA", 0},
                  {"negative", 4}, {"text", 4},     {"most", 10},   {"", 4}};
     for (const auto& [source, firstHidden] : cases) {
         for (std::uint32_t level = 0; level < 10; ++level) {

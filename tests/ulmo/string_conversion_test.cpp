@@ -26,7 +26,8 @@ TEST(StringConversion, ConvertsUtf8AtEveryPlace)
         }
     }
     // On both sides of where two units begin.
-    EXPECT_EQ(Ulmo::WideFromUtf8("\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"), u"\uFFFF\U00010000\U0010FFFF");
+    EXPECT_EQ(Ulmo::WideFromUtf8({"\xEF\xBF\xBF\0\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", 12}),
+              std::u16string_view(u"\uFFFF\0\U00010000\U0010FFFF", 6));
     // The size alone decides: the text is not looked at.
     EXPECT_THROW(Ulmo::Utf8FromWide({u"", 715827883}), Ulmo::SystemException);
     EXPECT_EQ(Ulmo::WideFromAnsi("plain"), u"plain");

@@ -41,7 +41,7 @@ TEST(XmlParser, Trees)
         {"<a>one<b/>two<c>x</c></a> tail", "a{one}(b;c{x};)"},
         {"<a> \t\r\n one  two\n \t  </a>", "a{one  two\n \t}"},
         {"<a b='1'c=\"'2'\" d = '&lt;>/'/>", "a[b=1][c='2'][d=<>/]"},
-        {"<a_:.-1 B='' b=''/>", "a_:.-1[B=][b=]"},
+        {"<a_:.-1 B='' b='' azAZ09_:.-=''/>", "a_:.-1[B=][b=][azAZ09_:.-=]"},
         {"<a&#98;c></abc>", "abc"},
         {"<a><b/><b>2</b></a>", "a(b;b{2};)"},
         {"<?xml version='1.0'?><!DOCTYPE a<><!-- c --><a><!---->x<!--c--></a>", "a"},
@@ -144,9 +144,10 @@ TEST(XmlParser, MessagesShowThePiece)
                   u"XML parsing failed: Attribute value begin: no ' or \" char found\nd>01234567890123456789012345678");
         EXPECT_EQ(fault.ErrorCode(), 10U);
     }
-    const TextPlace place = PlaceOf("<a>\n \xC3\xA4<b c=d>", 12);
-    EXPECT_EQ(place.line, 2U);
+    const TextPlace place = PlaceOf("<a>\n \xC3\xA4<b c=d>", 12, {3, 5});
+    EXPECT_EQ(place.line, 4U);
     EXPECT_EQ(place.column, 8U);
+    EXPECT_EQ(PlaceOf("ab", 1, place).column, 9U);
 }
 
 TEST(XmlParser, Versions)
@@ -203,6 +204,7 @@ TEST(XmlText, Wildcards)
     for (const auto& [pattern, name, fits] : cases) {
         EXPECT_EQ(MatchesWildcards(pattern, name), fits) << pattern << " " << name;
     }
+    EXPECT_FALSE(MatchesWildcards(std::string_view("ab", 1), "ab"));  // what stands behind a pattern is not its own
 }
 
 // Each in linear time and constant stack: with the square of the time the test would not end.
