@@ -98,6 +98,8 @@ TEST(XmlParser, FaultsWithTheirPlaces)
         {"<a b=1/>", "Attribute value begin: no ' or \" char found", 5},
         {"<a b='1\"/>", "Attribute value end: no ' or \" char found", 5},
         {"<a b='1' b='2'/>", "Double attribute - attribute has been already set", 9},
+        {"<a a='' b='' c='' d='' e='' f='' g='' h='' i='' j='' k='' l='' m='' n='' o='' p='' q='' q=''/>",
+         "Double attribute - attribute has been already set", 88},
         {"<a> ", "Unexpected end during value parsing", 4},
         {"<a> x!", "Unexpected end of file while parsing for values", 4},
         {"<a>1 > 2</a>", "Invalid character '<' in value", 5},
