@@ -146,6 +146,7 @@ TEST(NumberText, ScansDoubles)
         {u"1e99999999999999999999", infinity},
         {u"0.0000001e-330", 0},
         {u"1,5", 1},
+        {u"1e+2\u0135", 100},  // the low byte alone is a 5
         {u"0x7", 7},
         {u"1x7", 1},
         {u" -0X1p3", -8},

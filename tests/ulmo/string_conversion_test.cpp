@@ -58,6 +58,7 @@ TEST(StringConversion, LowersAtEveryPlace)
     // The neighbours of the letters, and units whose high byte alone is set.
     EXPECT_EQ(Ulmo::LowerCase(u"@[`{@[`{\u4100\u5A00"), u"@[`{@[`{\u4100\u5A00");
     EXPECT_FALSE(Ulmo::EqualsLower(u"abc", u"ab"));
+    EXPECT_FALSE(Ulmo::EqualsLower(u"abcdwxyz", std::u16string_view(u"wxyzabcdabcd").substr(4)));
     EXPECT_TRUE(Ulmo::EqualsLower(u"", u""));
 }
 
