@@ -134,21 +134,22 @@ class Loading(Folder):
     def test_unusual_actions_in_every_form(self):
         many = "".join(f"<parameter name='P{i}' type='Int32' dbfield='{'Int32_A' if i == 99 else ''}'/>"
                        for i in range(100))
-        twice = "".join(f"<parameter name='{name}' type='Int32' dbfield='Int32_B'/>" for name in ("Twice", "TWICE", "B"))
+        twice = "".join(f"<parameter name='{name}' type='{kind}' dbfield='Int32_B'/>"
+                        for name, kind in (("Twice", "Int32"), ("TWICE", "String"), ("B", "Int32")))
         self.write("plca.xml", extension(10000, "".join([
             f"<action name='Many' code='10001' class='1'><params>{many}</params></action>",
             f"<action name='Repeated' code='10002' class='4711' flags='9'><params>{twice}</params></action>",
             f"<action name='{'Long' * 30}' code='10003' class='1'/>",
             "<action name='Later' code='10000' class='Nobody'/>"])))
         values = ", ".join(f"P{i}: {i}" for i in range(99, -1, -1))
-        output = self.host(f"Many ({values}, X: 5)", "Repeated (B: 1, twice: 2)", "Site10000 ()", "Later ()", "Long" * 30 + " ()")
+        output = self.host(f"Many ({values}, X: 5)", "Repeated (B: 1, Twice: 3, TWICE: 2)", "Site10000 ()", "Later ()", "Long" * 30 + " ()")
         self.assertEqual(self.code, 0, self.err)
         lines = output.splitlines()
         self.assertEqual(lines[0], "actions: 434, classes: 23")
         self.assertEqual(lines[1], "text: Many (" + ", ".join(f"P{i}: {i}" for i in range(100)) + ", X: 5)")
         self.assertEqual(lines[5], "event: 10001 99 | Many (P99: 99)")
-        self.assertEqual(lines[6], "text: Repeated (twice: 2, twice: 2, B: 1)")
-        self.assertEqual(lines[8], "parameters: Twice:0 TWICE:0 B:0")
+        self.assertEqual(lines[6], "text: Repeated (TWICE: 2, TWICE: 2, B: 1)")
+        self.assertEqual(lines[8], "parameters: Twice:0 TWICE:4 B:0")
         facts = json.loads(lines[9].removeprefix("json: "))["action"]
         self.assertEqual((facts["classCode"], facts["flags"]), (0, 9))
         # The code went to the newcomer; the older action is found by its name.
