@@ -138,12 +138,14 @@ TEST(Json, Strings)
             EXPECT_EQ(writer.Finish(), u"\"k\":\"" + front + row.written + back + u'"') << int{row.unit};
         }
     }
-    // A text that outgrows the writer's first memory in the middle of its escapes.
+    // Texts that end around the end of the writer's first memory, and one that outgrows the next in its escapes.
     for (std::size_t plain = 2020; plain < 2060; ++plain) {
         TOrvJsonWriter writer(false);
-        std::u16string expected(u"\"k\":\"" + std::u16string(plain, u'p'));
+        std::u16string expected(u"\"k\":\"" + std::u16string(plain, u'p') + u"\",\"o\":{\"e\":\"");
         for (int i = 0; i < 3000; ++i) expected += u"\\u0001";
-        writer.WriteString(u"k", std::u16string(plain, u'p') + std::u16string(3000, u'\1'));
+        writer.WriteString(u"k", std::u16string(plain, u'p'));
+        writer.OpenObject(u"o");
+        writer.WriteString(u"e", std::u16string(3000, u'\1'));
         EXPECT_EQ(writer.Finish(), expected + u'"') << plain;
     }
     TOrvJsonWriter writer(false);
