@@ -142,7 +142,7 @@ class Loading(Folder):
             f"<action name='{'Long' * 30}' code='10003' class='1'/>",
             "<action name='Later' code='10000' class='Nobody'/>"])))
         values = ", ".join(f"P{i}: {i}" for i in range(99, -1, -1))
-        output = self.host(f"Many ({values}, X: 5)", "Repeated (B: 1, Twice: 3, TWICE: 2)", "Site10000 ()", "Later ()", "Long" * 30 + " ()")
+        output = self.host(f"Many ({values}, X: 5)", "Repeated (B: 1, Twice: 3, TWICE: 2)", "Site10000 (1)", "Later ()", "Long" * 30 + " ()")
         self.assertEqual(self.code, 0, self.err)
         lines = output.splitlines()
         self.assertEqual(lines[0], "actions: 434, classes: 23")
@@ -153,7 +153,7 @@ class Loading(Folder):
         facts = json.loads(lines[9].removeprefix("json: "))["action"]
         self.assertEqual((facts["classCode"], facts["flags"]), (0, 9))
         # The code went to the newcomer; the older action is found by its name.
-        self.assertEqual([lines[11], lines[16]], ["text: Site10000 ()", "text: Later ()"])
+        self.assertEqual([lines[11], lines[16]], ['text: Site10000 ("": 1)', "text: Later ()"])
 
 
 class Lint(Folder):
