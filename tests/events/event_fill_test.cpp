@@ -101,6 +101,8 @@ TEST(EventFill, KindsOfValues)
         {u"VantikAIAlarm", u"Rule", [](auto& v) { v.SetString(u"r"); }, "2170; StringFieldA 'r'"},
         {u"VantikAIAlarm", u"ObjectCount", [](auto& v) { v.SetResource(kGuid, u"r"); }, "2170"},
         {u"PanLeft", u"Camera", [](auto& v) { v.SetInt32(5); }, "1102; Int32FieldA 5; Int64FieldA 5; StringFieldA '5'"},
+        {u"PanLeft", u"Camera", [](auto& v) { v.SetDateTime({5}); },
+         "1102; Int32FieldA 1; Int64FieldA 1; StringFieldA '1'"},
     };
     for (const auto& [name, parameter, set, record] : cases) {
         const ObjectPtr<TOrvAction> action(TOrvAction::Create(name));

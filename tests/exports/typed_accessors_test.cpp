@@ -246,9 +246,9 @@ TEST(TypedAccessors, ParametersByNameAtTheEdges)
     SysFreeString(record.text);
 
     for (const std::uint32_t kind : {0u, 13u, 0xFFFFFFFFu}) {
-        record = {};
-        record.kind = kind;
+        record = {kind, 7, {}, nullptr};
         EXPECT_TRUE(Talvec_Action_SetParameterByName(handle.get(), W(u"Int"), &record));
+        EXPECT_EQ(handle->GetParameterEnum(W(u"Int")), 7u);
         EXPECT_TRUE(handle->HasParameter(W(u"Int")));
         EXPECT_EQ(handle->GetParameterType(W(u"Int")), 0u);
     }
@@ -309,10 +309,12 @@ TEST(TypedAccessors, UpdateAsksForEverythingThatIsSet)
     Configuration configuration;
     const Handle backup = Named(u"BackupEvent");
     const TOrvEventTypeValue event = {3, W(u"old event"), 0};
-    const TOrvResourceValue destination = {{1, 0, 0, {}}, W(u"old place")};
+    const TOrvParameterValue destination = {
+        ORV_KIND_Resource, 4711, {.resource = {{1, 0, 0, {}}, W(u"old place")}}, nullptr};
     backup->SetEventType(W(u"TypeID"), &event);
-    backup->SetResource(W(u"Destination"), &destination);
+    Talvec_Action_SetParameterByName(backup.get(), W(u"Destination"), &destination);
     EXPECT_TRUE(Update(backup, configuration));
+    EXPECT_EQ(backup->GetParameterEnum(W(u"Destination")), 4711u);
     EXPECT_EQ(configuration.asked, (std::vector<std::u16string>{u"event old event", u"destination old place"}));
     EXPECT_EQ(StoredText(backup.get()).find(u"old"), std::u16string::npos);
     EXPECT_NE(StoredText(backup.get()).find(u"new resource"), std::u16string::npos);

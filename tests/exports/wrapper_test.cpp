@@ -88,6 +88,8 @@ TEST(Wrapper, ReadsConvertAsTheLibraryDoes)
     action.Set("Channel", orv::Channel::Number(7));
     EXPECT_EQ(action.Get<std::int32_t>("Channel"), 7);
     EXPECT_EQ(action.Get<bool>("Channel"), false);  // it has no name
+    action.Set("Zero", 0.0);
+    EXPECT_EQ(action.Get<bool>("Zero"), false);
     EXPECT_FALSE(action.Get<std::string>("Channel").has_value());
     action.Set("Number", 7);
     EXPECT_FALSE(action.Get<orv::Enum>("Number").has_value());

@@ -42,7 +42,7 @@ protected:
 
 TEST_F(MapOfPanLeft, IsWalkedByKeyAndByDeclaration)
 {
-    for (const auto* name : {u"zebra", u"SPEED", u"Dora", u"camera", u"Bert"}) SetNumber(map_, name, 1);
+    for (const auto* name : {u"zebra", u"speeD", u"SPEED", u"Dora", u"camera", u"Bert"}) SetNumber(map_, name, 1);
     EXPECT_EQ(Keys(map_), (std::vector<std::u16string>{u"bert", u"camera", u"dora", u"speed", u"zebra"}));
     EXPECT_EQ(Names(map_), (std::vector<std::u16string>{u"camera", u"SPEED", u"Bert", u"Dora", u"zebra"}));
     EXPECT_EQ(map_.Size(), 5u);

@@ -158,11 +158,13 @@ TEST(Parameter, RetypingFollowsTheTable)
 
 TEST(Parameter, RetypingKeepsWhatItShould)
 {
-    TOrvParameter value = Sample(ORV_KIND_Numeric32Bit);
+    TOrvParameter value = Sample(ORV_KIND_String);
+    value.Retype(ORV_KIND_Numeric32Bit, 0);
     value.Retype(ORV_KIND_MediaChannel, 0);
-    EXPECT_EQ(value.Small(), -7);
+    EXPECT_EQ(value.Small(), 12);
     EXPECT_EQ(value.Large(), 0);
     EXPECT_EQ(value.Wide(), u"");
+    EXPECT_EQ(*value.Wide().data(), u'\0');
 
     value = Sample(ORV_KIND_Numeric64Bit);
     value.Retype(ORV_KIND_MediaChannel, 0);
