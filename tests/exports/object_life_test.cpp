@@ -126,6 +126,7 @@ TEST(ObjectLife, NullHandles)
     EXPECT_TRUE(LastError().has_value());  // as it was
     EXPECT_TRUE(OrvAct_CloseHandle(nullptr));
     EXPECT_FALSE(LastError().has_value());
+    std::thread([] { EXPECT_TRUE(OrvAct_CloseHandle(nullptr) && !LastError()); }).join();  // the first call of a thread
 }
 
 TEST(ObjectLife, GenericAction)
