@@ -104,21 +104,27 @@ TEST_F(ExtensionReading, RowsThatCount)
         const char* section;
         const char* rows;
         const char* added;
+        const char* remark = "";
     };
     const Case cases[] = {
         {"actionclasses", "<actionclass name='a' code='999'/>", "000"},
         {"actionclasses", "<actionclass name='a' code='1000x'/>", "100"},
-        {"actionclasses", "<actionclass name='b'><code>1001</code></actionclass>", "000"},
+        {"actionclasses", "<actionclass name='b'><code>1001</code></actionclass>", "000", "code is 0,"},
         {"actionclasses", "<actionclass name='b' Code='1001'/><actionclass code='1001'/>", "000"},
         {"actionclasses", "<actionclass name='' code='1001'><name>b</name></actionclass>", "000"},
         {"actionclasses", "<actionclass name='VIDEO' code='1002'/><class name='c' code='1003'/>", "000"},
         {"ActionClasses", "<actionclass name='c' code='1003'/>", "000"},
-        {"actions", "<action name='a' code='9999' class='1'/>", "000"},
+        {"actions",
+         "<action name='0123456789012345678901234567890123456789012345678901234567890123456789012345678901234567890123"
+         "456789x' code='9999' class='1'/>",
+         "000", "456789' is skipped: its code is 9999,"},
         {"actions", "<action name='a' code='-10000' class='1'/>", "000"},
+        {"actions", "<action name='a' class='1'><code>10000</code></action>", "000", "code is 0,"},
         {"actions", "<action name='a' code='10000'/>", "000"},
         {"actions", "<action name='a' code='10000'><class/></action>", "010"},
         {"actions", "<action name='PanLEFT' code='10001' class='1'/>", "000"},
         {"enums", "<enum name='a' code='999'><values><value name='v' value='1'/></values></enum>", "000"},
+        {"enums", "<enum name='a'><code>1000</code><values/></enum>", "000", "code is 0,"},
         {"enums", "<enum name='a' code='1000'><value name='v' value='1'/></enum>", "000"},
         {"enums", "<enum name='a' code='1000'><values><value name='v'><value>1</value></value></values></enum>", "000"},
         {"enums",
@@ -139,6 +145,7 @@ TEST_F(ExtensionReading, RowsThatCount)
         for (int i = 0; i < 3; ++i) difference += std::to_string(now[i] - std::exchange(added[i], now[i]));
         EXPECT_EQ(difference, item.added) << item.rows;
         EXPECT_FALSE(remarks_.empty() && item.added == std::string("000")) << "in silence: " << item.rows;
+        EXPECT_NE(remarks_.find(item.remark), std::string::npos) << remarks_;
     }
     EXPECT_EQ(catalogue_.FindEnumTypeId(u"B"), 5096U);
     EXPECT_EQ(catalogue_.FindEnumValue(5096, 0)->NameW.view(), u"v");
