@@ -189,6 +189,8 @@ TEST(EventRestore, TheImageGoesFirst)
     SetImage(filled.record, action);
     filled.record.imageSize -= 1;
     EXPECT_EQ(Restored(RestoreAction(filled.record)), "3 TiltUp");
+    filled.record.code = 1001;  // the first of ours
+    EXPECT_EQ(Restored(RestoreForDescription(filled.record)), "3 TiltUp");
 }
 
 // An action that the catalogue does not know has code 0 in its record. Its image is ours all the same.

@@ -193,6 +193,7 @@ TEST(CatalogueQueries, DescribeEventsAndMatchActions)
     EXPECT_EQ(OrvAct_EnumerateEventFields(fields.data(), event.ParameterCount + 1), 20u);
 
     TTalvecParameterPlainInfo comment{};
+    EXPECT_EQ(Talvec_Action_EnumerateEventFields(&comment, 1), 1u);
     ASSERT_TRUE(Talvec_Action_GetMatchActionDescriptionInfo(&comment));
     EXPECT_STREQ(comment.NameA, "Comment");
     EXPECT_EQ(comment.Priority, 8u);

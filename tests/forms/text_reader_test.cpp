@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "OrvActions.h"
 #include "forms/describe.h"
 #include "forms/fake_sibling.h"
 #include "forms/technical_text_writer.h"
@@ -241,6 +242,7 @@ TEST(SiblingText, NarrowTextIsSeenThroughUtf8)
     const std::u16string text = std::u16string(u"A (\"") + u'\xD800' + u"\")";
     FakeSibling sibling(std::nullopt);
     Read(text, 0, false);
+    EXPECT_FALSE(Talvec_Action_ConvertOrvActionTextToHeskActionText(Boundary(text.c_str()), nullptr));
     EXPECT_EQ(sibling.seenText, text);
     EXPECT_EQ(sibling.seenNarrow, "");
     Read(text, 0, true);
