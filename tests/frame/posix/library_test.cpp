@@ -29,26 +29,36 @@ bool WatchesForCrashes()
     return (present.sa_flags & SA_SIGINFO) != 0;
 }
 
-std::string PlainNames()
+// In both sets, of which the native one is selected afterwards.
+std::string Texts()
 {
-    TTalvecActionPlainInfo action{};
-    TTalvecParameterPlainInfo field{};
-    Talvec_Action_GetActionInfo(&action, ORV_ACTION_PanLeft);
-    Talvec_Action_GetEventFieldInfo(&field, 0);
-    return std::string(action.PlainNameA)
-        .append(action.PlainNameU)
-        .append(Ulmo::Utf8FromWide(TerminatedView(action.PlainNameW)))
-        .append(Ulmo::Utf8FromWide(TerminatedView(field.PlainNameW)));
+    std::string texts;
+    for (const OrvBool native : {OrvBool{0}, OrvBool{1}}) {
+        TTalvecActionPlainInfo action{}, event{};
+        TTalvecParameterPlainInfo field{};
+        OrvAct_SetNativeTranslation(native);
+        Talvec_Action_GetActionInfo(&action, ORV_ACTION_PanLeft);
+        Talvec_Action_GetEventDescriptionInfo(&event);
+        Talvec_Action_GetEventFieldInfo(&field, 0);
+        texts.append(action.PlainNameA).append(action.PlainNameU).append(action.DescriptionA).append(event.PlainNameA);
+        texts.append(Ulmo::Utf8FromWide(TerminatedView(action.PlainNameW)));
+        texts.append(Ulmo::Utf8FromWide(TerminatedView(field.PlainNameW)));
+    }
+    return texts;
 }
 
-void WritePlainNames()
+void WriteTexts()
 {
     TTalvecActionPlainInfo action{};
     TTalvecParameterPlainInfo field{};
     action.Code = ORV_ACTION_PanLeft;
     action.PlainNameW = action.DescriptionW = field.PlainNameW = field.DescriptionW = Boundary(u"written");
-    Talvec_Action_SetActionPlainInfo(&action);
-    Talvec_Action_SetEventFieldPlainInfo(&field, 0);
+    for (const OrvBool native : {OrvBool{0}, OrvBool{1}}) {
+        OrvAct_SetNativeTranslation(native);
+        Talvec_Action_SetActionPlainInfo(&action);
+        Talvec_Action_SetEventDescriptionPlainInfo(&action);
+        Talvec_Action_SetEventFieldPlainInfo(&field, 0);
+    }
 }
 
 volatile sig_atomic_t handled = 0;
@@ -67,22 +77,22 @@ void SetHostsHandlers()
 int EndAndStart(const std::string& reports)
 {
     const Configured configured{{"SOFTWARE\\Tessarine\\Ulmo", "CrashDumpFolder", reports}};
-    const std::string names = PlainNames();
+    const std::string texts = Texts();
     TOrvLastErrorInfo failure{};
-    WritePlainNames();
+    WriteTexts();
     TOrvHandle object = Talvec_Action_CreateActionByName(Boundary(u"Nobody"));
     const TOrvChannelValue channel{};
     OrvAct_SetVideoInput(object, &channel);  // which an unknown action refuses
     Ulmo::DebugOut("library").Write(Ulmo::DebugLevelInfo, u"line");
     SiblingConverter* const sibling = SetSibling(nullptr);
     SetSibling(sibling);
-    if (PlainNames() == names || WatchesForCrashes() || !sibling || !OrvAct_GetLastError(&failure)) return 1;
+    if (Texts() == texts || WatchesForCrashes() || !sibling || !OrvAct_GetLastError(&failure)) return 1;
     Ended(false);
     SetHostsHandlers();
     if (SetSibling(nullptr) != nullptr) return 2;
     Started();
     if (!WatchesForCrashes()) return 3;
-    if (PlainNames() != names) return 4;
+    if (Texts() != texts) return 4;
     if (OrvAct_GetLastError(&failure) || !Ulmo::ExceptionHistory::Snapshot().empty()) return 5;
     if (SetSibling(sibling) != sibling) return 6;
     for (const int crash : {SIGILL, SIGFPE}) raise(crash);  // the first one is reported, both go on to the host
@@ -94,10 +104,10 @@ int EndAndStart(const std::string& reports)
     raise(SIGILL);
     if (WatchesForCrashes() || present.sa_handler != SIG_IGN || handled != 2) return 8;
     Started();
-    if (PlainNames() != names) return 9;
+    if (Texts() != texts) return 9;
     // What a system that tells of the end of threads makes of the calling thread's failure.
     OrvAct_SetVideoInput(object, &channel);
-    if (!OrvAct_GetLastError(&failure)) return 10;
+    if (!OrvAct_GetLastError(&failure) || Ulmo::ExceptionHistory::Snapshot().empty()) return 10;
     Platform::LibraryEvents::ThreadEnded();
     if (OrvAct_GetLastError(&failure)) return 11;
     OrvAct_CloseHandle(object);
