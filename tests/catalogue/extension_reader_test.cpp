@@ -25,6 +25,7 @@ protected:
              "</action></actions></PLC>");
         const TOrvActionInternalInfo* action = catalogue_.FindActionByName(Ulmo::WideFromUtf8("A" + code));
         EXPECT_NE(action, nullptr);
+        EXPECT_EQ(action->Flags, 0U);
         return *action;
     }
     const TOrvParameterInternalInfo& Parameter(const std::string& attributes, const std::string& inside = {})
@@ -74,8 +75,9 @@ TEST_F(ExtensionReading, TextsAndDefaults)
         "<name>Gr\xC3\xBC\xC3\x9F</name><plain>T\xC3\xBCr</plain><description/></ACTION></actions>"
         "<actionclasses><actionclass name='Own' code='1000'><name>no</name><description>d &amp; e</description>"
         "</actionclass></actionclasses>"
-        "<enums><enum name='E' code='1000'><values><value name='V' value='-1'/><value name='W' value='2' text='w'/>"
+        "<enums><enum name='E' code='1000'><values><value name='V' value='-1'/><value name='W' value='+2' text='w'/>"
         "</values></enum></enums></plc>");
+    EXPECT_EQ(remarks_.find("number"), std::string::npos) << remarks_;
     const TOrvActionInternalInfo* action = catalogue_.FindActionByCode(10001);
     ASSERT_NE(action, nullptr);
     EXPECT_EQ(Show(*action), "T\xC3\xBCr|Gr\xC3\xBC\xC3\x9F");
@@ -108,7 +110,7 @@ TEST_F(ExtensionReading, RowsThatCount)
     };
     const Case cases[] = {
         {"actionclasses", "<actionclass name='a' code='999'/>", "000"},
-        {"actionclasses", "<actionclass name='a' code='1000x'/>", "100"},
+        {"actionclasses", "<actionclass name='a' code='1000x'/>", "100", "no decimal number: it is read as 1000\n"},
         {"actionclasses", "<actionclass name='b'><code>1001</code></actionclass>", "000", "code is 0,"},
         {"actionclasses", "<actionclass name='b' Code='1001'/><actionclass code='1001'/>", "000"},
         {"actionclasses", "<actionclass name='' code='1001'><name>b</name></actionclass>", "000"},
@@ -190,7 +192,8 @@ TEST_F(ExtensionReading, Parameters)
         {"name='p' type='Integer'", 2, 0, 0, 0, "plain 32-bit number"},
         {"name='p' type=''", 2, 0, 0, 0, "plain 32-bit number"},
         {"name='p' type='String' view='Monitor' dbfield='None'", 5, 0, 0, 0, "no view 'Monitor'"},
-        {"name='p' type='Int64' dbfield='Int64_A|'", 3, 0, 0, 0, "no column at all"},
+        {"name='p' type='Int64' dbfield='Int64_A|'", 3, 0, 0, 0,
+         "no column ''\nW100 the parameter 'p' gets no column at all: beside a bar at least two must be good\n"},
         {"name='p' type='Guid' dbfield='Int64_A|Nothing|Int64_B'", 7, 0, 0, 0x30, "no column 'Nothing'\n"},
         {"name='p' type='Guid' dbfield='X|Int64_A||Y|Int64_B'", 7, 0, 0, 0x30, "no column 'X', nor are 2 other"},
         {"name='p' type='Rect' flags='1'", 11, 0, 0, 0, "'flags' has no effect"},
@@ -204,6 +207,10 @@ TEST_F(ExtensionReading, Parameters)
         EXPECT_EQ(parameter.Priority, 5U);
         EXPECT_EQ(remarks_.empty(), *item.remark == 0) << remarks_;
         EXPECT_NE(remarks_.find(item.remark), std::string::npos) << remarks_;
+    }
+    for (const std::size_t length : {100U, 101U}) {
+        Parameter("name='p' type='" + std::string(length, 'x') + "'");
+        EXPECT_NE(remarks_.find(length > 100 ? "xx...' is no type" : "xx' is no type"), std::string::npos) << remarks_;
     }
     EXPECT_EQ(Show(Parameter("name='p' type='Int32' priority='8'", "<plain>P</plain>")), "P|p");
     EXPECT_EQ(Parameter("name='p'", "<type>String</type>").Type, 2U);
@@ -226,7 +233,7 @@ TEST_F(ExtensionReading, CollidingExtensions)
         "<PLC><enums><enum name='A' code='1000'><values><value name='a' value='1'/></values></enum>"
         "<enum name='B' code='1000'><values><value name='b' value='1'/><value name='c' value='2'/></values></enum>"
         "<enum name='A' code='1001'><values><value name='d' value='7'/></values></enum></enums>"
-        "<actions><action name='One' code='10000' class='1'/><action name='Two' code='10000' class='1'/>"
+        "<actions><action name='One' code='10000' class='1'/><action name='Two' code='10000' class='1' value='1'/>"
         "<action name='ONE' code='10001' class='1'/></actions></PLC>");
     EXPECT_EQ(catalogue_.FindEnumTypeId(u"a"), 5096U);
     EXPECT_EQ(catalogue_.FindEnumTypeId(u"b"), 5096U);
