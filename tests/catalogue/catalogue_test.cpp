@@ -64,7 +64,7 @@ TEST(Catalogue, ManyNamesKeepApart)
     TOrvActionCatalogue catalogue;
     std::vector<ActionPtr> actions;
     for (std::uint32_t i = 0; i < 1000; ++i) {
-        std::u16string name = u"Action";
+        std::u16string name = u"Action[";
         for (std::uint32_t rest = i; rest != 0; rest /= 7) name += static_cast<char16_t>(u'a' + rest % 7);
         actions.push_back(NewAction(name, 10000 + i));
         catalogue.RegisterAction(actions.back());
@@ -73,6 +73,7 @@ TEST(Catalogue, ManyNamesKeepApart)
         EXPECT_EQ(catalogue.FindActionByName(action->NameW.view()), action.get());
         EXPECT_EQ(catalogue.FindActionByCode(action->Code), action.get());
     }
+    for (const auto* name : {u"Acti", u"Actio", u"Action{"}) EXPECT_EQ(catalogue.FindActionByName(name), nullptr);
 }
 
 TEST(Catalogue, ParametersAreFoundAndWalkedInBothOrders)
