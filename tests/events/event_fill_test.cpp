@@ -37,7 +37,7 @@ TEST(EventFill, DeclaredParametersAndUsers)
         {u"EventStarted (EventID: 9, TypeID: { 4, \"door\" })",
          "1059; Int64FieldA 9; Int64FieldB 4; StringFieldA 'door'"},
         {u"EventStarted (EventID: 0, TypeID: \"\")", "1059; Int64FieldA 0"},
-        {u"CustomAction (String: \"\")", "1008; StringFieldA ''"},
+        {u"CustomAction (String: \"\", Int64FieldA: 9)", "1008; StringFieldA ''"},
         {u"FaceRecEvent (Smile: 1, LivenessConfirmed: 0)", "1700; Int32FieldD 1; Int64FieldB 0"},
         {u"VantikVMDAlarm (AlarmArea: { 1, 0, 0, 0 }, VMDZone: 3)", "2030; Int64FieldB 1"},
         {u"UserLogin (User1: \"a\", ClientAccount: \"b\", Host: \"c\")",
@@ -58,12 +58,14 @@ TEST(EventFill, AMaskThatLacksASort)
     TOrvActionCatalogue catalogue(TOrvActionCatalogue::Content::BuiltIn);
     ExtensionReader(catalogue).Read(
         "<PLC><actions><action name='Gate' code='10000' class='1'><params>"
-        "<parameter name='Door' type='MediaChannel' dbfield='Int32_A'/></params></action></actions></PLC>");
+        "<parameter name='Door' type='MediaChannel' dbfield='Int32_A'/>"
+        "<parameter name='Card' type='Guid' dbfield='Int64_A'/></params></action></actions></PLC>");
     const auto* entry = catalogue.FindActionByName(u"Gate");
     ASSERT_NE(entry, nullptr);
     ASSERT_EQ(entry->Parameters[0].DbField, std::uint32_t{ORV_COLUMN_Int32_A});
     const ObjectPtr<TOrvAction> action(TOrvAction::Create(*entry));
     action->Parameters().StoreDeclared(0, [](TOrvParameter& value) { value.SetMediaChannel(7, 5, u"x"); });
+    action->Parameters().StoreDeclared(1, [](TOrvParameter& value) { value.SetGuid({1, 2, 3, {}}); });
     // A column that does not exist would lie after the record.
     struct {
         TOrvEventData record{};
@@ -108,6 +110,7 @@ TEST(EventFill, KindsOfValues)
         const ObjectPtr<TOrvAction> action(TOrvAction::Create(name));
         action->Parameters().Store(parameter, set);
         EXPECT_EQ(Filled(*action), record);
+        EXPECT_EQ(action->GetParameterEnum(Boundary(parameter)), 0u);
     }
 }
 

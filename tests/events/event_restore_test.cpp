@@ -150,10 +150,10 @@ TEST(EventRestore, FromColumns)
 
 TEST(EventRestore, LengthsOfTexts)
 {
-    Columned filled(1008, ORV_COLUMN_String_A | ORV_COLUMN_FirstUser);
+    Columned filled(1008, ORV_COLUMN_String_A | ORV_COLUMN_FirstUser | ORV_COLUMN_SecondUser);
     filled.record.stringField[0].length = 0;  // an empty text, but a filled column
     filled.record.userField[0].length = 0;    // not filled: here the length counts as well
-    EXPECT_EQ(Restored(RestoreAction(filled.record)), "3 CustomAction; String str ''");
+    EXPECT_EQ(Restored(RestoreAction(filled.record)), "3 CustomAction; String str ''; User2 str 'text'");
     const std::uint32_t open = Platform::LivingCount::Read();
     filled.record.stringField[0].length = 0xFFFFFFFFFFFFFFFF;
     EXPECT_THROW(RestoreAction(filled.record), std::length_error);
