@@ -74,6 +74,7 @@ TEST(ObjectLife, EqualityKnowsCaseOrderAndKind)
     EXPECT_TRUE(Equal(a, b));
     b->SetString(W(u"Extra"), W(u"Value"));
     EXPECT_FALSE(Equal(a, b));
+    EXPECT_FALSE(Equal(Read(u"Unknown1 (x: 1)"), Read(u"Unknown2 (x: 1)")));
 
     TOrvHandle made = nullptr;
     ASSERT_TRUE(OrvAct_CreateMatchActionFromTemplate(a.get(), &made));

@@ -137,6 +137,8 @@ TEST(TypedAccessors, ForeignKeyAndGenericNumber)
     number = 77;
     EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(Named(u"SystemStarted").get(), &number));
     EXPECT_EQ(number, 0);
+    EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(Read(u"SystemTimerStart (TimerID: 5)").get(), &number));
+    EXPECT_EQ(number, 5);
 }
 
 TEST(TypedAccessors, WhatAnActionIs)

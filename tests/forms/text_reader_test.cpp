@@ -243,6 +243,8 @@ TEST(SiblingText, NarrowTextIsSeenThroughUtf8)
     FakeSibling sibling(std::nullopt);
     Read(text, 0, false);
     EXPECT_FALSE(Talvec_Action_ConvertOrvActionTextToHeskActionText(Boundary(text.c_str()), nullptr));
+    EXPECT_FALSE(Talvec_Action_CreateIOrvActionFromTextBuffer(Boundary(text.c_str()), 0));
+    EXPECT_FALSE(OrvAct_CreateFromTextBufferW(Boundary(text.c_str()), ORV_LENGTH_TERMINATED, 0, 0, nullptr));
     EXPECT_EQ(sibling.seenText, text);
     EXPECT_EQ(sibling.seenNarrow, "");
     Read(text, 0, true);

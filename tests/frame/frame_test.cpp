@@ -103,9 +103,9 @@ TEST(Frame, OverlongTextsAreCut)
     EXPECT_EQ(stored.message, std::string(1023, 'w'));
     EXPECT_EQ(stored.details, std::string(5631, 'd'));
     // The system's wide units are cut as UTF-16, a pair in the middle as well.
-    const std::wstring system = L"\U0010FFFF" + std::wstring(1020, L'w') + L"\U0001F600" + std::wstring(2000, L'w');
+    const std::wstring system = L"\U0010FFFF" + std::wstring(1020, L'w') + L"\U00010000" + std::wstring(2000, L'w');
     Framed(0, [&]() -> int { throw system.c_str(); });
-    EXPECT_EQ(LastFailure().messageW, u"\U0010FFFF" + std::u16string(1020, u'w') + u'\xD83D');
+    EXPECT_EQ(LastFailure().messageW, u"\U0010FFFF" + std::u16string(1020, u'w') + u'\xD800');
     LastError::Store({1, 2, details.c_str(), "m", nullptr, nullptr});
     EXPECT_EQ(LastFailure().className, std::string(499, 'd'));
 }
