@@ -221,9 +221,11 @@ TEST(Entries, TextsAreKeptInAllForms)
     const ActionPtr action = NewAction(u"Plain", 10001);
     EXPECT_EQ(action->NativePlain.U.view(), "Plain");
     EXPECT_EQ(action->Description.W.view(), u"Plain");
-    action->WriteTexts(u"T\u00fcr", u"");
-    EXPECT_EQ(action->NativePlain.W.view(), u"T\u00fcr");
-    EXPECT_EQ(action->NativePlain.U.view(), "T\xc3\xbcr");
+    const char16_t* const room = action->NativePlain.W.c_str();
+    action->WriteTexts(u"T\u00fcren", u"");
+    EXPECT_EQ(action->NativePlain.W.c_str(), room);  // which the new text fills to the end
+    EXPECT_EQ(action->NativePlain.W.view(), u"T\u00fcren");
+    EXPECT_EQ(action->NativePlain.U.view(), "T\xc3\xbcren");
     EXPECT_EQ(action->NeutralPlain.W.view(), u"Plain");
     EXPECT_EQ(action->Description.W.view(), u"Plain");
 }

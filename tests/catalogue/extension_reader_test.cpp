@@ -84,6 +84,7 @@ TEST_F(ExtensionReading, TextsAndDefaults)
     EXPECT_EQ(action->LowerName.view(), u"gr\u00FC\u00DF");
     EXPECT_EQ(action->Priority, 7U);
     EXPECT_EQ(action->Flags, 9U);
+    EXPECT_EQ(action->Parameters.size(), 0U);
     EXPECT_EQ(action->InternalIndex, 429U);
     EXPECT_EQ(action->Class.get(), catalogue_.FindActionClassByCode(0));
     const TOrvActionClassInternalInfo* own = catalogue_.FindActionClassByName(u"OWN");

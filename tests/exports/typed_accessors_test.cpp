@@ -135,8 +135,10 @@ TEST(TypedAccessors, ForeignKeyAndGenericNumber)
     EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(camera.get(), &number));
     EXPECT_EQ(number, 0);
     number = 77;
-    EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(Named(u"SystemStarted").get(), &number));
+    const Handle foreign = Read(u"SystemTerminating (TimerID: \"5\")");  // of the next action in the catalogue
+    EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(foreign.get(), &number));
     EXPECT_EQ(number, 0);
+    EXPECT_EQ(foreign->GetParameterType(W(u"TimerID")), std::uint32_t{ORV_KIND_String});
     EXPECT_TRUE(OrvAct_GetGenericInt32Parameter(Read(u"SystemTimerStart (TimerID: 5)").get(), &number));
     EXPECT_EQ(number, 5);
 }
