@@ -1,6 +1,7 @@
 // The end of the library inside a process that goes on, and a start after it.
 #include <gtest/gtest.h>
 
+#include <limits.h>
 #include <signal.h>
 #include <cstdlib>
 #include <filesystem>
@@ -105,6 +106,10 @@ int EndAndStart(const std::string& reports)
     if (WatchesForCrashes() || present.sa_handler != SIG_IGN || handled != 2) return 8;
     Started();
     if (Texts() != texts) return 9;
+    for (int i = 0; i < PTHREAD_KEYS_MAX; ++i) {  // a slot that is not given back would be missing
+        Ended(false);
+        Started();
+    }
     // What a system that tells of the end of threads makes of the calling thread's failure.
     OrvAct_SetVideoInput(object, &channel);
     if (!OrvAct_GetLastError(&failure) || Ulmo::ExceptionHistory::Snapshot().empty()) return 10;
