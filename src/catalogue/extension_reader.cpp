@@ -195,7 +195,7 @@ void ExtensionReader::ReadValue(const Node& row, std::uint32_t enumId)
     const EnumValuePtr entry = Ulmo::MakeCounted<TOrvEnumInternalInfo>(name, enumId, number);
     const Attribute* text = row.FindAttribute("text");
     entry->WriteTextsOfBothSets(text ? Ulmo::WideFromUtf8(text->value) : name, {});
-    TellCollision(row, nullptr, catalogue_.FindEnumValue(enumId, number));
+    TellTakenNumber(row, catalogue_.FindEnumValue(enumId, number));
     catalogue_.RegisterEnumValue(entry);
 }
 

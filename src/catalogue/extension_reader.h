@@ -84,6 +84,7 @@ private:
     void TellNumber(const Attribute& attribute, std::int32_t number) const;
     void TellClass(const Node& row, std::u16string_view name, bool byNumber, bool known) const;
     void TellCollision(const Node& row, const TOrvBaseNameInfo* ofName, const TOrvBaseNameInfo* ofCode) const;
+    void TellTakenNumber(const Node& row, const TOrvBaseNameInfo* by) const;  // of a value of an enum
     void TellEnum(const Node& row, std::u16string_view name, std::uint32_t id);
     void TellType(const Node& row, std::u16string_view type, std::uint32_t enumType) const;
     void TellView(const Node& row, std::u16string_view view) const;

@@ -139,18 +139,20 @@ void ExtensionReader::TellCollision(const Node& row, const TOrvBaseNameInfo* ofN
                                     const TOrvBaseNameInfo* ofCode) const
 {
     if (!listener_) return;
-    // A value is the only row with a "value" and without a "code".
-    const bool isValue = !ofName && row.FindAttribute("value") && !row.FindAttribute("code");
     if (ofName) {
         Tell(Severity::Error, PlaceOf(row, "name"), {TitleOf(row), " is dropped: the name is taken already"});
-    } else if (ofCode && isValue) {
-        Tell(Severity::Error, PlaceOf(row, "value"),
-             {TitleOf(row), " is dropped: its number is that of '", Quoted(ofCode->NameW.view()), "'"});
     } else if (ofCode) {
         Tell(Severity::Warning, PlaceOf(row, "code"),
              {TitleOf(row), " takes its code over from '", Quoted(ofCode->NameW.view()),
               "', which is then found by its name alone"});
     }
+}
+
+void ExtensionReader::TellTakenNumber(const Node& row, const TOrvBaseNameInfo* by) const
+{
+    if (!listener_ || !by) return;
+    Tell(Severity::Error, PlaceOf(row, "value"),
+         {TitleOf(row), " is dropped: its number is that of '", Quoted(by->NameW.view()), "'"});
 }
 
 void ExtensionReader::TellEnum(const Node& row, std::u16string_view name, std::uint32_t id)

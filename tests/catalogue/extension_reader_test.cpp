@@ -232,7 +232,7 @@ TEST_F(ExtensionReading, CollidingExtensions)
 {
     Read(
         "<PLC><enums><enum name='A' code='1000'><values><value name='a' value='1'/></values></enum>"
-        "<enum name='B' code='1000'><values><value name='b' value='1'/><value name='c' value='2'/></values></enum>"
+        "<enum name='B' code='1000'><values><value name='b' value='1' code='9'/><value name='c' value='2'/></values></enum>"
         "<enum name='A' code='1001'><values><value name='d' value='7'/></values></enum></enums>"
         "<actions><action name='One' code='10000' class='1'/><action name='Two' code='10000' class='1' value='1'/>"
         "<action name='ONE' code='10001' class='1'/></actions></PLC>");
