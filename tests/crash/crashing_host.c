@@ -1,6 +1,6 @@
 /* A host that loads the library and crashes.
  *
- *     crashing_host LIBRARY access|stack|abort|sent [previous]
+ *     crashing_host LIBRARY access|stack|abort|sent|late [previous]
  *
  * With "previous" it installs a handler of its own first, which ends the process with code 42.
  */
@@ -66,11 +66,17 @@ static int Recurse(volatile char* above)
     return Recurse(block) + block[0];
 }
 
+static void CrashLate(void)
+{
+    *(volatile int*)0 = 1;
+}
+
 int main(int count, char** arguments)
 {
     volatile char start = 0;
     if (count < 3) return 1;
     Prepare(count > 3 && strcmp(arguments[3], "previous") == 0);
+    if (strcmp(arguments[2], "late") == 0) atexit(CrashLate);  /* runs when the library has ended */
     if (!Load(arguments[1])) {
         fprintf(stderr, "cannot load %s\n", arguments[1]);
         return 1;

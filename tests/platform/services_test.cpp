@@ -22,6 +22,7 @@ TEST(SystemStrings, KeepLengthAndContent)
         char16_t* copy = Platform::NewSystemString(text);
         ASSERT_NE(copy, nullptr);
         EXPECT_EQ(Platform::SystemStringLength(copy), text.size());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(copy) % alignof(char16_t), 0U);
         EXPECT_EQ(std::u16string_view(copy, text.size()), text);
         EXPECT_EQ(copy[text.size()], u'\0');
         std::uint32_t bytes = 0;

@@ -48,7 +48,7 @@ TEST(CodePages, ReadUtf8WithReplacements)
     const Case cases[] = {
         {"", u""},
         {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
-        {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", u"\u00E4\u20AC\xD83D\xDE00"},
+        {"\xC3\xA4\xE2\x82\xAC\xF0\x90\x80\x80", u"\u00E4\u20AC\xD800\xDC00"},
         {"\xF4\x8F\xBF\xBF", u"\xDBFF\xDFFF"},
         {"\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF", u"\u0080\u07FF\u0800\uFFFF"},
         {"\x80", u"\uFFFD"},

@@ -63,15 +63,35 @@ void WriteTexts()
 }
 
 volatile sig_atomic_t handled = 0;
+char hostsStack[1 << 16];
 
-// What the host has for crashes: one that it does not care for, one that it handles.
-void SetHostsHandlers()
+void HandleInHost(int, siginfo_t*, void*)
+{
+    handled = handled + 1;
+}
+
+void SetHostsHandler(int crash)
 {
     struct sigaction own {};
-    own.sa_sigaction = [](int, siginfo_t*, void*) { handled = handled + 1; };
+    own.sa_sigaction = HandleInHost;
     own.sa_flags = SA_SIGINFO;
-    sigaction(SIGILL, &own, nullptr);
+    sigaction(crash, &own, nullptr);
+}
+
+auto HandlerOf(int crash)
+{
+    struct sigaction present {};
+    sigaction(crash, nullptr, &present);
+    return present.sa_sigaction;
+}
+
+// What the host has for crashes: one that it does not care for, one that it handles, and a stack.
+void SetHostsHandlers()
+{
+    SetHostsHandler(SIGILL);
     signal(SIGFPE, SIG_IGN);
+    const stack_t stack{hostsStack, 0, sizeof hostsStack};
+    sigaltstack(&stack, nullptr);
 }
 
 // The number of the first thing that is wrong, 0 when all is well.
@@ -79,6 +99,7 @@ int EndAndStart(const std::string& reports)
 {
     const Configured configured{{"SOFTWARE\\Tessarine\\Ulmo", "CrashDumpFolder", reports}};
     const std::string texts = Texts();
+    const auto before = HandlerOf(SIGSEGV);
     TOrvLastErrorInfo failure{};
     WriteTexts();
     TOrvHandle object = Talvec_Action_CreateActionByName(Boundary(u"Nobody"));
@@ -92,18 +113,21 @@ int EndAndStart(const std::string& reports)
     SetHostsHandlers();
     if (SetSibling(nullptr) != nullptr) return 2;
     Started();
-    if (!WatchesForCrashes()) return 3;
+    stack_t stack{};
+    sigaltstack(nullptr, &stack);
+    if (!WatchesForCrashes() || stack.ss_sp != hostsStack) return 3;
     if (Texts() != texts) return 4;
     if (OrvAct_GetLastError(&failure) || !Ulmo::ExceptionHistory::Snapshot().empty()) return 5;
     if (SetSibling(sibling) != sibling) return 6;
-    for (const int crash : {SIGILL, SIGFPE}) raise(crash);  // the first one is reported, both go on to the host
+    raise(SIGILL);  // the first one is reported, both go on to the host
+    std::filesystem::rename(*std::filesystem::directory_iterator(reports), reports + "/first");
+    raise(SIGFPE);
     if (handled != 1) return 7;
-    signal(SIGSEGV, SIG_IGN);  // what the host puts in the place of ours stays
+    SetHostsHandler(SIGBUS);  // what the host puts in the place of ours stays
     Ended(false);
-    struct sigaction present {};
-    sigaction(SIGSEGV, nullptr, &present);
     raise(SIGILL);
-    if (WatchesForCrashes() || present.sa_handler != SIG_IGN || handled != 2) return 8;
+    if (WatchesForCrashes() || HandlerOf(SIGSEGV) != before || HandlerOf(SIGBUS) != HandleInHost) return 8;
+    if (handled != 2) return 12;
     Started();
     if (Texts() != texts) return 9;
     for (int i = 0; i < PTHREAD_KEYS_MAX; ++i) {  // a slot that is not given back would be missing

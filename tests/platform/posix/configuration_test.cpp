@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "events/event_settings.h"
 #include "platform/configuration_cases.h"
@@ -59,7 +60,10 @@ constexpr std::string_view kFile = R"(Windows Registry Editor Version 5.00
 "Number"=dword:4
 [HKEY_LOCAL_MACHINE\SOFTWARE\Removed]
 "Number"=dword:5
+"Text"="none"
 [-HKEY_LOCAL_MACHINE\SOFTWARE\Removed]
+[HKEY_LOCAL_MACHINE\SOFTWARE\Removed]
+"Text"="new"
 )";
 
 TEST(PosixConfiguration, ReadsTheFormatOfTheRegistry)
@@ -79,6 +83,7 @@ TEST(PosixConfiguration, ReadsTheFormatOfTheRegistry)
     for (const auto* missing : {u"Gone", u"Bytes", u"Text", u"None"}) EXPECT_EQ(ReadNumber(key, missing), std::nullopt);
     EXPECT_EQ(ReadText(key, u"Number"), std::nullopt);
     EXPECT_EQ(ReadNumber(u"SOFTWARE\\Removed", u"Number"), std::nullopt);
+    EXPECT_EQ(ReadText(u"SOFTWARE\\Removed", u"Text"), u"new");
     EXPECT_EQ(ReadNumber(u"SOFTWARE", u"Number"), std::nullopt);
 }
 
@@ -113,7 +118,8 @@ TEST(PosixConfiguration, WhatIsNoFileHoldsNothing)
     }
 }
 
-// The lines around a broken one count; what is wrong goes to the debug sink, which is opened once a process.
+// The lines around a broken one count, but for those below a broken key; what is wrong goes to the debug sink, which is
+// opened once a process.
 TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
@@ -138,17 +144,23 @@ TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
     for (const auto& [line, message] : cases) {
         const auto run = [line = line] {
             setenv("ORV_DEBUG_OUTPUT", "1", 1);
-            const RegistryFile file("[HKEY_LOCAL_MACHINE\\K]\n\"x\"=dword:7\n" + std::string(line) + "\n");
-            std::exit(ReadNumber(u"K", u"x") == 7u ? 0 : 1);
+            const RegistryFile file("[HKEY_LOCAL_MACHINE\\K]\n\"x\"=dword:7\n" + std::string(line) +
+                                    "\n\"y\"=dword:8\n");
+            std::exit(ReadNumber(u"K", u"x") != 7u || (line[0] == '[') == ReadNumber(u"K", u"y").has_value() ? 1 : 0);
         };
         EXPECT_EXIT(run(), testing::ExitedWithCode(0), std::string("test.reg:3: ") + message + "\n$");
     }
-    const auto large = [] {
-        setenv("ORV_DEBUG_OUTPUT", "1", 1);
-        const RegistryFile file(std::string((1 << 20) + 1, '\n'));
-        std::exit(ReadNumber(u"K", u"x") ? 1 : 0);
-    };
-    EXPECT_EXIT(large(), testing::ExitedWithCode(0), "test.reg: larger than a megabyte\n$");
+    const std::pair<std::string, const char*> files[] = {
+        {std::string((1 << 20) + 1, '\n'), "test.reg: larger than a megabyte\n$"},
+        {"\"x\"=dword:7\n", "test.reg:1: a value before the first .key.\n$"}};
+    for (const auto& [content, message] : files) {
+        const auto run = [&content = content] {
+            setenv("ORV_DEBUG_OUTPUT", "1", 1);
+            const RegistryFile file(content);
+            std::exit(ReadNumber(u"K", u"x") ? 1 : 0);
+        };
+        EXPECT_EXIT(run(), testing::ExitedWithCode(0), message);
+    }
     const auto missing = [] {
         setenv("ORV_DEBUG_OUTPUT", "1", 1);
         setenv("ORV_REGISTRY", "/nonexistent", 1);

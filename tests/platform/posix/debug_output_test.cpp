@@ -24,6 +24,7 @@ TEST(PosixDebugOutputDeathTest, GoesToStandardErrorWhenAsked)
     const std::u16string longText = std::u16string(511, u'a') + u"\xD83D\xDE00 end";  // a pair across two writes
     EXPECT_EXIT(WriteUnder("1", longText), testing::ExitedWithCode(0), "^a{200,}\xF0\x9F\x98\x80 end\n$");
     EXPECT_EXIT(WriteUnder("1", u"line\n"), testing::ExitedWithCode(0), "^line\n$");
+    EXPECT_EXIT(WriteUnder("1", u"\n"), testing::ExitedWithCode(0), "^\n$");
     EXPECT_EXIT(WriteUnder("0", u"line"), testing::ExitedWithCode(0), "^$");
 }
 

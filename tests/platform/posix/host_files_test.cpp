@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "platform/module.h"
 #include "platform/system_error.h"
 
 namespace {
@@ -31,6 +32,7 @@ TEST(PosixHostFiles, AProgramThatIsNotKnownHasNoFolder)
         std::filesystem::path folder;
         lengthOfLink = length;
         EXPECT_FALSE(Platform::GetHostFolder(folder));
+        EXPECT_FALSE(Platform::StandsBesideExecutable(u"/dev/null"));
         EXPECT_EQ(Platform::LastError(), static_cast<std::uint32_t>(length < 0 ? ENOENT : ENAMETOOLONG));
     }
     lengthOfLink = 0;

@@ -43,7 +43,7 @@ TEST(PosixRule, BecomesAZoneRecord)
         {"UTC0", "0 0"},
         {"<+0530>-5:30", "-330 0"},
         {"EST5", "300 0"},
-        {"EST+5", "300 0"},
+        {"EST+5:00:00", "300 0"},
         {"azAZ5", "300 0"},
         {"CET-1CEST,M3.5.0,M10.5.0/3", "-60 -60 | 0 3 0 5 2 0 0 0 | 0 10 0 5 3 0 0 0 "},
         {"NZST-12NZDT,M9.5.0,M4.1.0/3", "-720 -60 | 0 9 0 5 2 0 0 0 | 0 4 0 1 3 0 0 0 "},
@@ -56,7 +56,7 @@ TEST(PosixRule, BecomesAZoneRecord)
         {"IST-2IDT,M3.4.4/26,M10.5.0", "-120 -60 | 2026 3 5 27 2 0 0 0 | 0 10 0 5 2 0 0 0 "},
         {"<-02>2<-01>,M3.5.0/-1,M10.5.0/0", "120 -60 | 2026 3 6 28 23 0 0 0 | 0 10 0 5 0 0 0 0 "},
         // The same beyond the end of a year, where no month follows.
-        {"AAA3BBB,M12.5.0/26,J1/0", "180 -60 | 2026 12 1 28 2 0 0 0 | 2026 1 4 1 0 0 0 0 "},
+        {"AAA3BBB,M12.5.0/26,0/0", "180 -60 | 2026 12 1 28 2 0 0 0 | 2026 1 4 1 0 0 0 0 "},
         {"AAA3:30:45BBB,J60/0,300/1:30:15", "210 -60 | 2026 3 0 1 0 0 0 0 | 2026 10 3 28 1 30 15 0 "},
     };
     for (const Case& test : cases) EXPECT_EQ(Text(ParsePosixRule(test.rule, 2026)), test.record) << test.rule;
@@ -76,7 +76,7 @@ TEST(PosixRule, RefusesWhatIsNone)
     for (const char* rule :
          {"CET-1CEST,M3", "CET-1CEST,M3.5", "CET-1CEST,M3:5.0,M10.5.0", "CET-1CEST,M3.5:0,M10.5.0",
           "CET-1CESTM3.5.0,M10.5.0", "CET-1CEST;M3.5.0,M10.5.0", "CET-1CEST,M3.0.0,M10.5.0", "CET-1CEST,J366,J5",
-          "CET-1:60", "CET-1:00:60", "CET-CET", "[AA5", "{{{5", "@@@5", "```5"}) {
+          "CET-1:60", "CET-1:00:60", "CET-CET", "CET-1CEST,M0.1.0,M10.5.0", "[AA5", "{{{5", "@@@5", "```5"}) {
         EXPECT_EQ(Text(ParsePosixRule(rule, 2026)), "none") << rule;
     }
 }
@@ -111,6 +111,7 @@ TEST_F(LocalTimeZone, FollowsTheVariable)
     EXPECT_EQ(ZoneUnder("XYZ7"), "420 0");
     EXPECT_EQ(ZoneUnder("ABC-2;"), "-120 0");  // what the C library makes of it
     EXPECT_EQ(ZoneUnder("Nowhere/AtAll"), "0 0");
+    EXPECT_EQ(ZoneUnder("AAA3BBB,J60/0,300").substr(0, 11), "180 -60 | 2");  // dates of this year
     EXPECT_EQ(ZoneUnder("XYZ7:03"), "423 0");
     unsetenv("TZ");
     TimeZone zone;
@@ -125,7 +126,12 @@ TEST_F(LocalTimeZone, ReadsTheLastLineOfAZoneFile)
         std::string content;
         std::string record;
     };
+    // From 1970 until the 26th century two hours; no rule.
+    const std::string table = "TZif2" + std::string(39, '\0') + "TZif2" + std::string(27, '\0') +
+                              std::string("\0\0\0\2\0\0\0\2\0\0\0\1\0\0\0\0\0\0\0\0\0\0\0\4\0\0\0\0\1\0", 30) +
+                              std::string("\0\0\0\0\0\0\0\0\x1C\x20\0\0\0", 13);
     const Case cases[] = {
+        {table, "-120 0"},
         {"TZif2" + std::string((1 << 20) - 11, '\n') + "ABC-2\n", "-120 0"},
         {"TZif2\nABC-2:30\n", "-150 0"},
         {"TZif2\nABC-23", "0 0"},

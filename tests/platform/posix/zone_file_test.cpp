@@ -74,7 +74,7 @@ TEST(ZoneFile, TheTableRulesUpToItsLastTransition)
         // What cannot be read leaves the last line, and a type that does not exist leaves nothing.
         {first + table.substr(0, 50) + "\nABC-1\n", 0, "-60"},
         {"TZif2\nABC-2\n", 0, "-120"},
-        {first + Block(8, {{0, 5}, {9, 0}}, {3}) + "\nABC-1\n", 1, "none"},
+        {first + Block(8, {{0, 1}, {9, 0}}, {3}) + "\nABC-1\n", 1, "none"},
         {"TZif2" + std::string(15, '\0') + std::string(24, '\xFF') + "\n", 0, "none"},
         {"TZif2" + std::string(200, '\n') + "ABC-2\n", 0, "-120"},
     };
