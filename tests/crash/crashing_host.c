@@ -66,9 +66,11 @@ static int Recurse(volatile char* above)
     return Recurse(block) + block[0];
 }
 
+static volatile int* volatile nowhere = (volatile int*)0xabc;
+
 static void CrashLate(void)
 {
-    *(volatile int*)0 = 1;
+    *nowhere = 1;
 }
 
 int main(int count, char** arguments)
@@ -81,7 +83,7 @@ int main(int count, char** arguments)
         fprintf(stderr, "cannot load %s\n", arguments[1]);
         return 1;
     }
-    if (strcmp(arguments[2], "access") == 0) *(volatile int*)0 = 1;
+    if (strcmp(arguments[2], "access") == 0) *nowhere = 1;
     if (strcmp(arguments[2], "stack") == 0) return Recurse(&start);
     if (strcmp(arguments[2], "abort") == 0) abort();
 #if !defined(_WIN32)

@@ -64,7 +64,7 @@ class Crash(unittest.TestCase):
             self.assertTrue(content.startswith(b"MDMP"), content[:16])
             return
         text = content.decode()
-        signal = "signal 6\n" if how == "abort" else "signal 11 at address 0x"
+        signal = {"abort": "signal 6\n", "access": "signal 11 at address 0xabc\n"}.get(how, "signal 11 at address 0x")
         self.assertTrue(text.startswith(signal), text[:100])
         self.assertIn("crashing_host", text.split("stack:\n")[1].split("memory map:\n")[0])
         self.assertIn("libOrvActions", text.split("memory map:\n")[1])

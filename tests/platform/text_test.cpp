@@ -83,6 +83,7 @@ TEST(CodePages, WriteUtf8WithReplacements)
         {u"\u007F\u0080\u07FF\u0800\uFFFF", "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF"},
         {u"\xD800\xDC00\xDBFF\xDFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
         {u"\xD800", "\xEF\xBF\xBD"},
+        {u"Сигнал от камеры", "Сигнал от камеры"},  // sixteen units whose bytes are all below 0x80
         {u"a\xDC00\xDFFFz", "a\xEF\xBF\xBD\xEF\xBF\xBDz"},
         {u"\xD83D\xD83D\xDE00", "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
     };

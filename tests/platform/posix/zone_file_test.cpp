@@ -71,6 +71,7 @@ TEST(ZoneFile, TheTableRulesUpToItsLastTransition)
         {Block(4, {}, {1}, 3) + Block(8, {{0, 1}}, {9, 2}, 2) + "\nABC-7\n", -1, "-540"},
         {first + Block(8, {}, {3}) + "\nABC-1\n", 0, "-60"},
         {Block(4, {{-2000000000, 0}, {2000000000, 1}}, {1, 2}), 1999999999, "-60"},
+        {Block(4, {{-2000000000, 0}, {2000000000, 1}}, {1, 2}), 2000000000, "-120"},
         // What cannot be read leaves the last line, and a type that does not exist leaves nothing.
         {first + table.substr(0, 50) + "\nABC-1\n", 0, "-60"},
         {"TZif2\nABC-2\n", 0, "-120"},
