@@ -91,8 +91,8 @@ TEST(PosixCodesets, ReplaceWhatDoesNotConvert)
         EXPECT_EQ(back, test.back) << test.codeset;
     }
     std::string narrow;
-    ASSERT_TRUE(Platform::WideToCodeset("ISO-8859-1", u"a\xD800\xDC00\xDBFF\xDFFF\xD800\uFF21z", narrow));
-    EXPECT_EQ(narrow, "a????z");  // one for each pair, one for the lone half and one for what follows it
+    ASSERT_TRUE(Platform::WideToCodeset("ISO-8859-1", u"a\xD800\xDC00\xDBFF\xDFFF\xD800\uFF21\u4E00\xDC00z", narrow));
+    EXPECT_EQ(narrow, "a??????z");  // one for each pair, one for each lone half and one for what is beside it
     EXPECT_FALSE(Platform::WideToCodeset("no such codeset", u"a", narrow));
     EXPECT_EQ(Platform::LastError(), Platform::kInvalidParameter);
     EXPECT_EQ(narrow, "");
@@ -113,6 +113,7 @@ TEST(PosixCodesets, ComposeWhatTheyHave)
         {"ISO-8859-9", u"s\u0327 \u0308a", "\xFE ?a"},
         {"ISO-8859-7", u"\u03B1\u0301\u03B9\u0308\u0301", "\xDC\xC0"},
         {"KOI8-R", u"\u0435\u0308", "\xA3"},
+        {"ISO-8859-1", u"e\u0300", "\xE8"},
         {"EUC-JP", u"\u304B\u3099", "\xA4\xAC"},
     };
     for (const auto& c : cases) {
