@@ -95,9 +95,13 @@ TEST(LivingCount, IsExactOverThreadsThatComeAndGo)
     EXPECT_EQ(Platform::LivingCount::Read(), before);
     using Platform::LivingCount::kShares, Platform::LivingCount::shares, Platform::LivingCount::ShareOfThread;
     const auto& mine = ShareOfThread();
+    const int endedBefore = endedBlocks;
+    block = 1;
     std::thread([&] {
+        EXPECT_TRUE(slot.Set(&block));
         EXPECT_TRUE(kShares == 1 || (&ShareOfThread() != shares && &ShareOfThread() != &mine));
     }).join();  // those that ended left theirs
+    EXPECT_TRUE(kShares == 1 || endedBlocks == endedBefore + 1);
     slot.Free();
 }
 
