@@ -60,6 +60,7 @@ TEST(StringConversion, LowersAtEveryPlace)
     EXPECT_FALSE(Ulmo::EqualsLower(u"abc", u"ab"));
     EXPECT_FALSE(Ulmo::EqualsLower(u"abcdwxyz", std::u16string_view(u"wxyzabcdabcd").substr(4)));
     EXPECT_TRUE(Ulmo::EqualsLower(u"", u""));
+    EXPECT_TRUE(Ulmo::IsLowerCase(u"\u0080"));
 }
 
 TEST(StringConversion, ComparesTextsExactly)

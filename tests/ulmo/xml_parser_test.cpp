@@ -44,7 +44,7 @@ TEST(XmlParser, Trees)
         {"<a_:.-1 B='' b='' azAZ09_:.-=''/>", "a_:.-1[B=][b=][azAZ09_:.-=]"},
         {"<a&#98;c></abc>", "abc"},
         {"<a><b/><b>2</b></a>", "a(b;b{2};)"},
-        {"<?xml version='1.0'?><!DOCTYPE a<><!-- c --><a><!---->x<!--c--></a>", "a"},
+        {"<?xml?><!DOCTYPE a<><!-- c --><a><!---->x<!--c--></a>", "a"},
         {"<!-- only -->", "nothing"},
         {"<a/><b/><", "a"},
         // A second root shows by its end tag only.

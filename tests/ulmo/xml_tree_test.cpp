@@ -19,8 +19,7 @@ std::string Below(const XMLNode& node)
 {
     std::string names;
     for (const XMLNode* child = node.FirstChild(); child; child = child->NextSibling()) {
-        const std::string below = Below(*child);
-        names += (names.empty() ? "" : " ") + child->GetName() + (below.empty() ? "" : "(" + below + ")");
+        names += (names.empty() ? "" : " ") + child->GetName() + (child->FirstChild() ? "(" + Below(*child) + ")" : "");
     }
     return names;
 }
