@@ -61,7 +61,7 @@ TEST(DebugSinkDeathTest, TheMachinesLogGetsTheLineInItsLevel)
                         out.Write(DebugLevelInfo, u"b");
                     }
                     Diagnostics::End();
-                    EventLog::Get()->Write(0, u"anew");
+                    if (const auto log = EventLog::Get()) log->Write(0, u"anew");
                 }),
                 testing::ExitedWithCode(0),
                 "^Check for EventLogOutput dll\nLoad EventLogOutput result: 0\n"
