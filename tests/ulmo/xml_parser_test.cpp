@@ -57,7 +57,7 @@ TEST(XmlParser, Trees)
         {"<a>x<![CDATA[y]]></a>", "a"},
         {"<a><![CDATA[</a>]]></a>", "a"},
         {"<a>x!<![CDATA[y]]>z</a>", "a"},
-        {"<a>x<b/><![CDATA[<y>]]><![CDATA[]]>t<c/></a>", "a{x}(b;c;)"},
+        {"<a>x<b/><![CDATA[<y<]]><![CDATA[]]>t<c/></a>", "a{x}(b;c;)"},
         {"<a><b>one!</b><c><![CDATA[]]></c></a>", nullptr},
     };
     for (const auto& [text, shape] : cases) {
@@ -136,15 +136,21 @@ TEST(XmlParser, FaultsWithTheirPlaces)
 
 TEST(XmlParser, MessagesShowThePiece)
 {
-    XMLTree tree;
-    try {
-        tree.Parse("<a>\n <b c=d>01234567890123456789012345678\xC3\xA4 behind</b></a>");
-        FAIL();
-    } catch (const XMLNodeParsingException& fault) {
+    const std::string noLetter(40, '\x80');
+    const std::tuple<const char*, const char16_t*, unsigned> cases[] = {
         // 32 bytes would cut the last letter.
-        EXPECT_EQ(fault.WideMessage(),
-                  u"XML parsing failed: Attribute value begin: no ' or \" char found\nd>01234567890123456789012345678");
-        EXPECT_EQ(fault.ErrorCode(), 10U);
+        {"<a>\n <b c=d>01234567890123456789012345678\xC3\xA4 behind</b></a>",
+         u"XML parsing failed: Attribute value begin: no ' or \" char found\nd>01234567890123456789012345678", 10},
+        {&noLetter[1], u"XML parsing failed: Invalid xml format. Start of node [<] not found\n", 0},
+    };
+    for (const auto& [text, message, position] : cases) {
+        try {
+            XMLTree().Parse(text);
+            ADD_FAILURE() << text;
+        } catch (const XMLNodeParsingException& fault) {
+            EXPECT_EQ(fault.WideMessage(), message);
+            EXPECT_EQ(fault.ErrorCode(), position);
+        }
     }
     const TextPlace place = PlaceOf("<a>\n \xC3\xA4<b c=d>", 12, {3, 5});
     EXPECT_EQ(place.line, 4U);

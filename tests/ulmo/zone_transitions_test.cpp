@@ -125,7 +125,7 @@ TEST(Now, IsThePresentUnderTheLocalRule)
 {
     const auto nearest = [] { return (Platform::NowAsFileTime() + 5000) / 10000; };
     TUlmoDateTime now;
-    for (int i = 0; i < 10000; ++i) {  // some milliseconds, so that each part of one is met
+    for (int i = 0; i < 30000; ++i) {  // some milliseconds, so that each part of one is met
         const std::uint64_t before = nearest();
         now = Now();
         const std::uint64_t after = nearest();
