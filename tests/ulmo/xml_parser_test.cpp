@@ -91,6 +91,7 @@ TEST(XmlParser, FaultsWithTheirPlaces)
         {"<a b>", "Unexpected end of attribute", 4},
         {"<a b&='1'/>", "Invalid character during attribute name parsing", 4},
         {"<a<b/>", "Invalid character during attribute name parsing", 2},
+        {"<a ?>", "Invalid character during attribute name parsing", 3},
         {"<a ='1'/>", "Invalid (no) attribute name", 3},
         {"<a b c='1'/>", "Invalid char at start of attribute value", 5},
         {"<a b ", "Attribute value: unexpected end", 5},

@@ -180,6 +180,13 @@ TEST(XmlTree, DeepTreesAreCopiedWrittenAndDropped)
     const NodePtr result = NewNode("result");
     tree.FindNodes("*", nullptr, *result);
     EXPECT_EQ(Serialize(tree).size(), 40U + 4U * (kDeep - 1) + 5U * (kDeep - 1) + 5U);
+
+    // As many siblings, which the first of them owns when the parent is gone.
+    NodePtr parent = NewNode("r");
+    for (int i = 0; i < kDeep; ++i) parent->Append(NewNode("a"));
+    NodePtr first(parent->FirstChild());
+    parent = {};
+    EXPECT_EQ(first->Parent(), nullptr);
 }
 
 }  // namespace
