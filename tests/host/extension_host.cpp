@@ -30,7 +30,7 @@ std::string TextOf(TOrvHandle action, bool plain)
 void ShowJson(TOrvHandle action)
 {
     std::vector<OrvWChar> wide(100'000);
-    const std::uint32_t limit = 0xFFFFFFFF;
+    const std::uint32_t limit = 5;  // parameters of a higher priority are hidden
     Check(OrvAct_StoreToJson(action, wide.data(), static_cast<std::uint32_t>(wide.size()), nullptr, 1, &limit), "JSON");
     std::string json;
     for (const OrvWChar* unit = wide.data(); *unit != 0; ++unit) {

@@ -134,7 +134,7 @@ class Loading(Folder):
     def test_unusual_actions_in_every_form(self):
         many = "".join(f"<parameter name='P{i}' type='Int32' dbfield='{'Int32_A' if i == 99 else ''}'/>"
                        for i in range(100))
-        twice = "".join(f"<parameter name='{name}' type='{kind}' dbfield='Int32_B'/>"
+        twice = "".join(f"<parameter name='{name}' type='{kind}' priority='{2 * len(name)}' dbfield='Int32_B'/>"
                         for name, kind in (("Twice", "Int32"), ("TWICE", "String"), ("B", "Int32")))
         self.write("plca.xml", extension(10000, "".join([
             f"<action name='Many' code='10001' class='1'><params>{many}</params></action>",
@@ -151,7 +151,7 @@ class Loading(Folder):
         self.assertEqual(lines[6], "text: Repeated (TWICE: 2, TWICE: 2, B: 1)")
         self.assertEqual(lines[8], "parameters: Twice:0 TWICE:4 B:0")
         facts = json.loads(lines[9].removeprefix("json: "))["action"]
-        self.assertEqual((facts["classCode"], facts["flags"]), (0, 9))
+        self.assertEqual((facts["classCode"], facts["flags"], facts["params"]), (0, 9, {"b": 1}))
         # The code went to the newcomer; the older action is found by its name.
         self.assertEqual([lines[11], lines[16]], ['text: Site10000 ("": 1)', "text: Later ()"])
 
