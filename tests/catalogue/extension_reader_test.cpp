@@ -234,7 +234,8 @@ TEST_F(ExtensionReading, CollidingExtensions)
 {
     Read(
         "<PLC><enums><enum name='A' code='1000'><values><value name='a' value='1'/></values></enum>"
-        "<enum name='B' code='1000'><values><value name='b' value='1' code='9'/><value name='c' value='2'/></values></enum>"
+        "<enum name='B' code='1000'><values><value name='b' value='1' code='9'/><value name='c' "
+        "value='2'/></values></enum>"
         "<enum name='A' code='1001'><values><value name='d' value='7'/></values></enum></enums>"
         "<actions><action name='One' code='10000' class='1'/><action name='Two' code='10000' class='1' value='1'/>"
         "<action name='ONE' code='10001' class='1'/></actions></PLC>");
@@ -248,11 +249,12 @@ TEST_F(ExtensionReading, CollidingExtensions)
     EXPECT_EQ(catalogue_.FindActionByCode(10001), nullptr);
     EXPECT_EQ(remarks_,
               "W105 the enum 'B' adds its values to the enum 'A', which has its code\n"
+              "W151 the attribute 'code' has no effect\n"
               "E141 the value 'b' is dropped: its number is that of 'a'\n"
-              "E201 the enum 'A' gets no name: it is that of an enum with another code; its values are read\n"
-              "W375 the attribute 'value' has no effect\n"
-              "W352 the action 'Two' takes its code over from 'One', which is then found by its name alone\n"
-              "E394 the action 'ONE' is dropped: the name is taken already\n");
+              "E210 the enum 'A' gets no name: it is that of an enum with another code; its values are read\n"
+              "W384 the attribute 'value' has no effect\n"
+              "W361 the action 'Two' takes its code over from 'One', which is then found by its name alone\n"
+              "E403 the action 'ONE' is dropped: the name is taken already\n");
 }
 
 TEST_F(ExtensionReading, RemarksPointAtTheirPlace)
