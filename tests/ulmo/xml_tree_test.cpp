@@ -163,6 +163,8 @@ TEST(XmlTree, SerializedTextReadsBackTheSame)
         tree.GetRoot()->SetName(name);
         EXPECT_THROW(Serialize(tree), XMLNodeException) << name;
     }
+    again.GetRoot()->SetName("a=");
+    EXPECT_NE(Serialize(again).find("<a&#61; b="), std::string::npos);
     again.GetRoot()->AddAttribute("b=", 1);
     EXPECT_THROW(Serialize(again), XMLNodeException);
     EXPECT_EQ(Serialize(XMLTree()), "<?xml version='1.0' encoding='utf-8' ?>\n");

@@ -145,7 +145,7 @@ TEST(PosixConfigurationDeathTest, BrokenLinesAreToldAndLeftOut)
         const auto run = [line = line] {
             setenv("ORV_DEBUG_OUTPUT", "1", 1);
             const RegistryFile file("[HKEY_LOCAL_MACHINE\\K]\n\"x\"=dword:7\n" + std::string(line) +
-                                    "\n\"y\"=dword:8\n");
+                                    "\n\"y\"=dword:8\n\n; the end\n");
             std::exit(ReadNumber(u"K", u"x") != 7u || (line[0] == '[') == ReadNumber(u"K", u"y").has_value() ? 1 : 0);
         };
         EXPECT_EXIT(run(), testing::ExitedWithCode(0), std::string("test.reg:3: ") + message + "\n$");
