@@ -98,6 +98,7 @@ TEST(BinaryReader, BuffersThatEndTooEarly)
     const Row counts[] = {
         {Bytes().U32(3).Text(u"A").U32(3).Number(u"x", 1).Number(u"y", 2), "3 A; x i32 1; y i32 2", kBetweenFields},
         {Bytes().U32(3).Text(u"A").U32(2).Number(u"x", 1).Put(u'?'), "3 A; x i32 1", 2},
+        {Bytes().U32(3).Text(u"A").U32(1).Text(u"x").U32(0), "3 A; x kind 0", 29},
     };
     ExpectReadings(counts);
     EXPECT_EQ(ReadActionBinary(nullptr, 36, ORV_EXPECT_ANY).consumed, kBetweenFields);

@@ -190,7 +190,7 @@ class Runner:
         tree = build("native", "orv_unit_tests", "orv_interface_tests", "orv_sibling_tests", "conformance_c",
                      "plain_host", "crashing_host", "extension_host", "orvact")
         return self.run(part, sys.executable, "-B", HERE / "mutate.py", tree, "--count",
-                        self.pick(0, 10, 500), "--seed", time.strftime("%j") if self.mode == LONG else 1)
+                        self.pick(0, 20, 1000), "--seed", time.strftime("%j") if self.mode == LONG else 1)
 
 
 PARTS = {
